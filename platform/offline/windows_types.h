@@ -1,0 +1,588 @@
+// The types, constants and records of the Windows interface that the program names, for builds without
+// <windows.h>. Names, values and field names are Windows'; where a size is part of the interface (records
+// that state their own size) it is the 32-bit ANSI one.
+//
+// The constants are macros, as in <windows.h>, so that code that compiles here compiles there too.
+#ifndef BROMVALE_PLATFORM_OFFLINE_WINDOWS_TYPES_H
+#define BROMVALE_PLATFORM_OFFLINE_WINDOWS_TYPES_H
+
+#ifdef _WIN32
+#error "On Windows these names come from <windows.h>; include the headers in platform/ instead."
+#endif
+
+#include <cstddef>
+#include <cstdint>
+
+#define WINAPI
+#define APIENTRY
+#define CALLBACK
+
+// Numbers and texts -------------------------------------------------------------------------------
+
+using BYTE = std::uint8_t;
+using UCHAR = unsigned char;
+using CHAR = char;
+using SHORT = std::int16_t;
+using WORD = std::uint16_t;
+using USHORT = std::uint16_t;
+using INT = int;
+using UINT = unsigned int;
+using LONG = std::int32_t;
+using ULONG = std::uint32_t;
+using DWORD = std::uint32_t;
+using BOOL = int;
+using BOOLEAN = BYTE;
+using LONGLONG = std::int64_t;
+using ULONGLONG = std::uint64_t;
+using DWORDLONG = std::uint64_t;
+using INT_PTR = std::intptr_t;
+using UINT_PTR = std::uintptr_t;
+using LONG_PTR = std::intptr_t;
+using ULONG_PTR = std::uintptr_t;
+using DWORD_PTR = std::uintptr_t;
+using SIZE_T = std::size_t;
+using WPARAM = UINT_PTR;
+using LPARAM = LONG_PTR;
+using LRESULT = LONG_PTR;
+using HRESULT = LONG;
+using HFILE = int;
+using ATOM = WORD;
+using LANGID = WORD;
+using LCID = DWORD;
+using LCTYPE = DWORD;
+using COLORREF = DWORD;
+using LSTATUS = LONG;
+using ACCESS_MASK = DWORD;
+using REGSAM = ACCESS_MASK;
+
+using LPVOID = void*;
+using PVOID = void*;
+using LPCVOID = const void*;
+using LPSTR = char*;
+using PSTR = char*;
+using LPCSTR = const char*;
+using PCSTR = const char*;
+using LPWSTR = char16_t*;
+using LPCWSTR = const char16_t*;
+using LPBYTE = BYTE*;
+using PBYTE = BYTE*;
+using LPWORD = WORD*;
+using LPDWORD = DWORD*;
+using PDWORD = DWORD*;
+using LPLONG = LONG*;
+using PLONG = LONG*;
+using LPBOOL = BOOL*;
+
+#define TRUE 1
+#define FALSE 0
+#define MAX_PATH 260
+#define MAX_COMPUTERNAME_LENGTH 15
+#define UNLEN 256
+#define INFINITE 0xFFFFFFFFu
+
+// Handles -----------------------------------------------------------------------------------------
+
+using HANDLE = void*;
+using PHANDLE = HANDLE*;
+using LPHANDLE = HANDLE*;
+using HGLOBAL = HANDLE;
+using HLOCAL = HANDLE;
+
+#define BROMVALE_DECLARE_HANDLE(name) \
+    struct name##__;                  \
+    using name = name##__*
+BROMVALE_DECLARE_HANDLE(HKEY);
+BROMVALE_DECLARE_HANDLE(HWND);
+BROMVALE_DECLARE_HANDLE(HICON);
+BROMVALE_DECLARE_HANDLE(HINSTANCE);
+BROMVALE_DECLARE_HANDLE(HMENU);
+BROMVALE_DECLARE_HANDLE(HDC);
+BROMVALE_DECLARE_HANDLE(HFONT);
+BROMVALE_DECLARE_HANDLE(HBITMAP);
+BROMVALE_DECLARE_HANDLE(HBRUSH);
+BROMVALE_DECLARE_HANDLE(HRSRC);
+#undef BROMVALE_DECLARE_HANDLE
+using HMODULE = HINSTANCE;
+using HCURSOR = HICON;
+using PHKEY = HKEY*;
+
+#define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1)))
+#define HFILE_ERROR (static_cast<HFILE>(-1))
+
+using FARPROC = INT_PTR (*)();
+using WNDPROC = LRESULT (*)(HWND, UINT, WPARAM, LPARAM);
+using BFFCALLBACK = int (*)(HWND, UINT, LPARAM, LPARAM);
+
+// Result codes ------------------------------------------------------------------------------------
+
+#define NO_ERROR 0
+#define ERROR_SUCCESS 0
+#define ERROR_INVALID_FUNCTION 1
+#define ERROR_FILE_NOT_FOUND 2
+#define ERROR_PATH_NOT_FOUND 3
+#define ERROR_TOO_MANY_OPEN_FILES 4
+#define ERROR_ACCESS_DENIED 5
+#define ERROR_INVALID_HANDLE 6
+#define ERROR_NOT_ENOUGH_MEMORY 8
+#define ERROR_INVALID_DATA 13
+#define ERROR_OUTOFMEMORY 14
+#define ERROR_INVALID_DRIVE 15
+#define ERROR_CURRENT_DIRECTORY 16
+#define ERROR_NO_MORE_FILES 18
+#define ERROR_WRITE_PROTECT 19
+#define ERROR_NOT_READY 21
+#define ERROR_GEN_FAILURE 31
+#define ERROR_SHARING_VIOLATION 32
+#define ERROR_LOCK_VIOLATION 33
+#define ERROR_HANDLE_EOF 38
+#define ERROR_HANDLE_DISK_FULL 39
+#define ERROR_NOT_SUPPORTED 50
+#define ERROR_BAD_NETPATH 53
+#define ERROR_BAD_NET_NAME 67
+#define ERROR_FILE_EXISTS 80
+#define ERROR_CANNOT_MAKE 82
+#define ERROR_INVALID_PARAMETER 87
+#define ERROR_CALL_NOT_IMPLEMENTED 120
+#define ERROR_INSUFFICIENT_BUFFER 122
+#define ERROR_INVALID_NAME 123
+#define ERROR_MOD_NOT_FOUND 126
+#define ERROR_PROC_NOT_FOUND 127
+#define ERROR_NEGATIVE_SEEK 131
+#define ERROR_DIR_NOT_EMPTY 145
+#define ERROR_BAD_PATHNAME 161
+#define ERROR_BUSY 170
+#define ERROR_ALREADY_EXISTS 183
+#define ERROR_BAD_EXE_FORMAT 193
+#define ERROR_FILENAME_EXCED_RANGE 206
+#define ERROR_MORE_DATA 234
+#define ERROR_NO_MORE_ITEMS 259
+#define ERROR_DIRECTORY 267
+#define ERROR_BADDB 1009
+#define ERROR_BADKEY 1010
+#define ERROR_CANTOPEN 1011
+#define ERROR_CANTREAD 1012
+#define ERROR_CANTWRITE 1013
+#define ERROR_KEY_DELETED 1018
+#define ERROR_KEY_HAS_CHILDREN 1020
+#define ERROR_CHILD_MUST_BE_VOLATILE 1021
+#define ERROR_NO_ASSOCIATION 1155
+#define ERROR_CANCELLED 1223
+#define ERROR_NOT_FOUND 1168
+#define ERROR_NOT_ALL_ASSIGNED 1300
+#define ERROR_NO_SUCH_PRIVILEGE 1313
+#define ERROR_PRIVILEGE_NOT_HELD 1314
+
+#define S_OK (static_cast<HRESULT>(0))
+#define S_FALSE (static_cast<HRESULT>(1))
+#define E_FAIL (static_cast<HRESULT>(0x80004005u))
+#define E_NOTIMPL (static_cast<HRESULT>(0x80004001u))
+#define SUCCEEDED(result) (static_cast<HRESULT>(result) >= 0)
+#define FAILED(result) (static_cast<HRESULT>(result) < 0)
+
+// Access rights and the registry ------------------------------------------------------------------
+
+#define DELETE 0x00010000u
+#define READ_CONTROL 0x00020000u
+#define WRITE_DAC 0x00040000u
+#define WRITE_OWNER 0x00080000u
+#define SYNCHRONIZE 0x00100000u
+#define STANDARD_RIGHTS_REQUIRED 0x000F0000u
+#define STANDARD_RIGHTS_READ READ_CONTROL
+#define STANDARD_RIGHTS_WRITE READ_CONTROL
+#define STANDARD_RIGHTS_EXECUTE READ_CONTROL
+#define STANDARD_RIGHTS_ALL 0x001F0000u
+#define MAXIMUM_ALLOWED 0x02000000u
+#define GENERIC_READ 0x80000000u
+#define GENERIC_WRITE 0x40000000u
+#define GENERIC_EXECUTE 0x20000000u
+#define GENERIC_ALL 0x10000000u
+
+#define BROMVALE_PREDEFINED_KEY(number) \
+    (reinterpret_cast<HKEY>(static_cast<std::intptr_t>(static_cast<std::int32_t>(number))))
+#define HKEY_CLASSES_ROOT BROMVALE_PREDEFINED_KEY(0x80000000u)
+#define HKEY_CURRENT_USER BROMVALE_PREDEFINED_KEY(0x80000001u)
+#define HKEY_LOCAL_MACHINE BROMVALE_PREDEFINED_KEY(0x80000002u)
+#define HKEY_USERS BROMVALE_PREDEFINED_KEY(0x80000003u)
+#define HKEY_PERFORMANCE_DATA BROMVALE_PREDEFINED_KEY(0x80000004u)
+#define HKEY_CURRENT_CONFIG BROMVALE_PREDEFINED_KEY(0x80000005u)
+#define HKEY_DYN_DATA BROMVALE_PREDEFINED_KEY(0x80000006u)
+
+#define KEY_QUERY_VALUE 0x0001u
+#define KEY_SET_VALUE 0x0002u
+#define KEY_CREATE_SUB_KEY 0x0004u
+#define KEY_ENUMERATE_SUB_KEYS 0x0008u
+#define KEY_NOTIFY 0x0010u
+#define KEY_CREATE_LINK 0x0020u
+#define KEY_WOW64_64KEY 0x0100u
+#define KEY_WOW64_32KEY 0x0200u
+#define KEY_READ 0x20019u
+#define KEY_WRITE 0x20006u
+#define KEY_EXECUTE 0x20019u
+#define KEY_ALL_ACCESS 0xF003Fu
+
+#define REG_OPTION_NON_VOLATILE 0u
+#define REG_OPTION_VOLATILE 1u
+#define REG_OPTION_CREATE_LINK 2u
+#define REG_OPTION_BACKUP_RESTORE 4u
+#define REG_CREATED_NEW_KEY 1u
+#define REG_OPENED_EXISTING_KEY 2u
+
+#define REG_NONE 0u
+#define REG_SZ 1u
+#define REG_EXPAND_SZ 2u
+#define REG_BINARY 3u
+#define REG_DWORD 4u
+#define REG_DWORD_LITTLE_ENDIAN 4u
+#define REG_DWORD_BIG_ENDIAN 5u
+#define REG_LINK 6u
+#define REG_MULTI_SZ 7u
+#define REG_RESOURCE_LIST 8u
+#define REG_FULL_RESOURCE_DESCRIPTOR 9u
+#define REG_RESOURCE_REQUIREMENTS_LIST 10u
+#define REG_QWORD 11u
+
+// Files -------------------------------------------------------------------------------------------
+
+#define FILE_SHARE_READ 0x1u
+#define FILE_SHARE_WRITE 0x2u
+#define FILE_SHARE_DELETE 0x4u
+#define CREATE_NEW 1u
+#define CREATE_ALWAYS 2u
+#define OPEN_EXISTING 3u
+#define OPEN_ALWAYS 4u
+#define TRUNCATE_EXISTING 5u
+#define FILE_BEGIN 0u
+#define FILE_CURRENT 1u
+#define FILE_END 2u
+#define INVALID_SET_FILE_POINTER 0xFFFFFFFFu
+#define INVALID_FILE_SIZE 0xFFFFFFFFu
+#define INVALID_FILE_ATTRIBUTES 0xFFFFFFFFu
+#define FILE_ATTRIBUTE_READONLY 0x1u
+#define FILE_ATTRIBUTE_HIDDEN 0x2u
+#define FILE_ATTRIBUTE_SYSTEM 0x4u
+#define FILE_ATTRIBUTE_DIRECTORY 0x10u
+#define FILE_ATTRIBUTE_ARCHIVE 0x20u
+#define FILE_ATTRIBUTE_NORMAL 0x80u
+#define FILE_ATTRIBUTE_TEMPORARY 0x100u
+#define FILE_FLAG_WRITE_THROUGH 0x80000000u
+#define DRIVE_UNKNOWN 0u
+#define DRIVE_NO_ROOT_DIR 1u
+#define DRIVE_REMOVABLE 2u
+#define DRIVE_FIXED 3u
+#define DRIVE_REMOTE 4u
+#define DRIVE_CDROM 5u
+#define DRIVE_RAMDISK 6u
+
+#define OF_READ 0x0u
+#define OF_WRITE 0x1u
+#define OF_READWRITE 0x2u
+#define OF_SHARE_COMPAT 0x0u
+#define OF_SHARE_EXCLUSIVE 0x10u
+#define OF_SHARE_DENY_WRITE 0x20u
+#define OF_SHARE_DENY_READ 0x30u
+#define OF_SHARE_DENY_NONE 0x40u
+#define OF_PARSE 0x100u
+#define OF_DELETE 0x200u
+#define OF_CREATE 0x1000u
+#define OF_EXIST 0x4000u
+#define OFS_MAXPATHNAME 128
+
+struct FILETIME {
+    DWORD dwLowDateTime;
+    DWORD dwHighDateTime;
+};
+using LPFILETIME = FILETIME*;
+
+struct SYSTEMTIME {
+    WORD wYear;
+    WORD wMonth;
+    WORD wDayOfWeek;
+    WORD wDay;
+    WORD wHour;
+    WORD wMinute;
+    WORD wSecond;
+    WORD wMilliseconds;
+};
+using LPSYSTEMTIME = SYSTEMTIME*;
+
+struct WIN32_FIND_DATAA {
+    DWORD dwFileAttributes;
+    FILETIME ftCreationTime;
+    FILETIME ftLastAccessTime;
+    FILETIME ftLastWriteTime;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    DWORD dwReserved0;
+    DWORD dwReserved1;
+    CHAR cFileName[MAX_PATH];
+    CHAR cAlternateFileName[14];
+};
+using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
+static_assert(sizeof(WIN32_FIND_DATAA) == 320);
+
+struct OFSTRUCT {
+    BYTE cBytes;
+    BYTE fFixedDisk;
+    WORD nErrCode;
+    WORD Reserved1;
+    WORD Reserved2;
+    CHAR szPathName[OFS_MAXPATHNAME];
+};
+using LPOFSTRUCT = OFSTRUCT*;
+static_assert(sizeof(OFSTRUCT) == 136);
+
+struct SECURITY_ATTRIBUTES {
+    DWORD nLength;
+    LPVOID lpSecurityDescriptor;
+    BOOL bInheritHandle;
+};
+using LPSECURITY_ATTRIBUTES = SECURITY_ATTRIBUTES*;
+
+struct OVERLAPPED;
+using LPOVERLAPPED = OVERLAPPED*;
+
+// The machine -------------------------------------------------------------------------------------
+
+#define VER_PLATFORM_WIN32s 0u
+#define VER_PLATFORM_WIN32_WINDOWS 1u
+#define VER_PLATFORM_WIN32_NT 2u
+
+struct OSVERSIONINFOA {
+    DWORD dwOSVersionInfoSize;
+    DWORD dwMajorVersion;
+    DWORD dwMinorVersion;
+    DWORD dwBuildNumber;
+    DWORD dwPlatformId;
+    CHAR szCSDVersion[128];
+};
+using LPOSVERSIONINFOA = OSVERSIONINFOA*;
+static_assert(sizeof(OSVERSIONINFOA) == 148);
+
+#define CP_ACP 0u
+#define CP_UTF8 65001u
+#define LOCALE_SYSTEM_DEFAULT 0x0800u
+#define LOCALE_USER_DEFAULT 0x0400u
+#define LOCALE_INVARIANT 0x007Fu
+#define LOCALE_NOUSEROVERRIDE 0x80000000u
+#define LOCALE_SLIST 0x0Cu
+#define LOCALE_SDECIMAL 0x0Eu
+#define LOCALE_STHOUSAND 0x0Fu
+#define LOCALE_SDATE 0x1Du
+#define LOCALE_STIME 0x1Eu
+#define LOCALE_SSHORTDATE 0x1Fu
+#define LOCALE_SLONGDATE 0x20u
+#define LOCALE_S1159 0x28u
+#define LOCALE_S2359 0x29u
+#define LOCALE_SDAYNAME1 0x2Au
+#define LOCALE_SABBREVDAYNAME1 0x31u
+#define LOCALE_SMONTHNAME1 0x38u
+#define LOCALE_SABBREVMONTHNAME1 0x44u
+#define LOCALE_STIMEFORMAT 0x1003u
+#define DATE_SHORTDATE 0x1u
+#define DATE_LONGDATE 0x2u
+#define TIME_NOMINUTESORSECONDS 0x1u
+#define TIME_NOSECONDS 0x2u
+#define TIME_NOTIMEMARKER 0x4u
+#define TIME_FORCE24HOURFORMAT 0x8u
+
+#define WAIT_OBJECT_0 0u
+#define WAIT_ABANDONED 0x80u
+#define WAIT_TIMEOUT 258u
+#define WAIT_FAILED 0xFFFFFFFFu
+#define STILL_ACTIVE 259u
+
+// Tokens and shutdown -----------------------------------------------------------------------------
+
+#define TOKEN_QUERY 0x8u
+#define TOKEN_ADJUST_PRIVILEGES 0x20u
+#define TOKEN_ALL_ACCESS 0xF01FFu
+#define SE_PRIVILEGE_ENABLED_BY_DEFAULT 0x1u
+#define SE_PRIVILEGE_ENABLED 0x2u
+#define SE_SHUTDOWN_NAME "SeShutdownPrivilege"
+#define EWX_LOGOFF 0u
+#define EWX_SHUTDOWN 1u
+#define EWX_REBOOT 2u
+#define EWX_FORCE 4u
+#define EWX_POWEROFF 8u
+
+struct LUID {
+    DWORD LowPart;
+    LONG HighPart;
+};
+using PLUID = LUID*;
+
+struct LUID_AND_ATTRIBUTES {
+    LUID Luid;
+    DWORD Attributes;
+};
+
+struct TOKEN_PRIVILEGES {
+    DWORD PrivilegeCount;
+    LUID_AND_ATTRIBUTES Privileges[1];
+};
+using PTOKEN_PRIVILEGES = TOKEN_PRIVILEGES*;
+static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
+
+// Windows, messages, message boxes ----------------------------------------------------------------
+
+#define MB_OK 0x0u
+#define MB_OKCANCEL 0x1u
+#define MB_ABORTRETRYIGNORE 0x2u
+#define MB_YESNOCANCEL 0x3u
+#define MB_YESNO 0x4u
+#define MB_RETRYCANCEL 0x5u
+#define MB_ICONHAND 0x10u
+#define MB_ICONSTOP 0x10u
+#define MB_ICONERROR 0x10u
+#define MB_ICONQUESTION 0x20u
+#define MB_ICONEXCLAMATION 0x30u
+#define MB_ICONWARNING 0x30u
+#define MB_ICONASTERISK 0x40u
+#define MB_ICONINFORMATION 0x40u
+#define MB_DEFBUTTON1 0x0u
+#define MB_DEFBUTTON2 0x100u
+#define MB_DEFBUTTON3 0x200u
+#define MB_APPLMODAL 0x0u
+#define MB_SYSTEMMODAL 0x1000u
+#define MB_TASKMODAL 0x2000u
+#define MB_SETFOREGROUND 0x10000u
+#define MB_TOPMOST 0x40000u
+#define IDOK 1
+#define IDCANCEL 2
+#define IDABORT 3
+#define IDRETRY 4
+#define IDIGNORE 5
+#define IDYES 6
+#define IDNO 7
+
+#define SW_HIDE 0
+#define SW_SHOWNORMAL 1
+#define SW_NORMAL 1
+#define SW_SHOWMINIMIZED 2
+#define SW_SHOWMAXIMIZED 3
+#define SW_MAXIMIZE 3
+#define SW_SHOWNOACTIVATE 4
+#define SW_SHOW 5
+#define SW_MINIMIZE 6
+#define SW_SHOWMINNOACTIVE 7
+#define SW_SHOWNA 8
+#define SW_RESTORE 9
+#define SW_SHOWDEFAULT 10
+
+#define WM_USER 0x0400u
+#define WM_APP 0x8000u
+#define WM_MOUSEMOVE 0x0200u
+#define WM_LBUTTONDOWN 0x0201u
+#define WM_LBUTTONUP 0x0202u
+#define WM_LBUTTONDBLCLK 0x0203u
+#define WM_RBUTTONDOWN 0x0204u
+#define WM_RBUTTONUP 0x0205u
+#define WM_RBUTTONDBLCLK 0x0206u
+
+struct POINT {
+    LONG x;
+    LONG y;
+};
+
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+
+// The shell ---------------------------------------------------------------------------------------
+
+#define NIM_ADD 0u
+#define NIM_MODIFY 1u
+#define NIM_DELETE 2u
+#define NIF_MESSAGE 0x1u
+#define NIF_ICON 0x2u
+#define NIF_TIP 0x4u
+
+struct NOTIFYICONDATAA {
+    DWORD cbSize;
+    HWND hWnd;
+    UINT uID;
+    UINT uFlags;
+    UINT uCallbackMessage;
+    HICON hIcon;
+    CHAR szTip[64];
+};
+using PNOTIFYICONDATAA = NOTIFYICONDATAA*;
+
+#define FO_MOVE 1u
+#define FO_COPY 2u
+#define FO_DELETE 3u
+#define FO_RENAME 4u
+
+using FILEOP_FLAGS = WORD;
+#define FOF_MULTIDESTFILES 0x1
+#define FOF_SILENT 0x4
+#define FOF_RENAMEONCOLLISION 0x8
+#define FOF_NOCONFIRMATION 0x10
+#define FOF_WANTMAPPINGHANDLE 0x20
+#define FOF_ALLOWUNDO 0x40
+#define FOF_FILESONLY 0x80
+#define FOF_SIMPLEPROGRESS 0x100
+#define FOF_NOCONFIRMMKDIR 0x200
+#define FOF_NOERRORUI 0x400
+
+struct SHFILEOPSTRUCTA {
+    HWND hwnd;
+    UINT wFunc;
+    LPCSTR pFrom;
+    LPCSTR pTo;
+    FILEOP_FLAGS fFlags;
+    BOOL fAnyOperationsAborted;
+    LPVOID hNameMappings;
+    LPCSTR lpszProgressTitle;
+};
+using LPSHFILEOPSTRUCTA = SHFILEOPSTRUCTA*;
+
+struct ITEMIDLIST;
+using LPITEMIDLIST = ITEMIDLIST*;
+using PIDLIST_ABSOLUTE = ITEMIDLIST*;
+using LPCITEMIDLIST = const ITEMIDLIST*;
+using PCIDLIST_ABSOLUTE = const ITEMIDLIST*;
+
+#define BIF_RETURNONLYFSDIRS 0x1u
+#define BIF_DONTGOBELOWDOMAIN 0x2u
+#define BIF_STATUSTEXT 0x4u
+#define BIF_EDITBOX 0x10u
+
+struct BROWSEINFOA {
+    HWND hwndOwner;
+    PCIDLIST_ABSOLUTE pidlRoot;
+    LPSTR pszDisplayName;
+    LPCSTR lpszTitle;
+    UINT ulFlags;
+    BFFCALLBACK lpfn;
+    LPARAM lParam;
+    int iImage;
+};
+using LPBROWSEINFOA = BROWSEINFOA*;
+
+#define SE_ERR_FNF 2
+#define SE_ERR_PNF 3
+#define SE_ERR_ACCESSDENIED 5
+#define SE_ERR_NOASSOC 31
+
+// The internet ------------------------------------------------------------------------------------
+
+using HINTERNET = void*;
+using INTERNET_PORT = WORD;
+#define INTERNET_OPEN_TYPE_PRECONFIG 0u
+#define INTERNET_OPEN_TYPE_DIRECT 1u
+#define INTERNET_OPEN_TYPE_PROXY 3u
+#define INTERNET_FLAG_RELOAD 0x80000000u
+#define INTERNET_FLAG_NO_CACHE_WRITE 0x04000000u
+
+// Word parts --------------------------------------------------------------------------------------
+
+#define LOBYTE(word) (static_cast<BYTE>(static_cast<DWORD_PTR>(word) & 0xFFu))
+#define HIBYTE(word) (static_cast<BYTE>((static_cast<DWORD_PTR>(word) >> 8) & 0xFFu))
+#define LOWORD(value) (static_cast<WORD>(static_cast<DWORD_PTR>(value) & 0xFFFFu))
+#define HIWORD(value) (static_cast<WORD>((static_cast<DWORD_PTR>(value) >> 16) & 0xFFFFu))
+
+#endif  // BROMVALE_PLATFORM_OFFLINE_WINDOWS_TYPES_H
