@@ -1,7 +1,6 @@
 // Result codes, access rights and the registry's numbers, under Windows' names and with Windows' values.
 // Part of windows_types.h, which is the header to include.
-#ifndef BROMVALE_PLATFORM_OFFLINE_WINDOWS_CODES_H
-#define BROMVALE_PLATFORM_OFFLINE_WINDOWS_CODES_H
+#pragma once
 
 // Result codes ------------------------------------------------------------------------------------
 
@@ -130,5 +129,3 @@
 #define REG_FULL_RESOURCE_DESCRIPTOR 9u
 #define REG_RESOURCE_REQUIREMENTS_LIST 10u
 #define REG_QWORD 11u
-
-#endif  // BROMVALE_PLATFORM_OFFLINE_WINDOWS_CODES_H

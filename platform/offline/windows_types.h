@@ -3,8 +3,7 @@
 // that state their own size) it is the 32-bit ANSI one.
 //
 // The constants are macros, as in <windows.h>, so that code that compiles here compiles there too.
-#ifndef BROMVALE_PLATFORM_OFFLINE_WINDOWS_TYPES_H
-#define BROMVALE_PLATFORM_OFFLINE_WINDOWS_TYPES_H
+#pragma once
 
 #ifdef _WIN32
 #error "On Windows these names come from <windows.h>; include the headers in platform/ instead."
@@ -458,5 +457,3 @@ using INTERNET_PORT = WORD;
 #define HIBYTE(word) (static_cast<BYTE>((static_cast<DWORD_PTR>(word) >> 8) & 0xFFu))
 #define LOWORD(value) (static_cast<WORD>(static_cast<DWORD_PTR>(value) & 0xFFFFu))
 #define HIWORD(value) (static_cast<WORD>((static_cast<DWORD_PTR>(value) >> 16) & 0xFFFFu))
-
-#endif  // BROMVALE_PLATFORM_OFFLINE_WINDOWS_TYPES_H
