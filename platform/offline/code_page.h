@@ -1,0 +1,34 @@
+// Windows-1252, the one ANSI code page of the offline machine. Conversions have no best fit: a character that
+// the code page lacks becomes '?', one for each UTF-16 unit. The five bytes that the code page leaves
+// undefined (81, 8D, 8F, 90, 9D) stand for U+0081 and so on, as on Windows.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace bromvale::offline {
+
+char16_t wideOf(char ansi);
+char ansiOf(char16_t wide);
+
+std::u16string utf16FromAnsi(std::string_view ansi);
+std::string ansiFromUtf16(std::u16string_view wide);
+// `bytes` is UTF-16LE; an odd last byte is dropped, as the ANSI functions of Windows do.
+std::string ansiFromUtf16Bytes(std::string_view bytes);
+std::string utf16BytesFromAnsi(std::string_view ansi);
+std::string utf8FromAnsi(std::string_view ansi);
+// Bytes that are no UTF-8 become '?' each.
+std::string ansiFromUtf8(std::string_view utf8);
+
+// One byte stays one byte: what has no counterpart in the code page (ß, µ, ƒ) stays as it is.
+char upper(char ansi);
+char lower(char ansi);
+std::string upper(std::string_view ansi);
+std::string lower(std::string_view ansi);
+
+// Orders by the UTF-16 units of the upper-cased texts, the order in which Windows keeps sub keys.
+// Below, equal to or above 0.
+int compareNoCase(std::string_view left, std::string_view right);
+bool equalNoCase(std::string_view left, std::string_view right);
+
+}  // namespace bromvale::offline
