@@ -1,0 +1,21 @@
+# bromvale_embed(OUT file...): a source file per given file that holds its bytes as
+# `extern const unsigned char embedded_<name>[]` and `extern const unsigned long embedded_<name>_size`.
+function(bromvale_embed out)
+  set(sources)
+  foreach(file IN LISTS ARGN)
+    get_filename_component(name ${file} NAME)
+    string(MAKE_C_IDENTIFIER ${name} id)
+    set(path ${CMAKE_SOURCE_DIR}/${file})
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${path})
+    file(READ ${path} hex HEX)
+    string(REGEX REPLACE "(..)" "0x\\1," bytes "${hex}")
+    string(REGEX REPLACE "((0x..,)(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?(0x..,)?)" "\\1\n" bytes "${bytes}")
+    string(LENGTH "${hex}" digits)
+    math(EXPR size "${digits} / 2")
+    set(source ${CMAKE_BINARY_DIR}/generated/embedded_${id}.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT
+      "extern const unsigned char embedded_${id}[];\nextern const unsigned long embedded_${id}_size;\nconst unsigned char embedded_${id}[] = {\n${bytes}0};\nconst unsigned long embedded_${id}_size = ${size};\n")
+    list(APPEND sources ${source})
+  endforeach()
+  set(${out} ${sources} PARENT_SCOPE)
+endfunction()

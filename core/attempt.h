@@ -1,0 +1,46 @@
+#pragma once
+#include <utility>
+
+#include "core/runtime.h"
+#include "platform/failure.h"
+
+namespace bromvale {
+
+// How a routine's failure handler ends.
+enum class Ending {
+    Next,   // go on with the statement behind the failing one
+    Retry,  // run the failing statement once more
+    Leave,  // leave the statements: the call returns false, and the routine goes to its end
+};
+
+// Runs one statement of a routine under that routine's handler, which takes a Failure and says how to go on.
+// While the handler runs, lastFailure() holds the failure; afterwards it is clear again. A failure in the
+// handler itself goes to the caller. Example:
+//
+//     const auto onFailure = [&](const Failure& failure) {
+//         ErrHandle("frmMain", "cmdStart_Click", "", failure.number, failure.description, kStyleExclamation, kHide);
+//         return Ending::Next;
+//     };
+//     attempt(onFailure, [&] { percent = divide(faults, total); });
+//
+// Returns false where the handler chose Leave.
+template <class Handler, class Statement>
+bool attempt(const Handler& handler, Statement&& statement) {
+    for (;;) {
+        try {
+            std::forward<Statement>(statement)();
+            return true;
+        } catch (const Failure& failure) {
+            setLastFailure(failure);
+            const Ending ending = handler(failure);
+            clearLastFailure();
+            if (ending == Ending::Next) return true;
+            if (ending == Ending::Leave) return false;
+        }
+    }
+}
+
+// The handler of routines that swallow failures and go on.
+inline constexpr auto kGoOn = [](const Failure&) { return Ending::Next; };
+
+}  // namespace bromvale

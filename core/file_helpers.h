@@ -1,0 +1,15 @@
+#pragma once
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bromvale {
+
+// Lists what a folder holds. `path` gains a trailing backslash where it has none. `names` ends in one empty
+// element, so that its upper bound is the number of names found. Failures are reported, never thrown.
+void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::string>& names);
+
+// Files and folders alike, wildcards work. One FindFirstFileA whose handle is not closed.
+[[nodiscard]] bool FileExists(std::string_view path);
+
+}  // namespace bromvale

@@ -1,0 +1,101 @@
+#pragma once
+#include <vector>
+
+#include "platform/controls/control.h"
+
+namespace bromvale {
+
+class Button;
+
+enum class WindowState { Normal = 0, Minimised = 1, Maximised = 2 };
+enum class BorderStyle {
+    Sizable,
+    FixedDialog,      // caption and close button, one size
+    FixedNoControls,  // neither caption text nor any button
+};
+
+// A window. Its controls are members that register themselves here in their order of declaration; `design`
+// gives them their places and texts. The life of a window: load (design, peers, Form_Load), show, unload
+// (Form_Unload, peers gone). After an unload the next load starts from the design again.
+class Form : public Control {
+  public:
+    explicit Form(std::string_view name);
+    ~Form() override;
+
+    void load();
+    void show();
+    void unload();
+    [[nodiscard]] bool loaded() const { return loaded_; }
+
+    // Inner size in twips.
+    [[nodiscard]] int scaleWidth() const { return scaleWidth_; }
+    [[nodiscard]] int scaleHeight() const { return scaleHeight_; }
+    // Gives the window the outer size that this inner size needs.
+    void setScaleSize(int width, int height);
+    [[nodiscard]] WindowState windowState() const { return windowState_; }
+    void setWindowState(WindowState state);
+    [[nodiscard]] BorderStyle borderStyle() const { return borderStyle_; }
+    [[nodiscard]] int iconResource() const { return iconResource_; }
+    void setPlace(const Place& place) override;
+    void centreOnScreen();
+
+    [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
+    // By name, exact; null where there is none.
+    [[nodiscard]] Control* find(std::string_view name) const;
+    [[nodiscard]] Control* focused() const { return focused_; }
+    [[nodiscard]] Button* defaultButton() const;
+    [[nodiscard]] Button* cancelButton() const;
+    [[nodiscard]] HWND window() const { return peer() ? peer()->window() : nullptr; }
+
+    // The window got this outer place and inner size, by the user or by an assignment. Runs Form_Resize when
+    // the size is another one.
+    void placed(const Place& outer, int scaleWidth, int scaleHeight, WindowState state);
+    // The user closes the window by its close box.
+    void userClose();
+    void userFocus(Control* control);
+    // Position in twips; see Form_MouseMove.
+    void userMouseMove(float x, float y);
+    // Tab, Shift+Tab, Return, Escape and access keys as in any dialog. `key` is a virtual key code.
+    // True when the key was used up.
+    bool userKey(int key, bool shift, bool alt);
+
+  protected:
+    virtual void design() = 0;
+    virtual void Form_Load() {}
+    virtual void Form_Unload() {}
+    virtual void Form_Resize() {}
+    virtual void Form_MouseMove(float x, float y);
+
+    void setBorderStyle(BorderStyle style) { borderStyle_ = style; }
+    void setIconResource(int id) { iconResource_ = id; }
+
+  private:
+    friend class Control;
+    void createPeers();
+    void destroyPeers();
+    bool moveFocus(bool backwards);
+    bool useAccessKey(int key);
+
+    std::vector<Control*> controls_;
+    Control* focused_ = nullptr;
+    int scaleWidth_ = 0;
+    int scaleHeight_ = 0;
+    int iconResource_ = 0;
+    WindowState windowState_ = WindowState::Normal;
+    BorderStyle borderStyle_ = BorderStyle::Sizable;
+    bool loaded_ = false;
+    bool unloading_ = false;
+};
+
+// All loaded forms in the order of their loading.
+[[nodiscard]] const std::vector<Form*>& loadedForms();
+void unloadAllForms();
+
+// Provider: twips that border and caption add to the inner size.
+struct FrameSize {
+    int width;
+    int height;
+};
+[[nodiscard]] FrameSize frameSize(BorderStyle style);
+
+}  // namespace bromvale

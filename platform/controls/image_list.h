@@ -1,0 +1,50 @@
+#pragma once
+#include <vector>
+
+#include "platform/controls/control.h"
+
+namespace bromvale {
+
+// Pictures from the program's resources, counted from 1, each with a text key.
+class ImageList : public Control {
+  public:
+    ImageList(Form* form, std::string_view name, int size)
+        : Control(form, name, ControlKind::ImageList), size_(size) {}
+    // Edge of a picture in pixels at 96 DPI: 16 or 32.
+    [[nodiscard]] int size() const { return size_; }
+    void add(std::string_view key, int resourceId) { images_.push_back({std::string(key), resourceId}); }
+    void clear() { images_.clear(); }
+    [[nodiscard]] int count() const { return static_cast<int>(images_.size()); }
+    // Failure 35600 for an index out of range.
+    [[nodiscard]] const std::string& key(int index) const;
+    [[nodiscard]] int resourceId(int index) const;
+    // The icon's handle, for the tray record; null offline. Lives as long as the process.
+    [[nodiscard]] HICON icon(int index) const;
+
+  private:
+    struct Image {
+        std::string key;
+        int resourceId;
+    };
+    std::vector<Image> images_;
+    int size_;
+};
+
+// Provider: the handle of an icon of the program's resources in the given size in pixels; null offline.
+[[nodiscard]] HICON loadResourceIcon(int resourceId, int pixels);
+
+// Shows one picture of an image list.
+class Picture : public Control {
+  public:
+    Picture(Form* form, std::string_view name) : Control(form, name, ControlKind::Picture) {}
+    // Index 0 for no picture.
+    void setImage(const ImageList* images, int index);
+    [[nodiscard]] const ImageList* images() const { return images_; }
+    [[nodiscard]] int index() const { return index_; }
+
+  private:
+    const ImageList* images_ = nullptr;
+    int index_ = 0;
+};
+
+}  // namespace bromvale

@@ -1,0 +1,109 @@
+#pragma once
+#include <initializer_list>
+#include <memory>
+#include <vector>
+
+#include "platform/controls/control.h"
+
+namespace bromvale {
+
+class ImageList;
+class ListView;
+
+// One row. Its address stays the same however the list is sorted, until the row is removed.
+class ListItem {
+  public:
+    ListItem(ListView& list, std::string_view text, int smallIcon);
+    [[nodiscard]] const std::string& text() const { return texts_[0]; }
+    void setText(std::string_view text) { setColumn(0, text); }
+    // Sub-items count from 1; empty beyond those that were set.
+    [[nodiscard]] const std::string& subItem(int index) const { return column(index); }
+    void setSubItem(int index, std::string_view text) { setColumn(index, text); }
+    // Column 0 is the row's text.
+    [[nodiscard]] const std::string& column(int index) const;
+    [[nodiscard]] int smallIcon() const { return smallIcon_; }
+    [[nodiscard]] bool selected() const { return selected_; }
+    void setSelected(bool selected);
+
+  private:
+    friend class ListView;
+    void setColumn(int index, std::string_view text);
+    ListView* list_;
+    std::vector<std::string> texts_;
+    int smallIcon_;
+    bool selected_ = false;
+};
+
+enum class SortOrder { Ascending = 0, Descending = 1 };
+
+// Report list. Rows stand in the order of insertion until a sort key or order is assigned (or sorting is switched
+// on); from then on they are kept sorted by the text of the sort column, without case, equal rows as they were.
+class ListView : public Control {
+  public:
+    struct Column {
+        std::string heading;
+        int width;  // twips; 0 hides the column
+    };
+
+    ListView(Form* form, std::string_view name) : Control(form, name, ControlKind::ListView) {}
+
+    // The column header's index counts from 1.
+    std::function<void(int column)> onColumnClick;
+    std::function<void(int keyCode)> onKeyDown;
+    // Button 1 left, 2 right, 4 middle.
+    std::function<void(int button)> onMouseUp;
+    std::function<void()> onDblClick;
+
+    void setColumns(std::vector<Column> columns);
+    [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
+    void setSmallIcons(const ImageList* images) { images_ = images; }
+    [[nodiscard]] const ImageList* smallIcons() const { return images_; }
+    [[nodiscard]] bool multiSelect() const { return multiSelect_; }
+    void setMultiSelect(bool on) { multiSelect_ = on; }
+
+    [[nodiscard]] int count() const { return static_cast<int>(rows_.size()); }
+    // Rows count from 1 in the order that the list shows; Failure 35600 out of range.
+    [[nodiscard]] ListItem& item(int row);
+    [[nodiscard]] const ListItem& item(int row) const;
+    // Adds a row behind the last one (or where sorting puts it).
+    ListItem& add(std::string_view text, int smallIcon);
+    ListItem& add(std::initializer_list<std::string_view> columns, int smallIcon);
+    void remove(int row);
+    void clear();
+    // The row that has the list's focus, counted from 1; 0 for none.
+    [[nodiscard]] int selectedItem() const;
+
+    [[nodiscard]] int sortKey() const { return sortKey_; }
+    [[nodiscard]] SortOrder sortOrder() const { return sortOrder_; }
+    [[nodiscard]] bool sorted() const { return sorted_; }
+    void setSortKey(int key);
+    void setSortOrder(SortOrder order);
+    void setSorted(bool on);
+
+    // What the user did. `userSelect` marks exactly the given rows (none: empty), the last one gets the focus;
+    // `userSetSelected` is one row's change, which the window shows already.
+    void userSelect(const std::vector<int>& rows);
+    void userSetSelected(int row, bool selected);
+    void userSetFocused(int row);
+    void userColumnClick(int column);
+    void userKeyDown(int keyCode);
+    void userMouseUp(int button);
+    void userDoubleClick();
+
+  private:
+    friend class ListItem;
+    void changed(Property property) { notify(property); }
+    void sortNow() const;
+
+    std::vector<Column> columns_;
+    mutable std::vector<std::unique_ptr<ListItem>> rows_;
+    const ListItem* focused_ = nullptr;
+    const ImageList* images_ = nullptr;
+    int sortKey_ = 0;
+    SortOrder sortOrder_ = SortOrder::Ascending;
+    bool sorted_ = false;
+    bool multiSelect_ = false;
+    mutable bool sortDue_ = false;
+};
+
+}  // namespace bromvale

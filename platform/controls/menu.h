@@ -1,0 +1,26 @@
+#pragma once
+#include <vector>
+
+#include "platform/controls/control.h"
+
+namespace bromvale {
+
+// An entry of a pop-up menu, or with children a menu. The caption "-" is a separator line.
+class MenuItem : public Control {
+  public:
+    MenuItem(Form* form, std::string_view name) : Control(form, name, ControlKind::Menu) {}
+    std::function<void()> onClick;
+    void add(MenuItem& child) { children_.push_back(&child); }
+    [[nodiscard]] const std::vector<MenuItem*>& children() const { return children_; }
+    // The user chooses the entry.
+    void userChoose();
+
+  private:
+    std::vector<MenuItem*> children_;
+};
+
+// Opens `menu` at the mouse position from the window of `owner`, `defaultItem` (or null) in bold, and runs the handler
+// of the chosen entry before it returns. Offline the menu is recorded; the machine's script chooses.
+void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem);
+
+}  // namespace bromvale

@@ -1,0 +1,41 @@
+#pragma once
+#include <vector>
+
+#include "platform/controls/control.h"
+
+namespace bromvale {
+
+// Panels count from 1; Failure 35600 out of range.
+class StatusBar : public Control {
+  public:
+    struct Panel {
+        std::string text;
+        int width = 0;  // twips
+    };
+    StatusBar(Form* form, std::string_view name) : Control(form, name, ControlKind::StatusBar) {}
+    void setPanels(std::vector<Panel> panels);
+    [[nodiscard]] const std::vector<Panel>& panels() const { return panels_; }
+    [[nodiscard]] const std::string& panelText(int panel) const;
+    void setPanelText(int panel, std::string_view text);
+    void setPanelWidth(int panel, int width);
+
+  private:
+    std::vector<Panel> panels_;
+};
+
+class ProgressBar : public Control {
+  public:
+    ProgressBar(Form* form, std::string_view name) : Control(form, name, ControlKind::ProgressBar) {}
+    [[nodiscard]] int minimum() const { return minimum_; }
+    [[nodiscard]] int maximum() const { return maximum_; }
+    [[nodiscard]] int value() const { return value_; }
+    void setRange(int minimum, int maximum);
+    void setValue(int value);
+
+  private:
+    int minimum_ = 0;
+    int maximum_ = 100;
+    int value_ = 0;
+};
+
+}  // namespace bromvale

@@ -1,0 +1,70 @@
+#pragma once
+#include <vector>
+
+#include "platform/controls/control.h"
+
+namespace bromvale {
+
+class Label : public Control {
+  public:
+    Label(Form* form, std::string_view name) : Control(form, name, ControlKind::Label) {}
+    [[nodiscard]] Alignment alignment() const { return alignment_; }
+    void setAlignment(Alignment alignment) { alignment_ = alignment; }
+    // Face of the text where it isn't the form's own; empty for that.
+    [[nodiscard]] const std::string& font() const { return font_; }
+    void setFont(std::string_view font) { font_ = font; }
+
+  private:
+    Alignment alignment_ = Alignment::Left;
+    std::string font_;
+};
+
+// Lines are separated by CR LF.
+class TextBox : public Control {
+  public:
+    TextBox(Form* form, std::string_view name) : Control(form, name, ControlKind::TextBox) {}
+    std::function<void()> onChange;
+
+    [[nodiscard]] const std::string& text() const { return text_; }
+    void setText(std::string_view text);
+    [[nodiscard]] bool multiLine() const { return multiLine_; }
+    void setMultiLine(bool on) { multiLine_ = on; }
+    [[nodiscard]] bool locked() const { return locked_; }
+    void setLocked(bool on) { locked_ = on; }
+    // The user typed: the box shows `text` already.
+    void userText(std::string_view text);
+
+  private:
+    std::string text_;
+    bool multiLine_ = false;
+    bool locked_ = false;
+};
+
+// A drop-down list with an edit field: any text can be typed. Entries count from 0.
+class ComboBox : public Control {
+  public:
+    ComboBox(Form* form, std::string_view name) : Control(form, name, ControlKind::ComboBox) {}
+    std::function<void()> onChange;  // the text changed, by typing or by code
+    std::function<void()> onClick;   // the user chose an entry; runs after the text has changed
+
+    [[nodiscard]] const std::string& text() const { return text_; }
+    void setText(std::string_view text);
+    void addItem(std::string_view item);
+    // Inserts at an explicit index; Failure 5 beyond the end.
+    void addItem(std::string_view item, int index);
+    void clearItems();
+    [[nodiscard]] int count() const { return static_cast<int>(items_.size()); }
+    // Empty beyond the end.
+    [[nodiscard]] std::string item(int index) const;
+    [[nodiscard]] bool sorted() const { return sorted_; }
+    void setSorted(bool on) { sorted_ = on; }
+    void userText(std::string_view text);
+    void userChoose(int index);
+
+  private:
+    std::vector<std::string> items_;
+    std::string text_;
+    bool sorted_ = false;
+};
+
+}  // namespace bromvale

@@ -1,0 +1,26 @@
+#pragma once
+#include <functional>
+
+#include "platform/failure.h"
+
+namespace bromvale {
+
+// Lets the user interface process all waiting events: handlers of other controls run inside this call.
+// Paintings that are due (at most some 60 a second) are made first.
+void DoEvents();
+
+// Sleeps until an event arrives or the time is over, whichever is first; processes nothing.
+// Offline the machine's clock moves on by the whole time.
+void WaitForEvents(unsigned milliseconds);
+
+// Serves events until no form is loaded.
+void RunEventLoop();
+
+// What happens to a failure that no handler below an event caught. Set once by the start-up code;
+// without it the failure is dropped.
+void setUnhandledFailure(std::function<void(const Failure&)> handler);
+
+// Runs the handler of an event that the user caused: failures end here and go to the handler above.
+void dispatchUserEvent(const std::function<void()>& handler);
+
+}  // namespace bromvale

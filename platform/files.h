@@ -1,0 +1,11 @@
+#pragma once
+// File functions under their own names: FindFirstFileA, FindNextFileA, FindClose, CreateFileA, ReadFile,
+// WriteFile, SetFilePointer, GetFileSize, CloseHandle, CreateDirectoryA, RemoveDirectoryA, DeleteFileA,
+// GetFileAttributesA, GetCurrentDirectoryA, SetCurrentDirectoryA, OpenFile, GetFileTime,
+// FileTimeToLocalFileTime, FileTimeToSystemTime, GetLastError.
+// WriteFile hands its bytes to the operating system before it returns: they survive the end of the process.
+#ifdef _WIN32
+#include "platform/win32/windows.h"
+#else
+#include "platform/offline/files_api.h"
+#endif

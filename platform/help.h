@@ -1,0 +1,13 @@
+#pragma once
+#include <cstdint>
+
+#include "platform/shell.h"
+
+namespace bromvale {
+
+// HtmlHelpA of hhctrl.ocx, which is loaded at the first call since a system may lack it.
+// command 0 shows `file` at its default topic, command 18 closes all help windows of the process.
+// Returns the help window, or null where nothing could be shown. Never fails.
+HWND HtmlHelpA(HWND window, const char* file, unsigned command, std::uintptr_t data);
+
+}  // namespace bromvale

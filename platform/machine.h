@@ -1,0 +1,9 @@
+#pragma once
+// Machine facts, clock and locale under their own names: GetComputerNameA, GetUserNameA,
+// GetWindowsDirectoryA, GetSystemDirectoryA, GetTempPathA, GetVersionExA, GetModuleFileNameA,
+// GetCommandLineA, GetLocalTime, GetTickCount, GetDateFormatA, GetTimeFormatA, GetLocaleInfoA.
+#ifdef _WIN32
+#include "platform/win32/windows.h"
+#else
+#include "platform/offline/machine_api.h"
+#endif

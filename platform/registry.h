@@ -1,0 +1,9 @@
+#pragma once
+// The registry functions under their own names: RegOpenKeyA, RegOpenKeyExA, RegCloseKey, RegCreateKeyExA,
+// RegDeleteKeyA, RegDeleteValueA, RegEnumKeyA, RegEnumValueA, RegQueryValueExA, RegSetValueExA.
+// Texts are Windows-1252, lengths are bytes; a REG_SZ counts its terminating NUL.
+#ifdef _WIN32
+#include "platform/win32/windows.h"
+#else
+#include "platform/offline/registry_api.h"
+#endif

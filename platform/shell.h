@@ -1,0 +1,7 @@
+#pragma once
+// Shell functions under their own names: ShellExecuteA, SHFileOperationA, Shell_NotifyIconA, SetForegroundWindow.
+#ifdef _WIN32
+#include "platform/win32/windows.h"
+#else
+#include "platform/offline/shell_api.h"
+#endif

@@ -1,0 +1,63 @@
+#pragma once
+// Provider-neutral ground for tests: a fresh registry, a fresh program folder, recorded message boxes. Each test runs
+// in a process of its own. Offline it is the process's machine; on Windows the hives HKEY_LOCAL_MACHINE and
+// HKEY_CURRENT_USER are redirected to an empty key of the test's own, and folders lie in the temporary folder.
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/registry.h"
+
+namespace bromvale::testing {
+
+struct ShownBox {
+    std::string text;
+    std::string caption;
+    std::uint32_t style;  // 0 on Windows, where a box doesn't tell it
+};
+
+class TestMachine : public ::testing::Test {
+  protected:
+    TestMachine();
+    ~TestMachine() override;
+
+    // Sets AppTitle "Bromvale", AppVersion "1.0.0", AppPath, BackupPath, WinDir, ProgramFilesDir, OSName, RegFileHeader, ...
+    // as Main would, without running it, and the settings key with all switches 0 (Protokoll off).
+    void fillState();
+
+    // An existing, empty folder of this test, with a trailing backslash; AppPath after fillState.
+    [[nodiscard]] const std::string& folder() const { return folder_; }
+
+    // --- registry, by platform calls ---
+    void makeKey(HKEY hive, std::string_view path);
+    void setString(HKEY hive, std::string_view path, std::string_view name, std::string_view text);  // REG_SZ with NUL
+    void setRaw(HKEY hive, std::string_view path, std::string_view name, std::uint32_t type, std::string_view bytes);
+    [[nodiscard]] bool keyExists(HKEY hive, std::string_view path);
+    // Text of a string value without its NUL; "<missing>" where there is none.
+    [[nodiscard]] std::string stringValue(HKEY hive, std::string_view path, std::string_view name);
+
+    // --- files ---
+    void writeWholeFile(const std::string& path, std::string_view bytes);
+    [[nodiscard]] std::string readWholeFile(const std::string& path);  // "<missing>" where there is none
+    void makeFolderOnDisk(const std::string& path);
+    // Names in a folder that match the pattern, sorted.
+    [[nodiscard]] std::vector<std::string> filesIn(const std::string& folder, std::string_view pattern);
+    // Records of AppPath's bromvale.log without date and time: "modMain; Main; Text; 0; ".
+    [[nodiscard]] std::vector<std::string> logLines();
+
+    // --- message boxes ---
+    // The answer to the next box (IDYES, IDNO, IDOK); without one IDOK, or IDNO for a box with Yes and No.
+    void answer(int id);
+    [[nodiscard]] const std::vector<ShownBox>& boxes() const;
+
+    // Runs `action` at the n-th DoEvents from now (1: the next one).
+    void atPump(int n, std::function<void()> action);
+
+  private:
+    std::string folder_;
+};
+
+}  // namespace bromvale::testing
