@@ -106,13 +106,14 @@ install_program() {
     cp "$1" "$(program_folder)/Bromvale.exe"
 }
 
-# files.txt names one file a line by its full Windows path; a line that ends in a backslash is a folder.
+# files.txt names one file a line by its full Windows path; a line that ends in a backslash is a folder. Below
+# C:\WINDOWS Wine has its own.
 seed_example() {
     local line drive path
-    import_registry "$bromvale_top/resources/example/machine.reg" || return 1
+    import_registry "$bromvale_top/resources/example/wine.reg" || return 1
     while IFS= read -r line || [ -n "$line" ]; do
         line=${line%$'\r'}
-        case $line in ''|'#'*|';'*) continue ;; [A-Za-z]:\\*) ;; *) continue ;; esac
+        case $line in [Cc]:\\[Ww][Ii][Nn][Dd][Oo][Ww][Ss]\\*) continue ;; [A-Za-z]:\\*) ;; *) continue ;; esac
         drive=${line%%:*} path=${line#*:}
         drive=${drive,,} path=${path//\\//}
         [ -e "$prefix/dosdevices/$drive:" ] || { mkdir -p "$prefix/drive_$drive"; ln -sfn "../drive_$drive" "$prefix/dosdevices/$drive:"; }
