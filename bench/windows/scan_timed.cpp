@@ -1,0 +1,37 @@
+// The real program with its real, visible window: starts, runs one scan as a click on the button does, prints the
+// milliseconds between the click and the end of its handler, and ends.
+#include <cstdio>
+
+#include "core/startup_main.h"
+#include "platform/controls.h"
+#include "platform/events.h"
+#include "platform/win32/windows.h"
+#include "ui/frm_main.h"
+#ifdef RECORD_CALLS
+#include "bench/windows/call_recorder.h"
+#else
+static void startRecording() {}
+static void stopRecording() {}
+#endif
+
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    using namespace bromvale;
+    Main();
+    DoEvents();
+    LARGE_INTEGER frequency, begin, end;
+    QueryPerformanceFrequency(&frequency);
+    startRecording();
+    QueryPerformanceCounter(&begin);
+    frmMain().cmdStart_Click();
+    QueryPerformanceCounter(&end);
+    stopRecording();
+    std::FILE* out = std::fopen("scan_timed.txt", "w");
+    if (out) {
+        std::fprintf(out, "scan_timed ms=%.1f\nreport %s\n",
+                     1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart),
+                     frmMain().lblScanBericht.caption().c_str());
+        std::fclose(out);
+    }
+    TerminateProcess(GetCurrentProcess(), 0);
+    return 0;
+}
