@@ -1,0 +1,229 @@
+// Tells what stands in Bromvale's window, for the drivers that click in it from outside. Run it in the same
+// prefix and with the same width as the program. Everything is printed as UTF-8; the exit status is 0 if what
+// was asked for is there.
+#include <windows.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "remote_controls.h"
+#include "windows_by_name.h"
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+std::string utf8(const std::wstring& text) {
+    const int wide = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text.data(), wide, nullptr, 0, nullptr, nullptr);
+    std::string result(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text.data(), wide, result.data(), size, nullptr, nullptr);
+    return result;
+}
+
+std::wstring wide(const std::string& ansi) {
+    const int length = static_cast<int>(ansi.size());
+    std::wstring result(ansi.size(), L'\0');
+    const int size = MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, result.data(), length);
+    result.resize(static_cast<std::size_t>(size));
+    return result;
+}
+
+void print(const std::string& line) {
+    std::printf("%s\n", line.c_str());
+}
+
+std::string placeText(const RECT& place) {
+    return std::to_string(place.left) + " " + std::to_string(place.top) + " " + std::to_string(place.right) +
+           " " + std::to_string(place.bottom);
+}
+
+// One line a window; line ends inside a text would break that.
+std::string oneLine(std::string text) {
+    for (char& character : text)
+        if (character == '\r' || character == '\n') character = ' ';
+    return text;
+}
+
+HWND need(const std::string& name) {
+    const HWND window = findNamed(name);
+    if (!window) {
+        std::fprintf(stderr, "there is no control %s\n", utf8(wide(name)).c_str());
+        std::exit(1);
+    }
+    return window;
+}
+
+std::string describe(HWND window) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    const LRESULT checked = className(window) == L"Button" ? SendMessageW(window, BM_GETCHECK, 0, 0) : 0;
+    return std::string(IsWindowEnabled(window) ? "enabled" : "disabled") + "\t" +
+           (IsWindowVisible(window) ? "visible" : "hidden") + "\t" +
+           (checked == BST_CHECKED ? "checked" : "-") + "\t" + placeText(place) + "\t" +
+           utf8(className(window)) + "\t" + oneLine(utf8(windowText(window)));
+}
+
+int showAll(const Arguments&) {
+    for (const NamedWindow& each : namedWindows())
+        print(utf8(wide(each.name)) + "\t" + describe(each.window));
+    return 0;
+}
+
+int showTops(const Arguments&) {
+    for (const TopWindow& each : visibleTopWindows()) {
+        RECT place{};
+        GetWindowRect(each.window, &place);
+        print(utf8(each.className) + "\t" + placeText(place) + "\t" + oneLine(utf8(each.title)));
+    }
+    return 0;
+}
+
+int showControl(const Arguments& arguments) {
+    print(describe(need(arguments[0])));
+    return 0;
+}
+
+int showText(const Arguments& arguments) {
+    print(utf8(windowText(need(arguments[0]))));
+    return 0;
+}
+
+int showRows(const Arguments& arguments) {
+    for (const ListRow& row : listRows(need(arguments[0]))) {
+        std::string line = row.selected ? "*" : "-";
+        for (const std::wstring& column : row.columns) line += "\t" + oneLine(utf8(column));
+        print(line);
+    }
+    return 0;
+}
+
+int showWidths(const Arguments& arguments) {
+    std::string line;
+    for (const int width : listColumnWidths(need(arguments[0]))) line += std::to_string(width) + " ";
+    print(line);
+    return 0;
+}
+
+int showPanels(const Arguments& arguments) {
+    for (const std::wstring& panel : statusPanels(need(arguments[0]))) print(utf8(panel));
+    return 0;
+}
+
+int showFocus(const Arguments&) {
+    const HWND form = need("frmMain");
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    if (!GetGUIThreadInfo(GetWindowThreadProcessId(form, nullptr), &info)) return 1;
+    for (const NamedWindow& each : namedWindows())
+        if (each.window == info.hwndFocus) print(utf8(wide(each.name)));
+    return 0;
+}
+
+int showRowPlace(const Arguments& arguments) {
+    RECT place{};
+    if (!listRowPlace(need(arguments[0]), std::atoi(arguments[1].c_str()) - 1, place)) return 1;
+    print(placeText(place));
+    return 0;
+}
+
+int showHeaderPlace(const Arguments& arguments) {
+    RECT place{};
+    if (!listHeaderPlace(need(arguments[0]), std::atoi(arguments[1].c_str()) - 1, place)) return 1;
+    print(placeText(place));
+    return 0;
+}
+
+BOOL CALLBACK printText(HWND window, LPARAM) {
+    print(utf8(className(window)) + "\t" + oneLine(utf8(windowText(window))));
+    return TRUE;
+}
+
+// Texts and buttons of the message box that is open, if any.
+int showMessageBox(const Arguments&) {
+    for (const TopWindow& each : visibleTopWindows()) {
+        if (each.className != L"#32770") continue;
+        print("caption\t" + utf8(each.title));
+        EnumChildWindows(each.window, printText, 0);
+        return 0;
+    }
+    return 1;
+}
+
+// A program that is just painting its first window answers late; the drivers wait for a condition, never for
+// a time.
+int waitFor(const Arguments& arguments) {
+    const DWORD limit = GetTickCount() + static_cast<DWORD>(std::atoi(arguments[2].c_str()) * 1000);
+    const std::wstring wanted = wide(arguments[1]);
+    do {
+        const HWND window = findNamed(arguments[0]);
+        if (window && IsWindowVisible(window) && windowText(window).starts_with(wanted)) return 0;
+        Sleep(50);
+    } while (GetTickCount() < limit);
+    std::fprintf(stderr, "%s does not become \"%s\"\n", utf8(wide(arguments[0])).c_str(),
+                 utf8(wanted).c_str());
+    return 1;
+}
+
+// Clicks one control with the mouse and prints the milliseconds until another one shows a given text.
+int measureClick(const Arguments& arguments) {
+    const HWND button = need(arguments[0]);
+    const HWND watched = need(arguments[1]);
+    const std::wstring wanted = wide(arguments[2]);
+    RECT place{};
+    GetWindowRect(button, &place);
+    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    LARGE_INTEGER frequency{}, start{}, now{};
+    QueryPerformanceFrequency(&frequency);
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    QueryPerformanceCounter(&start);
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    do {
+        QueryPerformanceCounter(&now);
+        if (now.QuadPart - start.QuadPart > 10 * frequency.QuadPart) return 1;
+        Sleep(1);
+    } while (windowText(watched) != wanted);
+    QueryPerformanceCounter(&now);
+    const double milliseconds =
+        1000.0 * static_cast<double>(now.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
+    std::printf("%.1f\n", milliseconds);
+    return 0;
+}
+
+struct Command {
+    const char* name;
+    std::size_t arguments;
+    int (*run)(const Arguments&);
+    const char* help;
+};
+
+constexpr Command Commands[] = {
+    {"all", 0, showAll, "every named window: name, enabled, visible, checked, place, class, text"},
+    {"tops", 0, showTops, "every visible top-level window: class, place, title"},
+    {"control", 1, showControl, "NAME: enabled, visible, checked, place, class, text"},
+    {"text", 1, showText, "NAME: its text"},
+    {"rows", 1, showRows, "LIST: * for a selected row or -, then the columns"},
+    {"widths", 1, showWidths, "LIST: width of each column in pixels"},
+    {"panels", 1, showPanels, "STATUSBAR: the text of each panel"},
+    {"focus", 0, showFocus, "name of the control with the keyboard focus"},
+    {"row-place", 2, showRowPlace, "LIST ROW: scrolls to the row and tells where it is"},
+    {"header-place", 2, showHeaderPlace, "LIST COLUMN: where the column's header is"},
+    {"message-box", 0, showMessageBox, "caption, texts and buttons of the open message box"},
+    {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
+    {"click-time", 3, measureClick,
+     "NAME WATCHED TEXT: click, then milliseconds until the other shows the text"},
+};
+
+}  // namespace
+
+int main(int count, char** values) {
+    const Arguments all(values + 1, values + count);
+    for (const Command& command : Commands)
+        if (!all.empty() && all[0] == command.name && all.size() == command.arguments + 1)
+            return command.run(Arguments(all.begin() + 1, all.end()));
+    for (const Command& command : Commands)
+        std::fprintf(stderr, "inspect_window %-13s %s\n", command.name, command.help);
+    return 2;
+}

@@ -1,0 +1,129 @@
+#include "remote_controls.h"
+
+#include <commctrl.h>
+
+namespace {
+
+// Memory in the process that owns a window, freed at the end of the scope.
+class RemoteMemory {
+  public:
+    RemoteMemory(HWND owner, std::size_t size) {
+        DWORD id = 0;
+        GetWindowThreadProcessId(owner, &id);
+        process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
+        if (process_) address_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE);
+    }
+    ~RemoteMemory() {
+        if (address_) VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
+        if (process_) CloseHandle(process_);
+    }
+    RemoteMemory(const RemoteMemory&) = delete;
+    RemoteMemory& operator=(const RemoteMemory&) = delete;
+
+    template <typename T>
+    void write(const T& value) {
+        WriteProcessMemory(process_, address_, &value, sizeof value, nullptr);
+    }
+    template <typename T>
+    T read() const {
+        T value{};
+        ReadProcessMemory(process_, address_, &value, sizeof value, nullptr);
+        return value;
+    }
+    std::wstring text(std::size_t offset, std::size_t characters) const {
+        std::vector<wchar_t> buffer(characters + 1);
+        ReadProcessMemory(process_, at(offset), buffer.data(), characters * sizeof(wchar_t), nullptr);
+        return buffer.data();
+    }
+    void* at(std::size_t offset) const { return static_cast<char*>(address_) + offset; }
+    LPARAM parameter() const { return reinterpret_cast<LPARAM>(address_); }
+
+  private:
+    HANDLE process_ = nullptr;
+    void* address_ = nullptr;
+};
+
+constexpr std::size_t TextCharacters = 4096;
+
+std::wstring cell(HWND list, RemoteMemory& memory, int row, int column) {
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = static_cast<wchar_t*>(memory.at(sizeof item));
+    item.cchTextMax = static_cast<int>(TextCharacters);
+    memory.write(item);
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory.parameter());
+    // The list may hand out a text of its own instead of filling the buffer.
+    const LVITEMW answer = memory.read<LVITEMW>();
+    const std::size_t offset =
+        static_cast<std::size_t>(reinterpret_cast<char*>(answer.pszText) - static_cast<char*>(memory.at(0)));
+    return memory.text(offset, TextCharacters - 1);
+}
+
+HWND header(HWND list) {
+    return reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+}
+
+bool toScreen(HWND window, RECT& place) {
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&place), 2);
+    return true;
+}
+
+}  // namespace
+
+int listColumns(HWND list) {
+    return static_cast<int>(SendMessageW(header(list), HDM_GETITEMCOUNT, 0, 0));
+}
+
+std::vector<int> listColumnWidths(HWND list) {
+    std::vector<int> widths;
+    for (int column = 0; column < listColumns(list); ++column)
+        widths.push_back(
+            static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0)));
+    return widths;
+}
+
+std::vector<ListRow> listRows(HWND list) {
+    RemoteMemory memory(list, sizeof(LVITEMW) + TextCharacters * sizeof(wchar_t));
+    std::vector<ListRow> rows;
+    const int count = static_cast<int>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0));
+    const int columns = listColumns(list);
+    for (int row = 0; row < count; ++row) {
+        ListRow next{};
+        for (int column = 0; column < columns; ++column)
+            next.columns.push_back(cell(list, memory, row, column));
+        next.selected = SendMessageW(list, LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_SELECTED) != 0;
+        rows.push_back(std::move(next));
+    }
+    return rows;
+}
+
+bool listRowPlace(HWND list, int row, RECT& place) {
+    SendMessageW(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    RemoteMemory memory(list, sizeof(RECT));
+    RECT question{};
+    question.left = LVIR_LABEL;
+    memory.write(question);
+    if (!SendMessageW(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), memory.parameter())) return false;
+    place = memory.read<RECT>();
+    return toScreen(list, place);
+}
+
+bool listHeaderPlace(HWND list, int column, RECT& place) {
+    RemoteMemory memory(list, sizeof(RECT));
+    if (!SendMessageW(header(list), HDM_GETITEMRECT, static_cast<WPARAM>(column), memory.parameter()))
+        return false;
+    place = memory.read<RECT>();
+    return toScreen(header(list), place);
+}
+
+std::vector<std::wstring> statusPanels(HWND bar) {
+    RemoteMemory memory(bar, TextCharacters * sizeof(wchar_t));
+    std::vector<std::wstring> panels;
+    const LRESULT count = SendMessageW(bar, SB_GETPARTS, 0, 0);
+    for (WPARAM panel = 0; panel < static_cast<WPARAM>(count); ++panel) {
+        const std::size_t length = LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, panel, 0));
+        SendMessageW(bar, SB_GETTEXTW, panel, memory.parameter());
+        panels.push_back(memory.text(0, length));
+    }
+    return panels;
+}
