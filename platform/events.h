@@ -16,6 +16,9 @@ void WaitForEvents(unsigned milliseconds);
 // Serves events until no form is loaded.
 void RunEventLoop();
 
+// Called once by each DoEvents, after the waiting events: tests act here while a routine is at work. Empty for none.
+void setPumpObserver(std::function<void()> observer);
+
 // What happens to a failure that no handler below an event caught. Set once by the start-up code;
 // without it the failure is dropped.
 void setUnhandledFailure(std::function<void(const Failure&)> handler);
