@@ -1,0 +1,121 @@
+// The offline machine's registry: hives, keys, values, handles, and the rules of the two Windows families.
+// The program reaches it through the functions in registry_api.h; tests and the example machine fill and read
+// it here.
+//
+// All text is Windows-1252. A whole path starts with a hive's name, "HKEY_LOCAL_MACHINE\Software\...".
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <queue>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/offline/registry_tree.h"
+#include "platform/offline/windows_types.h"
+
+namespace bromvale::offline {
+
+struct RegistryValue {
+    std::string name;
+    DWORD type = REG_NONE;
+    std::string data;  // as stored: texts with their NUL
+    bool operator==(const RegistryValue&) const = default;
+};
+
+inline constexpr std::size_t kHiveCount = 7;
+inline constexpr std::size_t kLongestKeyName = 255;
+inline constexpr std::size_t kLongestValueName = 16383;
+
+// Index of a hive by its name, without case; 0 is HKEY_CLASSES_ROOT, the order is that of the handles.
+std::optional<std::size_t> hiveByName(std::string_view name);
+std::string_view hiveName(std::size_t hive);
+
+class Registry {
+  public:
+    Registry();
+    ~Registry();
+    Registry(const Registry&) = delete;
+    Registry& operator=(const Registry&) = delete;
+
+    // Empty hives, no handles; the family stays.
+    void clear();
+
+    // NT (the default): a key with sub keys is not deleted, access masks count. 9x: the sub tree goes along,
+    // and nobody asks for access.
+    void setNtFamily(bool nt) { ntFamily_ = nt; }
+    [[nodiscard]] bool ntFamily() const { return ntFamily_; }
+
+    // Handles that were opened and not closed; a leak shows here.
+    [[nodiscard]] std::size_t openHandles() const { return handles_.size() - freeHandles_.size(); }
+
+    // Opening the key gives ERROR_ACCESS_DENIED from now on; what lies below can still be opened by its path.
+    // False when there is no such key.
+    bool deny(std::string_view path) { return setDenied(path, true); }
+    bool allow(std::string_view path) { return setDenied(path, false); }
+
+    // By whole path, past all access rules. An unknown hive or a name that is too long makes them return
+    // false or nothing. The writers make what is missing of the path.
+    [[nodiscard]] bool exists(std::string_view path) const { return findPath(path) != nullptr; }
+    bool createKey(std::string_view path);
+    // With all below it. A hive itself is emptied of nothing and stays.
+    bool deleteKey(std::string_view path);
+    bool setValue(std::string_view path, std::string_view name, DWORD type, std::string_view data);
+    bool setText(std::string_view path, std::string_view name, std::string_view text);
+    bool setNumber(std::string_view path, std::string_view name, DWORD number);
+    bool deleteValue(std::string_view path, std::string_view name);
+    [[nodiscard]] std::optional<RegistryValue> value(std::string_view path, std::string_view name) const;
+    [[nodiscard]] std::vector<RegistryValue> values(std::string_view path) const;
+    [[nodiscard]] std::vector<std::string> subKeys(std::string_view path) const;
+    // Without the hives.
+    [[nodiscard]] std::size_t keyCount() const { return tree_.keyCount(); }
+    [[nodiscard]] std::size_t valueCount() const { return tree_.valueCount(); }
+
+    // For the functions of registry_api.h and the .reg file code ------------------------------------
+
+    struct Opened {
+        RegistryKey* key = nullptr;
+        DWORD access = 0;
+    };
+    // ERROR_SUCCESS, ERROR_INVALID_HANDLE or ERROR_KEY_DELETED.
+    LONG resolve(HKEY handle, Opened& opened) const;
+    // As resolve, and ERROR_ACCESS_DENIED when the handle was opened without `access` on the NT family.
+    LONG resolve(HKEY handle, DWORD access, RegistryKey*& key) const;
+    [[nodiscard]] static bool isHive(HKEY handle);
+    [[nodiscard]] RegistryKey* find(HKEY handle, RegistryKey* key, std::string_view path) const;
+    // Null when a name is too long.
+    RegistryKey* findOrMake(HKEY handle, RegistryKey* key, std::string_view path, bool& created);
+    HKEY open(RegistryKey* key, DWORD access);
+    LONG close(HKEY handle);
+
+    [[nodiscard]] RegistryTree& tree() { return tree_; }
+    [[nodiscard]] const RegistryTree& tree() const { return tree_; }
+    // The hive's own root. HKEY_CLASSES_ROOT is a view of other hives and has nothing of its own.
+    [[nodiscard]] RegistryKey* root(std::size_t hive) const { return roots_[hive]; }
+    [[nodiscard]] bool isRoot(const RegistryKey* key) const;
+
+  private:
+    [[nodiscard]] RegistryKey* hiveKey(std::size_t hive) const;
+    [[nodiscard]] RegistryKey* findClass(std::string_view path) const;
+    RegistryKey* findOrMakeClass(std::string_view path, bool& created);
+    [[nodiscard]] RegistryKey* findPath(std::string_view path) const;
+    RegistryKey* makePath(std::string_view path);
+    bool setDenied(std::string_view path, bool denied);
+    void makeRoots();
+    void dropAll();
+
+    RegistryTree tree_;
+    std::array<RegistryKey*, kHiveCount> roots_{};
+    std::vector<Opened> handles_;
+    std::priority_queue<std::uint32_t, std::vector<std::uint32_t>, std::greater<>> freeHandles_;
+    bool ntFamily_ = true;
+};
+
+// The registry of the process's one machine.
+Registry& currentRegistry();
+
+}  // namespace bromvale::offline

@@ -1,0 +1,221 @@
+#include "platform/offline/registry_tree.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
+
+namespace bromvale::offline {
+
+namespace {
+
+// Up to here a walk along the values beats the table.
+constexpr std::size_t kIndexedFrom = 16;
+
+bool nameLess(const RegistryKey* left, const RegistryKey* right) {
+    return compareNoCase(left->name(), right->name()) < 0;
+}
+
+void* block(std::size_t header, std::size_t first, std::size_t second = 0) {
+    return ::operator new(header + first + second);
+}
+
+void copyText(char* to, std::string_view text) {
+    if (!text.empty()) std::memcpy(to, text.data(), text.size());
+}
+
+}  // namespace
+
+void RegistryValueNode::Free::operator()(RegistryValueNode* node) const {
+    node->~RegistryValueNode();
+    ::operator delete(node);
+}
+
+RegistryValueNode::Pointer RegistryValueNode::make(const RegistryKey* owner, std::string_view name,
+                                                   std::uint32_t type, std::string_view data) {
+    void* memory = block(sizeof(RegistryValueNode), name.size(), data.size());
+    Pointer node(new (memory) RegistryValueNode);
+    node->owner_ = owner;
+    node->type_ = type;
+    node->nameSize_ = static_cast<std::uint32_t>(name.size());
+    node->dataSize_ = static_cast<std::uint32_t>(data.size());
+    char* text = static_cast<char*>(memory) + sizeof(RegistryValueNode);
+    copyText(text, name);
+    copyText(text + name.size(), data);
+    return node;
+}
+
+std::string_view nextPathName(std::string_view& path) {
+    std::size_t start = 0;
+    while (start < path.size() && path[start] == '\\') ++start;
+    path.remove_prefix(start);
+    const std::string_view name = path.substr(0, path.find('\\'));
+    path.remove_prefix(name.size());
+    return name;
+}
+
+RegistryKey* RegistryTree::make(RegistryKey* parent, std::string_view name) {
+    void* memory = block(sizeof(RegistryKey), name.size());
+    auto* key = new (memory) RegistryKey(parent, static_cast<std::uint32_t>(name.size()));
+    copyText(static_cast<char*>(memory) + sizeof(RegistryKey), name);
+    if (parent == nullptr) return key;
+
+    auto& siblings = parent->children_;
+    const bool inOrder =
+        parent->sorted_ == siblings.size() && (siblings.empty() || nameLess(siblings.back(), key));
+    siblings.push_back(key);
+    if (inOrder) ++parent->sorted_;
+    keys_.insert(key);
+    ++keyCount_;
+    return key;
+}
+
+void RegistryTree::freeBlock(RegistryKey* key) {
+    key->~RegistryKey();
+    ::operator delete(key);
+}
+
+void RegistryTree::destroyRoot(RegistryKey* root) {
+    while (!root->children_.empty()) remove(root->children_.back());
+    clearValues(root);
+    freeBlock(root);
+}
+
+RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
+    RegistryKey* key = from;
+    for (auto name = nextPathName(path); key != nullptr && !name.empty(); name = nextPathName(path)) {
+        key = keys_.find(key, name);
+    }
+    return key;
+}
+
+RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, bool& created) {
+    created = false;
+    RegistryKey* key = from;
+    for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
+        RegistryKey* next = created ? nullptr : keys_.find(key, name);
+        if (next == nullptr) {
+            next = make(key, name);
+            created = true;
+        }
+        key = next;
+    }
+    return key;
+}
+
+void RegistryTree::remove(RegistryKey* key) {
+    unlinkFromParent(key);
+    std::vector<RegistryKey*> pending{key};
+    while (!pending.empty()) {
+        RegistryKey* next = pending.back();
+        pending.pop_back();
+        pending.insert(pending.end(), next->children_.begin(), next->children_.end());
+        drop(next);
+    }
+}
+
+void RegistryTree::drop(RegistryKey* key) {
+    keys_.erase(key);
+    --keyCount_;
+    clearValues(key);
+    if (key->openHandles == 0) {
+        freeBlock(key);
+        return;
+    }
+    key->deleted_ = true;
+    key->parent_ = nullptr;
+    key->children_.clear();
+    key->sorted_ = 0;
+}
+
+void RegistryTree::release(RegistryKey* key) {
+    if (key->deleted_ && key->openHandles == 0) freeBlock(key);
+}
+
+void RegistryTree::unlinkFromParent(RegistryKey* key) {
+    RegistryKey& parent = *key->parent_;
+    auto& siblings = parent.children_;
+    const auto sortedEnd = siblings.begin() + parent.sorted_;
+    auto found = std::lower_bound(siblings.begin(), sortedEnd, key, nameLess);
+    if (found != sortedEnd && *found == key) {
+        --parent.sorted_;
+    } else {
+        found = std::find(sortedEnd, siblings.end(), key);
+    }
+    siblings.erase(found);
+}
+
+RegistryKey* RegistryTree::subKey(RegistryKey* key, std::size_t index) const {
+    if (index >= key->children_.size()) return nullptr;
+    if (key->sorted_ < key->children_.size()) sortChildren(*key);
+    return key->children_[index];
+}
+
+// Sorting waits for the first enumeration: keys that come in any order cost one sort, not one move each.
+void RegistryTree::sortChildren(RegistryKey& key) {
+    auto& children = key.children_;
+    const auto middle = children.begin() + key.sorted_;
+    std::sort(middle, children.end(), nameLess);
+    std::inplace_merge(children.begin(), middle, children.end(), nameLess);
+    key.sorted_ = static_cast<std::uint32_t>(children.size());
+}
+
+const RegistryValueNode* RegistryTree::value(const RegistryKey* key, std::string_view name) const {
+    if (key->indexed_) return values_.find(key, name);
+    for (const auto& value : key->values_) {
+        if (sameName(value->name(), name)) return value.get();
+    }
+    return nullptr;
+}
+
+std::size_t RegistryTree::position(const RegistryKey* key, const RegistryValueNode* value) const {
+    const auto found = std::find_if(key->values_.begin(), key->values_.end(),
+                                    [&](const auto& each) { return each.get() == value; });
+    return static_cast<std::size_t>(found - key->values_.begin());
+}
+
+void RegistryTree::setValue(RegistryKey* key, std::string_view name, std::uint32_t type,
+                            std::string_view data) {
+    if (const RegistryValueNode* old = value(key, name)) {
+        auto& place = key->values_[position(key, old)];
+        auto changed = RegistryValueNode::make(key, old->name(), type, data);
+        if (key->indexed_) {
+            values_.erase(old);
+            values_.insert(changed.get());
+        }
+        place = std::move(changed);
+        return;
+    }
+    key->values_.push_back(RegistryValueNode::make(key, name, type, data));
+    ++valueCount_;
+    if (key->indexed_) {
+        values_.insert(key->values_.back().get());
+    } else if (key->values_.size() > kIndexedFrom) {
+        indexValues(key);
+    }
+}
+
+void RegistryTree::indexValues(RegistryKey* key) {
+    for (const auto& value : key->values_) values_.insert(value.get());
+    key->indexed_ = true;
+}
+
+bool RegistryTree::removeValue(RegistryKey* key, std::string_view name) {
+    const RegistryValueNode* found = value(key, name);
+    if (found == nullptr) return false;
+    if (key->indexed_) values_.erase(found);
+    key->values_.erase(key->values_.begin() + static_cast<std::ptrdiff_t>(position(key, found)));
+    --valueCount_;
+    return true;
+}
+
+void RegistryTree::clearValues(RegistryKey* key) {
+    if (key->indexed_) {
+        for (const auto& value : key->values_) values_.erase(value.get());
+        key->indexed_ = false;
+    }
+    valueCount_ -= key->values_.size();
+    key->values_.clear();
+}
+
+}  // namespace bromvale::offline
