@@ -58,6 +58,8 @@ make_base() {
     (unset DISPLAY; in_wine timeout 300 wineboot -i >/dev/null 2>&1)
     (unset DISPLAY; in_wine timeout 60 wineserver -w)
     [ -f "$base/system.reg" ] || { echo "Wine could not make a $1-bit prefix in $base" >&2; return 1; }
+    # Debian's Wine doesn't look into the folder of its own fonts; without them no caption button has its sign.
+    cp /usr/share/wine/fonts/* "$base/drive_c/windows/Fonts/" 2>/dev/null
     touch "$base/ready"
 }
 
