@@ -118,9 +118,9 @@ class Control {
     [[nodiscard]] int tabIndex() const { return tabIndex_; }
     void setTabIndex(int index) { tabIndex_ = index; }
 
-    // Visible together with all that holds it.
+    // Visible together with the frames that hold it. The window itself isn't asked.
     [[nodiscard]] bool shown() const;
-    // Can be reached by the user: shown, and enabled together with all that holds it.
+    // Can be reached by the user: shown, and enabled together with all that holds it, in a loaded window.
     [[nodiscard]] bool reachable() const;
 
     // Ignored for a control that cannot be reached.

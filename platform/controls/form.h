@@ -48,15 +48,18 @@ class Form : public Control {
     [[nodiscard]] HWND window() const { return peer() ? peer()->window() : nullptr; }
 
     // The window got this outer place and inner size, by the user or by an assignment. Runs Form_Resize when
-    // the size is another one.
+    // the size is another one. A minimised window keeps place and size. While the peers are made nothing
+    // runs: load calls Form_Resize once when all of them are there. Providers call this after every Place or
+    // State that they carried out, since the system may round or refuse.
     void placed(const Place& outer, int scaleWidth, int scaleHeight, WindowState state);
     // The user closes the window by its close box.
     void userClose();
     void userFocus(Control* control);
     // Position in twips; see Form_MouseMove.
     void userMouseMove(float x, float y);
-    // Tab, Shift+Tab, Return, Escape and access keys as in any dialog. `key` is a virtual key code.
-    // True when the key was used up.
+    // Tab, Shift+Tab, Return, Escape, arrows in a group of option buttons and access keys as in any dialog.
+    // `key` is a virtual key code; with `alt` it is the character on the key, upper case, so that umlauts
+    // work on any keyboard. True when the key was used up.
     bool userKey(int key, bool shift, bool alt);
 
   protected:
@@ -71,9 +74,15 @@ class Form : public Control {
 
   private:
     friend class Control;
+    struct Unloading;
     void createPeers();
+    void createPeerOf(Control& control);
     void destroyPeers();
+    void leaveUnreachable();
+    [[nodiscard]] bool isTabStop(const Control& control) const;
+    [[nodiscard]] std::vector<Control*> tabOrder() const;
     bool moveFocus(bool backwards);
+    bool moveInGroup(bool backwards);
     bool useAccessKey(int key);
 
     std::vector<Control*> controls_;
@@ -83,7 +92,9 @@ class Form : public Control {
     int iconResource_ = 0;
     WindowState windowState_ = WindowState::Normal;
     BorderStyle borderStyle_ = BorderStyle::Sizable;
+    Place restored_;  // outer place of the window while it is maximised
     bool loaded_ = false;
+    bool building_ = false;
     bool unloading_ = false;
 };
 

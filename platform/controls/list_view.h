@@ -36,8 +36,9 @@ class ListItem {
 
 enum class SortOrder { Ascending = 0, Descending = 1 };
 
-// Report list. Rows stand in the order of insertion until a sort key or order is assigned (or sorting is switched
-// on); from then on they are kept sorted by the text of the sort column, without case, equal rows as they were.
+// Report list. Rows stand in the order of insertion until a sort key or order is assigned (or sorting is
+// switched on); from then on they are kept sorted by the text of the sort column, without case, equal rows as
+// they were.
 class ListView : public Control {
   public:
     struct Column {
@@ -80,8 +81,8 @@ class ListView : public Control {
     void setSortOrder(SortOrder order);
     void setSorted(bool on);
 
-    // What the user did. `userSelect` marks exactly the given rows (none: empty), the last one gets the focus;
-    // `userSetSelected` is one row's change, which the window shows already.
+    // What the user did. `userSelect` marks exactly the given rows (none: empty), the last one gets the
+    // focus; `userSetSelected` is one row's change, which the window shows already.
     void userSelect(const std::vector<int>& rows);
     void userSetSelected(int row, bool selected);
     void userSetFocused(int row);
@@ -92,7 +93,11 @@ class ListView : public Control {
 
   private:
     friend class ListItem;
-    void changed(Property property) { notify(property); }
+    [[nodiscard]] std::size_t position(int row) const;
+    ListItem& append(std::unique_ptr<ListItem> added);
+    void markOnly(const ListItem* only);
+    void textChanged(int column);
+    void sortAnew();
     void sortNow() const;
 
     std::vector<Column> columns_;

@@ -1,0 +1,156 @@
+#include "platform/controls/list_view.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/events.h"
+#include "platform/failure.h"
+
+namespace bromvale {
+namespace {
+
+constexpr int kIndexOutOfBounds = 35600;
+const std::string kNoText;
+
+}  // namespace
+
+ListItem::ListItem(ListView& list, std::string_view text, int smallIcon)
+    : list_(&list), texts_{std::string(text)}, smallIcon_(smallIcon) {}
+
+const std::string& ListItem::column(int index) const {
+    if (index < 0 || index >= static_cast<int>(texts_.size())) return kNoText;
+    return texts_[static_cast<std::size_t>(index)];
+}
+
+void ListItem::setColumn(int index, std::string_view text) {
+    if (index < 0) raise(kIndexOutOfBounds);
+    if (column(index) == text) return;
+    const auto position = static_cast<std::size_t>(index);
+    if (position >= texts_.size()) texts_.resize(position + 1);
+    texts_[position].assign(text);
+    list_->textChanged(index);
+}
+
+void ListItem::setSelected(bool selected) {
+    if (selected_ == selected) return;
+    if (selected && !list_->multiSelect()) list_->markOnly(nullptr);
+    selected_ = selected;
+    list_->notify(Property::Selection);
+}
+
+void ListView::setColumns(std::vector<Column> columns) {
+    columns_ = std::move(columns);
+    notify(Property::Columns);
+}
+
+std::size_t ListView::position(int row) const {
+    if (row < 1 || row > count()) raise(kIndexOutOfBounds);
+    sortNow();
+    return static_cast<std::size_t>(row - 1);
+}
+
+ListItem& ListView::item(int row) {
+    return *rows_[position(row)];
+}
+const ListItem& ListView::item(int row) const {
+    return *rows_[position(row)];
+}
+
+ListItem& ListView::append(std::unique_ptr<ListItem> added) {
+    ListItem& row = *added;
+    rows_.push_back(std::move(added));
+    sortDue_ = sorted_;
+    notify(Property::Items);
+    return row;
+}
+
+ListItem& ListView::add(std::string_view text, int smallIcon) {
+    return append(std::make_unique<ListItem>(*this, text, smallIcon));
+}
+
+ListItem& ListView::add(std::initializer_list<std::string_view> columns, int smallIcon) {
+    auto added = std::make_unique<ListItem>(*this, std::string_view(), smallIcon);
+    added->texts_.assign(columns.begin(), columns.end());
+    if (added->texts_.empty()) added->texts_.emplace_back();
+    return append(std::move(added));
+}
+
+void ListView::remove(int row) {
+    const std::size_t at = position(row);
+    const bool hadFocus = rows_[at].get() == focused_;
+    rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(at));
+    // As in the system's own list, the focus stays at its place: the row that moved up has it, behind the end
+    // the last.
+    if (hadFocus) focused_ = rows_.empty() ? nullptr : rows_[std::min(at, rows_.size() - 1)].get();
+    notify(Property::Items);
+}
+
+void ListView::clear() {
+    focused_ = nullptr;
+    sortDue_ = false;
+    if (rows_.empty()) return;
+    rows_.clear();
+    notify(Property::Items);
+}
+
+int ListView::selectedItem() const {
+    if (!focused_) return 0;
+    sortNow();
+    const auto has = [this](const std::unique_ptr<ListItem>& row) { return row.get() == focused_; };
+    return static_cast<int>(std::find_if(rows_.begin(), rows_.end(), has) - rows_.begin()) + 1;
+}
+
+void ListView::markOnly(const ListItem* only) {
+    for (const auto& row : rows_) row->selected_ = row.get() == only;
+}
+
+void ListView::userSelect(const std::vector<int>& rows) {
+    if (!reachable()) return;
+    markOnly(nullptr);
+    for (const int row : rows) {
+        ListItem& chosen = item(row);
+        if (!multiSelect_) markOnly(nullptr);
+        chosen.selected_ = true;
+        focused_ = &chosen;
+    }
+    notify(Property::Selection);
+}
+
+void ListView::userSetSelected(int row, bool selected) {
+    ListItem& chosen = item(row);
+    if (selected && !multiSelect_) markOnly(nullptr);
+    chosen.selected_ = selected;
+}
+
+void ListView::userSetFocused(int row) {
+    focused_ = row == 0 ? nullptr : &item(row);
+}
+
+void ListView::userColumnClick(int column) {
+    const bool exists = column >= 1 && column <= static_cast<int>(columns_.size());
+    // A hidden column has no header to click on.
+    if (!reachable() || !exists || columns_[static_cast<std::size_t>(column - 1)].width == 0) return;
+    dispatchUserEvent([this, column] {
+        if (onColumnClick) onColumnClick(column);
+    });
+}
+
+void ListView::userKeyDown(int keyCode) {
+    if (!reachable()) return;
+    dispatchUserEvent([this, keyCode] {
+        if (onKeyDown) onKeyDown(keyCode);
+    });
+}
+
+void ListView::userMouseUp(int button) {
+    if (!reachable()) return;
+    dispatchUserEvent([this, button] {
+        if (onMouseUp) onMouseUp(button);
+    });
+}
+
+void ListView::userDoubleClick() {
+    if (reachable()) dispatchUserEvent(onDblClick);
+}
+
+}  // namespace bromvale

@@ -1,0 +1,28 @@
+#include <utility>
+
+#include "platform/events.h"
+
+namespace bromvale {
+namespace {
+
+std::function<void(const Failure&)>& unhandledFailure() {
+    static std::function<void(const Failure&)> handler;
+    return handler;
+}
+
+}  // namespace
+
+void setUnhandledFailure(std::function<void(const Failure&)> handler) {
+    unhandledFailure() = std::move(handler);
+}
+
+void dispatchUserEvent(const std::function<void()>& handler) {
+    if (!handler) return;
+    try {
+        handler();
+    } catch (const Failure& failure) {
+        if (unhandledFailure()) unhandledFailure()(failure);
+    }
+}
+
+}  // namespace bromvale
