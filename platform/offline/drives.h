@@ -1,0 +1,86 @@
+#pragma once
+#include <array>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/offline/volume.h"
+
+namespace bromvale::offline {
+
+// Where a path leads.
+struct Location {
+    static constexpr std::size_t kMostNames = 132;
+    Volume* volume = nullptr;
+    bool onHost = false;
+    std::array<std::string_view, kMostNames> names;
+    std::size_t count = 0;
+    char root[2] = {};     // drive letter, upper case; NUL for a share
+    std::string_view server;
+    std::string_view share;
+
+    [[nodiscard]] PathNames all() const { return {names.data(), count}; }
+    [[nodiscard]] PathNames parent() const { return {names.data(), count - 1}; }
+    [[nodiscard]] std::string text() const;
+};
+
+// The machine's drives and shares. Paths are Windows paths in Windows-1252.
+class Drives {
+  public:
+    Drives();
+
+    // An empty drive in memory; replaces what the letter stood for.
+    void addMemory(char letter);
+    // A folder of the host (UTF-8) stands for the drive.
+    void addFolder(char letter, const std::string& hostFolder);
+    // An empty share in memory: \\server\share.
+    void addShare(std::string_view server, std::string_view share);
+    void remove(char letter);
+    [[nodiscard]] bool has(char letter) const;
+
+    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. `path` must outlive `location`.
+    DWORD locate(std::string_view path, Location& location) const;
+
+    // Without fault points and events, for those who set up the machine. Makers make the folders above, too.
+    bool makeFolder(std::string_view path);
+    bool writeFile(std::string_view path, std::string_view bytes);
+    [[nodiscard]] std::optional<std::string> readFile(std::string_view path) const;
+    [[nodiscard]] bool exists(std::string_view path) const;
+    // Local time of the last write.
+    bool setFileTime(std::string_view path, const SYSTEMTIME& local);
+    bool erase(std::string_view path);
+
+    // Without a trailing backslash but at a root.
+    std::string currentDirectory = "C:\\";
+
+    struct Recycled {
+        std::string path;    // where it stood
+        std::string stored;  // its name in the bin
+    };
+    std::vector<Recycled> recycled;
+
+    // The machine's own folders. On a host folder they come into being when something is written below them.
+    std::vector<std::string> ownFolders;
+    // Makes the folders above `location` that are the machine's own.
+    void makeOwnFolders(const Location& location) const;
+
+  private:
+    struct Mounted {
+        std::unique_ptr<Volume> volume;
+        bool onHost = false;
+    };
+    DWORD locateShare(std::string_view path, Location& location) const;
+    std::array<Mounted, 26> drives_;
+    std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
+};
+
+// Whether `name` matches a mask of FindFirstFileA.
+[[nodiscard]] bool matchesMask(std::string_view mask, std::string_view name);
+
+[[nodiscard]] std::size_t openFindHandles();
+[[nodiscard]] std::size_t openFileHandles();
+
+}  // namespace bromvale::offline

@@ -1,0 +1,56 @@
+#pragma once
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bromvale::offline {
+
+// What leaves the program: everything that it shows, asks, starts or writes, in order.
+enum class EventKind {
+    MessageBox,     // text, caption, number = style, answer = button
+    ShellExecute,   // text = file, caption = verb
+    Run,            // text = command line
+    Restart,        // number = flags of ExitWindowsEx
+    Privilege,      // text = privilege that was switched on
+    TrayAdd,        // text = tool-tip, number = callback message
+    TrayModify,
+    TrayDelete,
+    Foreground,     // a window was brought to the front
+    Help,           // text = file, number = command
+    Menu,           // text = captions joined by " | ", caption = default entry, answer = 1 when an entry was chosen
+    FileWritten,    // text = path, caption = bytes
+    FileDeleted,    // text = path; caption = "Papierkorb" where it went into the recycle bin
+    FolderMade,     // text = path
+    FolderDeleted,  // text = path; caption as above
+    Library,        // text = library, caption = entry that was called
+    Browse,         // text = title, caption = chosen folder
+    End,            // number = exit code
+};
+
+struct Event {
+    EventKind kind;
+    std::string text;
+    std::string caption;
+    std::uint32_t number = 0;
+    int answer = 0;
+};
+
+class Events {
+  public:
+    // Told of each event as it happens; the list keeps them as well while `keep` is on.
+    std::function<void(const Event&)> sink;
+    bool keep = true;
+
+    void record(Event event);
+    [[nodiscard]] const std::vector<Event>& all() const { return all_; }
+    [[nodiscard]] std::vector<Event> of(EventKind kind) const;
+    [[nodiscard]] std::size_t count(EventKind kind) const { return of(kind).size(); }
+    void clear() { all_.clear(); }
+
+  private:
+    std::vector<Event> all_;
+};
+
+}  // namespace bromvale::offline

@@ -1,0 +1,95 @@
+#pragma once
+// The offline machine: everything that the platform's functions touch. One for the process; tests set it up before
+// the program runs and look at it afterwards.
+//
+// Results given to the fault points (faults.h): for functions that answer by GetLastError the number is the last error
+// and the call fails; for RegXxx functions it is the result; for ShellExecuteA, SHFileOperationA and MessageBoxA it
+// is what they return.
+#include <deque>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/offline/clock.h"
+#include "platform/offline/drives.h"
+#include "platform/offline/events.h"
+#include "platform/offline/faults.h"
+#include "platform/offline/locale.h"
+#include "platform/offline/pump.h"
+#include "platform/offline/registry.h"
+
+namespace bromvale::offline {
+
+struct OsVersion {
+    DWORD platform = 2;
+    DWORD major = 5;
+    DWORD minor = 1;
+    DWORD build = 2600;
+    [[nodiscard]] bool isNt() const { return platform == 2; }
+};
+// By name ("Windows 98 SE") or as "platform.major.minor.build"; nothing for a text that is neither.
+[[nodiscard]] std::optional<OsVersion> osByName(std::string_view name);
+
+struct ScreenSize {
+    int width = 1024;  // pixels
+    int height = 768;
+    int dpi = 96;
+};
+
+// Thrown by TerminateProcess: the program ends here. Not a Failure, so that no handler of the program catches it.
+struct ProcessEnded {
+    unsigned exitCode;
+};
+
+class Machine {
+  public:
+    Machine();
+
+    Clock clock;
+    Locale locale = germanLocale();
+    Drives drives;
+    Events events;
+    Pump pump;
+    ScreenSize screen;
+    Registry& registry = currentRegistry();
+    Faults& faults = bromvale::offline::faults();
+
+    std::string user = "Benutzer";
+    std::string computer = "RECHNER";
+    std::string commandLine;            // without the program's own name
+    std::string exeName = "Bromvale.exe";
+    bool previousInstance = false;
+    bool terminateReturns = false;      // TerminateProcess comes back instead of throwing ProcessEnded
+    bool shutdownPrivilege = true;      // AdjustTokenPrivileges can switch it on
+
+    // Answers to the next message boxes. Without one: IDOK, IDNO for Yes and No, else IDCANCEL.
+    std::deque<int> answers;
+    // Folders that the next folder dialogs choose; without one they are cancelled.
+    std::deque<std::string> folders;
+    // The next pop-up menus' choices: names of entries, or captions without "&". Without one a menu is left.
+    std::deque<std::string> menuChoices;
+
+    [[nodiscard]] const OsVersion& os() const { return os_; }
+    void setOs(const OsVersion& os);
+    // Without a trailing backslash; also the current directory.
+    [[nodiscard]] const std::string& appPath() const { return appPath_; }
+    void setAppPath(std::string_view path);
+
+    [[nodiscard]] std::string windowsFolder() const { return "C:\\WINDOWS"; }
+    [[nodiscard]] std::string systemFolder() const;
+    [[nodiscard]] std::string tempFolder() const { return "C:\\WINDOWS\\TEMP"; }
+    [[nodiscard]] std::string programFiles() const { return "C:\\Programme"; }
+    // Makes the machine's own folders where they live in memory. Called by the setters; needed after drives change.
+    void prepareFolders();
+
+  private:
+    OsVersion os_;
+    std::string appPath_ = "C:\\Programme\\Bromvale";
+};
+
+Machine& machine();
+
+// A fault that is due for the operation: sets the last error and returns true.
+[[nodiscard]] bool failsHere(std::string_view operation);
+
+}  // namespace bromvale::offline

@@ -1,0 +1,16 @@
+#pragma once
+// Shell functions of the offline machine: recorded, and for files carried out.
+#include "platform/offline/windows_types.h"
+
+HINSTANCE ShellExecuteA(HWND window, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR directory, INT show);
+// FO_DELETE only. With FOF_ALLOWUNDO what goes lands in the drive's recycle bin. `pFrom` is read up to its doubled
+// NUL; each name may hold wildcards in its last part.
+int SHFileOperationA(LPSHFILEOPSTRUCTA operation);
+BOOL Shell_NotifyIconA(DWORD message, PNOTIFYICONDATAA data);
+BOOL SetForegroundWindow(HWND window);
+
+// The folder that the machine's script has named, null without one.
+PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info);
+BOOL SHGetPathFromIDListA(PCIDLIST_ABSOLUTE list, LPSTR path);
+void CoTaskMemFree(LPVOID memory);
+LPSTR lstrcatA(LPSTR text, LPCSTR more);
