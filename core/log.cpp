@@ -1,0 +1,71 @@
+#include "core/log.h"
+
+#include <utility>
+
+#include "core/attempt.h"
+#include "core/c_text.h"
+#include "core/runtime.h"
+#include "core/state.h"
+#include "core/text_file.h"
+#include "platform/dialogs.h"
+
+namespace bromvale {
+namespace {
+
+ErrorDialog& errorDialog() {
+    static ErrorDialog dialog;
+    return dialog;
+}
+
+// One record: `fields` follow date and time, each behind its separator. A log that cannot be opened costs the
+// record and nothing else; the write and the close then fail too and are passed over in the same way.
+void writeRecord(std::initializer_list<std::string_view> fields) {
+    const int number = freeFile();
+    attempt(kGoOn, [&] { openFile(AppPath + "bromvale.log", FileMode::Append, number); });
+    attempt(kGoOn, [&] {
+        std::string line = dateText() + " " + timeText();
+        for (const std::string_view field : fields) line.append("; ").append(field);
+        writeLine(number, line);
+    });
+    closeFile(number);
+}
+
+}  // namespace
+
+void setErrorDialog(ErrorDialog dialog) {
+    errorDialog() = std::move(dialog);
+}
+
+int MsgBox(std::string_view text, std::int32_t style) {
+    // Without an owner but modal to the whole program: no form takes clicks while a box waits.
+    return MessageBoxA(nullptr, CText(text).get(), AppTitle.c_str(), static_cast<UINT>(style) | MB_TASKMODAL);
+}
+
+void WriteLogStart() {
+    writeRecord({"started", AppTitle, AppVersion, AppTarget});
+}
+
+void WriteLog(std::string_view Modul, std::string_view Funktion, std::string_view Text, std::int32_t Nummer,
+              std::string_view Beschreibung) {
+    writeRecord({Modul, Funktion, Text, std::to_string(Nummer), Beschreibung});
+}
+
+void ErrHandle(std::string_view Modul, std::string_view Funktion, std::string_view Text, std::int32_t Nummer,
+               std::string_view Beschreibung, std::int32_t Stil, std::int16_t Anzeigen) {
+    const bool show = Anzeigen == kShow;
+    if (Stil == kStyleStop || Stil == kStyleExclamation) {
+        WriteLog(Modul, Funktion, Text, Nummer, Beschreibung);
+        if (show && errorDialog()) errorDialog()(Modul, Funktion, Nummer, Beschreibung, Stil);
+    } else if (Stil == kStyleInformation || Stil == kStyleQuestion) {
+        if (LogAlways) WriteLog(Modul, Funktion, Text, Nummer, Beschreibung);
+        if (show) MsgBox(Text, Stil);
+    }
+}
+
+void writeTrace(std::string_view modul, std::string_view funktion, std::string_view text) {
+    // A copy: what the report does along the way may touch the failure it tells of.
+    const Failure failure = lastFailure();
+    ErrHandle(modul, funktion, text, failure.number, failure.description, kStyleInformation, kHide);
+}
+
+}  // namespace bromvale

@@ -1,0 +1,115 @@
+#include <algorithm>
+#include <array>
+
+#include "core/runtime.h"
+
+namespace bromvale {
+namespace {
+
+using CaseTable = std::array<char, 256>;
+
+constexpr unsigned char kSharpS = 0xDF;
+constexpr unsigned char kMultiply = 0xD7;
+constexpr unsigned char kDivide = 0xF7;
+
+// The pairs of Windows-1252 that lie outside of the two regular blocks: Š, Œ, Ž, Ÿ.
+struct Pair {
+    unsigned char upper;
+    unsigned char lower;
+};
+constexpr std::array kOddPairs{Pair{0x8A, 0x9A}, Pair{0x8C, 0x9C}, Pair{0x8E, 0x9E}, Pair{0x9F, 0xFF}};
+
+constexpr CaseTable makeTable(bool lower) {
+    CaseTable table{};
+    for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<char>(i);
+    const auto pair = [&](unsigned up, unsigned low) {
+        if (lower) {
+            table[up] = static_cast<char>(low);
+        } else {
+            table[low] = static_cast<char>(up);
+        }
+    };
+    for (unsigned c = 'A'; c <= 'Z'; ++c) pair(c, c + 32);
+    // À to Þ and à to þ; in their midst stand the signs × and ÷, which have no case.
+    for (unsigned c = 0xC0; c < kSharpS; ++c) {
+        if (c != kMultiply && c + 32 != kDivide) pair(c, c + 32);
+    }
+    for (const Pair& odd : kOddPairs) pair(odd.upper, odd.lower);
+    return table;
+}
+
+constexpr CaseTable kLower = makeTable(true);
+constexpr CaseTable kUpper = makeTable(false);
+
+void mapInPlace(std::string& text, const CaseTable& table) {
+    for (char& c : text) c = table[static_cast<unsigned char>(c)];
+}
+
+std::size_t checkedLength(std::int64_t length, std::size_t available) {
+    if (length < 0) raise(5);
+    return static_cast<std::size_t>(std::min<std::int64_t>(length, static_cast<std::int64_t>(available)));
+}
+
+std::string_view from(std::string_view text, std::int64_t start) {
+    if (start < 1) raise(5);
+    return text.substr(std::min(static_cast<std::size_t>(start - 1), text.size()));
+}
+
+}  // namespace
+
+std::string Left(std::string_view text, std::int64_t length) {
+    return std::string(text.substr(0, checkedLength(length, text.size())));
+}
+
+std::string Right(std::string_view text, std::int64_t length) {
+    return std::string(text.substr(text.size() - checkedLength(length, text.size())));
+}
+
+std::string Mid(std::string_view text, std::int64_t start, std::int64_t length) {
+    const std::string_view rest = from(text, start);
+    return std::string(rest.substr(0, checkedLength(length, rest.size())));
+}
+
+std::string Mid(std::string_view text, std::int64_t start) {
+    return std::string(from(text, start));
+}
+
+std::int32_t InStr(std::string_view text, std::string_view sought) {
+    if (text.empty()) return 0;
+    const std::size_t at = text.find(sought);
+    return at == std::string_view::npos ? 0 : static_cast<std::int32_t>(at + 1);
+}
+
+std::string Replace(std::string_view text, std::string_view sought, std::string_view with) {
+    std::string result;
+    if (sought.empty()) return result = text;
+    for (std::size_t at; (at = text.find(sought)) != std::string_view::npos;) {
+        result.append(text.substr(0, at)).append(with);
+        text.remove_prefix(at + sought.size());
+    }
+    return result.append(text);
+}
+
+std::string LCase(std::string_view text) {
+    std::string result(text);
+    mapInPlace(result, kLower);
+    return result;
+}
+
+std::string UCase(std::string_view text) {
+    std::string result(text);
+    mapInPlace(result, kUpper);
+    return result;
+}
+
+void lowerInPlace(std::string& text) {
+    mapInPlace(text, kLower);
+}
+
+std::string withBackslash(std::string_view folder) {
+    std::string result(folder);
+    if (result.empty() || result.back() != '\\') result += '\\';
+    return result;
+}
+
+}  // namespace bromvale
