@@ -95,7 +95,7 @@ reset_prefix() {
 
 # The registry editor of the prefix's own width, so that no entry is redirected.
 import_registry() { in_wine wine 'C:\windows\regedit.exe' /S "$(windows_path "$1")"; }
-windows_path() { local path; path=$(realpath "$1"); printf 'Z:%s' "${path//\//\\}"; }
+windows_path() { local path; path=$(realpath -m "$1"); printf 'Z:%s' "${path//\//\\}"; }
 
 set_windows_version() {
     in_wine wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1" /v Version /d "$2" /f >/dev/null
@@ -108,11 +108,12 @@ install_program() {
     cp "$1" "$(program_folder)/Bromvale.exe"
 }
 
+seed_example() { import_registry "$bromvale_top/resources/example/wine.reg" && seed_example_files; }
+
 # files.txt names one file a line by its full Windows path; a line that ends in a backslash is a folder. Below
 # C:\WINDOWS Wine has its own.
-seed_example() {
+seed_example_files() {
     local line drive path
-    import_registry "$bromvale_top/resources/example/wine.reg" || return 1
     while IFS= read -r line || [ -n "$line" ]; do
         line=${line%$'\r'}
         case $line in [Cc]:\\[Ww][Ii][Nn][Dd][Oo][Ww][Ss]\\*) continue ;; [A-Za-z]:\\*) ;; *) continue ;; esac
