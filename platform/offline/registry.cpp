@@ -47,9 +47,7 @@ bool namesFit(std::string_view path) {
 
 // Splits a whole path into the hive's index and the rest.
 std::optional<std::size_t> takeHive(std::string_view& path) {
-    const auto hive = hiveByName(nextPathName(path));
-    path.remove_prefix(std::min(path.find_first_not_of('\\'), path.size()));
-    return hive;
+    return hiveByName(nextPathName(path));
 }
 
 RegistryValue copyOf(const RegistryValueNode& node) {
@@ -166,6 +164,7 @@ RegistryKey* Registry::findClass(std::string_view path) const {
 
 RegistryKey* Registry::findOrMakeClass(std::string_view path, bool& created) {
     created = false;
+    path.remove_prefix(std::min(path.find_first_not_of('\\'), path.size()));
     if (RegistryKey* key = path.empty() ? nullptr : findClass(path)) return key;
     RegistryKey* classes = tree_.findOrMake(roots_[kLocalMachine], kClasses, created);
     return tree_.findOrMake(classes, path, created);
@@ -184,19 +183,26 @@ RegistryKey* Registry::findOrMake(HKEY handle, RegistryKey* key, std::string_vie
 
 // By whole path ----------------------------------------------------------------------------------
 
+RegistryKey* Registry::findBelow(std::size_t hive, std::string_view path) const {
+    path.remove_prefix(std::min(path.find_first_not_of('\\'), path.size()));
+    if (hive == kClassesRoot && !path.empty()) return findClass(path);
+    return tree_.find(hiveKey(hive), path);
+}
+
 RegistryKey* Registry::findPath(std::string_view path) const {
     const auto hive = takeHive(path);
-    if (!hive) return nullptr;
-    if (*hive == kClassesRoot && !path.empty()) return findClass(path);
-    return tree_.find(hiveKey(*hive), path);
+    return hive ? findBelow(*hive, path) : nullptr;
+}
+
+RegistryKey* Registry::makeKey(std::size_t hive, std::string_view path) {
+    bool created = false;
+    if (hive == kClassesRoot) return findOrMakeClass(path, created);
+    return tree_.findOrMake(roots_[hive], path, created);
 }
 
 RegistryKey* Registry::makePath(std::string_view path) {
     const auto hive = takeHive(path);
-    if (!hive || !namesFit(path)) return nullptr;
-    bool created = false;
-    if (*hive == kClassesRoot) return findOrMakeClass(path, created);
-    return tree_.findOrMake(roots_[*hive], path, created);
+    return hive && namesFit(path) ? makeKey(*hive, path) : nullptr;
 }
 
 bool Registry::setDenied(std::string_view path, bool denied) {
@@ -211,7 +217,12 @@ bool Registry::createKey(std::string_view path) {
 }
 
 bool Registry::deleteKey(std::string_view path) {
-    RegistryKey* key = findPath(path);
+    const auto hive = takeHive(path);
+    return hive && deleteKey(*hive, path);
+}
+
+bool Registry::deleteKey(std::size_t hive, std::string_view path) {
+    RegistryKey* key = findBelow(hive, path);
     if (key == nullptr || isRoot(key)) return false;
     tree_.remove(key);
     return true;

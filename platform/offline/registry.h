@@ -94,6 +94,9 @@ class Registry {
 
     [[nodiscard]] RegistryTree& tree() { return tree_; }
     [[nodiscard]] const RegistryTree& tree() const { return tree_; }
+    // By a hive's index and the path below it; names must fit.
+    RegistryKey* makeKey(std::size_t hive, std::string_view path);
+    bool deleteKey(std::size_t hive, std::string_view path);
     // The hive's own root. HKEY_CLASSES_ROOT is a view of other hives and has nothing of its own.
     [[nodiscard]] RegistryKey* root(std::size_t hive) const { return roots_[hive]; }
     [[nodiscard]] bool isRoot(const RegistryKey* key) const;
@@ -102,6 +105,7 @@ class Registry {
     [[nodiscard]] RegistryKey* hiveKey(std::size_t hive) const;
     [[nodiscard]] RegistryKey* findClass(std::string_view path) const;
     RegistryKey* findOrMakeClass(std::string_view path, bool& created);
+    [[nodiscard]] RegistryKey* findBelow(std::size_t hive, std::string_view path) const;
     [[nodiscard]] RegistryKey* findPath(std::string_view path) const;
     RegistryKey* makePath(std::string_view path);
     bool setDenied(std::string_view path, bool denied);
