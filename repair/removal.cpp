@@ -1,0 +1,142 @@
+// Turns the rows of the result list into deletions, each saved in the undo file before its key goes.
+#include <string>
+
+#include "core/attempt.h"
+#include "core/log.h"
+#include "core/registry_layer.h"
+#include "core/runtime.h"
+#include "core/state.h"
+#include "core/text_file.h"
+#include "repair/undo_file.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+
+namespace {
+
+constexpr Tags kTags{"frmMain", "ProblemeEntfernen"};
+
+// A missing backup folder is made and the failing statement repeated; a failure of that goes to the caller.
+// Any other failure is shown and ends the removal: the file stays as far as it was written, and open.
+Ending handle(const Failure& failure) {
+    if (failure.number == 75 || failure.number == 76) {
+        makeFolder(BackupPath);
+        ErrHandle(kTags.modul, kTags.funktion, "Ordner " + BackupPath + " angelegt", failure.number,
+                  failure.description, kStyleExclamation, kHide);
+        return Ending::Retry;
+    }
+    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation, kShow);
+    return Ending::Leave;
+}
+
+// One run. The steps return false once the removal has ended early.
+class Removal {
+  public:
+    explicit Removal(FrmMain& form) : form_(form), list_(form.lvwRegKeys) {}
+    void run();
+
+  private:
+    [[nodiscard]] bool openUndoFile();
+    [[nodiscard]] bool writeHeader();
+    [[nodiscard]] bool removeSelected();
+    [[nodiscard]] bool removeAll();
+    [[nodiscard]] bool saveAndDelete(int row);
+    [[nodiscard]] bool show(std::string_view message);
+
+    template <class Statement>
+    [[nodiscard]] static bool step(Statement&& statement) {
+        return attempt(handle, statement);
+    }
+
+    FrmMain& form_;
+    ListView& list_;
+    int file_ = 0;
+};
+
+void Removal::run() {
+    kTags.trace("started");
+    const auto removeRows = [&] {
+        return form_.chbMarkierteKeysEntfernen.value() == 1 ? removeSelected() : removeAll();
+    };
+    if (openUndoFile() && writeHeader() && removeRows()) static_cast<void>(step([&] { closeFile(file_); }));
+    kTags.trace("endet");
+}
+
+bool Removal::openUndoFile() {
+    std::string stamp;
+    if (!step([&] { file_ = freeFile(); }) || !step([&] { stamp = undoStamp(); })) return false;
+    kTags.trace([&] { return "Sicherungsdatei: " + undoFileName(stamp); });
+    // Once, before any row is read: rows are taken in the order that the list shows.
+    return step([&] { list_.setSortKey(kKeyLine); }) &&
+           step([&] { list_.setSortOrder(SortOrder::Descending); }) &&
+           step([&] { openFile(BackupPath + undoFileName(stamp), FileMode::Append, file_); });
+}
+
+// Date and time are read anew and can differ from the file's name by a moment.
+bool Removal::writeHeader() {
+    std::string created;
+    if (!step([&] { created = undoCreated(); })) return false;
+    for (const std::string& line :
+         undoHeaderLines({RegFileHeader, AppTitle, AppVersion, created, UserName, ComputerName, OSName})) {
+        if (!step([&] { writeLine(file_, line); })) return false;
+    }
+    return true;
+}
+
+// The row that moves up into the place of a removed one is looked at next.
+bool Removal::removeSelected() {
+    kTags.trace("Einzelne Fehler entfernen wurde aktiviert.");
+    for (int row = 1; row <= list_.count(); ++row) {
+        bool selected = false;
+        if (!step([&] { selected = list_.item(row).selected(); })) return false;
+        if (!selected) continue;
+        if (!saveAndDelete(row) || !step([&] { list_.remove(row); })) return false;
+        --row;
+    }
+    return show("Die markierten Fehler wurden erfolgreich entfernt und gesichert.");
+}
+
+// Rows stay until the end: should the removal end early, the list still holds those that are gone already.
+bool Removal::removeAll() {
+    kTags.trace("Alle Fehler entfernen wurde aktiviert.");
+    for (int row = 1; row <= list_.count(); ++row) {
+        if (!saveAndDelete(row)) return false;
+    }
+    return show("Die erkannten Fehler wurden erfolgreich entfernt und gesichert.") &&
+           step([&] { list_.clear(); });
+}
+
+// The record is with the operating system, in one write, before its key is deleted.
+// The sub key is what stands behind the first backslash without the closing "]": rows of a dead link have
+// none behind the hive's name and lose the first element of their path, so that their deletion meets no key.
+// They are handled like all others on purpose.
+bool Removal::saveAndDelete(int row) {
+    const ListItem& item = list_.item(row);
+    const std::string& keyLine = item.column(kKeyLine);
+    const std::string& name = item.column(kValueName);
+    const std::string& data = item.column(kValueData);
+    if (!step([&] { writeFile(file_, undoRecord(keyLine, name, data)); })) return false;
+
+    const auto length = static_cast<std::int64_t>(keyLine.size());
+    const std::int32_t slash = InStr(keyLine, "\\");
+    std::string hiveName;  // not used any further: the root comes from the row's handle
+    std::string subKey;
+    if (!step([&] { hiveName = Mid(keyLine, 2, slash - 2); }) ||
+        !step([&] { subKey = Mid(keyLine, slash + 1, length - slash - 1); }))
+        return false;
+    // This one line carries the module of the checks, unlike the rest of the routine.
+    trace("modCheckKeys", kTags.funktion, [&] { return undoRecordText(keyLine, name, data); });
+    return step([&] { DelKey(toInt32(item.column(kHiveHandle)), subKey, kReadControl); });
+}
+
+bool Removal::show(std::string_view message) {
+    return step([&] { form_.lblScanBericht.setCaption(message); });
+}
+
+}  // namespace
+
+void FrmMain::ProblemeEntfernen() {
+    Removal(*this).run();
+}
+
+}  // namespace bromvale

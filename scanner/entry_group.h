@@ -1,0 +1,44 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bromvale {
+
+// The buffered entries of one registry object, in the order of collection. Indices count from 1; Failure 9
+// beyond the end. Texts of removed entries keep their memory for the next ones: an entry of a scan costs no
+// allocation here.
+class EntryGroup {
+  public:
+    [[nodiscard]] int count() const { return static_cast<int>(count_); }
+    [[nodiscard]] const std::string& key(int index) const { return at(index).key; }  // with its closing "]"
+    [[nodiscard]] const std::string& lowerKey(int index) const { return at(index).lowerKey; }
+    [[nodiscard]] const std::string& name(int index) const {
+        return at(index).name;
+    }  // "@" for the default value
+    [[nodiscard]] const std::string& value(int index) const { return at(index).value; }
+    [[nodiscard]] std::int32_t hive(int index) const { return at(index).hive; }
+
+    void append(std::string_view key, std::string_view lowerKey, std::string_view name,
+                std::string_view value, std::int32_t hive);
+    void remove(int index);
+    // From the last to the first.
+    void clear() { count_ = 0; }
+
+  private:
+    struct Entry {
+        std::string key;
+        std::string lowerKey;
+        std::string name;
+        std::string value;
+        std::int32_t hive = 0;
+    };
+    [[nodiscard]] const Entry& at(int index) const;
+
+    std::vector<Entry> entries_;
+    std::size_t count_ = 0;
+};
+
+}  // namespace bromvale
