@@ -1,5 +1,7 @@
 #pragma once
-#include <utility>
+#include <new>
+#include <optional>
+#include <string>
 
 #include "core/runtime.h"
 #include "platform/failure.h"
@@ -13,13 +15,27 @@ enum class Ending {
     Leave,  // leave the statements: the call returns false, and the routine goes to its end
 };
 
+// What a statement throws, as the routines know it: memory that runs out is failure 7. Empty where it went
+// well.
+template <class Statement>
+std::optional<Failure> failureOf(Statement& statement) {
+    try {
+        statement();
+        return std::nullopt;
+    } catch (const Failure& failure) {
+        return failure;
+    } catch (const std::bad_alloc&) {
+        return Failure{7, std::string(failureText(7))};
+    }
+}
+
 // Runs one statement of a routine under that routine's handler, which takes a Failure and says how to go on.
 // While the handler runs, lastFailure() holds the failure; afterwards it is clear again. A failure in the
 // handler itself goes to the caller. Example:
 //
 //     const auto onFailure = [&](const Failure& failure) {
-//         ErrHandle("frmMain", "cmdStart_Click", "", failure.number, failure.description, kStyleExclamation, kHide);
-//         return Ending::Next;
+//         ErrHandle("frmMain", "cmdStart_Click", "", failure.number, failure.description, kStyleExclamation,
+//         kHide); return Ending::Next;
 //     };
 //     attempt(onFailure, [&] { percent = divide(faults, total); });
 //
@@ -27,16 +43,13 @@ enum class Ending {
 template <class Handler, class Statement>
 bool attempt(const Handler& handler, Statement&& statement) {
     for (;;) {
-        try {
-            std::forward<Statement>(statement)();
-            return true;
-        } catch (const Failure& failure) {
-            setLastFailure(failure);
-            const Ending ending = handler(failure);
-            clearLastFailure();
-            if (ending == Ending::Next) return true;
-            if (ending == Ending::Leave) return false;
-        }
+        const std::optional<Failure> failure = failureOf(statement);
+        if (!failure) return true;
+        setLastFailure(*failure);
+        const Ending ending = handler(*failure);
+        clearLastFailure();
+        if (ending == Ending::Next) return true;
+        if (ending == Ending::Leave) return false;
     }
 }
 

@@ -8,8 +8,8 @@
 
 namespace bromvale {
 
-// Report classes: the platform's message-box styles. 16 and 48 are always logged, 32 and 64 while LogAlways is True,
-// any other style does nothing at all.
+// Report classes: the platform's message-box styles. 16 and 48 are always logged, 32 and 64 while LogAlways
+// is True, any other style does nothing at all.
 inline constexpr std::int32_t kStyleStop = 16;
 inline constexpr std::int32_t kStyleQuestion = 32;
 inline constexpr std::int32_t kStyleExclamation = 48;
@@ -19,16 +19,17 @@ inline constexpr std::int32_t kStyleInformation = 64;
 inline constexpr std::int16_t kShow = -1;
 inline constexpr std::int16_t kHide = 0;
 
-// The one reporting routine. Style 16 and 48: log, and with kShow the error dialog; 32 and 64: log while LogAlways,
-// and with kShow a message box. Has no handler of its own.
+// The one reporting routine. Style 16 and 48: log, and with kShow the error dialog; 32 and 64: log while
+// LogAlways, and with kShow a message box. Has no handler of its own.
 void ErrHandle(std::string_view Modul, std::string_view Funktion, std::string_view Text, std::int32_t Nummer,
                std::string_view Beschreibung, std::int32_t Stil, std::int16_t Anzeigen);
 
 // First record of a start: "date time; started; AppTitle; AppVersion; AppTarget". Swallows all failures.
 void WriteLogStart();
 
-// One record: "date time; Modul; Funktion; Text; Nummer; Beschreibung". Swallows all failures; its only caller is
-// ErrHandle. The file is opened and closed for each record, so that it is on disk when this returns.
+// One record: "date time; Modul; Funktion; Text; Nummer; Beschreibung". Swallows all failures; its only
+// caller is ErrHandle. The file is opened and closed for each record, so that it is on disk when this
+// returns.
 void WriteLog(std::string_view Modul, std::string_view Funktion, std::string_view Text, std::int32_t Nummer,
               std::string_view Beschreibung);
 
@@ -40,8 +41,8 @@ void setErrorDialog(ErrorDialog dialog);
 // Message box with the program's title; the answer is IDOK, IDYES, IDNO ...
 int MsgBox(std::string_view text, std::int32_t style);
 
-// Trace with style 64 and the last failure (normally 0 and empty), only while Protokoll is 1. `text` may be a text
-// or a callable that builds one, which then costs nothing while tracing is off.
+// Trace with style 64 and the last failure (normally 0 and empty), only while Protokoll is 1. `text` may be a
+// text or a callable that builds one, which then costs nothing while tracing is off.
 template <class Text>
 void trace(std::string_view modul, std::string_view funktion, Text&& text);
 

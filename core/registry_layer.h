@@ -8,11 +8,12 @@
 
 namespace bromvale {
 
-// All registry calls that aren't scans. Hives are their handle's signed 32-bit number, as lists and log lines show it.
+// All registry calls that aren't scans. Hives are their handle's signed 32-bit number, as lists and log lines
+// show it.
 inline constexpr std::int32_t kHiveCurrentUser = -2147483647;
 inline constexpr std::int32_t kHiveLocalMachine = -2147483646;
-// The standard right for reading: enough to see a key, and to have DelKey delete it, since the deletion opens the
-// key anew by itself.
+// The standard right for reading: enough to see a key, and to have DelKey delete it, since the deletion opens
+// the key anew by itself.
 inline constexpr REGSAM kReadControl = 0x20000;
 inline constexpr REGSAM kSetValue = 2;
 
@@ -25,15 +26,15 @@ std::int32_t KeyExist(std::int32_t hive, std::string_view subKey, REGSAM access)
 // Deletes the key; a missing or refusing one is passed over.
 void DelKey(std::int32_t hive, std::string_view subKey, REGSAM access);
 void DelKeyValue(std::int32_t hive, std::string_view subKey, std::string_view name);
-// The key must exist; a failed open goes unnoticed. Types other than 1 store a byte in a 32-bit word: Failure 6 above
-// 255, Failure 13 for no number.
+// The key must exist; a failed open goes unnoticed. Types other than 1 store a byte in a 32-bit word: Failure
+// 6 above 255, Failure 13 for no number.
 void SetKeyValue(std::int32_t hive, std::string_view subKey, std::string_view name, std::string_view value,
                  std::uint32_t type, REGSAM access);
 // Text for REG_SZ, a 16-bit number for REG_BINARY, monostate otherwise.
 using RegistryValue = std::variant<std::monostate, std::string, std::int16_t>;
 [[nodiscard]] RegistryValue ReadValue(std::int32_t hive, std::string_view subKey, std::string_view name);
-// Empty if key or value is missing; the name's case counts. Leaves the key open, deliberately: it is called once each
-// per use, and closing it is not this routine's work.
+// Empty if key or value is missing; the name's case counts. Leaves the key open, deliberately: it is called
+// once each per use, and closing it is not this routine's work.
 [[nodiscard]] std::string FindValue(std::int32_t hive, std::string_view subKey, std::string_view name);
 [[nodiscard]] std::string_view HiveName(std::int32_t hive);
 // Cuts the text at its first NUL, in place, and returns it.

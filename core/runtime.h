@@ -34,8 +34,8 @@ void lowerInPlace(std::string& text);
 [[nodiscard]] std::string withBackslash(std::string_view folder);
 
 // --- numbers ---
-// A text as the system's number parser reads it (leading and trailing blanks, sign, decimal and thousands sign of
-// the locale, exponent), rounded half to even. Failure 13 where it is no number, 6 out of range.
+// A text as the system's number parser reads it (leading and trailing blanks, sign, decimal and thousands
+// sign of the locale, exponent), rounded half to even. Failure 13 where it is no number, 6 out of range.
 [[nodiscard]] std::int16_t toInt16(std::string_view text);
 [[nodiscard]] std::int32_t toInt32(std::string_view text);
 [[nodiscard]] std::uint8_t toByte(std::string_view text);
@@ -61,9 +61,9 @@ void lowerInPlace(std::string& text);
 [[nodiscard]] std::string dateText(const char* picture);
 [[nodiscard]] std::string timeText(const char* picture);
 
-// Waits and serves events until the time of day has reached the start plus `seconds`. Past midnight the time of day
-// falls back to 0, so that a wait begun just before it never ends: kept, since a target of the next day would
-// need a date, and every caller waits seconds.
+// Waits and serves events until the time of day has reached the start plus `seconds`. Past midnight the time
+// of day falls back to 0, so that a wait begun just before it never ends: kept, since a target of the next
+// day would need a date, and every caller waits seconds.
 void Pause(double seconds);
 
 }  // namespace bromvale

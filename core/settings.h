@@ -34,12 +34,12 @@ extern std::int16_t ScreenSave;
 extern std::int16_t ScreenX;  // top edge in twips: the names are crossed and stay so
 extern std::int16_t ScreenY;  // left edge
 
-// Copies the values into the variables; writes the defaults and reads again where nothing could be read. Any failure is
-// swallowed and leaves its variable as it was.
+// Copies the values into the variables; writes the defaults and reads again where nothing could be read. Any
+// failure is swallowed and leaves its variable as it was.
 void ReadAppSwitch();
 
-// Creates the key and writes all defaults, with the lengths of the table in settings.cpp, which cut some of them.
-// Leaves the key's handle, which nobody closes, in `handle`.
+// Creates the key and writes all defaults, with the lengths of the table in settings.cpp, which cut some of
+// them. Leaves the key's handle, which nobody closes, in `handle`.
 void KeysNachtragen(HKEY& handle);
 
 }  // namespace bromvale

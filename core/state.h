@@ -4,12 +4,12 @@
 
 namespace bromvale {
 
-// Module-level state: one instance for the process, filled by Main and read everywhere. Every directory ends in
-// a backslash.
-extern std::string AppTitle;         // caption of every message box
-extern std::string AppVersion;       // major.minor.revision
+// Module-level state: one instance for the process, filled by Main and read everywhere. Every directory ends
+// in a backslash.
+extern std::string AppTitle;    // caption of every message box
+extern std::string AppVersion;  // major.minor.revision
 extern std::string AppTarget;
-extern std::string AppPath;          // folder of the program file
+extern std::string AppPath;  // folder of the program file
 extern std::string BackupPath;
 extern std::string WinDir;
 extern std::string SysDir;
@@ -20,8 +20,8 @@ extern std::string AgentCharsDir;
 extern std::string ComputerName;
 extern std::string UserName;
 extern std::string OSName;
-extern std::string OSBuild;          // low 16 bits of the build, signed, as text
-extern std::string RegFileHeader;    // first text of a .reg file, with two CR LF
+extern std::string OSBuild;        // low 16 bits of the build, signed, as text
+extern std::string RegFileHeader;  // first text of a .reg file, with two CR LF
 
 // Style 32 and 64 reports reach the log. Set whenever Protokoll is read as 1, never cleared.
 extern bool LogAlways;

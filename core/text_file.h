@@ -5,8 +5,8 @@
 namespace bromvale {
 
 // Text files by number, as the routines use them: take the next free number, open, work, close. A number that
-// was not closed stays open until the process ends. Bytes are written to the operating system before a call returns
-// and thus survive the end of the process at any later moment.
+// was not closed stays open until the process ends. Bytes are written to the operating system before a call
+// returns and thus survive the end of the process at any later moment.
 
 enum class FileMode { Input, Output, Append };
 
@@ -15,7 +15,8 @@ enum class FileMode { Input, Output, Append };
 // Input: Failure 53 file missing, 76 folder missing, 75 or 70 no access. Output empties the file or makes it,
 // Append makes it if it is absent. Failure 52 for a bad name (empty, or with wildcards).
 void openFile(std::string_view path, FileMode mode, int number);
-// One write of exactly these bytes; Failure 52 for a number that isn't open, 61 disk full, 57 other write failures.
+// One write of exactly these bytes; Failure 52 for a number that isn't open, 61 disk full, 57 other write
+// failures.
 void writeFile(int number, std::string_view bytes);
 // The same with CR LF behind it, still one write.
 void writeLine(int number, std::string_view text);

@@ -1,0 +1,68 @@
+#include "cleanup/file_del.h"
+
+#include <vector>
+
+#include "core/attempt.h"
+#include "core/file_helpers.h"
+#include "core/log.h"
+#include "core/settings.h"
+#include "core/state.h"
+#include "platform/files.h"
+#include "platform/shell.h"
+
+namespace bromvale {
+namespace {
+
+constexpr Tags kTags{"modFiles", "FileDel"};
+
+// Without a question, a sub folder with all that it holds.
+void moveToRecycleBin(const std::string& path) {
+    const std::string title = AppTitle + " leert die gewählten Ordner.";
+    std::string from = path;
+    from += '\0';  // the list of names ends in an empty one
+    SHFILEOPSTRUCTA operation{};
+    operation.wFunc = FO_DELETE;
+    operation.pFrom = from.c_str();
+    operation.pTo = "\0";
+    operation.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION;
+    operation.lpszProgressTitle = title.c_str();
+    static_cast<void>(SHFileOperationA(&operation));
+}
+
+// A name is a file or a folder, so one of the two calls fails. A folder that holds something stays with all
+// of it.
+void deleteForGood(const std::string& path) {
+    static_cast<void>(DeleteFileA(path.c_str()));
+    static_cast<void>(RemoveDirectoryA(path.c_str()));
+}
+
+void traceAttempt(const std::string& path) {
+    kTags.trace([&] { return "Versuch die Datei " + path + " zu löschen; Ergebnis unbekannt"; });
+}
+
+}  // namespace
+
+void FileDel(std::string& path, std::string_view file) {
+    const auto onFailure = [](const Failure& failure) {
+        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
+                  kHide);
+        return Ending::Next;
+    };
+    if (!file.empty()) {
+        // A named file always goes to the recycle bin, whatever DelFilePermanent says.
+        const std::string whole = std::string(path).append(file);
+        attempt(onFailure, [&] { moveToRecycleBin(whole); });
+        return traceAttempt(whole);
+    }
+    std::vector<std::string> names;
+    attempt(onFailure, [&] { FindFileAPI(path, "*.*", names); });
+    kTags.trace([] { return "Dateien permanent löschen=" + std::to_string(DelFilePermanent); });
+    for (const std::string& name : names) {
+        if (name.empty() || name == path) continue;
+        const std::string whole = path + name;
+        attempt(onFailure, [&] { DelFilePermanent == 1 ? deleteForGood(whole) : moveToRecycleBin(whole); });
+        traceAttempt(whole);
+    }
+}
+
+}  // namespace bromvale

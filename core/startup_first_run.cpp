@@ -1,0 +1,25 @@
+#include "core/startup_first_run.h"
+
+#include "core/attempt.h"
+#include "core/log.h"
+#include "core/registry_layer.h"
+#include "platform/help.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+
+void CheckFirstRun() {
+    const Tags tags{"modMain", "CheckFirstRun"};
+    const auto onFailure = [&](const Failure& failure) {
+        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
+                  kHide);
+        return Ending::Next;
+    };
+    tags.trace("started");
+    // The first use of the window loads it.
+    attempt(onFailure, [] { HtmlHelpA(frmMain().window(), "Bromvale.chm", 0, 0); });
+    attempt(onFailure, [] { SetKeyValue(kHiveCurrentUser, kSettingsKey, "1stRun", "0", REG_SZ, kSetValue); });
+    tags.trace("endet");
+}
+
+}  // namespace bromvale

@@ -1,0 +1,271 @@
+#include "core/startup_main.h"
+
+#include <algorithm>
+#include <array>
+
+#include "cleanup/file_del.h"
+#include "core/attempt.h"
+#include "core/log.h"
+#include "core/machine_facts.h"
+#include "core/registry_layer.h"
+#include "core/runtime.h"
+#include "core/startup_check_libs.h"
+#include "core/startup_first_run.h"
+#include "core/state.h"
+#include "core/text_file.h"
+#include "core/version.h"
+#include "platform/events.h"
+#include "platform/machine.h"
+#include "platform/process.h"
+#include "repair/backup_area.h"
+#include "ui/frm_error.h"
+#include "ui/frm_login.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+namespace {
+
+constexpr Tags kTags{"modMain", "Main"};
+constexpr const char* kTitle = "Bromvale";
+
+// Its handle lives as long as the process. Names of this kind are known within one session, so that two users
+// of one machine don't get in each other's way.
+bool previousInstanceRuns() {
+    SetLastError(ERROR_SUCCESS);
+    static_cast<void>(CreateMutexA(nullptr, FALSE, "Bromvale is running"));
+    return GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
+// What stands behind the program's name on the command line, as it was typed, trailing blanks and all.
+std::string_view arguments() {
+    std::string_view line = GetCommandLineA();
+    if (line.starts_with('"')) {
+        line.remove_prefix(std::min(line.find('"', 1), line.size() - 1) + 1);
+    } else {
+        line.remove_prefix(std::min(line.find_first_of(" \t"), line.size()));
+    }
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    return line;
+}
+
+// --- the module-level state, a step each ---
+
+void nameProgram() {
+    AppTitle = kTitle;
+    AppVersion = std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
+                 std::to_string(kVersionRevision);
+    AppTarget = "für Windows 98/ME und NT4";
+}
+
+void findProgramFolder() {
+    std::array<char, MAX_PATH> buffer{};
+    const DWORD length = GetModuleFileNameA(nullptr, buffer.data(), MAX_PATH);
+    const std::string_view file(buffer.data(), length);
+    AppPath = withBackslash(file.substr(0, std::min(file.rfind('\\'), file.size())));
+}
+
+// Read before all other settings, so that their reading can be traced already.
+void readTraceSwitch() {
+    const std::string text = FindValue(kHiveCurrentUser, "Software\\" + AppTitle, "Protokoll");
+    Protokoll = text.empty() ? std::int16_t{0} : toInt16(text);
+    if (Protokoll == 1) LogAlways = true;
+    kTags.trace([] { return "Protokollierung=" + std::to_string(Protokoll); });
+}
+
+void readSettings() {
+    ReadAppSwitch();
+    kTags.trace(AppPath);
+}
+
+void nameBackupFolder() {
+    BackupPath = AppPath + "Backup\\";
+    kTags.trace(BackupPath);
+}
+
+void readComputerName() {
+    ComputerName = ReadComputerName();
+    kTags.trace(ComputerName);
+}
+
+void readUserName() {
+    UserName = ReadUserName();
+    kTags.trace(UserName);
+}
+
+void readWindowsFolder() {
+    WinDir = withBackslash(ReadWinDir());
+    kTags.trace(WinDir);
+}
+
+void nameAgentFolders() {
+    AgentDir = WinDir + "msagent\\";
+    AgentCharsDir = WinDir + "msagent\\chars\\";
+    kTags.trace(AgentDir);
+}
+
+void readSystemFolder() {
+    SysDir = withBackslash(ReadSysDir());
+    kTags.trace(SysDir);
+}
+
+void readTemporaryFolder() {
+    TmpDir = withBackslash(ReadTmpDir());
+    kTags.trace(TmpDir);
+}
+
+void readProgramsFolder() {
+    const RegistryValue value =
+        ReadValue(kHiveLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion", "ProgramFilesDir");
+    const std::string* folder = std::get_if<std::string>(&value);
+    ProgramFilesDir = withBackslash(folder != nullptr ? *folder : std::string());
+    kTags.trace(ProgramFilesDir);
+}
+
+// The start record comes before the program's folder is known, so it lands in the current directory.
+constexpr std::array kStateSteps{
+    nameProgram,        WriteLogStart,
+    findProgramFolder,  readTraceSwitch,
+    readSettings,       nameBackupFolder,
+    readComputerName,   readUserName,
+    readWindowsFolder,  nameAgentFolders,
+    readSystemFolder,   readTemporaryFolder,
+    readProgramsFolder, OS,
+};
+
+// --- refusal and checks ---
+
+void refuse() {
+    MsgBox(OSName + " wird nicht unterstützt.", kStyleInformation);
+}
+
+void traceSystem() {
+    kTags.trace([] { return OSName + " Build: " + OSBuild; });
+}
+
+// --- the emptying road ---
+
+void showWaitingWindow() {
+    frmLogin().load();
+    frmLogin().lblLogin.setCaption(AppTitle + " " + AppVersion +
+                                   "\r\nDie gewählten Ordner werden geleert. Bitte warten...");
+    frmLogin().show();
+    Pause(0.1);
+}
+
+void openFolderList(int number) {
+    openFile(AppPath + "liste.txt", FileMode::Input, number);
+    // The backslash that stands twice is as old as the program.
+    kTags.trace([] { return "Tempfiledelete: " + AppPath + "\\liste.txt geöffnet"; });
+}
+
+void emptyListedFolders(int number) {
+    while (!endOfFile(number)) {
+        const std::string line = readLine(number);
+        if (line.empty()) continue;
+        std::string folder = withBackslash(line);
+        FileDel(folder, "");
+    }
+    kTags.trace("Tempfiledelete: Dateien und Ordner gelöscht");
+}
+
+void endEmptying(int number) {
+    closeFile(number);
+    kTags.trace("Tempfiledelete endet");
+    frmLogin().unload();
+}
+
+// --- the normal road ---
+
+void runFirstRunAction() {
+    if (FirstRun == 1) CheckFirstRun();
+}
+
+void deleteOldUndoFiles() {
+    if (AutoRegFileDel == 1) AutoFileDel();
+}
+
+void tellThatTracingIsOn() {
+    if (Protokoll == 1) MsgBox("Die Protokollierung ist aktiviert.", kStyleInformation);
+}
+
+void showMainWindow() {
+    frmMain().show();
+}
+
+constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThatTracingIsOn, showMainWindow};
+
+// --- failures ---
+
+Ending makeFolderList(const Failure& failure, int number) {
+    const std::string path = AppPath + "liste.txt";
+    ErrHandle(kTags.modul, kTags.funktion, path + " musste angelegt werden.", failure.number,
+              failure.description, kStyleExclamation, kHide);
+    openFile(path, FileMode::Output, number);
+    closeFile(number);
+    return Ending::Retry;
+}
+
+void tellThatMemoryIsShort() {
+    MsgBox(
+        "Es ist mehr Speicher erforderlich, als verfügbar ist.\r"
+        "Es sind zu viele Anwendungen, Dokumente oder Quelldateien geöffnet.\r"
+        "Schließen Sie alle geöffneten Anwendungen, Dokumente oder Quelldateien, die Sie nicht benötigen.\r"
+        "Starten Sie ggf. den Rechner neu.",
+        kStyleStop);
+    const auto& forms = loadedForms();
+    const auto found =
+        std::find_if(forms.begin(), forms.end(), [](const Form* form) { return form->name() == "frmMain"; });
+    if (found != forms.end()) (*found)->unload();
+}
+
+// `number` is the file number of liste.txt, whose open is the one statement that fails with 52 or 53: a
+// missing list is made, and gives an empty run. After any other failure the error dialog is what stays on the
+// screen.
+Ending onFailureOfMain(const Failure& failure, int number) {
+    if (failure.number == 53 || failure.number == 52) return makeFolderList(failure, number);
+    if (failure.number == 7) tellThatMemoryIsShort();
+    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
+    return Ending::Leave;
+}
+
+// A failure that no routine below an event has caught.
+void showUnhandledFailure(const Failure& failure) {
+    MsgBox("Laufzeitfehler '" + std::to_string(failure.number) + "':\r\n\r\n" + failure.description,
+           kStyleStop);
+}
+
+}  // namespace
+
+void Main() {
+    int number = 1;
+    const auto onFailure = [&](const Failure& failure) { return onFailureOfMain(failure, number); };
+    const auto step = [&](auto&& statement) { return attempt(onFailure, statement); };
+    const auto all = [&](const auto& steps) { return std::all_of(steps.begin(), steps.end(), step); };
+
+    if (previousInstanceRuns()) return;
+    if (!all(kStateSteps)) return;
+    if (OSName == "Windows 95") {
+        step(refuse);
+        return;
+    }
+    if (!step(traceSystem) || !step(CheckLibs)) return;
+    if (arguments() != "-d") {
+        all(kNormalRoad);
+        return;
+    }
+    static_cast<void>(step([&] {
+                          kTags.trace("Tempfiledelete startet");
+                          number = freeFile();
+                      }) &&
+                      step(showWaitingWindow) && step([&] { openFolderList(number); }) &&
+                      step([&] { emptyListedFolders(number); }) && step([&] { endEmptying(number); }));
+}
+
+void runProgram() {
+    registerErrorDialog();
+    setUnhandledFailure(showUnhandledFailure);
+    dispatchUserEvent(Main);
+    RunEventLoop();
+}
+
+}  // namespace bromvale
