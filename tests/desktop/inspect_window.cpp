@@ -210,8 +210,8 @@ constexpr Command Commands[] = {
     {"header-place", 2, showHeaderPlace, "LIST COLUMN: where the column's header is"},
     {"message-box", 0, showMessageBox, "caption, texts and buttons of the open message box"},
     {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
-    {"click-time", 3, measureClick,
-     "NAME WATCHED TEXT: click, then milliseconds until the other shows the text"},
+    {"click-time", 2, measureClick,
+     "NAME WATCHED: clicks, and tells the milliseconds until the other is enabled"},
 };
 
 }  // namespace
