@@ -42,7 +42,7 @@ fall_back() {
     offline
 }
 
-inspect() { in_wine wine build/win64/tests/desktop/inspect_window.exe "$@" 2>/dev/null; }
+inspect() { in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe "$@" 2>/dev/null; }
 
 click() {
     local enabled visible checked place rest left top right bottom
@@ -71,7 +71,7 @@ show() {
     start_desktop 1024x768
     rm -rf "$shots"
     mkdir -p "$shots"
-    (cd "$(program_folder)" && in_wine wine Bromvale.exe) >/dev/null 2>&1 &
+    (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe) >/dev/null 2>&1 &
     program=$!
     inspect wait frmMain '' 60 || { say "The window does not open." >&2; return 1; }
     say "The window is open; scanning..."

@@ -2,7 +2,7 @@
 # Sourced by the scripts that run Windows programs: private Wine prefixes below build/wine, a screen, a desktop.
 #
 #   use_prefix NAME 64|32        makes the prefix NAME if need be; all that follows works in it
-#   in_wine COMMAND...           runs a command with the prefix's environment (in_wine wine program.exe ...)
+#   in_wine COMMAND...           runs a command with the prefix's environment (in_wine "$wine_loader" program.exe ...)
 #   reset_prefix                 puts the registry back to what a new prefix holds
 #   import_registry FILE.reg     merges a file of the registry editor
 #   set_windows_version EXE win98|winme|...
@@ -15,7 +15,7 @@
 
 bromvale_top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 wine_top=${BROMVALE_WINE_TOP:-$bromvale_top/build/wine}
-prefix_name= prefix= prefix_bits=
+prefix_name= prefix= prefix_bits= wine_loader=wine
 xvfb_pid=
 # The X server's key file is found by the real home folder, which the programs in the prefix don't see.
 : "${XAUTHORITY:=${HOME:-/}/.Xauthority}"
@@ -83,6 +83,9 @@ use_prefix() {
     [ -f "$wine_top/$name/ready" ] || copy_base "$wine_top/base$bits" "$wine_top/$name" || { exec 9>&-; return 1; }
     exec 9>&-
     prefix_name=$name prefix=$wine_top/$name prefix_bits=$bits
+    # Each width by its own loader: the common one prefers 32-bit tools, which see another part of the registry.
+    wine_loader=wine
+    [ "$bits" != 64 ] || [ ! -x /usr/lib/wine/wine64 ] || wine_loader=/usr/lib/wine/wine64
 }
 
 reset_prefix() {
@@ -94,13 +97,13 @@ reset_prefix() {
 }
 
 # The registry editor of the prefix's own width, so that no entry is redirected.
-import_registry() { in_wine wine 'C:\windows\regedit.exe' /S "$(windows_path "$1")"; }
+import_registry() { in_wine "$wine_loader" 'C:\windows\regedit.exe' /S "$(windows_path "$1")"; }
 windows_path() { local path; path=$(realpath -m "$1"); printf 'Z:%s' "${path//\//\\}"; }
 
 set_windows_version() {
-    in_wine wine reg add "HKCU\\Software\\Wine\\AppDefaults\\$1" /v Version /d "$2" /f >/dev/null
+    in_wine "$wine_loader" reg add "HKCU\\Software\\Wine\\AppDefaults\\$1" /v Version /d "$2" /f >/dev/null
 }
-set_setting() { in_wine wine reg add 'HKCU\Software\Bromvale' /v "$1" /d "$2" /f >/dev/null; }
+set_setting() { in_wine "$wine_loader" reg add 'HKCU\Software\Bromvale' /v "$1" /d "$2" /f >/dev/null; }
 
 program_folder() { printf '%s/drive_c/Program Files/Bromvale' "$prefix"; }
 install_program() {
@@ -156,9 +159,9 @@ start_xvfb() {
 # From here on every program of the prefix appears on one desktop of its own, with a task bar and its notification area.
 start_desktop() {
     local size=${1:-1024x768}
-    in_wine wine reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d shell /f >/dev/null
-    in_wine wine reg add 'HKCU\Software\Wine\Explorer\Desktops' /v shell /d "$size" /f >/dev/null
-    in_wine wine explorer "/desktop=shell,$size" >/dev/null 2>&1 &
+    in_wine "$wine_loader" reg add 'HKCU\Software\Wine\Explorer' /v Desktop /d shell /f >/dev/null
+    in_wine "$wine_loader" reg add 'HKCU\Software\Wine\Explorer\Desktops' /v shell /d "$size" /f >/dev/null
+    in_wine "$wine_loader" explorer "/desktop=shell,$size" >/dev/null 2>&1 &
 }
 
 screenshot() {

@@ -35,8 +35,8 @@ prepare() { # NAME 64|32 FILE.reg
     use_prefix "$1" "$2" || exit 1
     reset_prefix
     in_wine wineserver -p20
-    in_wine wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
-    for key in "${scanned_keys[@]}"; do in_wine wine reg delete "$key" /f >/dev/null 2>&1; done
+    in_wine "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
+    for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
     import_registry "$3"
     rm -rf "$(program_folder)"
     install_program "build/win$2/Bromvale.exe"
@@ -44,8 +44,8 @@ prepare() { # NAME 64|32 FILE.reg
 }
 settings() { while [ $# != 0 ]; do set_setting "$1" "$2"; shift 2; done; }
 
-program() { (cd "$(program_folder)" && in_wine timeout "${limit:-120}" wine Bromvale.exe "$@" >/dev/null 2>&1); }
-inspect() { in_wine wine "build/win$prefix_bits/tests/desktop/inspect_window.exe" "$@" 2>/dev/null | tr -d '\r'; }
+program() { (cd "$(program_folder)" && in_wine timeout "${limit:-120}" "$wine_loader" Bromvale.exe "$@" >/dev/null 2>&1); }
+inspect() { in_wine "$wine_loader" "build/win$prefix_bits/tests/desktop/inspect_window.exe" "$@" 2>/dev/null | tr -d '\r'; }
 undo_file() { find "$(program_folder)/Backup" -name 'R*.reg' 2>/dev/null | sort | tail -n 1; }
 undo_files() { find "$(program_folder)/Backup" -name 'R*.reg' 2>/dev/null | wc -l; }
 log_file() { printf '%s/bromvale.log' "$(program_folder)"; }
@@ -57,7 +57,7 @@ export_scanned() { # FILE
     for key in "${scanned_keys[@]}"; do
         key=${key/#HKLM/HKEY_LOCAL_MACHINE}
         rm -f "$file"
-        in_wine wine 'C:\windows\regedit.exe' /E "$(windows_path "$file")" "${key/#HKCU/HKEY_CURRENT_USER}" >/dev/null 2>&1
+        in_wine "$wine_loader" 'C:\windows\regedit.exe' /E "$(windows_path "$file")" "${key/#HKCU/HKEY_CURRENT_USER}" >/dev/null 2>&1
         [ ! -f "$file" ] || iconv -f UTF-16 -t UTF-8 "$file" >>"$1"
     done
 }

@@ -4,7 +4,7 @@
 need_width 32
 prepare blackbox32 32 resources/example/wine.reg
 # Nothing is there to find; the undo file of an empty removal is not written, so one dead entry stays.
-for key in "${scanned_keys[@]}"; do in_wine wine reg delete "$key" /f >/dev/null 2>&1; done
+for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
 
 header_of() { head -c 40 "$1" | tr -d '\r' | head -n 1; }
 named_system() { iconv -f CP1252 -t UTF-8 "$1" | tr -d '\r' | sed -n 's/^; Betriebssystem: //p'; }
@@ -12,9 +12,9 @@ named_system() { iconv -f CP1252 -t UTF-8 "$1" | tr -d '\r' | sed -n 's/^; Betri
 run_as() { # VERSION NAME HEADER
     local file
     rm -rf "$(program_folder)/Backup" "$(log_file)"
-    in_wine wine reg add 'HKLM\Software\Classes\CLSID\{10000000-0000-0000-0000-000000000001}' /f >/dev/null
-    in_wine wine reg add 'HKLM\Software\Classes\CLSID\{20000000-0000-0000-0000-000000000002}' /ve /d Text /f >/dev/null
-    in_wine wine reg add 'HKLM\Software\Classes\CLSID\{30000000-0000-0000-0000-000000000003}' /ve /d Text /f >/dev/null
+    in_wine "$wine_loader" reg add 'HKLM\Software\Classes\CLSID\{10000000-0000-0000-0000-000000000001}' /f >/dev/null
+    in_wine "$wine_loader" reg add 'HKLM\Software\Classes\CLSID\{20000000-0000-0000-0000-000000000002}' /ve /d Text /f >/dev/null
+    in_wine "$wine_loader" reg add 'HKLM\Software\Classes\CLSID\{30000000-0000-0000-0000-000000000003}' /ve /d Text /f >/dev/null
     set_windows_version Bromvale.exe "$1"
     program
     file=$(undo_file)

@@ -6,7 +6,7 @@ prepare blackbox64 64 tests/blackbox/sound.reg
 settings AutoScan 0 AutoEntfernen 0 AutoClose 0 1stRun 0 Protokoll 0
 
 (program &)
-in_wine wine build/win64/tests/desktop/inspect_window.exe wait frmMain '' 60
+in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe wait frmMain '' 60
 check "the first start opens its window" [ $? = 0 ]
 windows_before=$(inspect all | wc -l)
 log_before=$(cat "$(log_file)")

@@ -39,7 +39,7 @@ prepare_example() {
     local key
     use_prefix desktop 64 || exit 1
     reset_prefix
-    for key in "${scanned_keys[@]}"; do in_wine wine reg delete "$key" /f >/dev/null 2>&1; done
+    for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
     seed_example
     set_windows_version Bromvale.exe winxp
     rm -rf "$(program_folder)"
@@ -52,7 +52,7 @@ settings() { while [ $# != 0 ]; do set_setting "$1" "$2"; shift 2; done; }
 start_program() {
     start_xvfb 1024x768 || exit 1
     start_desktop 1024x768
-    (cd "$(program_folder)" && in_wine wine Bromvale.exe) >/dev/null 2>&1 &
+    (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe) >/dev/null 2>&1 &
     program_pid=$!
     inspect wait frmMain '' 60 || stop_here "the window does not open"
     settle
@@ -69,7 +69,7 @@ undo_files() { find "$(program_folder)/Backup" -name 'R*.reg' 2>/dev/null | sort
 
 # --- looking ------------------------------------------------------------------------------------
 
-inspect() { in_wine wine build/win64/tests/desktop/inspect_window.exe "$@" | tr -d '\r'; return "${PIPESTATUS[0]}"; }
+inspect() { in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe "$@" | tr -d '\r'; return "${PIPESTATUS[0]}"; }
 field() { inspect control "$1" | cut -f "$2"; }
 enabled() { [ "$(field "$1" 1)" = enabled ]; }
 visible() { [ "$(field "$1" 2)" = visible ]; }

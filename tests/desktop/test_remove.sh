@@ -57,7 +57,7 @@ first_undo=$(undo_files)
 check "the marked rows are in the undo file" tests/desktop/check_undo "$first_undo" <<<"$marked"
 while IFS=$'\t' read -r _ key _; do
     key=${key#[} key=${key%]}
-    check "$key is deleted" eval '! in_wine wine reg query "$key" >/dev/null 2>&1'
+    check "$key is deleted" eval '! in_wine "$wine_loader" reg query "$key" >/dev/null 2>&1'
 done <<<"$marked"
 
 sleep 1 # undo files are named by the second
