@@ -16,7 +16,7 @@ void WaitForEvents(unsigned milliseconds);
 // Serves events until no form is loaded.
 void RunEventLoop();
 
-// Called once by each DoEvents, after the waiting events: tests act here while a routine is at work. Empty for none.
+// Called once by each DoEvents: tests act here while a routine is at work. Empty for none.
 void setPumpObserver(std::function<void()> observer);
 
 // What happens to a failure that no handler below an event caught. Set once by the start-up code;
