@@ -16,8 +16,8 @@ using Milliseconds = std::int64_t;
 // False for a date that the calendar does not have.
 [[nodiscard]] bool isValid(const SYSTEMTIME& time);
 
-// The machine's clock stands still but for waits, which move it on and take no time. Local time and universal time
-// are `bias` apart; both are settable.
+// The machine's clock stands still but for waits, which move it on and take no time. Local time and universal
+// time are `bias` apart; both are settable.
 class Clock {
   public:
     Clock();
@@ -36,5 +36,8 @@ class Clock {
     Milliseconds now_ = 0;
     Milliseconds elapsed_ = 0;
 };
+
+// The clock of the process's one machine.
+Clock& currentClock();
 
 }  // namespace bromvale::offline

@@ -18,7 +18,7 @@ struct Location {
     bool onHost = false;
     std::array<std::string_view, kMostNames> names;
     std::size_t count = 0;
-    char root[2] = {};     // drive letter, upper case; NUL for a share
+    char root[2] = {};  // drive letter, upper case; NUL for a share
     std::string_view server;
     std::string_view share;
 
@@ -41,7 +41,8 @@ class Drives {
     void remove(char letter);
     [[nodiscard]] bool has(char letter) const;
 
-    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. `path` must outlive `location`.
+    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. `path` must outlive
+    // `location`.
     DWORD locate(std::string_view path, Location& location) const;
 
     // Without fault points and events, for those who set up the machine. Makers make the folders above, too.

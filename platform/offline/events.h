@@ -9,17 +9,17 @@ namespace bromvale::offline {
 
 // What leaves the program: everything that it shows, asks, starts or writes, in order.
 enum class EventKind {
-    MessageBox,     // text, caption, number = style, answer = button
-    ShellExecute,   // text = file, caption = verb
-    Run,            // text = command line
-    Restart,        // number = flags of ExitWindowsEx
-    Privilege,      // text = privilege that was switched on
-    TrayAdd,        // text = tool-tip, number = callback message
+    MessageBox,    // text, caption, number = style, answer = button
+    ShellExecute,  // text = file, caption = verb
+    Run,           // text = command line
+    Restart,       // number = flags of ExitWindowsEx
+    Privilege,     // text = privilege that was switched on
+    TrayAdd,       // text = tool-tip, number = callback message
     TrayModify,
     TrayDelete,
-    Foreground,     // a window was brought to the front
-    Help,           // text = file, number = command
-    Menu,           // text = captions joined by " | ", caption = default entry, answer = 1 when an entry was chosen
+    Foreground,  // a window was brought to the front
+    Help,        // text = file, number = command
+    Menu,  // text = captions joined by " | ", caption = default entry, answer = 1 when an entry was chosen
     FileWritten,    // text = path, caption = bytes
     FileDeleted,    // text = path; caption = "Papierkorb" where it went into the recycle bin
     FolderMade,     // text = path

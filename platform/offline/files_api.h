@@ -26,7 +26,8 @@ BOOL SetCurrentDirectoryA(LPCSTR path);
 
 HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style);
 BOOL GetFileTime(HANDLE file, LPFILETIME creation, LPFILETIME lastAccess, LPFILETIME lastWrite);
-BOOL SetFileTime(HANDLE file, const FILETIME* creation, const FILETIME* lastAccess, const FILETIME* lastWrite);
+BOOL SetFileTime(HANDLE file, const FILETIME* creation, const FILETIME* lastAccess,
+                 const FILETIME* lastWrite);
 BOOL FileTimeToLocalFileTime(const FILETIME* time, LPFILETIME local);
 BOOL LocalFileTimeToFileTime(const FILETIME* local, LPFILETIME time);
 BOOL FileTimeToSystemTime(const FILETIME* time, LPSYSTEMTIME system);

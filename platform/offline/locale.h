@@ -29,7 +29,8 @@ struct Locale {
 [[nodiscard]] Locale germanLocale();
 [[nodiscard]] Locale englishLocale();
 
-// By the pictures of GetDateFormatA and GetTimeFormatA: d, M, y and h, H, m, s, t; text in single quotes stands as it is.
+// By the pictures of GetDateFormatA and GetTimeFormatA: d, M, y and h, H, m, s, t; text in single quotes
+// stands as it is.
 [[nodiscard]] std::string formatDate(const Locale& locale, const SYSTEMTIME& date, std::string_view picture);
 [[nodiscard]] std::string formatTime(const Locale& locale, const SYSTEMTIME& time, std::string_view picture,
                                      DWORD flags);

@@ -1,10 +1,10 @@
 #pragma once
-// The offline machine: everything that the platform's functions touch. One for the process; tests set it up before
-// the program runs and look at it afterwards.
+// The offline machine: everything that the platform's functions touch. One for the process; tests set it up
+// before the program runs and look at it afterwards.
 //
-// Results given to the fault points (faults.h): for functions that answer by GetLastError the number is the last error
-// and the call fails; for RegXxx functions it is the result; for ShellExecuteA, SHFileOperationA and MessageBoxA it
-// is what they return.
+// Results given to the fault points (faults.h): for functions that answer by GetLastError the number is the
+// last error and the call fails; for RegXxx functions it is the result; for ShellExecuteA, SHFileOperationA
+// and MessageBoxA it is what they return.
 #include <deque>
 #include <optional>
 #include <string>
@@ -36,7 +36,8 @@ struct ScreenSize {
     int dpi = 96;
 };
 
-// Thrown by TerminateProcess: the program ends here. Not a Failure, so that no handler of the program catches it.
+// Thrown by TerminateProcess: the program ends here. Not a Failure, so that no handler of the program catches
+// it.
 struct ProcessEnded {
     unsigned exitCode;
 };
@@ -45,7 +46,7 @@ class Machine {
   public:
     Machine();
 
-    Clock clock;
+    Clock& clock = currentClock();
     Locale locale = germanLocale();
     Drives drives;
     Events events;
@@ -56,11 +57,11 @@ class Machine {
 
     std::string user = "Benutzer";
     std::string computer = "RECHNER";
-    std::string commandLine;            // without the program's own name
+    std::string commandLine;  // without the program's own name
     std::string exeName = "Bromvale.exe";
     bool previousInstance = false;
-    bool terminateReturns = false;      // TerminateProcess comes back instead of throwing ProcessEnded
-    bool shutdownPrivilege = true;      // AdjustTokenPrivileges can switch it on
+    bool terminateReturns = false;  // TerminateProcess comes back instead of throwing ProcessEnded
+    bool shutdownPrivilege = true;  // AdjustTokenPrivileges can switch it on
 
     // Answers to the next message boxes. Without one: IDOK, IDNO for Yes and No, else IDCANCEL.
     std::deque<int> answers;
@@ -79,7 +80,8 @@ class Machine {
     [[nodiscard]] std::string systemFolder() const;
     [[nodiscard]] std::string tempFolder() const { return "C:\\WINDOWS\\TEMP"; }
     [[nodiscard]] std::string programFiles() const { return "C:\\Programme"; }
-    // Makes the machine's own folders where they live in memory. Called by the setters; needed after drives change.
+    // Makes the machine's own folders where they live in memory. Called by the setters; needed after drives
+    // change.
     void prepareFolders();
 
   private:

@@ -1,6 +1,6 @@
 #pragma once
-// Process, token, shutdown and library functions of the offline machine. Nothing is started: command lines and
-// restarts are recorded.
+// Process, token, shutdown and library functions of the offline machine. Nothing is started: command lines
+// and restarts are recorded.
 #include "platform/offline/windows_types.h"
 
 struct STARTUPINFOA {
@@ -41,8 +41,8 @@ HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES security, BOOL owner, LPCSTR name);
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
 BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
-                    LPSECURITY_ATTRIBUTES thread, BOOL inherit, DWORD flags, LPVOID environment, LPCSTR directory,
-                    LPSTARTUPINFOA start, LPPROCESS_INFORMATION made);
+                    LPSECURITY_ATTRIBUTES thread, BOOL inherit, DWORD flags, LPVOID environment,
+                    LPCSTR directory, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made);
 UINT WinExec(LPCSTR commandLine, UINT show);
 
 BOOL OpenProcessToken(HANDLE process, DWORD access, PHANDLE token);

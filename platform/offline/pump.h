@@ -12,8 +12,8 @@ class Timer;
 
 namespace bromvale::offline {
 
-// The machine's user: what happens whenever the program serves events. A scan serves them once for every value, so
-// a call with nothing due costs a few nanoseconds.
+// The machine's user: what happens whenever the program serves events. A scan serves them once for every
+// value, so a call with nothing due costs a few nanoseconds.
 class Pump {
   public:
     // Told of each call before anything else happens.

@@ -3,8 +3,8 @@
 #include "platform/offline/windows_types.h"
 
 HINSTANCE ShellExecuteA(HWND window, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR directory, INT show);
-// FO_DELETE only. With FOF_ALLOWUNDO what goes lands in the drive's recycle bin. `pFrom` is read up to its doubled
-// NUL; each name may hold wildcards in its last part.
+// FO_DELETE only. With FOF_ALLOWUNDO what goes lands in the drive's recycle bin. `pFrom` is read up to its
+// doubled NUL; each name may hold wildcards in its last part.
 int SHFileOperationA(LPSHFILEOPSTRUCTA operation);
 BOOL Shell_NotifyIconA(DWORD message, PNOTIFYICONDATAA data);
 BOOL SetForegroundWindow(HWND window);

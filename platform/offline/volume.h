@@ -39,8 +39,8 @@ class Volume {
   public:
     virtual ~Volume() = default;
 
-    // ERROR_FILE_NOT_FOUND where only the last name is missing, ERROR_PATH_NOT_FOUND where a folder is. `info` (may
-    // be null) tells the name in its own case.
+    // ERROR_FILE_NOT_FOUND where only the last name is missing, ERROR_PATH_NOT_FOUND where a folder is.
+    // `info` (may be null) tells the name in its own case.
     virtual DWORD find(PathNames names, FileInfo* info) = 0;
     // What a folder holds, in any order.
     virtual DWORD list(PathNames folder, std::vector<FileInfo>& entries) = 0;
@@ -55,8 +55,8 @@ class Volume {
 };
 
 std::unique_ptr<Volume> makeMemoryVolume();
-// `folder` is a path of the host, UTF-8. Its recycle bin is the folder beside it with ".Papierkorb" behind its name,
-// made when something goes there.
+// `folder` is a path of the host, UTF-8. Its recycle bin is the folder beside it with ".Papierkorb" behind
+// its name, made when something goes there.
 std::unique_ptr<Volume> makeHostVolume(std::string folder);
 
 // "name", "name (2)", ... : the first that `taken` does not know.

@@ -1,0 +1,65 @@
+// The offline side of the controls: nothing is to be seen, menus are recorded and the machine's user chooses.
+#include <algorithm>
+
+#include "platform/controls.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale {
+namespace {
+
+std::string withoutAmpersand(std::string_view caption) {
+    std::string text(caption);
+    text.erase(std::remove(text.begin(), text.end(), '&'), text.end());
+    return text;
+}
+
+bool chooses(const MenuItem& item, const std::string& choice) {
+    return item.name() == choice || withoutAmpersand(item.caption()) == choice;
+}
+
+MenuItem* takeChoice(const MenuItem& menu) {
+    auto& choices = offline::machine().menuChoices;
+    if (choices.empty()) return nullptr;
+    const std::string choice = choices.front();
+    choices.pop_front();
+    for (MenuItem* item : menu.children()) {
+        if (chooses(*item, choice) && item->enabled() && item->visible()) return item;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<ControlPeer> createPeer(Control&) {
+    return nullptr;
+}
+
+HICON loadResourceIcon(int, int) {
+    return nullptr;
+}
+
+// Border and caption of the classic look at 96 DPI.
+FrameSize frameSize(BorderStyle style) {
+    switch (style) {
+        case BorderStyle::Sizable: return {120, 405};
+        case BorderStyle::FixedDialog: return {90, 375};
+        case BorderStyle::FixedNoControls: return {90, 90};
+    }
+    return {0, 0};
+}
+
+void showPopupMenu(Form&, MenuItem& menu, const MenuItem* defaultItem) {
+    std::string captions;
+    for (const MenuItem* item : menu.children()) {
+        if (!item->visible()) continue;
+        if (!captions.empty()) captions += " | ";
+        captions += item->caption();
+    }
+    MenuItem* chosen = takeChoice(menu);
+    offline::machine().events.record({offline::EventKind::Menu, captions,
+                                      defaultItem != nullptr ? defaultItem->caption() : std::string(), 0,
+                                      chosen != nullptr});
+    if (chosen != nullptr) chosen->userChoose();
+}
+
+}  // namespace bromvale

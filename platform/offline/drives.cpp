@@ -1,0 +1,221 @@
+#include "platform/offline/drives.h"
+
+#include <algorithm>
+
+#include "platform/offline/code_page.h"
+
+namespace bromvale::offline {
+namespace {
+
+bool isSlash(char c) {
+    return c == '\\' || c == '/';
+}
+
+// Letter to index, or -1.
+int driveIndex(char letter) {
+    const char up = upper(letter);
+    return up >= 'A' && up <= 'Z' ? up - 'A' : -1;
+}
+
+bool isForbidden(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == '"' || c == '|' || c == ':';
+}
+
+// Appends the names of `rest` to the location: doubled slashes count as one, "." and ".." are gone through.
+DWORD appendNames(std::string_view rest, Location& location) {
+    bool cut = false;
+    for (std::size_t at = 0; at < rest.size();) {
+        if (isSlash(rest[at])) {
+            ++at;
+            continue;
+        }
+        std::size_t end = at;
+        while (end < rest.size() && !isSlash(rest[end])) {
+            if (isForbidden(rest[end])) return ERROR_INVALID_NAME;
+            ++end;
+        }
+        std::string_view name = rest.substr(at, end - at);
+        const bool last = end == rest.size();
+        at = end;
+        if (name == ".") continue;
+        if (name == "..") {
+            if (location.count > 0) --location.count;
+            continue;
+        }
+        // Windows drops trailing dots and blanks of the last name, and one dot of the others.
+        if (last) {
+            while (!name.empty() && (name.back() == '.' || name.back() == ' ')) name.remove_suffix(1);
+        } else if (name.back() == '.') {
+            name.remove_suffix(1);
+        }
+        if (name.empty()) continue;
+        if (location.count == Location::kMostNames) return ERROR_FILENAME_EXCED_RANGE;
+        location.names[location.count++] = name;
+        cut = cut || name.size() > 255;
+    }
+    return cut ? ERROR_INVALID_NAME : 0;
+}
+
+std::string shareKey(std::string_view server, std::string_view share) {
+    return upper(server) + "\\" + upper(share);
+}
+
+}  // namespace
+
+std::string Location::text() const {
+    std::string text = root[0] != '\0' ? std::string{root[0], ':'}
+                                       : "\\\\" + std::string(server) + "\\" + std::string(share);
+    for (const std::string_view name : all()) text.append("\\").append(name);
+    if (count == 0) text += "\\";
+    return text;
+}
+
+Drives::Drives() = default;
+
+void Drives::addMemory(char letter) {
+    const int index = driveIndex(letter);
+    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeMemoryVolume(), false};
+}
+
+void Drives::addFolder(char letter, const std::string& hostFolder) {
+    const int index = driveIndex(letter);
+    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeHostVolume(hostFolder), true};
+}
+
+void Drives::addShare(std::string_view server, std::string_view share) {
+    shares_[shareKey(server, share)] = {makeMemoryVolume(), false};
+}
+
+void Drives::remove(char letter) {
+    const int index = driveIndex(letter);
+    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {};
+}
+
+bool Drives::has(char letter) const {
+    const int index = driveIndex(letter);
+    return index >= 0 && drives_[static_cast<std::size_t>(index)].volume != nullptr;
+}
+
+DWORD Drives::locateShare(std::string_view path, Location& location) const {
+    std::string_view rest = path.substr(2);
+    const auto cut = [&rest] {
+        std::size_t end = 0;
+        while (end < rest.size() && !isSlash(rest[end])) ++end;
+        const std::string_view name = rest.substr(0, end);
+        rest.remove_prefix(std::min(rest.size(), end + 1));
+        return name;
+    };
+    location.server = cut();
+    location.share = cut();
+    if (location.server.empty() || location.share.empty()) return ERROR_BAD_PATHNAME;
+    const auto share = shares_.find(shareKey(location.server, location.share));
+    if (share == shares_.end()) {
+        const std::string server = shareKey(location.server, "");
+        const auto near = shares_.lower_bound(server);
+        return near != shares_.end() && near->first.starts_with(server) ? ERROR_BAD_NET_NAME
+                                                                        : ERROR_BAD_NETPATH;
+    }
+    location.volume = share->second.volume.get();
+    location.onHost = share->second.onHost;
+    return appendNames(rest, location);
+}
+
+DWORD Drives::locate(std::string_view path, Location& location) const {
+    location.count = 0;
+    location.root[0] = '\0';
+    if (path.empty() || path.size() >= 2 * MAX_PATH) return ERROR_PATH_NOT_FOUND;
+    if (path.starts_with("\\\\?\\")) path.remove_prefix(4);
+    if (path.size() >= 2 && isSlash(path[0]) && isSlash(path[1])) return locateShare(path, location);
+
+    const std::string_view current = currentDirectory;
+    const bool hasLetter = path.size() >= 2 && path[1] == ':' && driveIndex(path[0]) >= 0;
+    const char letter = hasLetter ? path[0] : current[0];
+    std::string_view rest = hasLetter ? path.substr(2) : path;
+    const bool fromRoot = !rest.empty() && isSlash(rest[0]);
+    if (!hasLetter && !fromRoot && isSlash(current[0])) {
+        if (const DWORD error = locateShare(current, location)) return error;
+        return appendNames(rest, location);
+    }
+    const int index = driveIndex(letter);
+    if (index < 0) return ERROR_PATH_NOT_FOUND;
+    const Mounted& mounted = drives_[static_cast<std::size_t>(index)];
+    location.root[0] = upper(letter);
+    if (mounted.volume == nullptr) return ERROR_PATH_NOT_FOUND;
+    location.volume = mounted.volume.get();
+    location.onHost = mounted.onHost;
+    if (!fromRoot && upper(letter) == upper(current[0]) && current.size() > 2) {
+        if (const DWORD error = appendNames(current.substr(2), location)) return error;
+    }
+    return appendNames(rest, location);
+}
+
+bool Drives::makeFolder(std::string_view path) {
+    Location location;
+    if (locate(path, location) != 0) return false;
+    for (std::size_t count = 1; count <= location.count; ++count) {
+        const DWORD error = location.volume->makeFolder(location.all().first(count));
+        if (error != 0 && error != ERROR_ALREADY_EXISTS) return false;
+    }
+    return true;
+}
+
+bool Drives::writeFile(std::string_view path, std::string_view bytes) {
+    Location location;
+    if (locate(path, location) != 0 || location.count == 0) return false;
+    const std::size_t folders = location.count - 1;
+    for (std::size_t count = 1; count <= folders; ++count)
+        (void)location.volume->makeFolder(location.all().first(count));
+    std::unique_ptr<OpenedFile> file;
+    if (location.volume->open(location.all(), true, file) != 0) return false;
+    return file->truncate(0) == 0 && file->write(0, bytes.data(), static_cast<DWORD>(bytes.size())) == 0;
+}
+
+std::optional<std::string> Drives::readFile(std::string_view path) const {
+    Location location;
+    std::unique_ptr<OpenedFile> file;
+    if (locate(path, location) != 0 || location.volume->open(location.all(), false, file) != 0)
+        return std::nullopt;
+    std::string bytes(file->size(), '\0');
+    DWORD done = 0;
+    if (file->read(0, bytes.data(), static_cast<DWORD>(bytes.size()), done) != 0) return std::nullopt;
+    bytes.resize(done);
+    return bytes;
+}
+
+bool Drives::exists(std::string_view path) const {
+    Location location;
+    return locate(path, location) == 0 && location.volume->find(location.all(), nullptr) == 0;
+}
+
+bool Drives::setFileTime(std::string_view path, const SYSTEMTIME& local) {
+    Location location;
+    std::unique_ptr<OpenedFile> file;
+    if (locate(path, location) != 0 || location.volume->open(location.all(), false, file) != 0) return false;
+    file->setWritten(fromSystemTime(local) + currentClock().bias);
+    return true;
+}
+
+bool Drives::erase(std::string_view path) {
+    Location location;
+    return locate(path, location) == 0 && location.volume->remove(location.all()) == 0;
+}
+
+void Drives::makeOwnFolders(const Location& location) const {
+    if (location.count == 0) return;
+    for (const std::string& folder : ownFolders) {
+        Location own;
+        if (locate(folder, own) != 0 || own.volume != location.volume || own.count >= location.count)
+            continue;
+        const auto same = [](std::string_view left, std::string_view right) {
+            return equalNoCase(left, right);
+        };
+        if (!std::equal(own.names.begin(), own.names.begin() + static_cast<std::ptrdiff_t>(own.count),
+                        location.names.begin(), same)) {
+            continue;
+        }
+        for (std::size_t count = 1; count <= own.count; ++count)
+            (void)own.volume->makeFolder(own.all().first(count));
+    }
+}
+
+}  // namespace bromvale::offline

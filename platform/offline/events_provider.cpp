@@ -1,0 +1,48 @@
+// Serving events without a display: see pump.h.
+#include "platform/controls/form.h"
+#include "platform/events.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale {
+namespace {
+
+std::function<void(const Failure&)> unhandled;
+
+}  // namespace
+
+void DoEvents() {
+    static offline::Pump& pump = offline::machine().pump;
+    pump.serve();
+}
+
+void WaitForEvents(unsigned milliseconds) {
+    offline::machine().clock.advance(milliseconds);
+}
+
+void RunEventLoop() {
+    auto& pump = offline::machine().pump;
+    while (!loadedForms().empty()) {
+        DoEvents();
+        if (loadedForms().empty() || !pump.nextAction || !pump.nextAction()) return;
+    }
+}
+
+void setPumpObserver(std::function<void()> observer) {
+    auto& pump = offline::machine().pump;
+    if (!observer) return pump.observe(nullptr);
+    pump.observe([observer = std::move(observer)](std::uint64_t) { observer(); });
+}
+
+void setUnhandledFailure(std::function<void(const Failure&)> handler) {
+    unhandled = std::move(handler);
+}
+
+void dispatchUserEvent(const std::function<void()>& handler) {
+    try {
+        handler();
+    } catch (const Failure& failure) {
+        if (unhandled) unhandled(failure);
+    }
+}
+
+}  // namespace bromvale

@@ -1,0 +1,283 @@
+// Opening, reading and writing files.
+#include <algorithm>
+#include <cstring>
+
+#include "platform/offline/code_page.h"
+#include "platform/offline/files_api.h"
+#include "platform/offline/handles.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale::offline {
+
+HandleTable<KernelObject>& kernelObjects() {
+    static HandleTable<KernelObject> table;
+    return table;
+}
+
+HANDLE openPlainObject() {
+    return kernelObjects().open({});
+}
+
+std::size_t openFileHandles() {
+    std::size_t count = 0;
+    kernelObjects().each([&count](const KernelObject& object) { count += object.file != nullptr; });
+    return count;
+}
+
+namespace {
+
+constexpr DWORD kWriting = GENERIC_WRITE | GENERIC_ALL;
+constexpr DWORD kReading = GENERIC_READ | GENERIC_ALL;
+
+bool collides(DWORD access, DWORD share) {
+    return ((access & kReading) != 0 && (share & FILE_SHARE_READ) == 0) ||
+           ((access & kWriting) != 0 && (share & FILE_SHARE_WRITE) == 0);
+}
+
+// Another open file of this path that does not share what is wanted, or wants what is not shared.
+bool isLocked(const std::string& path, DWORD access, DWORD share) {
+    bool locked = false;
+    kernelObjects().each([&](const KernelObject& object) {
+        if (object.file == nullptr || !equalNoCase(object.path, path)) return;
+        locked = locked || collides(access, object.share) || collides(object.access, share);
+    });
+    return locked;
+}
+
+BOOL failed(DWORD error) {
+    SetLastError(error);
+    return FALSE;
+}
+
+KernelObject* fileOf(HANDLE handle) {
+    KernelObject* object = kernelObjects().find(handle);
+    if (object == nullptr || object->file == nullptr) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return nullptr;
+    }
+    return object;
+}
+
+struct Wanted {
+    bool mustExist;
+    bool mustBeNew;
+    bool empties;
+};
+
+bool readDisposition(DWORD disposition, Wanted& wanted) {
+    switch (disposition) {
+        case CREATE_NEW: wanted = {false, true, false}; return true;
+        case CREATE_ALWAYS: wanted = {false, false, true}; return true;
+        case OPEN_EXISTING: wanted = {true, false, false}; return true;
+        case OPEN_ALWAYS: wanted = {false, false, false}; return true;
+        case TRUNCATE_EXISTING: wanted = {true, false, true}; return true;
+        default: return false;
+    }
+}
+
+// What stands in the way of opening, 0 for nothing. `exists` tells whether the file is there.
+DWORD obstacle(const Location& location, const Wanted& wanted, DWORD access, DWORD share, bool& exists) {
+    if (location.count == 0) return ERROR_ACCESS_DENIED;
+    FileInfo info;
+    const DWORD found = location.volume->find(location.all(), &info);
+    exists = found == 0;
+    if (!exists) return found == ERROR_FILE_NOT_FOUND && !wanted.mustExist ? 0 : found;
+    if (wanted.mustBeNew) return ERROR_FILE_EXISTS;
+    if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return ERROR_ACCESS_DENIED;
+    const bool writes = (access & kWriting) != 0 || wanted.empties;
+    if (writes && (info.attributes & FILE_ATTRIBUTE_READONLY) != 0) return ERROR_ACCESS_DENIED;
+    return isLocked(location.text(), access, share) ? ERROR_SHARING_VIOLATION : 0;
+}
+
+DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD disposition, HANDLE& handle,
+               bool& existed) {
+    Wanted wanted{};
+    if (!readDisposition(disposition, wanted)) return ERROR_INVALID_PARAMETER;
+    Location location;
+    if (path.find_first_of("*?") != std::string_view::npos) return ERROR_INVALID_NAME;
+    if (const DWORD error = machine().drives.locate(path, location)) return error;
+    if (path.ends_with('\\') || path.ends_with('/')) {
+        const bool isFolder = location.volume->find(location.all(), nullptr) == 0;
+        return isFolder ? ERROR_PATH_NOT_FOUND : ERROR_FILE_NOT_FOUND;
+    }
+    if (!wanted.mustExist) machine().drives.makeOwnFolders(location);
+    if (const DWORD error = obstacle(location, wanted, access, share, existed)) return error;
+    KernelObject object;
+    if (const DWORD error = location.volume->open(location.all(), !wanted.mustExist, object.file))
+        return error;
+    if (wanted.empties && existed) (void)object.file->truncate(0);
+    object.path = location.text();
+    object.access = access;
+    object.share = share;
+    handle = kernelObjects().open(std::move(object));
+    return 0;
+}
+
+}  // namespace
+}  // namespace bromvale::offline
+
+using namespace bromvale::offline;
+
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD,
+                   HANDLE) {
+    if (failsHere("CreateFileA")) return INVALID_HANDLE_VALUE;
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    bool existed = false;
+    const DWORD error = openFile(path, access, share, disposition, handle, existed);
+    if (error != 0) {
+        SetLastError(error);
+        return INVALID_HANDLE_VALUE;
+    }
+    const bool tellsExistence = disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS;
+    SetLastError(tellsExistence && existed ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    return handle;
+}
+
+BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED) {
+    if (read != nullptr) *read = 0;
+    if (failsHere("ReadFile")) return FALSE;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return FALSE;
+    if ((object->access & kReading) == 0) return failed(ERROR_ACCESS_DENIED);
+    DWORD done = 0;
+    if (const DWORD error = object->file->read(object->position, buffer, size, done)) return failed(error);
+    object->position += done;
+    if (read != nullptr) *read = done;
+    return TRUE;
+}
+
+BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED) {
+    if (written != nullptr) *written = 0;
+    if (failsHere("WriteFile")) return FALSE;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return FALSE;
+    if ((object->access & kWriting) == 0) return failed(ERROR_ACCESS_DENIED);
+    if (const DWORD error = object->file->write(object->position, bytes, size)) return failed(error);
+    object->position += size;
+    if (written != nullptr) *written = size;
+    machine().events.record(
+        {EventKind::FileWritten, object->path, {static_cast<const char*>(bytes), size}, size, 0});
+    return TRUE;
+}
+
+DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method) {
+    if (failsHere("SetFilePointer")) return INVALID_SET_FILE_POINTER;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return INVALID_SET_FILE_POINTER;
+    std::int64_t way = distance;
+    if (distanceHigh != nullptr)
+        way = std::int64_t{*distanceHigh} * 0x100000000 + static_cast<DWORD>(distance);
+    std::int64_t target = way;
+    if (method == FILE_CURRENT) target += static_cast<std::int64_t>(object->position);
+    if (method == FILE_END) target += static_cast<std::int64_t>(object->file->size());
+    if (target < 0) {
+        SetLastError(ERROR_NEGATIVE_SEEK);
+        return INVALID_SET_FILE_POINTER;
+    }
+    object->position = static_cast<std::uint64_t>(target);
+    if (distanceHigh != nullptr) *distanceHigh = static_cast<LONG>(object->position >> 32);
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<DWORD>(object->position);
+}
+
+DWORD GetFileSize(HANDLE file, LPDWORD high) {
+    if (failsHere("GetFileSize")) return INVALID_FILE_SIZE;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return INVALID_FILE_SIZE;
+    const std::uint64_t size = object->file->size();
+    if (high != nullptr) *high = static_cast<DWORD>(size >> 32);
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<DWORD>(size);
+}
+
+BOOL SetEndOfFile(HANDLE file) {
+    if (failsHere("SetEndOfFile")) return FALSE;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return FALSE;
+    if (const DWORD error = object->file->truncate(object->position)) return failed(error);
+    return TRUE;
+}
+
+BOOL FlushFileBuffers(HANDLE file) {
+    if (failsHere("FlushFileBuffers")) return FALSE;
+    return fileOf(file) != nullptr;
+}
+
+BOOL CloseHandle(HANDLE handle) {
+    if (failsHere("CloseHandle")) return FALSE;
+    if (handle == INVALID_HANDLE_VALUE) return TRUE;  // the pseudo handle of the process
+    return kernelObjects().close(handle) ? TRUE : failed(ERROR_INVALID_HANDLE);
+}
+
+HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style) {
+    if (failsHere("OpenFile")) return HFILE_ERROR;
+    constexpr DWORD kAccess[] = {GENERIC_READ, GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, GENERIC_READ};
+    HANDLE handle = INVALID_HANDLE_VALUE;
+    bool existed = false;
+    const DWORD disposition = (style & OF_CREATE) != 0 ? CREATE_ALWAYS : OPEN_EXISTING;
+    const DWORD error =
+        openFile(path, kAccess[style & 3], FILE_SHARE_READ | FILE_SHARE_WRITE, disposition, handle, existed);
+    *opened = {};
+    opened->cBytes = sizeof(OFSTRUCT);
+    opened->nErrCode = static_cast<WORD>(error);
+    Location location;
+    if (machine().drives.locate(path, location) == 0) {
+        const std::string full = location.text();
+        full.copy(opened->szPathName, std::min(full.size(), sizeof opened->szPathName - 1));
+        opened->fFixedDisk = 1;
+    }
+    if (error != 0) {
+        SetLastError(error);
+        return HFILE_ERROR;
+    }
+    if ((style & OF_EXIST) != 0) {
+        kernelObjects().close(handle);
+        return 1;
+    }
+    return static_cast<HFILE>(reinterpret_cast<std::intptr_t>(handle));
+}
+
+BOOL GetFileTime(HANDLE file, LPFILETIME creation, LPFILETIME lastAccess, LPFILETIME lastWrite) {
+    if (failsHere("GetFileTime")) return FALSE;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return FALSE;
+    const FILETIME time = toFileTime(object->file->written());
+    for (LPFILETIME wanted : {creation, lastAccess, lastWrite}) {
+        if (wanted != nullptr) *wanted = time;
+    }
+    return TRUE;
+}
+
+BOOL SetFileTime(HANDLE file, const FILETIME*, const FILETIME*, const FILETIME* lastWrite) {
+    if (failsHere("SetFileTime")) return FALSE;
+    KernelObject* object = fileOf(file);
+    if (object == nullptr) return FALSE;
+    if (lastWrite != nullptr) object->file->setWritten(fromFileTime(*lastWrite));
+    return TRUE;
+}
+
+BOOL FileTimeToLocalFileTime(const FILETIME* time, LPFILETIME local) {
+    if (failsHere("FileTimeToLocalFileTime")) return FALSE;
+    *local = toFileTime(fromFileTime(*time) - machine().clock.bias);
+    return TRUE;
+}
+
+BOOL LocalFileTimeToFileTime(const FILETIME* local, LPFILETIME time) {
+    if (failsHere("LocalFileTimeToFileTime")) return FALSE;
+    *time = toFileTime(fromFileTime(*local) + machine().clock.bias);
+    return TRUE;
+}
+
+BOOL FileTimeToSystemTime(const FILETIME* time, LPSYSTEMTIME system) {
+    if (failsHere("FileTimeToSystemTime")) return FALSE;
+    if ((time->dwHighDateTime & 0x80000000u) != 0) return failed(ERROR_INVALID_PARAMETER);
+    *system = toSystemTime(fromFileTime(*time));
+    return TRUE;
+}
+
+BOOL SystemTimeToFileTime(const SYSTEMTIME* system, LPFILETIME time) {
+    if (failsHere("SystemTimeToFileTime")) return FALSE;
+    if (!isValid(*system)) return failed(ERROR_INVALID_PARAMETER);
+    *time = toFileTime(fromSystemTime(*system));
+    return TRUE;
+}

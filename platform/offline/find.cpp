@@ -1,0 +1,127 @@
+// FindFirstFileA and its followers.
+#include <algorithm>
+#include <cstring>
+
+#include "platform/offline/code_page.h"
+#include "platform/offline/files_api.h"
+#include "platform/offline/handles.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale::offline {
+namespace {
+
+struct Search {
+    std::vector<FileInfo> entries;
+    std::size_t next = 0;
+};
+
+// The program leaks one for each file that it finds, so a search without wildcards keeps nothing.
+HandleTable<Search>& searches() {
+    static HandleTable<Search> table;
+    return table;
+}
+
+void fill(WIN32_FIND_DATAA& data, const FileInfo& info) {
+    const FILETIME time = toFileTime(info.written);
+    data.dwFileAttributes = info.attributes;
+    data.ftCreationTime = data.ftLastAccessTime = data.ftLastWriteTime = time;
+    data.nFileSizeHigh = static_cast<DWORD>(info.size >> 32);
+    data.nFileSizeLow = static_cast<DWORD>(info.size);
+    data.dwReserved0 = data.dwReserved1 = 0;
+    const std::size_t length = std::min(info.name.size(), sizeof data.cFileName - 1);
+    std::memcpy(data.cFileName, info.name.data(), length);
+    data.cFileName[length] = '\0';
+    data.cAlternateFileName[0] = '\0';
+}
+
+HANDLE fail(DWORD error) {
+    SetLastError(error);
+    return INVALID_HANDLE_VALUE;
+}
+
+HANDLE findOne(std::string_view path, WIN32_FIND_DATAA& data) {
+    Location location;
+    if (const DWORD error = machine().drives.locate(path, location)) return fail(error);
+    FileInfo info;
+    // A root has no entry of its own that could be found.
+    if (location.count == 0) return fail(ERROR_FILE_NOT_FOUND);
+    if (const DWORD error = location.volume->find(location.all(), &info)) return fail(error);
+    fill(data, info);
+    return searches().open({});
+}
+
+HANDLE findMany(std::string_view folder, std::string_view mask, WIN32_FIND_DATAA& data) {
+    if (mask.find_first_of("<>\"|:") != std::string_view::npos) return fail(ERROR_INVALID_NAME);
+    Location location;
+    const std::string_view where = folder.empty() ? std::string_view(".") : folder;
+    if (const DWORD error = machine().drives.locate(where, location)) return fail(error);
+    Search search;
+    const DWORD error = location.volume->list(location.all(), search.entries);
+    if (error != 0) return fail(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
+    std::erase_if(search.entries, [mask](const FileInfo& info) { return !matchesMask(mask, info.name); });
+    std::sort(search.entries.begin(), search.entries.end(), [](const FileInfo& left, const FileInfo& right) {
+        return compareNoCase(left.name, right.name) < 0;
+    });
+    if (location.count > 0) {
+        FileInfo self;
+        (void)location.volume->find(location.all(), &self);
+        for (const char* name : {"..", "."}) {
+            if (!matchesMask(mask, name)) continue;
+            self.name = name;
+            search.entries.insert(search.entries.begin(), self);
+        }
+    }
+    if (search.entries.empty()) return fail(ERROR_FILE_NOT_FOUND);
+    fill(data, search.entries[0]);
+    search.next = 1;
+    return searches().open(std::move(search));
+}
+
+}  // namespace
+
+std::size_t openFindHandles() {
+    return searches().count();
+}
+
+}  // namespace bromvale::offline
+
+using namespace bromvale::offline;
+
+HANDLE FindFirstFileA(LPCSTR path, LPWIN32_FIND_DATAA data) {
+    if (failsHere("FindFirstFileA")) return INVALID_HANDLE_VALUE;
+    const std::string_view whole = path;
+    if (whole.empty()) return fail(ERROR_PATH_NOT_FOUND);
+    const std::size_t slash = whole.find_last_of("\\/");
+    std::size_t start = slash == std::string_view::npos ? 0 : slash + 1;
+    if (start == 0 && whole.size() >= 2 && whole[1] == ':') start = 2;
+    const std::string_view mask = whole.substr(start);
+    if (slash != std::string_view::npos && mask.empty()) {
+        Location location;
+        const DWORD error = machine().drives.locate(whole, location);
+        return fail(error != 0 ? error : ERROR_FILE_NOT_FOUND);
+    }
+    if (mask.find_first_of("*?") == std::string_view::npos) return findOne(whole, *data);
+    return findMany(whole.substr(0, start), mask, *data);
+}
+
+BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data) {
+    if (failsHere("FindNextFileA")) return FALSE;
+    Search* search = searches().find(find);
+    if (search == nullptr) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    if (search->next >= search->entries.size()) {
+        SetLastError(ERROR_NO_MORE_FILES);
+        return FALSE;
+    }
+    fill(*data, search->entries[search->next++]);
+    return TRUE;
+}
+
+BOOL FindClose(HANDLE find) {
+    if (failsHere("FindClose")) return FALSE;
+    if (searches().close(find)) return TRUE;
+    SetLastError(ERROR_INVALID_HANDLE);
+    return FALSE;
+}

@@ -1,0 +1,182 @@
+#include "platform/offline/process_api.h"
+
+#include <cstring>
+
+#include "platform/offline/code_page.h"
+#include "platform/offline/handles.h"
+#include "platform/offline/machine.h"
+
+using namespace bromvale::offline;
+
+namespace {
+
+// Modules are numbers into this list; 0 is the program itself.
+std::vector<std::string>& modules() {
+    static std::vector<std::string> list;
+    return list;
+}
+
+// The entry that was looked up last; every entry has this one address.
+std::string entryLibrary;
+std::string entryName;
+
+LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
+    machine().events.record({EventKind::Library, entryLibrary, entryName, 0, 0});
+    return S_OK;
+}
+
+bool run(const std::string& commandLine) {
+    machine().events.record({EventKind::Run, commandLine, "", 0, 0});
+    return true;
+}
+
+// The program file of a command line: in quotes, or up to the first blank behind which something exists.
+std::string programOf(const std::string& commandLine) {
+    if (commandLine.starts_with('"')) return commandLine.substr(1, commandLine.find('"', 1) - 1);
+    std::size_t end = commandLine.find(' ');
+    while (end != std::string::npos) {
+        const std::string program = commandLine.substr(0, end);
+        if (machine().drives.exists(program)) return program;
+        end = commandLine.find(' ', end + 1);
+    }
+    return commandLine;
+}
+
+bool canRun(const std::string& program) {
+    const Drives& drives = machine().drives;
+    for (const std::string& folder : {std::string(), machine().appPath() + "\\",
+                                      machine().systemFolder() + "\\", machine().windowsFolder() + "\\"}) {
+        if (drives.exists(folder + program) || drives.exists(folder + program + ".exe")) return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+HANDLE GetCurrentProcess() {
+    return INVALID_HANDLE_VALUE;
+}
+
+BOOL TerminateProcess(HANDLE, UINT exitCode) {
+    if (failsHere("TerminateProcess")) return FALSE;
+    machine().events.record({EventKind::End, "", "", exitCode, 0});
+    if (!machine().terminateReturns) throw ProcessEnded{exitCode};
+    return TRUE;
+}
+
+HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR) {
+    if (failsHere("CreateMutexA")) return nullptr;
+    const HANDLE mutex = openPlainObject();
+    SetLastError(machine().previousInstance ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    return mutex;
+}
+
+DWORD WaitForSingleObject(HANDLE, DWORD) {
+    return failsHere("WaitForSingleObject") ? WAIT_FAILED : WAIT_OBJECT_0;
+}
+
+BOOL GetExitCodeProcess(HANDLE, LPDWORD exitCode) {
+    if (failsHere("GetExitCodeProcess")) return FALSE;
+    *exitCode = 0;
+    return TRUE;
+}
+
+BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
+                    DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA, LPPROCESS_INFORMATION made) {
+    if (failsHere("CreateProcessA")) return FALSE;
+    const std::string line = commandLine != nullptr ? commandLine : application;
+    if (!canRun(application != nullptr ? application : programOf(line))) {
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return FALSE;
+    }
+    if (made != nullptr) *made = {openPlainObject(), openPlainObject(), 1, 1};
+    return run(line);
+}
+
+UINT WinExec(LPCSTR commandLine, UINT) {
+    if (const auto fault = faults().at("WinExec")) return static_cast<UINT>(*fault);
+    if (!canRun(programOf(commandLine))) return ERROR_FILE_NOT_FOUND;
+    run(commandLine);
+    return 33;
+}
+
+BOOL OpenProcessToken(HANDLE, DWORD, PHANDLE token) {
+    if (failsHere("OpenProcessToken")) return FALSE;
+    if (!machine().os().isNt()) {
+        SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
+        return FALSE;
+    }
+    *token = openPlainObject();
+    return TRUE;
+}
+
+BOOL LookupPrivilegeValueA(LPCSTR, LPCSTR name, PLUID id) {
+    if (failsHere("LookupPrivilegeValueA")) return FALSE;
+    if (!machine().os().isNt() || !equalNoCase(name, SE_SHUTDOWN_NAME)) {
+        SetLastError(machine().os().isNt() ? ERROR_NO_SUCH_PRIVILEGE : ERROR_CALL_NOT_IMPLEMENTED);
+        return FALSE;
+    }
+    *id = {19, 0};
+    return TRUE;
+}
+
+BOOL AdjustTokenPrivileges(HANDLE, BOOL, PTOKEN_PRIVILEGES wanted, DWORD, PTOKEN_PRIVILEGES, LPDWORD) {
+    if (failsHere("AdjustTokenPrivileges")) return FALSE;
+    const bool known =
+        wanted != nullptr && wanted->PrivilegeCount == 1 && wanted->Privileges[0].Luid.LowPart == 19;
+    if (!known || !machine().shutdownPrivilege) {
+        SetLastError(ERROR_NOT_ALL_ASSIGNED);
+        return TRUE;
+    }
+    machine().events.record(
+        {EventKind::Privilege, SE_SHUTDOWN_NAME, "", wanted->Privileges[0].Attributes, 0});
+    SetLastError(ERROR_SUCCESS);
+    return TRUE;
+}
+
+BOOL ExitWindowsEx(UINT flags, DWORD) {
+    if (failsHere("ExitWindowsEx")) return FALSE;
+    if (machine().os().isNt() && !machine().shutdownPrivilege) {
+        SetLastError(ERROR_PRIVILEGE_NOT_HELD);
+        return FALSE;
+    }
+    machine().events.record({EventKind::Restart, "", "", flags, 0});
+    return TRUE;
+}
+
+HMODULE LoadLibraryA(LPCSTR path) {
+    if (failsHere("LoadLibraryA")) return nullptr;
+    const std::string inSystem = machine().systemFolder() + "\\" + path;
+    if (!machine().drives.exists(path) && !machine().drives.exists(inSystem)) {
+        SetLastError(ERROR_MOD_NOT_FOUND);
+        return nullptr;
+    }
+    modules().push_back(path);
+    return reinterpret_cast<HMODULE>(modules().size());
+}
+
+FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
+    if (failsHere("GetProcAddress")) return nullptr;
+    const auto number = reinterpret_cast<std::uintptr_t>(module);
+    if (number == 0 || number > modules().size()) {
+        SetLastError(ERROR_PROC_NOT_FOUND);
+        return nullptr;
+    }
+    entryLibrary = modules()[number - 1];
+    entryName = name;
+    // By way of a function without arguments, the one type that compilers let stand for any other.
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&entryPoint));
+}
+
+BOOL FreeLibrary(HMODULE) {
+    return failsHere("FreeLibrary") ? FALSE : TRUE;
+}
+
+HMODULE GetModuleHandleA(LPCSTR) {
+    return nullptr;
+}
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (failsHere("CallWindowProcA") || procedure == nullptr) return 0;
+    return procedure(window, message, first, second);
+}
