@@ -22,8 +22,9 @@ class FrmError : public Form {
     TextBox txtEMail{this, "txtEMail"};
     Button cmdReportSenden{this, "cmdReportSenden"};
 
-    void fill(std::string_view modul, std::string_view funktion, std::int32_t nummer, std::string_view beschreibung,
-              std::int32_t stil);
+    // Loads the dialog if need be, puts the report into it and shows it without waiting.
+    void fill(std::string_view modul, std::string_view funktion, std::int32_t nummer,
+              std::string_view beschreibung, std::int32_t stil);
     void cmdDetails_Click();
     void cmdSchließen_Click();
     void cmdBeenden_Click();

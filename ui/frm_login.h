@@ -13,6 +13,7 @@ class FrmLogin : public Form {
     void design() override;
 };
 
+// Loaded at each first use, so that a text put into it stands when it is shown.
 FrmLogin& frmLogin();
 
 }  // namespace bromvale

@@ -150,6 +150,9 @@ class FrmMain : public Form {
 
   private:
     void wire();
+    void addTrayIcon();
+    void restoreGeometry();
+    void saveGeometry();
     NOTIFYICONDATAA trayRecord_{};
 };
 

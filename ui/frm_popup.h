@@ -3,7 +3,8 @@
 
 namespace bromvale {
 
-// Never shown: the window from which all pop-up menus are opened, so that they close when the user clicks elsewhere.
+// Never shown: the window from which all pop-up menus are opened, so that they close when the user clicks
+// elsewhere.
 class FrmPopUp : public Form {
   public:
     FrmPopUp() : Form("frmPopUp") {}
@@ -12,6 +13,7 @@ class FrmPopUp : public Form {
     void design() override;
 };
 
+// Loaded at the first use.
 FrmPopUp& frmPopUp();
 
 }  // namespace bromvale

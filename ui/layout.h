@@ -23,7 +23,8 @@ enum LayoutFlag : unsigned {
     kMsSansSerif = 1u << 13,
 };
 
-// One control at design. Twips, relative to the container (null: the form). A line's width and height lead to its second point.
+// One control at design. Twips, relative to the container (null: the form). A line's width and height lead to
+// its second point. The container of a menu entry is its menu.
 struct ControlRow {
     const char* name;
     ControlKind kind;
@@ -34,7 +35,24 @@ struct ControlRow {
     unsigned flags;
 };
 
+// A column of a list or a panel of a status bar, in order.
+struct ColumnRow {
+    const char* control;
+    const char* text;
+    int width;  // twips
+};
+
+// A picture of an image list, in order.
+struct ImageRow {
+    const char* list;
+    const char* key;
+    int resource;
+};
+
 // Puts every control of the table into its design state. The form owns a control of each name and kind.
 void buildPage(Form& form, std::span<const ControlRow> rows);
+// All columns of the lists, or all panels of the status bars, that the table names.
+void buildColumns(Form& form, std::span<const ColumnRow> rows);
+void buildImages(Form& form, std::span<const ImageRow> rows);
 
 }  // namespace bromvale

@@ -57,6 +57,7 @@ void Form::load() {
     design();
     createPeers();
     building_ = false;
+    dockStatusBars();
     Form_Resize();
     Form_Load();
 }
@@ -136,7 +137,16 @@ void Form::placed(const Place& outer, int scaleWidth, int scaleHeight, WindowSta
     const bool resized = scaleWidth != scaleWidth_ || scaleHeight != scaleHeight_;
     scaleWidth_ = scaleWidth;
     scaleHeight_ = scaleHeight;
-    if (resized && loaded_ && !building_ && !unloading_) Form_Resize();
+    if (!resized || !loaded_ || building_ || unloading_) return;
+    dockStatusBars();
+    Form_Resize();
+}
+
+void Form::dockStatusBars() {
+    for (Control* control : controls_) {
+        if (control->kind() != ControlKind::StatusBar) continue;
+        control->setPlace({0, scaleHeight_ - control->height(), scaleWidth_, control->height()});
+    }
 }
 
 void Form::centreOnScreen() {

@@ -79,6 +79,7 @@ class Form : public Control {
     void createPeerOf(Control& control);
     void destroyPeers();
     void leaveUnreachable();
+    void dockStatusBars();
     [[nodiscard]] bool isTabStop(const Control& control) const;
     [[nodiscard]] std::vector<Control*> tabOrder() const;
     bool moveFocus(bool backwards);

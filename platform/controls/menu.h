@@ -19,8 +19,9 @@ class MenuItem : public Control {
     std::vector<MenuItem*> children_;
 };
 
-// Opens `menu` at the mouse position from the window of `owner`, `defaultItem` (or null) in bold, and runs the handler
-// of the chosen entry before it returns. Offline the menu is recorded; the machine's script chooses.
+// Opens `menu` at the mouse position from the window of `owner`, `defaultItem` (or null) in bold, and runs
+// the handler of the chosen entry before it returns. Offline the menu is recorded; the machine's script
+// chooses.
 void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem);
 
 }  // namespace bromvale

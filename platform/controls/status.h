@@ -5,7 +5,8 @@
 
 namespace bromvale {
 
-// Panels count from 1; Failure 35600 out of range.
+// Lies along the lower edge of its form, whatever size that has; its height is its own. Panels count from 1;
+// Failure 35600 out of range.
 class StatusBar : public Control {
   public:
     struct Panel {

@@ -3,7 +3,8 @@
 
 namespace bromvale {
 
-// Runs onTimer every `interval` milliseconds while it is enabled and events are served. Interval 0 never fires.
+// Runs onTimer every `interval` milliseconds while it is enabled and events are served. Interval 0 never
+// fires.
 class Timer : public Control {
   public:
     Timer(Form* form, std::string_view name) : Control(form, name, ControlKind::Timer) { setEnabled(false); }

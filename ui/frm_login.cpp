@@ -1,0 +1,35 @@
+#include "ui/frm_login.h"
+
+#include "ui/layout.h"
+
+namespace bromvale {
+namespace {
+
+constexpr ControlRow kRows[] = {
+    {"lblLogin",
+     ControlKind::Label,
+     "Die Programmeinstellungen werden geladen. Bitte warten...",
+     nullptr,
+     {120, 75, 4455, 495},
+     0,
+     kCentred},
+};
+constexpr int kInnerWidth = 4710;
+constexpr int kInnerHeight = 630;
+
+}  // namespace
+
+FrmLogin& frmLogin() {
+    static FrmLogin& form = *new FrmLogin;
+    form.load();
+    return form;
+}
+
+void FrmLogin::design() {
+    setBorderStyle(BorderStyle::FixedNoControls);
+    setScaleSize(kInnerWidth, kInnerHeight);
+    centreOnScreen();
+    buildPage(*this, kRows);
+}
+
+}  // namespace bromvale

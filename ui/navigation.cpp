@@ -1,0 +1,143 @@
+#include "ui/navigation.h"
+
+#include "core/attempt.h"
+#include "core/command_start.h"
+#include "core/log.h"
+#include "core/registry_layer.h"
+#include "core/settings.h"
+#include "core/state.h"
+#include "platform/help.h"
+#include "ui/pages.h"
+
+namespace bromvale {
+namespace {
+
+constexpr int kNormalWithFocus = 1;
+constexpr unsigned kHelpDisplayTopic = 0;
+
+// Starts no scan: that is the page's own button.
+void openScan(FrmMain& form) {
+    attempt(kGoOn, [&] { form.showPage(form.Frame1); });
+    const bool scanRuns = !form.cmdStart.enabled();
+    if (scanRuns) attempt(kGoOn, [&] { form.setMousePointer(MousePointer::Hourglass); });
+}
+
+void openBackup(FrmMain& form) {
+    attempt(kGoOn, [&] { form.mnuPopUpBackupZeigen_Click(); });
+}
+
+void startRegistryEditor(FrmMain&) {
+    attempt(kGoOn, [] { startCommand(WinDir + "Regedit.exe", kNormalWithFocus); });
+}
+
+void openHelp(FrmMain& form) {
+    attempt(kGoOn, [&] { HtmlHelpA(form.window(), "Bromvale.chm", kHelpDisplayTopic, 0); });
+}
+
+void quit(FrmMain& form) {
+    attempt(kGoOn, [&] { form.unload(); });
+}
+
+void openPrograms(FrmMain& form) {
+    attempt(kGoOn, [&] { form.mnuPopUpDeinstall_Click(); });
+}
+
+// Neither box is ever cleared here: they may be ahead of what is stored.
+void openCleanup(FrmMain& form) {
+    attempt(kGoOn, [&] { form.showPage(form.Frame7); });
+    std::string startsAtLogon;
+    attempt(kGoOn, [&] {
+        startsAtLogon =
+            FindValue(kHiveLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", AppTitle);
+    });
+    if (!startsAtLogon.empty()) attempt(kGoOn, [&] { form.chbTempFilesDel.setValue(1); });
+    if (DelFilePermanent == 1) attempt(kGoOn, [&] { form.chbDelFilePermanent.setValue(1); });
+    attempt(kGoOn, [&] { form.setMousePointer(MousePointer::Default); });
+}
+
+// Loading the page fires the handlers of its controls, each of which enables the button: nothing is changed
+// yet.
+void openOptions(FrmMain& form) {
+    attempt(kGoOn, [&] { form.mnuPopUpOptionen_Click(); });
+    attempt(kGoOn, [&] { form.cmdÜbernehmen.setEnabled(false); });
+}
+
+void openBugReport(FrmMain& form) {
+    if (InternetMissing) {
+        attempt(kGoOn, [] {
+            MsgBox(
+                "Eine Funktion des Microsoft Internet Explorer arbeitet nicht korrekt.\r"
+                "Installieren Sie diesen neu, um den Bug-Report nutzen zu können.",
+                kStyleInformation);
+        });
+        return;
+    }
+    attempt(kGoOn, [&] { form.mnuPopUpBugReport_Click(); });
+}
+
+// The version check and the web site come with the internet services; until then these two items have no
+// effect.
+void checkForUpdate(FrmMain&) {}
+void openWebSite(FrmMain&) {}
+
+constexpr NavigationItem kItems[] = {
+    {"Allgemein",
+     "Startet die Suche nach ungültigen oder fehlerhaften Einträgen der Windows Registrierungs-Datenbank.",
+     openScan},
+    {"Allgemein",
+     "Hier können Sie die entfernten Einträgen wieder in die Windows Registrierungs-Datenbank eintragen.",
+     openBackup},
+    {"Allgemein", "Das Programm Regedit starten.", startRegistryEditor},
+    {"Allgemein", "Hilfe zum Handling und zu den Begriffen des Programms.", openHelp},
+    {"Allgemein", "Hier können Sie das Programm beenden.", quit},
+    {"Features", "Hier können Sie bequem wie in der Systemsteuerung Programme deinstallieren.", openPrograms},
+    {"Features", "Hier können die Festplatte aufräumen.", openCleanup},
+    {"Features", "Legen Sie hier ihre persönlichen Programm-Einstellungen fest.", openOptions},
+    {"Service", "Sie haben ein Programmfehler? Dann melden Sie ihn mir.", openBugReport},
+    {"Service", "Nach einer neuen Version des Programms im Internet suchen.", checkForUpdate},
+    {"Service", "Homepage aufrufen.", openWebSite},
+};
+
+}  // namespace
+
+std::span<const NavigationItem> navigationItems() {
+    return kItems;
+}
+
+void FrmMain::showPage(const Frame& page) {
+    for (Frame* frame : pages(*this)) frame->setVisible(frame == &page);
+}
+
+void FrmMain::Menu_ItemClick(const ListBar::Item& item) {
+    int number = 0;
+    for (const NavigationItem& candidate : navigationItems()) {
+        ++number;
+        if (item.caption != imgMenu1.key(number)) continue;
+        candidate.open(*this);
+        return;
+    }
+}
+
+void FrmMain::mnuPopUpBackupZeigen_Click() {
+    showPage(Frame2);
+    setMousePointer(MousePointer::Default);
+}
+
+void FrmMain::mnuPopUpDeinstall_Click() {
+    showPage(Frame4);
+    setMousePointer(MousePointer::Default);
+}
+
+void FrmMain::mnuPopUpOptionen_Click() {
+    showPage(Frame5);
+    setMousePointer(MousePointer::Default);
+}
+
+void FrmMain::mnuPopUpBugReport_Click() {
+    showPage(Frame3);
+    txtEMail.setText(EMail);
+    txtErrNr.setFocus();
+    setMousePointer(MousePointer::Default);
+}
+
+}  // namespace bromvale

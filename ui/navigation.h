@@ -1,0 +1,18 @@
+#pragma once
+#include <span>
+
+#include "ui/frm_main.h"
+
+namespace bromvale {
+
+// One item of the navigation bar. Its caption is not here: item n shows the key of picture n of imgMenu1.
+struct NavigationItem {
+    const char* bar;
+    const char* toolTip;
+    void (*open)(FrmMain& form);
+};
+
+// Items in the order of their pictures; those of one bar stand together.
+[[nodiscard]] std::span<const NavigationItem> navigationItems();
+
+}  // namespace bromvale
