@@ -1,0 +1,95 @@
+#include "platform/events.h"
+
+#include <utility>
+
+#include "platform/controls/form.h"
+#include "platform/win32/common_controls.h"
+#include "platform/win32/form_peer.h"
+#include "platform/win32/paint_queue.h"
+
+namespace bromvale {
+
+namespace {
+
+std::function<void()>& pumpObserver() {
+    static std::function<void()> observer;
+    return observer;
+}
+
+bool pressed(int key) { return GetKeyState(key) < 0; }
+
+// Keys that the control itself needs before the form looks at them.
+bool keptByControl(HWND focus, const Control* control, WPARAM key) {
+    if (control == nullptr) return false;
+    switch (control->kind()) {
+        case ControlKind::ComboBox:
+            // An open list is closed by them.
+            return (key == VK_RETURN || key == VK_ESCAPE) &&
+                   SendMessageA(control->peer()->window(), CB_GETDROPPEDSTATE, 0, 0) != 0;
+        case ControlKind::ListBar: return key == VK_RETURN && focus == control->peer()->window();
+        default: return false;
+    }
+}
+
+// Access keys are characters; umlauts have keys whose number depends on the keyboard.
+int accessCharacter(WPARAM key) {
+    constexpr UINT kToCharacter = 2;
+    const bool plain = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+    return plain ? static_cast<int>(key) : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), kToCharacter) & 0xFFu);
+}
+
+// Tab, Return, Escape and access keys belong to the form. True when the message is used up.
+bool offerToForm(const MSG& message) {
+    const bool alt = message.message == WM_SYSKEYDOWN;
+    if (message.message != WM_KEYDOWN && !alt) return false;
+    Form* const form = formOfWindow(message.hwnd);
+    if (form == nullptr) return false;
+    if (!alt && keptByControl(message.hwnd, controlOfWindow(message.hwnd), message.wParam)) return false;
+    // Ctrl makes another key of it, and with Alt it is the right Alt key that types characters.
+    if (pressed(VK_CONTROL)) return false;
+    const int key = alt ? accessCharacter(message.wParam) : static_cast<int>(message.wParam);
+    bool used = false;
+    guarded([&] { used = form->userKey(key, pressed(VK_SHIFT), alt); });
+    return used;
+}
+
+void serve(const MSG& message) {
+    if (offerToForm(message)) return;
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+}
+
+}  // namespace
+
+void DoEvents() {
+    flushDuePaints();
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            // For the loop outside.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        serve(message);
+    }
+    if (pumpObserver()) pumpObserver()();
+}
+
+void WaitForEvents(unsigned milliseconds) {
+    flushPaints();
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT);
+}
+
+void RunEventLoop() {
+    MSG message;
+    while (!loadedForms().empty()) {
+        if (!PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) flushPaints();
+        if (GetMessageA(&message, nullptr, 0, 0) <= 0) return;
+        serve(message);
+        flushDuePaints();
+    }
+}
+
+void setPumpObserver(std::function<void()> observer) { pumpObserver() = std::move(observer); }
+
+}  // namespace bromvale
