@@ -168,7 +168,7 @@ int GetTimeFormatA(LCID, DWORD flags, const SYSTEMTIME* time, LPCSTR picture, LP
         return 0;
     }
     const auto& locale = machine().locale;
-    const std::string_view shape = picture != nullptr ? picture : locale.timeFormat;
+    const std::string_view shape = picture != nullptr ? std::string_view(picture) : locale.timeFormat;
     return answerWithNul(formatTime(locale, used, shape, flags), buffer, size);
 }
 
