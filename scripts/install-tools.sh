@@ -42,7 +42,7 @@ run() { "${root[@]}" env DEBIAN_FRONTEND=noninteractive "$@" >>"$log" 2>&1 </dev
 # although what is needed can be had. Whether it worked shows in the installation.
 update() {
     [ "$updated" = "$1" ] && return 0
-    run apt-get -o Acquire::Retries=3 update || say "apt-get update complained (see $log); going on."
+    run apt-get -o Acquire::Retries=3 update
     updated=$1
 }
 
