@@ -46,6 +46,7 @@ Form::Form(std::string_view name) : Control(nullptr, name, ControlKind::Form) {
 
 Form::~Form() {
     std::erase(formList(), this);
+    destroyPeers();
 }
 
 void Form::load() {

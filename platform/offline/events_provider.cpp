@@ -4,12 +4,6 @@
 #include "platform/offline/machine.h"
 
 namespace bromvale {
-namespace {
-
-std::function<void(const Failure&)> unhandled;
-
-}  // namespace
-
 void DoEvents() {
     static offline::Pump& pump = offline::machine().pump;
     pump.serve();
@@ -31,18 +25,6 @@ void setPumpObserver(std::function<void()> observer) {
     auto& pump = offline::machine().pump;
     if (!observer) return pump.observe(nullptr);
     pump.observe([observer = std::move(observer)](std::uint64_t) { observer(); });
-}
-
-void setUnhandledFailure(std::function<void(const Failure&)> handler) {
-    unhandled = std::move(handler);
-}
-
-void dispatchUserEvent(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const Failure& failure) {
-        if (unhandled) unhandled(failure);
-    }
 }
 
 }  // namespace bromvale
