@@ -19,9 +19,14 @@ bool chooses(const MenuItem& item, const std::string& choice) {
 
 MenuItem* takeChoice(const MenuItem& menu) {
     auto& choices = offline::machine().menuChoices;
-    if (choices.empty()) return nullptr;
-    const std::string choice = choices.front();
-    choices.pop_front();
+    std::string choice;
+    if (!choices.empty()) {
+        choice = choices.front();
+        choices.pop_front();
+    } else if (offline::machine().askForMenuChoice) {
+        choice = offline::machine().askForMenuChoice();
+    }
+    if (choice.empty()) return nullptr;
     for (MenuItem* item : menu.children()) {
         if (chooses(*item, choice) && item->enabled() && item->visible()) return item;
     }

@@ -24,6 +24,10 @@ enum class EventKind {
     FileDeleted,    // text = path; caption = "Papierkorb" where it went into the recycle bin
     FolderMade,     // text = path
     FolderDeleted,  // text = path; caption as above
+    KeyMade,        // text = key
+    KeyDeleted,     // text = key
+    ValueSet,       // text = key, caption = name and data as a registry file writes them
+    ValueDeleted,   // text = key, caption = name
     Library,        // text = library, caption = entry that was called
     Browse,         // text = title, caption = chosen folder
     End,            // number = exit code

@@ -6,6 +6,7 @@
 // last error and the call fails; for RegXxx functions it is the result; for ShellExecuteA, SHFileOperationA
 // and MessageBoxA it is what they return.
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -69,6 +70,9 @@ class Machine {
     std::deque<std::string> folders;
     // The next pop-up menus' choices: names of entries, or captions without "&". Without one a menu is left.
     std::deque<std::string> menuChoices;
+    // Asked by a menu that finds no choice above; an empty answer leaves it.
+    std::function<std::string()> askForMenuChoice;
+    std::string webHost;  // stands in for the host of the web services; empty for the program's own
 
     [[nodiscard]] const OsVersion& os() const { return os_; }
     void setOs(const OsVersion& os);

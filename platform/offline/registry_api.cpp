@@ -6,11 +6,13 @@
 
 #include "platform/offline/faults.h"
 #include "platform/offline/registry.h"
+#include "platform/offline/registry_events.h"
 
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
 using bromvale::offline::kLongestKeyName;
 using bromvale::offline::nextPathName;
+using bromvale::offline::recordKeyMade;
 using bromvale::offline::Registry;
 using bromvale::offline::RegistryKey;
 
@@ -147,6 +149,7 @@ LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/
     if (const auto fault = faults().at("RegCreateKeyExA")) return static_cast<LONG>(*fault);
     DWORD done = 0;
     const LONG status = createKey(key, textOf(subKey), access, *result, done);
+    if (status == ERROR_SUCCESS && done == REG_CREATED_NEW_KEY) recordKeyMade(*result);
     if (status == ERROR_SUCCESS && disposition != nullptr) *disposition = done;
     return status;
 }
@@ -161,6 +164,7 @@ LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
     Registry& registry = currentRegistry();
     if (registry.isRoot(key) || (path.empty() && Registry::isHive(handle))) return ERROR_ACCESS_DENIED;
     if (registry.ntFamily() && key->subKeyCount() != 0) return ERROR_ACCESS_DENIED;
+    recordKeyDeleted(*key);
     registry.tree().remove(key);
     return ERROR_SUCCESS;
 }

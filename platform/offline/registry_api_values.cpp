@@ -6,6 +6,7 @@
 #include "platform/offline/faults.h"
 #include "platform/offline/registry.h"
 #include "platform/offline/registry_api.h"
+#include "platform/offline/registry_events.h"
 
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
@@ -113,6 +114,7 @@ LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD typ
     if (isText(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) ++stored;
     const std::string_view bytes(reinterpret_cast<const char*>(data), stored);
     currentRegistry().tree().setValue(key, name, type, bytes);
+    recordValueSet(*key, name, type, bytes);
     return ERROR_SUCCESS;
 }
 
@@ -121,8 +123,9 @@ LONG RegDeleteValueA(HKEY handle, LPCSTR valueName) {
     RegistryKey* key = nullptr;
     const LONG result = currentRegistry().resolve(handle, KEY_SET_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
-    return currentRegistry().tree().removeValue(key, textOf(valueName)) ? ERROR_SUCCESS
-                                                                        : ERROR_FILE_NOT_FOUND;
+    if (!currentRegistry().tree().removeValue(key, textOf(valueName))) return ERROR_FILE_NOT_FOUND;
+    recordValueDeleted(*key, textOf(valueName));
+    return ERROR_SUCCESS;
 }
 
 LONG RegQueryInfoKeyA(HKEY handle, LPSTR keyClass, LPDWORD classSize, LPDWORD reserved, LPDWORD subKeys,
