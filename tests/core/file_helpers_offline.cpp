@@ -1,0 +1,23 @@
+#include "core/file_helpers.h"
+#include "platform/offline/machine.h"
+#include "tests/support/test_machine.h"
+
+namespace bromvale {
+namespace {
+
+using FileHelpersHandles = testing::TestMachine;
+
+TEST_F(FileHelpersHandles, FileExistsLeavesItsSearchOpenAndFindFileApiClosesIts) {
+    writeWholeFile(folder() + "a.dll", "x");
+    const std::size_t open = offline::openFindHandles();
+    EXPECT_TRUE(FileExists(folder() + "a.dll"));
+    EXPECT_FALSE(FileExists(folder() + "b.dll"));
+    EXPECT_EQ(offline::openFindHandles() - open, 1u);
+    std::string path = folder();
+    std::vector<std::string> names;
+    FindFileAPI(path, "*", names);
+    EXPECT_EQ(offline::openFindHandles() - open, 1u);
+}
+
+}  // namespace
+}  // namespace bromvale

@@ -1,0 +1,94 @@
+#include "core/file_helpers.h"
+
+#include <algorithm>
+
+#include "core/log.h"
+#include "tests/support/test_machine.h"
+
+namespace bromvale {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class FileHelpers : public testing::TestMachine {
+  protected:
+    FileHelpers() { fillState(); }
+};
+
+TEST_F(FileHelpers, FileExistsTakesFilesFoldersAndWildcards) {
+    writeWholeFile(folder() + "übung.dll", "x");
+    makeFolderOnDisk(folder() + "ordner");
+    EXPECT_TRUE(FileExists(folder() + "übung.dll"));
+    EXPECT_TRUE(FileExists(folder() + "ÜBUNG.DLL"));
+    EXPECT_TRUE(FileExists(folder() + "ordner"));
+    EXPECT_TRUE(FileExists(folder() + "*.dll"));
+    EXPECT_FALSE(FileExists(folder() + "*.ocx"));
+    EXPECT_FALSE(FileExists(folder() + "fehlt.dll"));
+    EXPECT_FALSE(FileExists(folder() + "fehlt\\übung.dll"));
+    EXPECT_FALSE(FileExists(""));
+}
+
+TEST_F(FileHelpers, FileExistsLogsWhatIsMissingWhileTracing) {
+    writeWholeFile(folder() + "da.dll", "x");
+    EXPECT_FALSE(FileExists("C:\\fehlt.dll"));
+    EXPECT_EQ(logLines(), Lines{});
+    switchTracingOn();
+    EXPECT_TRUE(FileExists(folder() + "da.dll"));
+    EXPECT_FALSE(FileExists("C:\\fehlt.dll"));
+    EXPECT_EQ(logLines(), Lines{"modFiles; FileExists; C:\\fehlt.dll; Falsch; 0; "});
+}
+
+TEST_F(FileHelpers, FindFileApiListsFilesAndFoldersAndOneEmptyElement) {
+    makeFolderOnDisk(folder() + "Ordner");
+    makeFolderOnDisk(folder() + "Ordner\\innen.reg");
+    writeWholeFile(folder() + "Ordner\\a.reg", "");
+    writeWholeFile(folder() + "Ordner\\b.txt", "");
+    writeWholeFile(folder() + "Ordner\\innen.reg\\c.reg", "");
+    std::string path = folder() + "Ordner\\";
+    Lines names{"alt"};
+    FindFileAPI(path, "*.reg", names);
+    ASSERT_EQ(names.size(), 3u);
+    EXPECT_EQ(names.back(), "");
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (Lines{"", "a.reg", "innen.reg"}));
+}
+
+TEST_F(FileHelpers, FindFileApiAddsTheMissingBackslashInTheCallersVariable) {
+    makeFolderOnDisk(folder() + "Ordner");
+    std::string path = folder() + "Ordner";
+    Lines names;
+    FindFileAPI(path, "*.*", names);
+    EXPECT_EQ(path, folder() + "Ordner\\");
+}
+
+TEST_F(FileHelpers, AnEmptyFolderGivesTheOneEmptyElement) {
+    makeFolderOnDisk(folder() + "Ordner");
+    std::string path = folder() + "Ordner\\";
+    Lines names{"alt", "älter"};
+    FindFileAPI(path, "*.*", names);
+    EXPECT_EQ(names, Lines{""});
+}
+
+TEST_F(FileHelpers, AMissingFolderGivesTheSameAndNoReport) {
+    std::string path = folder() + "fehlt\\";
+    Lines names;
+    FindFileAPI(path, "*.*", names);
+    EXPECT_EQ(names, Lines{""});
+    EXPECT_EQ(logLines(), Lines{});
+}
+
+TEST_F(FileHelpers, FindFileApiTellsWhatItFound) {
+    makeFolderOnDisk(folder() + "Ordner");
+    writeWholeFile(folder() + "Ordner\\a.reg", "");
+    switchTracingOn();
+    std::string path = folder() + "Ordner";
+    Lines names;
+    FindFileAPI(path, "*.reg", names);
+    EXPECT_EQ(logLines(),
+              (Lines{"modFiles; FindFileAPI; started; 0; ",
+                     "modFiles; FindFileAPI; durchsuchter Ordner " + folder() + "Ordner\\; 0; ",
+                     "modFiles; FindFileAPI; Darin wurden 1 Dateien gefunden.; 0; ", "modFiles; FindFileAPI; endet; 0; "}));
+}
+
+}  // namespace
+}  // namespace bromvale
