@@ -33,8 +33,9 @@ void complain(const std::string& text) {
 }
 
 void complain(const RegFileError& error) {
-    const std::string line = error.line > 0 ? ":" + std::to_string(error.line) : "";
-    complain(error.file + line + ": " + utf8FromAnsi(error.reason));
+    std::string place = error.file;
+    if (error.line > 0) place.append(":").append(std::to_string(error.line));
+    complain(place + ": " + utf8FromAnsi(error.reason));
 }
 
 SYSTEMTIME hostTime() {

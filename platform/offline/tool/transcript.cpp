@@ -13,7 +13,9 @@ namespace bromvale::offline {
 namespace {
 
 std::string quoted(std::string_view text) {
-    return "\"" + std::string(text) + "\"";
+    std::string result(1, '"');
+    result.append(text).push_back('"');
+    return result;
 }
 
 std::string boxLine(const Event& event) {
