@@ -45,7 +45,7 @@ HFONT makeFont(const char* face) {
 // Some stand-ins for a face state other widths than they draw, and every right-aligned or centred text is off by
 // that. True where a drawn text ends where its measure says.
 bool drawsAsMeasured(HFONT font) {
-    constexpr char kSample[] = "nnnnnnnnnnnnnnnnnnnnnnnnnnnnnnnn";
+    constexpr char kSample[] = "Fehlerbeschreibung: Platte bereinigen";
     constexpr int kLength = sizeof kSample - 1;
     const HDC screen = GetDC(nullptr);
     const HDC memory = CreateCompatibleDC(screen);
@@ -58,7 +58,7 @@ bool drawsAsMeasured(HFONT font) {
     FillRect(memory, &area, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     TextOutA(memory, 0, 0, kSample, kLength);
     bool inked = false;
-    for (LONG x = size.cx * 15 / 16; x < size.cx && !inked; ++x) {
+    for (LONG x = size.cx - size.cx / 40; x < size.cx && !inked; ++x) {
         for (LONG y = 0; y < size.cy && !inked; ++y) {
             inked = GetPixel(memory, static_cast<int>(x), static_cast<int>(y)) != RGB(255, 255, 255);
         }
@@ -135,6 +135,16 @@ int fontHeight(HFONT font) {
     SelectObject(screen, old);
     ReleaseDC(nullptr, screen);
     return static_cast<int>(metric.tmHeight);
+}
+
+int textWidth(HFONT font, const std::string& text) {
+    const HDC screen = GetDC(nullptr);
+    const HGDIOBJ old = SelectObject(screen, font);
+    SIZE size{};
+    GetTextExtentPoint32A(screen, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(screen, old);
+    ReleaseDC(nullptr, screen);
+    return static_cast<int>(size.cx);
 }
 
 }  // namespace bromvale
