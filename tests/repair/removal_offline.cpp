@@ -128,6 +128,7 @@ TEST_F(RemovalOfflineTest, AnyOtherFailureOfTheOpenShowsTheDialogAndLeavesTheRow
 }
 
 TEST_F(RemovalOfflineTest, TheDialogOfSuchAFailureIsShown) {
+    static_cast<void>(form());
     registerErrorDialog();
     offline::faults().fail("CreateFileA", 1, ERROR_SHARING_VIOLATION);
     form().ProblemeEntfernen();
