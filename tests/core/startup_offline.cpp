@@ -1,4 +1,6 @@
 // Starts of the whole program: what Main reads, refuses, empties, shows and leaves in the log.
+#include <algorithm>
+
 #include "core/log.h"
 #include "core/settings.h"
 #include "core/startup_main.h"
@@ -349,6 +351,24 @@ TEST_F(StartUp, TracingIsToldBeforeTheWindowOpens) {
     EXPECT_EQ(boxes()[0].text, "Die Protokollierung ist aktiviert.");
     EXPECT_EQ(boxes()[0].caption, "Bromvale");
     EXPECT_EQ(boxes()[0].style, 64u);
+}
+
+TEST_F(StartUp, TheNormalRoadTracesItsWay) {
+    set("Protokoll", "1");
+    set("1stRun", "1");
+    Main();
+    Lines lines = logLines();
+    const auto checked = std::find(lines.begin(), lines.end(), "modLibRegister; CheckLibs; endet; 0; ");
+    ASSERT_NE(checked, lines.end());
+    lines.erase(lines.begin(), checked + 1);
+    std::erase_if(lines, [](const std::string& line) { return line.starts_with("frmMain; Form_Resize"); });
+    EXPECT_EQ(lines, (Lines{
+                         "modMain; CheckFirstRun; started; 0; ",
+                         "frmMain; Form_Load; started; 0; ",
+                         "frmMain; Form_Load; endet; 0; ",
+                         "modKeyFunc; SetKeyValue; -2147483647; Software\\Bromvale; 1; 1stRun; 0; 0; ",
+                         "modMain; CheckFirstRun; endet; 0; ",
+                     }));
 }
 
 // --- the window's place ---
