@@ -46,9 +46,29 @@ void FrmMain::wire() {
     lvwRegKeys.onKeyDown = [this](int keyCode) { lvwRegKeys_KeyDown(keyCode); };
     lvwRegKeys.onMouseUp = [this](int button) { lvwRegKeys_MouseUp(button); };
 
+    cmdBearbeiten.onClick = [this] { cmdBearbeiten_Click(); };
+    cmdEintragen.onClick = [this] { cmdEintragen_Click(); };
+    cmdLöschen.onClick = [this] { cmdLöschen_Click(); };
+    lvwBackup.onColumnClick = [this](int column) { lvwBackup_ColumnClick(column); };
+    lvwBackup.onKeyDown = [this](int keyCode) { lvwBackup_KeyDown(keyCode); };
+    lvwBackup.onMouseUp = [this](int button) { lvwBackup_MouseUp(button); };
+    lvwBackup.onDblClick = [this] { cmdBearbeiten_Click(); };
+
+    cmdDeinstall.onClick = [this] { cmdDeinstall_Click(); };
+    cmdDeinstallRefresh.onClick = [this] { cmdDeinstallRefresh_Click(); };
+    lvwDeinstall.onColumnClick = [this](int column) { lvwDeinstall_ColumnClick(column); };
+    lvwDeinstall.onKeyDown = [this](int keyCode) { lvwDeinstall_KeyDown(keyCode); };
+    lvwDeinstall.onMouseUp = [this](int button) { lvwDeinstall_MouseUp(button); };
+    lvwDeinstall.onDblClick = [this] { cmdDeinstall_Click(); };
+
     mnuPopUpStartScan.onClick = [this] { mnuPopUpStartScan_Click(); };
     mnuPopUpRegKeyEinzeln.onClick = [this] { mnuPopUpRegKeyEinzeln_Click(); };
     mnuPopUpRegKeyAlle.onClick = [this] { mnuPopUpRegKeyAlle_Click(); };
+    mnuPopUpDeinstDeinstall.onClick = [this] { cmdDeinstall_Click(); };
+    mnuPopUpDeinstRefresh.onClick = [this] { cmdDeinstallRefresh_Click(); };
+    mnuPopUpBackupBearbeiten.onClick = [this] { cmdBearbeiten_Click(); };
+    mnuPopUpBackupEinfügen.onClick = [this] { cmdEintragen_Click(); };
+    mnuPopUpBackupLöschen.onClick = [this] { cmdLöschen_Click(); };
 }
 
 // A sign of life while the length of a step is unknown: 0, 5, ... 100 and round again.

@@ -114,13 +114,18 @@ class FrmMain : public Form {
     MenuItem mnuPopUpRegKey{this, "mnuPopUpRegKey"};
     MenuItem mnuPopUpRegKeyEinzeln{this, "mnuPopUpRegKeyEinzeln"};
     MenuItem mnuPopUpRegKeyAlle{this, "mnuPopUpRegKeyAlle"};
+    MenuItem mnuPopUpDeinst{this, "mnuPopUpDeinst"};
+    MenuItem mnuPopUpDeinstDeinstall{this, "mnuPopUpDeinstDeinstall"};
+    MenuItem mnuPopUpDeinstRefresh{this, "mnuPopUpDeinstRefresh"};
+    MenuItem mnuPopUpBackup{this, "mnuPopUpBackup"};
+    MenuItem mnuPopUpBackupBearbeiten{this, "mnuPopUpBackupBearbeiten"};
+    MenuItem mnuPopUpBackupEinfügen{this, "mnuPopUpBackupEinfügen"};
+    MenuItem mnuPopUpBackupLöschen{this, "mnuPopUpBackupLöschen"};
 
     // ui/
     void Form_Initialize();
     void showPage(const Frame& page);
     void Menu_ItemClick(const ListBar::Item& item);
-    void mnuPopUpBackupZeigen_Click();
-    void mnuPopUpDeinstall_Click();
     void mnuPopUpOptionen_Click();
     void mnuPopUpBugReport_Click();
     void tmrTimer_Timer();
@@ -138,6 +143,23 @@ class FrmMain : public Form {
 
     // repair/
     void ProblemeEntfernen();
+    void mnuPopUpBackupZeigen_Click();
+    void ReadBackupFiles();
+    void cmdBearbeiten_Click();
+    void cmdEintragen_Click();
+    void cmdLöschen_Click();
+    void lvwBackup_ColumnClick(int column);
+    void lvwBackup_KeyDown(int keyCode);
+    void lvwBackup_MouseUp(int button);
+
+    // uninstall/
+    void mnuPopUpDeinstall_Click();
+    void ShowDeinstall();
+    void cmdDeinstall_Click();
+    void cmdDeinstallRefresh_Click();
+    void lvwDeinstall_ColumnClick(int column);
+    void lvwDeinstall_KeyDown(int keyCode);
+    void lvwDeinstall_MouseUp(int button);
 
     // cleanup/
     void Ordnerliste_laden();
@@ -161,5 +183,8 @@ FrmMain& frmMain();
 
 // Columns of lvwRegKeys: the four fields of a found fault. The list is the only place where faults are kept.
 enum ResultColumn : int { kKeyLine = 0, kValueName = 1, kValueData = 2, kHiveHandle = 3 };
+
+// Columns of lvwDeinstall; all but the first are hidden.
+enum ProgramColumn : int { kProgramName = 0, kUninstallCommand = 1, kProgramHive = 2, kProgramKey = 3 };
 
 }  // namespace bromvale

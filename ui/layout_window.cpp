@@ -23,6 +23,13 @@ constexpr ControlRow kMenuRows[] = {
     {"mnuPopUpRegKey", K::Menu, "<popup regkey>", nullptr, {}, -1, 0},
     {"mnuPopUpRegKeyEinzeln", K::Menu, "&markierte Eintrag entfernen", "mnuPopUpRegKey", {}, -1, 0},
     {"mnuPopUpRegKeyAlle", K::Menu, "&alle Einträge entfernen", "mnuPopUpRegKey", {}, -1, 0},
+    {"mnuPopUpDeinst", K::Menu, "<popup deinst>", nullptr, {}, -1, 0},
+    {"mnuPopUpDeinstDeinstall", K::Menu, "markiertes Programm &deinstallieren", "mnuPopUpDeinst", {}, -1, 0},
+    {"mnuPopUpDeinstRefresh", K::Menu, "&Ansicht aktualisieren", "mnuPopUpDeinst", {}, -1, 0},
+    {"mnuPopUpBackup", K::Menu, "<popup backup>", nullptr, {}, -1, 0},
+    {"mnuPopUpBackupBearbeiten", K::Menu, "markierte(n) Eintrag &bearbeiten", "mnuPopUpBackup", {}, -1, 0},
+    {"mnuPopUpBackupEinfügen", K::Menu, "markierte(n) Eintrag ein&fügen", "mnuPopUpBackup", {}, -1, 0},
+    {"mnuPopUpBackupLöschen", K::Menu, "markierte(n) Eintrag lö&schen", "mnuPopUpBackup", {}, -1, 0},
 };
 
 // clang-format on
