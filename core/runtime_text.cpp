@@ -1,45 +1,10 @@
 #include <algorithm>
-#include <array>
 
 #include "core/runtime.h"
+#include "platform/text_case.h"
 
 namespace bromvale {
 namespace {
-
-using CaseTable = std::array<char, 256>;
-
-constexpr unsigned char kSharpS = 0xDF;
-constexpr unsigned char kMultiply = 0xD7;
-constexpr unsigned char kDivide = 0xF7;
-
-// The pairs of Windows-1252 that lie outside of the two regular blocks: Š, Œ, Ž, Ÿ.
-struct Pair {
-    unsigned char upper;
-    unsigned char lower;
-};
-constexpr std::array kOddPairs{Pair{0x8A, 0x9A}, Pair{0x8C, 0x9C}, Pair{0x8E, 0x9E}, Pair{0x9F, 0xFF}};
-
-constexpr CaseTable makeTable(bool lower) {
-    CaseTable table{};
-    for (unsigned i = 0; i < 256; ++i) table[i] = static_cast<char>(i);
-    const auto pair = [&](unsigned up, unsigned low) {
-        if (lower) {
-            table[up] = static_cast<char>(low);
-        } else {
-            table[low] = static_cast<char>(up);
-        }
-    };
-    for (unsigned c = 'A'; c <= 'Z'; ++c) pair(c, c + 32);
-    // À to Þ and à to þ; in their midst stand the signs × and ÷, which have no case.
-    for (unsigned c = 0xC0; c < kSharpS; ++c) {
-        if (c != kMultiply && c + 32 != kDivide) pair(c, c + 32);
-    }
-    for (const Pair& odd : kOddPairs) pair(odd.upper, odd.lower);
-    return table;
-}
-
-constexpr CaseTable kLower = makeTable(true);
-constexpr CaseTable kUpper = makeTable(false);
 
 void mapInPlace(std::string& text, const CaseTable& table) {
     for (char& c : text) c = table[static_cast<unsigned char>(c)];
@@ -92,18 +57,18 @@ std::string Replace(std::string_view text, std::string_view sought, std::string_
 
 std::string LCase(std::string_view text) {
     std::string result(text);
-    mapInPlace(result, kLower);
+    mapInPlace(result, kLowerCase);
     return result;
 }
 
 std::string UCase(std::string_view text) {
     std::string result(text);
-    mapInPlace(result, kUpper);
+    mapInPlace(result, kUpperCase);
     return result;
 }
 
 void lowerInPlace(std::string& text) {
-    mapInPlace(text, kLower);
+    mapInPlace(text, kLowerCase);
 }
 
 std::string withBackslash(std::string_view folder) {

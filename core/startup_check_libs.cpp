@@ -1,7 +1,7 @@
 #include "core/startup_check_libs.h"
 
 #include "core/log.h"
-#include "ui/frm_login.h"
+#include "core/startup_unload.h"
 
 namespace bromvale {
 
@@ -12,7 +12,7 @@ namespace bromvale {
 void CheckLibs() {
     const Tags tags{"modLibRegister", "CheckLibs"};
     tags.trace("started");
-    frmLogin().unload();
+    unloadForm("frmLogin");
     tags.trace("endet");
 }
 

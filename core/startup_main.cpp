@@ -11,6 +11,7 @@
 #include "core/runtime.h"
 #include "core/startup_check_libs.h"
 #include "core/startup_first_run.h"
+#include "core/startup_unload.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "core/version.h"
@@ -171,7 +172,7 @@ void emptyListedFolders(int number) {
 void endEmptying(int number) {
     closeFile(number);
     kTags.trace("Tempfiledelete endet");
-    frmLogin().unload();
+    unloadForm("frmLogin");
 }
 
 // --- the normal road ---
@@ -212,10 +213,7 @@ void tellThatMemoryIsShort() {
         "Schließen Sie alle geöffneten Anwendungen, Dokumente oder Quelldateien, die Sie nicht benötigen.\r"
         "Starten Sie ggf. den Rechner neu.",
         kStyleStop);
-    const auto& forms = loadedForms();
-    const auto found =
-        std::find_if(forms.begin(), forms.end(), [](const Form* form) { return form->name() == "frmMain"; });
-    if (found != forms.end()) (*found)->unload();
+    unloadForm("frmMain");
 }
 
 // `number` is the file number of liste.txt, whose open is the one statement that fails with 52 or 53: a

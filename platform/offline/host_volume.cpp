@@ -204,7 +204,7 @@ class HostVolume : public Volume {
     // The host path of what exists: as the names are written, or found without case folder by folder.
     DWORD resolve(PathNames names, std::string& path, struct stat& state) const {
         path = folder_;
-        for (const std::string_view name : names) path += "/" + utf8FromAnsi(name);
+        for (const std::string_view name : names) path.append("/").append(utf8FromAnsi(name));
         if (::stat(path.c_str(), &state) == 0) return 0;
         path = folder_;
         if (::stat(path.c_str(), &state) != 0) return ERROR_PATH_NOT_FOUND;
@@ -235,7 +235,7 @@ class HostVolume : public Volume {
     DWORD pathOfNew(PathNames names, std::string& path) const {
         struct stat state {};
         if (const DWORD error = resolve(names.first(names.size() - 1), path, state)) return error;
-        path += "/" + utf8FromAnsi(names.back());
+        path.append("/").append(utf8FromAnsi(names.back()));
         return 0;
     }
 

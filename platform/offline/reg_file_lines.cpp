@@ -10,7 +10,7 @@ namespace bromvale::offline {
 
 namespace {
 
-constexpr std::size_t kWindow = 32 * 1024;
+constexpr std::size_t kWindow = std::size_t{32} * 1024;
 
 const char* findByte(const char* from, const char* to, char byte) {
     if (from == to) return nullptr;

@@ -12,7 +12,7 @@ namespace bromvale::offline {
 
 namespace {
 
-constexpr std::size_t kFlushAt = 64 * 1024;
+constexpr std::size_t kFlushAt = std::size_t{64} * 1024;
 constexpr std::size_t kColumns = 80;
 constexpr char kHexDigits[] = "0123456789abcdef";
 

@@ -8,13 +8,19 @@ namespace {
 std::string pathOf(const RegistryKey& key) {
     std::string path(key.name());
     for (const RegistryKey* above = key.owner(); above != nullptr; above = above->owner()) {
-        path.insert(0, "\\").insert(0, above->name());
+        path = std::string(above->name()).append("\\").append(path);
     }
     return path;
 }
 
+std::string quoted(std::string_view text) {
+    std::string result(1, '"');
+    result.append(text).push_back('"');
+    return result;
+}
+
 std::string nameOf(std::string_view name) {
-    return name.empty() ? "@" : "\"" + std::string(name) + "\"";
+    return name.empty() ? "@" : quoted(name);
 }
 
 std::string hexOf(std::string_view data) {
@@ -29,11 +35,12 @@ std::string hexOf(std::string_view data) {
 }
 
 std::string dataOf(DWORD type, std::string_view data) {
-    if (type != REG_SZ) return "hex(" + std::to_string(type) + "):" + hexOf(data);
+    if (type != REG_SZ)
+        return std::string("hex(").append(std::to_string(type)).append("):").append(hexOf(data));
     // A text without its NUL is something else than one with it.
     const bool terminated = data.ends_with('\0');
     if (terminated) data.remove_suffix(1);
-    return "\"" + std::string(data) + (terminated ? "\"" : "\" without NUL");
+    return quoted(data).append(terminated ? "" : " without NUL");
 }
 
 }  // namespace

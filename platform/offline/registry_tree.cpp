@@ -76,34 +76,43 @@ void RegistryTree::freeBlock(RegistryKey* key) {
 }
 
 void RegistryTree::destroyRoot(RegistryKey* root) {
+    memo_.clear();
     while (!root->children_.empty()) remove(root->children_.back());
     clearValues(root);
     freeBlock(root);
 }
 
 RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
-    RegistryKey* key = from;
-    for (auto name = nextPathName(path); key != nullptr && !name.empty(); name = nextPathName(path)) {
+    std::size_t covered = 0;
+    RegistryKey* key = memo_.resume(from, path, covered);
+    std::string_view rest = path.substr(covered);
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
         key = keys_.find(key, name);
+        if (key == nullptr) return nullptr;
+        memo_.add(path.size() - rest.size(), key);
     }
     return key;
 }
 
 RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, bool& created) {
     created = false;
-    RegistryKey* key = from;
-    for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
+    std::size_t covered = 0;
+    RegistryKey* key = memo_.resume(from, path, covered);
+    std::string_view rest = path.substr(covered);
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
         RegistryKey* next = created ? nullptr : keys_.find(key, name);
         if (next == nullptr) {
             next = make(key, name);
             created = true;
         }
         key = next;
+        memo_.add(path.size() - rest.size(), key);
     }
     return key;
 }
 
 void RegistryTree::remove(RegistryKey* key) {
+    memo_.clear();
     unlinkFromParent(key);
     std::vector<RegistryKey*> pending{key};
     while (!pending.empty()) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/offline/registry_name_table.h"
+#include "platform/offline/registry_path_memo.h"
 
 namespace bromvale::offline {
 
@@ -57,15 +58,16 @@ class RegistryKey {
 
   private:
     friend class RegistryTree;
-    RegistryKey(RegistryKey* parent, std::uint32_t nameSize) : nameSize_(nameSize), parent_(parent) {}
+    RegistryKey(RegistryKey* parent, std::uint32_t nameSize) : parent_(parent), nameSize_(nameSize) {}
 
     bool deleted_ = false;
-    bool indexed_ = false;  // its values stand in the tree's value table
-    std::uint32_t nameSize_;
+    bool indexed_ = false;      // its values stand in the tree's value table
     std::uint32_t sorted_ = 0;  // so many of children_ stand in order, the rest behind them as they came
-    RegistryKey* parent_;
     std::vector<RegistryKey*> children_;
     std::vector<RegistryValueNode::Pointer> values_;
+    // What a look-up reads stands beside the name, in the same cache line if possible.
+    RegistryKey* parent_;
+    std::uint32_t nameSize_;
 };
 
 class RegistryTree {
@@ -110,6 +112,7 @@ class RegistryTree {
     [[nodiscard]] std::size_t position(const RegistryKey* key, const RegistryValueNode* value) const;
 
     NameTable<RegistryKey> keys_;
+    mutable RegistryPathMemo memo_;
     NameTable<RegistryValueNode> values_;  // of keys with many values only
     std::size_t keyCount_ = 0;             // without the roots
     std::size_t valueCount_ = 0;

@@ -47,6 +47,26 @@ class LabelPeer : public PaintedPeer {
     }
 
   protected:
+    void apply(Property property) override {
+        PaintedPeer::apply(property);
+        const RECT wanted = windowRect();
+        if (property == Property::Caption && !EqualRect(&wanted, &placed_)) place();
+    }
+
+    // A label of one line that misses its width by a little, as some fonts and screens make it, takes it from beside.
+    [[nodiscard]] RECT windowRect() const override {
+        RECT rect = PaintedPeer::windowRect();
+        const HFONT font = fontOfFace(label_.font());
+        const LONG width = rect.right - rect.left;
+        const LONG missing = textWidth(font, label_.caption()) - width;
+        if (missing > 0 && missing <= width / 6 && rect.bottom - rect.top < 2 * fontHeight(font)) {
+            if (label_.alignment() != Alignment::Left) rect.left -= missing;
+            if (label_.alignment() != Alignment::Right) rect.right += missing;
+        }
+        placed_ = rect;
+        return rect;
+    }
+
     void paint(HDC dc, const RECT& area) override {
         const HGDIOBJ old = SelectObject(dc, fontOfFace(label_.font()));
         SetBkMode(dc, TRANSPARENT);
@@ -63,6 +83,7 @@ class LabelPeer : public PaintedPeer {
   private:
     Label& label_;
     UINT prefix_ = 0;
+    mutable RECT placed_{};
 };
 
 class PicturePeer : public PaintedPeer {

@@ -42,6 +42,44 @@ HFONT makeFont(const char* face) {
                        DEFAULT_PITCH | FF_DONTCARE, face);
 }
 
+// Some stand-ins for a face state other widths than they draw, and every right-aligned or centred text is off by
+// that. True where a drawn text ends where its measure says.
+bool drawsAsMeasured(HFONT font) {
+    constexpr char kSample[] = "Fehlerbeschreibung: Platte bereinigen";
+    constexpr int kLength = sizeof kSample - 1;
+    const HDC screen = GetDC(nullptr);
+    const HDC memory = CreateCompatibleDC(screen);
+    const HGDIOBJ oldFont = SelectObject(memory, font);
+    SIZE size{};
+    GetTextExtentPoint32A(memory, kSample, kLength, &size);
+    const HBITMAP picture = CreateCompatibleBitmap(screen, size.cx + 1, size.cy + 1);
+    const HGDIOBJ oldPicture = SelectObject(memory, picture);
+    const RECT area{0, 0, size.cx + 1, size.cy + 1};
+    FillRect(memory, &area, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    TextOutA(memory, 0, 0, kSample, kLength);
+    bool inked = false;
+    for (LONG x = size.cx - size.cx / 40; x < size.cx && !inked; ++x) {
+        for (LONG y = 0; y < size.cy && !inked; ++y) {
+            inked = GetPixel(memory, static_cast<int>(x), static_cast<int>(y)) != RGB(255, 255, 255);
+        }
+    }
+    SelectObject(memory, oldPicture);
+    SelectObject(memory, oldFont);
+    DeleteObject(picture);
+    DeleteDC(memory);
+    ReleaseDC(nullptr, screen);
+    return inked;
+}
+
+// Null where the system has no such face, or none that can be relied on.
+HFONT usableFont(const char* face) {
+    if (!fontExists(face)) return nullptr;
+    const HFONT font = makeFont(face);
+    if (drawsAsMeasured(font)) return font;
+    DeleteObject(font);
+    return nullptr;
+}
+
 }  // namespace
 
 int screenDpi() {
@@ -74,16 +112,19 @@ RECT pixelRect(const Place& place) {
 }
 
 HFONT controlFont() {
-    static const HFONT font = makeFont(fontExists("Tahoma") ? "Tahoma" : "MS Sans Serif");
+    static const HFONT font = [] {
+        const HFONT modern = usableFont("Tahoma");
+        return modern != nullptr ? modern : makeFont("MS Sans Serif");
+    }();
     return font;
 }
 
 HFONT fontOfFace(const std::string& face) {
     static std::map<std::string, HFONT> fonts;
-    if (face.empty() || face == "MS Sans Serif" || !fontExists(face.c_str())) return controlFont();
-    HFONT& font = fonts[face];
-    if (font == nullptr) font = makeFont(face.c_str());
-    return font;
+    if (face.empty() || face == "MS Sans Serif") return controlFont();
+    const auto [at, fresh] = fonts.try_emplace(face, nullptr);
+    if (fresh) at->second = usableFont(face.c_str());
+    return at->second != nullptr ? at->second : controlFont();
 }
 
 int fontHeight(HFONT font) {
@@ -94,6 +135,16 @@ int fontHeight(HFONT font) {
     SelectObject(screen, old);
     ReleaseDC(nullptr, screen);
     return static_cast<int>(metric.tmHeight);
+}
+
+int textWidth(HFONT font, const std::string& text) {
+    const HDC screen = GetDC(nullptr);
+    const HGDIOBJ old = SelectObject(screen, font);
+    SIZE size{};
+    GetTextExtentPoint32A(screen, text.c_str(), static_cast<int>(text.size()), &size);
+    SelectObject(screen, old);
+    ReleaseDC(nullptr, screen);
+    return static_cast<int>(size.cx);
 }
 
 }  // namespace bromvale

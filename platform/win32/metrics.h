@@ -22,5 +22,7 @@ namespace bromvale {
 // The given face in 8 points; the control font where it is empty or "MS Sans Serif". Lives as long as the process.
 [[nodiscard]] HFONT fontOfFace(const std::string& face);
 [[nodiscard]] int fontHeight(HFONT font);
+// Of a text in one line, in pixels.
+[[nodiscard]] int textWidth(HFONT font, const std::string& text);
 
 }  // namespace bromvale

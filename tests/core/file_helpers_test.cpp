@@ -84,10 +84,10 @@ TEST_F(FileHelpers, FindFileApiTellsWhatItFound) {
     std::string path = folder() + "Ordner";
     Lines names;
     FindFileAPI(path, "*.reg", names);
-    EXPECT_EQ(logLines(),
-              (Lines{"modFiles; FindFileAPI; started; 0; ",
-                     "modFiles; FindFileAPI; durchsuchter Ordner " + folder() + "Ordner\\; 0; ",
-                     "modFiles; FindFileAPI; Darin wurden 1 Dateien gefunden.; 0; ", "modFiles; FindFileAPI; endet; 0; "}));
+    EXPECT_EQ(logLines(), (Lines{"modFiles; FindFileAPI; started; 0; ",
+                                 "modFiles; FindFileAPI; durchsuchter Ordner " + folder() + "Ordner\\; 0; ",
+                                 "modFiles; FindFileAPI; Darin wurden 1 Dateien gefunden.; 0; ",
+                                 "modFiles; FindFileAPI; endet; 0; "}));
 }
 
 }  // namespace

@@ -16,10 +16,12 @@ class Log : public testing::TestMachine {
   protected:
     Log() {
         fillState();
-        setErrorDialog([this](auto modul, auto funktion, std::int32_t nummer, auto beschreibung, std::int32_t stil) {
-            dialogs.push_back(std::string(modul).append("|").append(funktion).append("|") + std::to_string(nummer) + "|" +
-                              std::string(beschreibung) + "|" + std::to_string(stil));
-        });
+        setErrorDialog(
+            [this](auto modul, auto funktion, std::int32_t nummer, auto beschreibung, std::int32_t stil) {
+                dialogs.push_back(std::string(modul).append("|").append(funktion).append("|") +
+                                  std::to_string(nummer) + "|" + std::string(beschreibung) + "|" +
+                                  std::to_string(stil));
+            });
     }
     ~Log() override { setErrorDialog(nullptr); }
     static void report(std::int32_t style, std::int16_t show) {
@@ -31,7 +33,8 @@ class Log : public testing::TestMachine {
 TEST_F(Log, StopAndExclamationAreAlwaysLogged) {
     report(16, 0);
     report(48, 0);
-    EXPECT_EQ(logLines(), (Lines{"modMain; Main; Text; 5; Beschreibung", "modMain; Main; Text; 5; Beschreibung"}));
+    EXPECT_EQ(logLines(),
+              (Lines{"modMain; Main; Text; 5; Beschreibung", "modMain; Main; Text; 5; Beschreibung"}));
     EXPECT_EQ(dialogs, Lines{});
     EXPECT_TRUE(boxes().empty());
 }
@@ -51,7 +54,8 @@ TEST_F(Log, QuestionAndInformationAreLoggedWhileLogAlways) {
     LogAlways = true;
     report(32, 0);
     report(64, 0);
-    EXPECT_EQ(logLines(), (Lines{"modMain; Main; Text; 5; Beschreibung", "modMain; Main; Text; 5; Beschreibung"}));
+    EXPECT_EQ(logLines(),
+              (Lines{"modMain; Main; Text; 5; Beschreibung", "modMain; Main; Text; 5; Beschreibung"}));
     EXPECT_TRUE(boxes().empty());
 }
 
@@ -86,7 +90,8 @@ TEST_F(Log, EmptyFieldsKeepTheirSeparators) {
 
 TEST_F(Log, NothingIsEscaped) {
     ErrHandle("modMain", "Main", "a; b\r\nc", -3, "d; e", 48, 0);
-    EXPECT_EQ(logLines(), (Lines{"modMain; Main; a; b", "c; -3; d; e"}));
+    const std::string log = readWholeFile(folder() + "bromvale.log");
+    EXPECT_EQ(log.substr(log.find("; ")), "; modMain; Main; a; b\r\nc; -3; d; e\r\n");
 }
 
 TEST_F(Log, ALogThatCannotBeOpenedCostsTheRecordAndNothingElse) {
@@ -139,7 +144,8 @@ TEST_F(Log, ATraceWithinAHandlerCarriesTheFailure) {
     };
     attempt(onFailure, [] { raise(53); });
     trace("modMain", "Main", "danach");
-    EXPECT_EQ(logLines(), (Lines{"modMain; Main; im Handler; 53; Datei nicht gefunden", "modMain; Main; danach; 0; "}));
+    EXPECT_EQ(logLines(),
+              (Lines{"modMain; Main; im Handler; 53; Datei nicht gefunden", "modMain; Main; danach; 0; "}));
 }
 
 TEST_F(Log, TheStartRecordHasNoNumber) {

@@ -83,7 +83,8 @@ TEST_F(RegistryLayer, SetKeyValueStoresTheTextWithItsNul) {
 
 TEST_F(RegistryLayer, SetKeyValueTakesAPartOfALongerText) {
     makeKey(HKEY_CURRENT_USER, "Software\\Test");
-    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Ort", std::string_view("12345").substr(1, 2), 1, kSetValue);
+    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Ort", std::string_view("12345").substr(1, 2), 1,
+                kSetValue);
     EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Ort"), (testing::StoredValue{1, "23\0"s}));
 }
 
@@ -99,9 +100,11 @@ TEST_F(RegistryLayer, SetKeyValueOnAMissingKeyChangesNothingAndLogsAsIfItHadWork
 TEST_F(RegistryLayer, SetKeyValueStoresOtherTypesAsAByteInAWord) {
     makeKey(HKEY_CURRENT_USER, "Software\\Test");
     SetKeyValue(kHiveCurrentUser, "Software\\Test", "Zahl", "255", 3, kSetValue);
-    EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Zahl"), (testing::StoredValue{3, "\xFF\0\0\0"s}));
+    EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Zahl"),
+              (testing::StoredValue{3, "\xFF\0\0\0"s}));
     SetKeyValue(kHiveCurrentUser, "Software\\Test", "Wort", "7", 4, kSetValue);
-    EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Wort"), (testing::StoredValue{4, "\x07\0\0\0"s}));
+    EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Wort"),
+              (testing::StoredValue{4, "\x07\0\0\0"s}));
 }
 
 TEST_F(RegistryLayer, SetKeyValueHandsAConversionThatFailsToItsCaller) {

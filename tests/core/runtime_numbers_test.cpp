@@ -49,7 +49,8 @@ TEST(RuntimeNumbers, TheBoundsOf32BitsAndOfAByte) {
 }
 
 TEST(RuntimeNumbers, ATextWithoutANumberIsFailure13) {
-    for (const std::string_view text : {"", " ", "abc", "1a", "1 2", "--1", "E2", "1E", "&H", "&HG", "-", "\x80"}) {
+    for (const std::string_view text :
+         {"", " ", "abc", "1a", "1 2", "--1", "E2", "1E", "&H", "&HG", "-", "\x80"}) {
         EXPECT_EQ(failureOfInt16(text), 13) << '"' << text << '"';
         EXPECT_FALSE(isNumeric(text)) << '"' << text << '"';
     }

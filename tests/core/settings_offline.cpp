@@ -17,7 +17,8 @@ class SettingsFaults : public testing::TestMachine {
         AppPath = folder();
     }
     const Lines kReport{
-        "modKeyFunc; KeysNachtragen; Die Registryeinträge mussten nachgetragen werden.; 10000; Die Programmeinstellungen "
+        "modKeyFunc; KeysNachtragen; Die Registryeinträge mussten nachgetragen werden.; 10000; Die "
+        "Programmeinstellungen "
         "konnten nicht gelesen werden.",
         "Installieren Sie das Programm neu."};
 };

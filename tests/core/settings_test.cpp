@@ -19,7 +19,9 @@ class Settings : public testing::TestMachine {
         AppVersion = "1.0.0";
         AppPath = folder();
     }
-    void set(std::string_view name, std::string_view text) { setString(HKEY_CURRENT_USER, kSettingsKey, name, text); }
+    void set(std::string_view name, std::string_view text) {
+        setString(HKEY_CURRENT_USER, kSettingsKey, name, text);
+    }
     StoredValue stored(std::string_view name) { return storedValue(HKEY_CURRENT_USER, kSettingsKey, name); }
     std::string text(std::string_view name) { return stringValue(HKEY_CURRENT_USER, kSettingsKey, name); }
     static void expectRepaired() {
@@ -48,7 +50,8 @@ class Settings : public testing::TestMachine {
         EXPECT_EQ(ScreenY, 0);
     }
     const Lines kReport{
-        "modKeyFunc; KeysNachtragen; Die Registryeinträge mussten nachgetragen werden.; 10000; Die Programmeinstellungen "
+        "modKeyFunc; KeysNachtragen; Die Registryeinträge mussten nachgetragen werden.; 10000; Die "
+        "Programmeinstellungen "
         "konnten nicht gelesen werden.",
         "Installieren Sie das Programm neu."};
 };
@@ -71,11 +74,30 @@ TEST_F(Settings, AKeyWithoutValuesIsRepairedTheSameWay) {
 TEST_F(Settings, TheRepairStoresTheFirstBytesOfEachDefault) {
     AppPath = "C:\\Programme\\Bromvale\\";
     ReadAppSwitch();
-    EXPECT_EQ(valueNames(HKEY_CURRENT_USER, kSettingsKey),
-              (Lines{"1stRun", "AgentLoad", "AgentType", "AutoClose", "AutoEntfernen", "AutoFileDelAfterReentry",
-                     "AutoRegFileDel", "AutoScan", "DelAfterDays", "DelFilePermanent", "EMail", "Form_Height",
-                     "Form_Width", "InstallDir", "Protokoll", "Proxy", "ProxyAdresse", "ProxyPort",
-                     "RebootAfterDelete", "RebootAfterEntry", "ScreenSave", "ScreenX", "ScreenY", "Version"}));
+    EXPECT_EQ(valueNames(HKEY_CURRENT_USER, kSettingsKey), (Lines{"1stRun",
+                                                                  "AgentLoad",
+                                                                  "AgentType",
+                                                                  "AutoClose",
+                                                                  "AutoEntfernen",
+                                                                  "AutoFileDelAfterReentry",
+                                                                  "AutoRegFileDel",
+                                                                  "AutoScan",
+                                                                  "DelAfterDays",
+                                                                  "DelFilePermanent",
+                                                                  "EMail",
+                                                                  "Form_Height",
+                                                                  "Form_Width",
+                                                                  "InstallDir",
+                                                                  "Protokoll",
+                                                                  "Proxy",
+                                                                  "ProxyAdresse",
+                                                                  "ProxyPort",
+                                                                  "RebootAfterDelete",
+                                                                  "RebootAfterEntry",
+                                                                  "ScreenSave",
+                                                                  "ScreenX",
+                                                                  "ScreenY",
+                                                                  "Version"}));
     const StoredValue zero{1, "0\0"s};
     EXPECT_EQ(stored("1stRun"), (StoredValue{1, "1\0"s}));
     EXPECT_EQ(stored("AgentLoad"), zero);
@@ -109,9 +131,10 @@ TEST_F(Settings, ARepairWhileTracingNestsTheSecondReadingInTheFirst) {
     ReadAppSwitch();
     Lines expected{"modKeyFunc; ReadAppSwitch; started; 0; "};
     expected.insert(expected.end(), kReport.begin(), kReport.end());
-    for (const char* text : {"started", "1stRun=1", "AgentLoad=0", "AgentType=", "AutoClose=0", "AutoEntfernen=0",
-                             "AutoFileDelAfterReentry=0", "AutoRegFileDel=0", "AutoScan=0", "DelAfterDays=",
-                             "DelFilePermanent=", "EMail=", "Form_Height=7700", "Form_Width=10515"}) {
+    for (const char* text :
+         {"started", "1stRun=1", "AgentLoad=0", "AgentType=", "AutoClose=0", "AutoEntfernen=0",
+          "AutoFileDelAfterReentry=0", "AutoRegFileDel=0", "AutoScan=0",
+          "DelAfterDays=", "DelFilePermanent=", "EMail=", "Form_Height=7700", "Form_Width=10515"}) {
         expected.push_back("modKeyFunc; ReadAppSwitch; "s + text + "; 0; ");
     }
     expected.push_back("modKeyFunc; ReadAppSwitch; InstallDir=" + folder() + "; 0; ");
@@ -262,8 +285,9 @@ TEST_F(Settings, EachValueIsTraced) {
     set("Proxy", "0");
     setRaw(HKEY_CURRENT_USER, kSettingsKey, "EMail", REG_SZ, "");
     ReadAppSwitch();  // switches tracing on at its first value
-    EXPECT_EQ(logLines(), (Lines{"modKeyFunc; ReadAppSwitch; Proxy=0; 0; ", "modKeyFunc; ReadAppSwitch; EMail=; 0; ",
-                                 "modKeyFunc; ReadAppSwitch; endet; 0; "}));
+    EXPECT_EQ(logLines(),
+              (Lines{"modKeyFunc; ReadAppSwitch; Proxy=0; 0; ", "modKeyFunc; ReadAppSwitch; EMail=; 0; ",
+                     "modKeyFunc; ReadAppSwitch; endet; 0; "}));
 }
 
 }  // namespace

@@ -54,7 +54,9 @@ TEST_F(TextFile, ANumberInUseIsFailure55) {
     closeFile(1);
 }
 
-TEST_F(TextFile, AMissingFileIsFailure53) { EXPECT_EQ(openFailure(folder() + "fehlt.txt", FileMode::Input), 53); }
+TEST_F(TextFile, AMissingFileIsFailure53) {
+    EXPECT_EQ(openFailure(folder() + "fehlt.txt", FileMode::Input), 53);
+}
 
 TEST_F(TextFile, AMissingFolderIsFailure76) {
     EXPECT_EQ(openFailure(folder() + "fehlt\\a.txt", FileMode::Input), 76);
@@ -79,8 +81,8 @@ TEST_F(TextFile, AReadOnlyFileIsFailure75ForWritingAlone) {
 }
 
 TEST_F(TextFile, AFileThatSomebodyElseHoldsIsFailure70) {
-    const HANDLE other = CreateFileA((folder() + "fremd.txt").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE other = CreateFileA((folder() + "fremd.txt").c_str(), GENERIC_WRITE, 0, nullptr,
+                                     CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     EXPECT_EQ(openFailure(folder() + "fremd.txt", FileMode::Input), 70);
     CloseHandle(other);
 }

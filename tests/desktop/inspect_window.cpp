@@ -136,6 +136,21 @@ int showHeaderPlace(const Arguments& arguments) {
     return 0;
 }
 
+// The list bar draws its parts itself and tells their places when asked.
+int showBarPart(const char* question, const Arguments& arguments) {
+    const LRESULT centre = SendMessageW(need(arguments[0]), RegisterWindowMessageA(question),
+                                        static_cast<WPARAM>(std::atoi(arguments[1].c_str())), 0);
+    if (centre == 0) return 1;
+    std::printf("%d %d\n", static_cast<short>(LOWORD(centre)), static_cast<short>(HIWORD(centre)));
+    return 0;
+}
+int showBarItem(const Arguments& arguments) {
+    return showBarPart("BromvaleListBarItemRect", arguments);
+}
+int showBarHeader(const Arguments& arguments) {
+    return showBarPart("BromvaleListBarHeaderRect", arguments);
+}
+
 BOOL CALLBACK printText(HWND window, LPARAM) {
     print(utf8(className(window)) + "\t" + oneLine(utf8(windowText(window))));
     return TRUE;
@@ -208,6 +223,8 @@ constexpr Command Commands[] = {
     {"focus", 0, showFocus, "name of the control with the keyboard focus"},
     {"row-place", 2, showRowPlace, "LIST ROW: scrolls to the row and tells where it is"},
     {"header-place", 2, showHeaderPlace, "LIST COLUMN: where the column's header is"},
+    {"bar-item", 2, showBarItem, "LISTBAR ITEM: centre of an item of the open bar, counted over all bars"},
+    {"bar-header", 2, showBarHeader, "LISTBAR BAR: centre of a bar's header"},
     {"message-box", 0, showMessageBox, "caption, texts and buttons of the open message box"},
     {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
     {"click-time", 2, measureClick,

@@ -28,8 +28,9 @@ check "the results can't be shown any more" disabled chbRegKeysShow
 keys Return
 inspect wait cmdStart '&Entfernen' 120 || stop_here "Return does not start a scan"
 settle
-keys Tab Tab
-check "two Tabs lead to the box that shows the results" equal "$(inspect focus)" chbRegKeysShow
+check "the disabled start button had to give the focus to the next control" equal "$(inspect focus)" cmdAbbrechen
+keys Tab
+check "a Tab leads to the box that shows the results" equal "$(inspect focus)" chbRegKeysShow
 keys space
 check "space ticks it" checked chbRegKeysShow
 check "and the list is there" visible lvwRegKeys

@@ -1,6 +1,8 @@
 // Reading registry files: the forms of the registry editor, and what is refused.
 #include "platform/offline/reg_file_reader.h"
 
+#include <ostream>
+
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {
@@ -25,6 +27,11 @@ struct Row {
     std::string file;
     std::string content;
 };
+
+// Names the row in failures and test lists.
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class GoodFileTest : public RegistryTest, public ::testing::WithParamInterface<Row> {};
 

@@ -1,4 +1,6 @@
 // Keys of the offline registry: opening, access, handles, creating, deleting.
+#include <ostream>
+
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {
@@ -7,9 +9,14 @@ namespace {
 const HKEY kUntouched = reinterpret_cast<HKEY>(0x7777);
 
 struct OpenRow {
+    const char* name;
     const char* path;
     LONG result;
 };
+
+void PrintTo(const OpenRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class OpenTest : public RegistryTest, public ::testing::WithParamInterface<OpenRow> {};
 
@@ -27,17 +34,21 @@ TEST_P(OpenTest, APathGivesItsResultAndAGoodOneStillOpensBehindIt) {
     EXPECT_EQ(0u, registry().openHandles());
 }
 
-INSTANTIATE_TEST_SUITE_P(Paths, OpenTest,
-                         ::testing::Values(OpenRow{"Software\\Bromvale\\Liste", ERROR_SUCCESS},
-                                           OpenRow{"SOFTWARE\\bromvale\\LISTE", ERROR_SUCCESS},
-                                           OpenRow{"Software\\Bromvale\\", ERROR_SUCCESS},
-                                           OpenRow{"Software\\\\Bromvale", ERROR_SUCCESS},
-                                           OpenRow{"Software\\Bromvale\\\\", ERROR_SUCCESS},
-                                           OpenRow{"Software\\Bromvale ", ERROR_FILE_NOT_FOUND},
-                                           OpenRow{"Software\\Missing\\Liste", ERROR_FILE_NOT_FOUND},
-                                           OpenRow{"Software\\Bromvale\\Liste\\Deeper", ERROR_FILE_NOT_FOUND},
-                                           OpenRow{"\\Software", ERROR_BAD_PATHNAME},
-                                           OpenRow{"\\", ERROR_BAD_PATHNAME}));
+const OpenRow kOpenRows[] = {
+    {"Plain", "Software\\Bromvale\\Liste", ERROR_SUCCESS},
+    {"OtherCase", "SOFTWARE\\bromvale\\LISTE", ERROR_SUCCESS},
+    {"TrailingBackslash", "Software\\Bromvale\\", ERROR_SUCCESS},
+    {"DoubledBackslash", "Software\\\\Bromvale", ERROR_SUCCESS},
+    {"DoubledTrailingBackslash", "Software\\Bromvale\\\\", ERROR_SUCCESS},
+    {"TrailingBlank", "Software\\Bromvale ", ERROR_FILE_NOT_FOUND},
+    {"MissingOnTheWay", "Software\\Missing\\Liste", ERROR_FILE_NOT_FOUND},
+    {"MissingAtTheEnd", "Software\\Bromvale\\Liste\\Deeper", ERROR_FILE_NOT_FOUND},
+    {"LeadingBackslash", "\\Software", ERROR_BAD_PATHNAME},
+    {"BackslashAlone", "\\", ERROR_BAD_PATHNAME},
+};
+
+INSTANTIATE_TEST_SUITE_P(Paths, OpenTest, ::testing::ValuesIn(kOpenRows),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(RegistryTest, ALeadingBackslashIsNotFoundOnThe9xFamily) {
     registry().setNtFamily(false);

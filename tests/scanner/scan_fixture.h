@@ -16,7 +16,8 @@ namespace bromvale::testing {
 
 using Texts = std::vector<std::string>;
 
-// A machine with an empty registry and the main window; what a scan wrote, in a form that can be compared as a whole.
+// A machine with an empty registry and the main window; what a scan wrote, in a form that can be compared as
+// a whole.
 class ScanTest : public TestMachine {
   protected:
     ScanTest() { fillState(); }
@@ -32,8 +33,8 @@ class ScanTest : public TestMachine {
         Texts result;
         for (int row = 1; row <= form().lvwRegKeys.count(); ++row) {
             const ListItem& item = form().lvwRegKeys.item(row);
-            result.push_back(item.column(kKeyLine) + " | " + item.column(kValueName) + " | " + item.column(kValueData) +
-                             " | " + item.column(kHiveHandle));
+            result.push_back(item.column(kKeyLine) + " | " + item.column(kValueName) + " | " +
+                             item.column(kValueData) + " | " + item.column(kHiveHandle));
         }
         return result;
     }
@@ -63,14 +64,15 @@ class ScanTest : public TestMachine {
     // Ends the object before: the first entry of another one, which then stands alone in the group.
     static void closeGroup() { enter("software\\classes\\clsid\\{zzzz}", "@", "ende"); }
 
-    // One GUID key per fault below HKEY_LOCAL_MACHINE's classes, and behind them one sound key with so many values
-    // that a scan meets `entries` entries in all. Nine of them are the start keys.
+    // One GUID key per fault below HKEY_LOCAL_MACHINE's classes, and behind them one sound key with so many
+    // values that a scan meets `entries` entries in all. Nine of them are the start keys.
     void fillRegistry(int entries, int faults) {
         const std::string base = "Software\\Classes\\CLSID\\{";
         for (int i = 0; i < faults; ++i) makeKey(HKEY_LOCAL_MACHINE, base + numbered(i) + "}");
         const std::string sound = base + "FFFF}";
         makeKey(HKEY_LOCAL_MACHINE, sound);
-        for (int i = 0; i < entries - faults - 9; ++i) setString(HKEY_LOCAL_MACHINE, sound, "w" + numbered(i), "x");
+        for (int i = 0; i < entries - faults - 9; ++i)
+            setString(HKEY_LOCAL_MACHINE, sound, "w" + numbered(i), "x");
     }
 
   private:

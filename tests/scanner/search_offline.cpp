@@ -34,7 +34,8 @@ TEST_F(SearchOfflineTest, AQueryThatFailsLeavesItsHandleOpen) {
 
 // The query for the name "" of a key without values fails, and a failed query doesn't close.
 TEST_F(SearchOfflineTest, AKeyWithoutValuesLeavesOneHandleOpenAndAnyOtherNone) {
-    for (int i = 0; i < 20; ++i) setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\" + std::to_string(i), "w", "x");
+    for (int i = 0; i < 20; ++i)
+        setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\" + std::to_string(i), "w", "x");
     const std::size_t before = offline::machine().registry.openHandles();
     EXPECT_EQ(collect("Software\\Probe\\7").size(), 1u);
     EXPECT_EQ(offline::machine().registry.openHandles(), before);
@@ -60,7 +61,8 @@ TEST_F(SearchOfflineTest, FiveThousandNestedLevelsAreAllVisited) {
 // A 16-bit count would end at 32767.
 TEST_F(SearchOfflineTest, FortyThousandSubKeysAreAllVisited) {
     for (int i = 0; i < 40000; ++i)
-        ASSERT_TRUE(offline::machine().registry.createKey("HKEY_LOCAL_MACHINE\\Software\\Probe\\" + std::to_string(i)));
+        ASSERT_TRUE(offline::machine().registry.createKey("HKEY_LOCAL_MACHINE\\Software\\Probe\\" +
+                                                          std::to_string(i)));
     EXPECT_EQ(collect("Software\\Probe").size(), 40001u);
 }
 

@@ -20,7 +20,8 @@ TEST_F(SearchTest, AKeyGivesItsValuesAndThenItsSubKeysAnEmptyOneWithAt) {
 
 TEST_F(SearchTest, ADefaultValueAloneStandsAsAtWithItsData) {
     setString(HKEY_CURRENT_USER, "Software\\Probe", "", "C:\\x\\a.dll");
-    EXPECT_EQ(collect("Software\\Probe", kHiveCurrentUser), (Texts{"-2147483647[Software\\Probe]@=C:\\x\\a.dll"}));
+    EXPECT_EQ(collect("Software\\Probe", kHiveCurrentUser),
+              (Texts{"-2147483647[Software\\Probe]@=C:\\x\\a.dll"}));
 }
 
 TEST_F(SearchTest, ValuesThatAreNoTextHaveTheirLineWithoutData) {
@@ -39,7 +40,8 @@ TEST_F(SearchTest, ValuesThatAreNoTextHaveTheirLineWithoutData) {
 }
 
 TEST_F(SearchTest, AnExpandableTextComesBackUnexpanded) {
-    setRaw(HKEY_LOCAL_MACHINE, "Software\\Probe", "Pfad", REG_EXPAND_SZ, std::string_view("%SystemRoot%\\x.dll\0", 19));
+    setRaw(HKEY_LOCAL_MACHINE, "Software\\Probe", "Pfad", REG_EXPAND_SZ,
+           std::string_view("%SystemRoot%\\x.dll\0", 19));
     EXPECT_EQ(collect("Software\\Probe"), (Texts{"-2147483646[Software\\Probe]Pfad=%SystemRoot%\\x.dll"}));
 }
 
@@ -80,7 +82,8 @@ TEST_F(SearchTest, DataOf254To256BytesIsSeenAndDataOf257IsNot) {
 
 TEST_F(SearchTest, ANameOf254CharactersIsSeenAndOneOf255EndsTheList) {
     setString(HKEY_LOCAL_MACHINE, "Software\\Kurz", std::string(254, 'n'), "1");
-    EXPECT_EQ(collect("Software\\Kurz"), (Texts{"-2147483646[Software\\Kurz]" + std::string(254, 'n') + "=1"}));
+    EXPECT_EQ(collect("Software\\Kurz"),
+              (Texts{"-2147483646[Software\\Kurz]" + std::string(254, 'n') + "=1"}));
     setString(HKEY_LOCAL_MACHINE, "Software\\Lang", std::string(255, 'n'), "1");
     EXPECT_EQ(collect("Software\\Lang"), (Texts{"-2147483646[Software\\Lang]@="}));
 }
@@ -90,7 +93,10 @@ TEST_F(SearchTest, HostileNamesStandInTheLineAsTheyAre) {
     EXPECT_EQ(collect("Software\\Pro[be]"), (Texts{"-2147483646[Software\\Pro[be]]a=b=c"}));
     setString(HKEY_LOCAL_MACHINE, "Software\\Größe", "Prüfung \"x\"", "Übergröße ß");
     EXPECT_EQ(collect("Software\\Größe"), (Texts{"-2147483646[Software\\Größe]Prüfung \"x\"=Übergröße ß"}));
-    EXPECT_EQ(collect("Software\\Größe")[0].substr(12, 19), "Software\\Gr\xF6\xDF" "e]Pr\xFC" "f");
+    EXPECT_EQ(collect("Software\\Größe")[0].substr(12, 19),
+              "Software\\Gr\xF6\xDF"
+              "e]Pr\xFC"
+              "f");
 }
 
 TEST_F(SearchTest, AKeyWithoutBackslashGetsOneInFront) {
@@ -134,10 +140,12 @@ TEST_F(SearchTest, AnAbortAtEntryAddsNothingAndPutsTheKeyBack) {
 }
 
 TEST_F(SearchTest, AnAbortBetweenTwoSubKeysKeepsWhatWasCollected) {
-    for (const char* name : {"A", "B", "C"}) makeKey(HKEY_LOCAL_MACHINE, std::string("Software\\Probe\\") + name);
+    for (const char* name : {"A", "B", "C"})
+        makeKey(HKEY_LOCAL_MACHINE, std::string("Software\\Probe\\") + name);
     // Pumps: the key's own line, sub key A, its line, sub key B.
     atPump(4, [] { ScanAbort = true; });
-    EXPECT_EQ(collect("Software\\Probe"), (Texts{"-2147483646[Software\\Probe]@=", "-2147483646[Software\\Probe\\A]@="}));
+    EXPECT_EQ(collect("Software\\Probe"),
+              (Texts{"-2147483646[Software\\Probe]@=", "-2147483646[Software\\Probe\\A]@="}));
 }
 
 TEST_F(SearchTest, EventsArePumpedOncePerValueAndOncePerSubKey) {

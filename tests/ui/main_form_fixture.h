@@ -1,0 +1,28 @@
+#pragma once
+#include "core/settings.h"
+#include "core/state.h"
+#include "tests/support/test_machine.h"
+#include "ui/frm_main.h"
+
+namespace bromvale::testing {
+
+// A machine with the program's state filled; the window is made by the test, after its own settings.
+class MainFormTest : public TestMachine {
+  protected:
+    MainFormTest() { fillState(); }
+
+    // Names of the pages that can be seen.
+    static std::string shownPages() {
+        std::string names;
+        for (const Frame* page : {&frmMain().Frame1, &frmMain().Frame2, &frmMain().Frame3, &frmMain().Frame4,
+                                  &frmMain().Frame5, &frmMain().Frame7}) {
+            if (page->visible()) names += page->name() + " ";
+        }
+        return names;
+    }
+    static void nav(std::string_view caption) {
+        EXPECT_TRUE(frmMain().Menu.userItemClick(caption)) << caption;
+    }
+};
+
+}  // namespace bromvale::testing
