@@ -167,7 +167,7 @@ void Form::userClose() {
 }
 
 void Form::userFocus(Control* control) {
-    focused_ = control;
+    if (loaded_) focused_ = control;  // windows that are being destroyed still hand the focus about
 }
 
 void Form::userMouseMove(float x, float y) {
