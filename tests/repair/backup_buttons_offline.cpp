@@ -152,7 +152,7 @@ TEST_F(BackupButtonsTest, TheFirstMergeRefillsTheListAndLeavesTheOtherFilesAlone
 
 TEST_F(BackupButtonsTest, AutoFileDelAfterReentryIsAskedAfterNoToo) {
     AutoFileDelAfterReentry = 1;
-    openPage({"a.reg", "b.reg"});
+    openPage({"a.reg"});
     list().userSelect({1});
     switchTracingOn();
     answer(IDNO);

@@ -142,23 +142,25 @@ TEST_F(BackupVanishedTest, FilesThatAreGoneByTheClickHarmNothing) {
 TEST_F(BackupVanishedTest, FailuresAreSortedByTheirNumber) {
     AutoFileDelAfterReentry = 1;
     openPage({"a.reg", "b.reg"});
-    list().userSelect({1});
     LogAlways = true;
-    answer(IDYES);
-    atPump(1, [] { raise(75); });
-    form().cmdEintragen.userClick();
-    EXPECT_EQ(asked().back(), "Das Löschen der Sicherungsdatei a.reg ist fehlgeschlagen.");
-    EXPECT_EQ(boxes().back().style & 0xFFu, 64u);
-    EXPECT_EQ(filesLeft(), Texts{"b.reg"});  // the next statement is the deletion
-
-    list().userSelect({1});
-    answer(IDYES);
-    atPump(1, [] { raise(7); });
-    form().cmdEintragen.userClick();
-    EXPECT_EQ(logLines(), (Texts{"frmMain; cmdEintragen_Click; Das Löschen der Sicherungsdatei a.reg ist "
-                                 "fehlgeschlagen.; 75; Fehler "
-                                 "beim Zugriff auf Pfad/Datei",
-                                 "frmMain; cmdEintragen_Click; ; 7; Nicht genügend Speicher"}));
+    for (const int number : {75, 7}) {
+        list().userSelect({list().count()});
+        answer(IDYES);
+        atPump(1, [number] { raise(number); });
+        form().cmdEintragen.userClick();
+    }
+    EXPECT_EQ(
+        logLines(),
+        (Texts{
+            "frmMain; cmdEintragen_Click; Das Löschen der Sicherungsdatei b.reg ist fehlgeschlagen.; 75; "
+            "Fehler beim Zugriff auf Pfad/Datei",
+            "frmMain; cmdEintragen_Click; ; 7; Nicht genügend Speicher",
+        }));
+    ASSERT_EQ(boxes().size(), 3u);
+    EXPECT_EQ(boxes()[1].text, "Das Löschen der Sicherungsdatei b.reg ist fehlgeschlagen.");
+    EXPECT_EQ(boxes()[1].style & 0xFFu, 64u);
+    // The statement behind the failing wait is the deletion.
+    EXPECT_EQ(filesLeft(), Texts{});
 }
 
 TEST_F(BackupVanishedTest, TheRestartIsTriedThoughTheWaitFailed) {

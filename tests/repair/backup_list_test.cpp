@@ -1,4 +1,6 @@
 // What the list of undo files shows, and how mouse and keyboard work on it.
+#include <ostream>
+
 #include "tests/repair/backup_fixture.h"
 
 namespace bromvale::testing {
@@ -38,6 +40,7 @@ TEST_F(BackupListTest, AMissingFolderLeavesTheListEmptyAndItsSortingOn) {
 
 TEST_F(BackupListTest, ReadingTracesItsStartAndItsEnd) {
     undoFile("a.reg");
+    form().load();
     switchTracingOn();
     form().ReadBackupFiles();
     EXPECT_EQ(logLines(), (Texts{
@@ -62,6 +65,9 @@ struct SizeRow {
     double bytes;
     const char* text;
 };
+void PrintTo(const SizeRow& row, std::ostream* out) {
+    *out << static_cast<long long>(row.bytes) << "Bytes";
+}
 
 class SizeTextTest : public BackupTest, public ::testing::WithParamInterface<SizeRow> {};
 

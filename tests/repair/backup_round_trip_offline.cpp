@@ -5,8 +5,19 @@
 namespace bromvale::testing {
 namespace {
 
+constexpr const char* kServer =
+    "Software\\Classes\\CLSID\\{11111111-1111-1111-1111-111111111111}\\InprocServer32";
+
 class RoundTripTest : public BackupTest {
   protected:
+    // A class whose server is gone, and behind it one without any file: an object is judged when the next one
+    // begins.
+    RoundTripTest() {
+        setString(HKEY_LOCAL_MACHINE, kServer, "", "C:\\Programme\\Weg\\weg.dll");
+        setString(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{22222222-2222-2222-2222-222222222222}", "",
+                  "Noch da");
+    }
+
     // A scan, then the removal of all that it found.
     static void removeFaults() {
         form().cmdStart_Click();
@@ -22,11 +33,7 @@ class RoundTripTest : public BackupTest {
     }
 };
 
-constexpr const char* kServer =
-    "Software\\Classes\\CLSID\\{11111111-1111-1111-1111-111111111111}\\InprocServer32";
-
 TEST_F(RoundTripTest, ReenteringBringsTheValueOfARemovedKeyBack) {
-    setString(HKEY_LOCAL_MACHINE, kServer, "", "C:\\Programme\\Weg\\weg.dll");
     removeFaults();
     ASSERT_FALSE(keyExists(HKEY_LOCAL_MACHINE, kServer));
     reenterFirst();
@@ -37,7 +44,6 @@ TEST_F(RoundTripTest, ReenteringBringsTheValueOfARemovedKeyBack) {
 }
 
 TEST_F(RoundTripTest, EditingChangesNothing) {
-    setString(HKEY_LOCAL_MACHINE, kServer, "", "C:\\Programme\\Weg\\weg.dll");
     removeFaults();
     openPage();
     list().userSelect({1});
