@@ -146,7 +146,7 @@ TEST_F(BackupVanishedTest, FailuresAreSortedByTheirNumber) {
     for (const int number : {75, 7}) {
         list().userSelect({list().count()});
         answer(IDYES);
-        atPump(1, [number] { raise(number); });
+        atPump(1, [number] { bromvale::raise(number); });
         form().cmdEintragen.userClick();
     }
     EXPECT_EQ(
@@ -166,7 +166,7 @@ TEST_F(BackupVanishedTest, FailuresAreSortedByTheirNumber) {
 TEST_F(BackupVanishedTest, TheRestartIsTriedThoughTheWaitFailed) {
     RebootAfterEntry = 1;
     openPage();
-    atPump(1, [] { raise(75); });
+    atPump(1, [] { bromvale::raise(75); });
     form().cmdEintragen.userClick();
     EXPECT_EQ(offline::machine().events.count(EventKind::Restart), 1u);
 }
