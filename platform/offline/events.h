@@ -20,6 +20,7 @@ enum class EventKind {
     Foreground,  // a window was brought to the front
     Help,        // text = file, number = command
     Menu,  // text = captions joined by " | ", caption = default entry, answer = 1 when an entry was chosen
+    FileMade,       // text = path; an empty file, caption = "geleert" where there was one before
     FileWritten,    // text = path, caption = bytes
     FileDeleted,    // text = path; caption = "Papierkorb" where it went into the recycle bin
     FolderMade,     // text = path

@@ -107,6 +107,9 @@ DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD dispositi
         return error;
     if (wanted.empties && existed) (void)object.file->truncate(0);
     object.path = location.text();
+    if (!existed || wanted.empties) {
+        machine().events.record({EventKind::FileMade, object.path, existed ? "geleert" : "", 0, 0});
+    }
     object.access = access;
     object.share = share;
     handle = kernelObjects().open(std::move(object));

@@ -51,7 +51,7 @@ HANDLE findOne(std::string_view path, WIN32_FIND_DATAA& data) {
 }
 
 HANDLE findMany(std::string_view folder, std::string_view mask, WIN32_FIND_DATAA& data) {
-    if (mask.find_first_of("<>\"|:") != std::string_view::npos) return fail(ERROR_INVALID_NAME);
+    if (mask.find_first_of("|:") != std::string_view::npos) return fail(ERROR_INVALID_NAME);
     Location location;
     const std::string_view where = folder.empty() ? std::string_view(".") : folder;
     if (const DWORD error = machine().drives.locate(where, location)) return fail(error);

@@ -19,7 +19,9 @@ struct FormStyle {
 FormStyle formStyle(BorderStyle border) {
     switch (border) {
         case BorderStyle::FixedDialog: return {WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN, WS_EX_DLGMODALFRAME};
-        case BorderStyle::FixedNoControls: return {WS_POPUP | WS_DLGFRAME | WS_CLIPCHILDREN, WS_EX_DLGMODALFRAME};
+        case BorderStyle::FixedNoControls:
+            // Without a caption its button in the task bar would be an empty one.
+            return {WS_POPUP | WS_DLGFRAME | WS_CLIPCHILDREN, WS_EX_DLGMODALFRAME | WS_EX_TOOLWINDOW};
         default: return {WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, 0};
     }
 }

@@ -129,7 +129,10 @@ void ListViewPeer::showSelection() {
     const std::vector<int> wanted = wantedSelection();
     for (const int row : onlyInFirst(shown, wanted)) setState(row, 0, LVIS_SELECTED);
     for (const int row : onlyInFirst(wanted, shown)) setState(row, LVIS_SELECTED, LVIS_SELECTED);
-    if (const int focused = list_.selectedItem()) setState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
+    // Some libraries scroll to the row that gets the focus.
+    const int focused = list_.selectedItem();
+    const LRESULT shownFocus = send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
+    if (focused != 0 && focused - 1 != shownFocus) setState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
 }
 
 void ListViewPeer::apply(Property property) {

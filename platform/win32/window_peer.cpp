@@ -1,5 +1,7 @@
 #include "platform/win32/window_peer.h"
 
+#include <unordered_map>
+
 #include "platform/controls/form.h"
 #include "platform/events.h"
 #include "platform/win32/metrics.h"
@@ -11,6 +13,12 @@ namespace {
 
 // Tests and assistive tools find a control's window by a property of this name.
 std::string nameProperty(const Control& control) { return "BromvaleName:" + control.name(); }
+
+// Not told by the window's procedure, which other programs' tools may have replaced.
+std::unordered_map<HWND, WindowPeer*>& peersByWindow() {
+    static std::unordered_map<HWND, WindowPeer*> peers;
+    return peers;
+}
 
 constexpr unsigned bit(Property property) { return 1u << static_cast<unsigned>(property); }
 
@@ -34,16 +42,13 @@ WindowPeer::~WindowPeer() {
 }
 
 WindowPeer* WindowPeer::of(HWND window) {
-    if (window == nullptr) return nullptr;
-    // Only windows of this program carry a peer behind this word, and only those with our procedure.
-    if (GetWindowLongPtrA(window, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&WindowPeer::peerProcedure)) {
-        return nullptr;
-    }
-    return reinterpret_cast<WindowPeer*>(GetWindowLongPtrA(window, GWLP_USERDATA));
+    const auto found = peersByWindow().find(window);
+    return found != peersByWindow().end() ? found->second : nullptr;
 }
 
 void WindowPeer::adopt(HWND window) {
     window_ = window;
+    peersByWindow()[window] = this;
     SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetPropA(window, nameProperty(control_).c_str(), reinterpret_cast<HANDLE>(1));
 }
@@ -56,9 +61,11 @@ void WindowPeer::subclass(HWND window) {
 
 // The window goes its own way from here: it is being destroyed.
 void WindowPeer::forget() {
+    peersByWindow().erase(window_);
     RemovePropA(window_, nameProperty(control_).c_str());
     SetWindowLongPtrA(window_, GWLP_USERDATA, 0);
-    if (classProcedure_ != nullptr) {
+    const bool ours = GetWindowLongPtrA(window_, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(&peerProcedure);
+    if (classProcedure_ != nullptr && ours) {
         SetWindowLongPtrA(window_, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(classProcedure_));
     }
     window_ = nullptr;

@@ -99,8 +99,7 @@ TEST_F(Log, ALogThatCannotBeOpenedCostsTheRecordAndNothingElse) {
     report(48, -1);
     EXPECT_EQ(dialogs, Lines{"modMain|Main|5|Beschreibung|48"});
     AppPath = folder();
-    writeWholeFile(folder() + "bromvale.log", "");
-    SetFileAttributesA((folder() + "bromvale.log").c_str(), FILE_ATTRIBUTE_READONLY);
+    makeFolderOnDisk(folder() + "bromvale.log");
     report(48, 0);
     EXPECT_EQ(logLines(), Lines{});
     EXPECT_EQ(openFileCount(), 0);

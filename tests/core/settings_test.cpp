@@ -283,10 +283,10 @@ TEST_F(Settings, ProtokollAt1MakesReportsBeLoggedUntilTheEnd) {
 TEST_F(Settings, EachValueIsTraced) {
     set("Protokoll", "1");
     set("Proxy", "0");
-    setRaw(HKEY_CURRENT_USER, kSettingsKey, "EMail", REG_SZ, "");
+    setRaw(HKEY_CURRENT_USER, kSettingsKey, "ScreenX", REG_SZ, "");
     ReadAppSwitch();  // switches tracing on at its first value
     EXPECT_EQ(logLines(),
-              (Lines{"modKeyFunc; ReadAppSwitch; Proxy=0; 0; ", "modKeyFunc; ReadAppSwitch; EMail=; 0; ",
+              (Lines{"modKeyFunc; ReadAppSwitch; Proxy=0; 0; ", "modKeyFunc; ReadAppSwitch; ScreenX=; 0; ",
                      "modKeyFunc; ReadAppSwitch; endet; 0; "}));
 }
 

@@ -70,16 +70,6 @@ TEST_F(TextFile, AFolderInPlaceOfTheFileIsFailure75) {
     EXPECT_EQ(openFailure(folder() + "ordner", FileMode::Append), 75);
 }
 
-TEST_F(TextFile, AReadOnlyFileIsFailure75ForWritingAlone) {
-    writeWholeFile(folder() + "fest.txt", "x");
-    SetFileAttributesA((folder() + "fest.txt").c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ(openFailure(folder() + "fest.txt", FileMode::Output), 75);
-    EXPECT_EQ(openFailure(folder() + "fest.txt", FileMode::Append), 75);
-    EXPECT_EQ(openFailure(folder() + "fest.txt", FileMode::Input), 0);
-    closeFile(1);
-    EXPECT_EQ(readWholeFile(folder() + "fest.txt"), "x");
-}
-
 TEST_F(TextFile, AFileThatSomebodyElseHoldsIsFailure70) {
     const HANDLE other = CreateFileA((folder() + "fremd.txt").c_str(), GENERIC_WRITE, 0, nullptr,
                                      CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -57,7 +57,7 @@ class RemovalTest : public TestMachine {
     std::string undoFile() {
         const Texts files = filesIn(BackupPath, "*.reg");
         return files.size() == 1 ? readWholeFile(BackupPath + files[0])
-                                 : "<" + std::to_string(files.size()) + " files>";
+                                 : std::string("<") + std::to_string(files.size()) + " files>";
     }
     // What stands behind the header's last line.
     std::string undoRecords() {

@@ -33,7 +33,8 @@ class CheckFileTest : public ScanTest {
 
 TEST_F(CheckFileTest, AMissingServerListsAllThirteenEntriesLastFirstWithDoubledBackslashes) {
     enter(kServer, "@", "C:\\Fehlt\\a.dll");
-    for (int i = 1; i <= 12; ++i) enter(kServer, "w" + std::to_string(i), "D:\\" + std::to_string(i));
+    for (int i = 1; i <= 12; ++i)
+        enter(kServer, std::string("w") + std::to_string(i), std::string("D:\\") + std::to_string(i));
     closeGroup();
     const std::string key = "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{A}\\InprocServer32] | ";
     EXPECT_EQ(rows(), (Texts{

@@ -143,7 +143,8 @@ TEST_F(HostileScanTest, KeysDeletedInTheMiddleOfTheWalkLookEmptyAndTheScanEnds) 
 // A 16-bit index over the group would end at 32767 entries.
 TEST_F(HostileScanTest, AnObjectOf33000ValuesIsJudgedWhole) {
     const std::string key = "Software\\Classes\\CLSID\\{A}\\InprocServer32";
-    for (int i = 0; i < 33000; ++i) setString(HKEY_LOCAL_MACHINE, key, "w" + std::to_string(100000 + i), "x");
+    for (int i = 0; i < 33000; ++i)
+        setString(HKEY_LOCAL_MACHINE, key, std::string("w") + std::to_string(100000 + i), "x");
     setString(HKEY_LOCAL_MACHINE, key, "zuletzt", "C:\\Fehlt\\a.dll");
     setString(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{B}", "", "b");
     scan();

@@ -72,7 +72,7 @@ class ScanTest : public TestMachine {
         const std::string sound = base + "FFFF}";
         makeKey(HKEY_LOCAL_MACHINE, sound);
         for (int i = 0; i < entries - faults - 9; ++i)
-            setString(HKEY_LOCAL_MACHINE, sound, "w" + numbered(i), "x");
+            setString(HKEY_LOCAL_MACHINE, sound, std::string("w") + numbered(i), "x");
     }
 
   private:

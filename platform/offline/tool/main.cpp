@@ -174,7 +174,11 @@ int run(const Options& options) {
     if (options.time) {
         rusage usage{};
         getrusage(RUSAGE_SELF, &usage);
-        std::fprintf(stderr, "all %.3f s, peak memory %ld KB\n", secondsSince(start), usage.ru_maxrss);
+        const auto seconds = [](const timeval& time) {
+            return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / 1e6;
+        };
+        std::fprintf(stderr, "all %.3f s, processor %.3f s, peak memory %ld KB\n", secondsSince(start),
+                     seconds(usage.ru_utime) + seconds(usage.ru_stime), usage.ru_maxrss);
     }
     // Singletons hold controls that hold handlers of the run that is over, so nothing may call them again.
     machine().events.sink = nullptr;

@@ -85,7 +85,7 @@ void printRows(const ListView& list, Transcript& transcript) {
     const int columns = static_cast<int>(list.columns().size());
     for (int row = 1; row <= list.count(); ++row) {
         const ListItem& item = list.item(row);
-        std::string text = item.selected() ? "*" : "";
+        std::string text;
         for (int column = 0; column < columns; ++column)
             text += (column > 0 ? "\t" : "") + item.column(column);
         transcript.line(text);

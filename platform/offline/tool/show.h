@@ -14,7 +14,7 @@ namespace bromvale::offline {
 
 // What the control shows: text, value, panels or caption.
 [[nodiscard]] std::string valueText(const Control& control);
-// A line a row, columns separated by tabs, a marked row with "*" in front.
+// A line a row, columns separated by tabs.
 void printRows(const ListView& list, Transcript& transcript);
 // The window and its visible controls: kind, place in twips, enabled or not, what they show.
 void printWindow(const Form& form, Transcript& transcript);

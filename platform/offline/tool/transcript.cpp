@@ -49,6 +49,8 @@ constexpr std::array kWordings{
             [](const Event& e) {
                 return "menu: " + e.text + (e.caption.empty() ? "" : " (default " + e.caption + ")");
             }},
+    Wording{EventKind::FileMade,
+            [](const Event& e) { return (e.caption.empty() ? "make file: " : "empty file: ") + e.text; }},
     Wording{EventKind::FileWritten, [](const Event& e) { return "write " + e.text + ": " + e.caption; }},
     Wording{EventKind::FileDeleted, [](const Event& e) { return fileVerb(e) + "file: " + e.text; }},
     Wording{EventKind::FolderMade, [](const Event& e) { return "make folder: " + e.text; }},

@@ -1,0 +1,232 @@
+// bromvale-offline from outside: scripts and their transcripts.
+#include <algorithm>
+#include <filesystem>
+
+#include "tests/offline/tool_run.h"
+
+namespace bromvale::testing {
+namespace {
+
+// App Paths with one program that is there, one that is gone, one that is gone and has a sub key, and a last
+// one: the last object of a scan is never judged.
+constexpr const char* kPrograms =
+    "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\alt.exe]\n"
+    "@=\"C:\\\\Programme\\\\Weg\\\\alt.exe\"\n"
+    "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\gut.exe]\n"
+    "@=\"C:\\\\Programme\\\\Gut\\\\gut.exe\"\n"
+    "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\tot.exe]\n"
+    "@=\"C:\\\\Programme\\\\Weg\\\\tot.exe\"\n"
+    "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\tot.exe\\Unten]\n"
+    "\"Wert\"=\"x\"\n"
+    "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\zuletzt.exe]\n"
+    "@=\"C:\\\\Programme\\\\Gut\\\\gut.exe\"\n";
+constexpr const char* kSettings = "[HKEY_CURRENT_USER\\Software\\Bromvale]\n\"1stRun\"=\"0\"\n";
+constexpr const char* kAutomatic =
+    "[HKEY_CURRENT_USER\\Software\\Bromvale]\n\"1stRun\"=\"0\"\n\"AutoScan\"=\"1\"\n"
+    "\"AutoEntfernen\"=\"1\"\n\"AutoClose\"=\"1\"\n";
+
+class Script : public ToolTest {
+  protected:
+    Script() {
+        std::filesystem::create_directories(folder() / "c" / "programme" / "GUT");
+        file("c/programme/GUT/gut.exe", "");
+    }
+    std::vector<std::string> machine(const std::string& settings = kSettings) {
+        return {"--registry", registry("machine.reg", settings + std::string(kPrograms)),
+                "--drive",    "C:=" + path("c"),
+                "--save",     path("out.reg")};
+    }
+    [[nodiscard]] bool keyIsLeft(const std::string& name) const {
+        return readRegistry("out.reg").find("App Paths\\" + name + "]") != std::string::npos;
+    }
+};
+
+TEST_F(Script, TheScanPageFromStartToRemoval) {
+    const Outcome outcome = runScript(machine(), R"(# scan, mark one row, remove it
+click cmdStart
+print lblScanBericht
+check chbRegKeysShow 1
+rows lvwRegKeys
+select lvwRegKeys 2
+mouseup lvwRegKeys right
+menu mnuPopUpRegKeyEinzeln
+print lblScanBericht
+rows lvwRegKeys
+print cmdStart
+close
+)");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    const std::vector<std::string> lines = linesBehind(outcome.out, "window frmMain shown");
+    const std::string undo =
+        "write C:\\programme\\Bromvale\\Backup\\R\xC3\xBC"
+        "ckg\xC3\xA4ngig_15112026_071209.reg: ";
+    std::vector<std::string> told;
+    // The undo file's header has its own tests.
+    for (const std::string& line : lines) {
+        if (!line.starts_with("write ") || line.find("[HKEY") != std::string::npos) told.push_back(line);
+    }
+    const std::string appPaths =
+        "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+    const std::string alt = appPaths + "alt.exe]\t@\tC:\\\\Programme\\\\Weg\\\\alt.exe\t-2147483646";
+    const std::string tot = appPaths + "tot.exe]\t@\tC:\\\\Programme\\\\Weg\\\\tot.exe\t-2147483646";
+    ASSERT_GE(told.size(), 2u);
+    EXPECT_TRUE(told[0].ends_with("Eintr\xC3\xA4gen = 42,86%)") || told[0].starts_with("Sehr viele Fehler"))
+        << told[0];
+    EXPECT_EQ(std::count(told.begin(), told.end(), alt), 2);
+    EXPECT_EQ(std::count(told.begin(), told.end(),
+                         "menu: &markierten Eintrag entfernen | &alle Eintr\xC3\xA4ge entfernen"),
+              1);
+    EXPECT_EQ(std::count(told.begin(), told.end(),
+                         "Die markierten Fehler wurden erfolgreich entfernt und gesichert."),
+              1);
+    EXPECT_EQ(std::count(told.begin(), told.end(), "&Entfernen"), 1);
+    EXPECT_EQ(told.back(), "end: exit code 0");
+    EXPECT_TRUE(keyIsLeft("gut.exe"));
+    EXPECT_TRUE(keyIsLeft("zuletzt.exe"));
+}
+
+TEST_F(Script, OnNtAKeyWithSubKeysStaysAndOn9xItGoesWithThem) {
+    const Outcome nt = run(machine(kAutomatic));
+    EXPECT_EQ(nt.status, 0);
+    EXPECT_FALSE(keyIsLeft("alt.exe"));
+    EXPECT_TRUE(keyIsLeft("tot.exe"));
+    EXPECT_FALSE(keyIsLeft("tot.exe\\Unten"));
+    EXPECT_TRUE(keyIsLeft("gut.exe"));
+
+    std::vector<std::string> arguments = machine(kAutomatic);
+    arguments.insert(arguments.end(), {"--os", "Windows 98"});
+    EXPECT_EQ(run(arguments).status, 0);
+    EXPECT_FALSE(keyIsLeft("tot.exe"));
+    EXPECT_TRUE(keyIsLeft("gut.exe"));
+}
+
+TEST_F(Script, SettingsAloneScanRemoveAndEnd) {
+    const Outcome outcome = run(machine(kAutomatic));
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(linesOf(outcome.out).back(), "end: exit code 0");
+    const std::string undo = read(
+        "c/programme/Bromvale/Backup/R\xC3\xBC"
+        "ckg\xC3\xA4ngig_15112026_071209.reg");
+    EXPECT_TRUE(
+        undo.starts_with("Windows Registry Editor Version 5.00\r\n\r\n\r\n; Die nachfolgenden  Registry"))
+        << undo;
+    EXPECT_NE(undo.find("; erstellt am: Sonntag, 15. Nov 2026 - 07:12:09\r\n"), std::string::npos);
+    EXPECT_TRUE(undo.ends_with(
+        "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\alt.exe]\r\n"
+        "@=\"C:\\\\Programme\\\\Weg\\\\alt.exe\"\r\n\r\n"))
+        << undo;
+    EXPECT_TRUE(
+        read("c/programme/Bromvale/bromvale.log").starts_with("15.11.2026 07:12:09; started; Bromvale; "));
+}
+
+TEST_F(Script, EachRecordIsWrittenBeforeItsKeyIsDeleted) {
+    const std::vector<std::string> lines = linesOf(run(machine(kAutomatic)).out);
+    int deletions = 0;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        if (!lines[i].starts_with("delete key: ")) continue;
+        ++deletions;
+        const std::string key = "[" + lines[i].substr(12) + "]\\n";
+        EXPECT_NE(lines[i - 1].find(key), std::string::npos) << lines[i - 1];
+    }
+    EXPECT_EQ(deletions, 2);
+}
+
+TEST_F(Script, AnActionAtTheNthPumpAbortsARunningScan) {
+    const Outcome outcome =
+        runScript(machine(), "at 7 click cmdAbbrechen\nclick cmdStart\nprint cmdStart\nprint StatusBar\n");
+    EXPECT_EQ(outcome.status, 0);
+    const std::vector<std::string> lines = linesBehind(outcome.out, "window frmMain shown");
+    ASSERT_EQ(lines.size(), 2u);
+    EXPECT_EQ(lines[0], "Start");
+    EXPECT_TRUE(lines[1].starts_with("Status | Version 1.0.0")) << lines[1];
+}
+
+TEST_F(Script, WhatCannotBeDoneIsAnErrorThatSaysSo) {
+    struct Row {
+        const char* script;
+        const char* error;
+    };
+    const Row rows[] = {
+        {"click cmdNix", "script line 1: click cmdNix: cmdNix does not exist"},
+        {"\n# leer\nhuepfe", "script line 3: huepfe: unknown action 'huepfe'"},
+        {"click", "script line 1: click: which control?"},
+        {"check chbRegKeysShow 1", "script line 1: check chbRegKeysShow 1: chbRegKeysShow is disabled"},
+        {"select lvwRegKeys 1", "script line 1: select lvwRegKeys 1: lvwRegKeys is hidden"},
+        {"click lblStartText", "script line 1: click lblStartText: lblStartText is a label, not a button"},
+        {"check cmdStart 1", "script line 1: check cmdStart 1: cmdStart is a button, not a check box"},
+        {"nav Nirgends", "script line 1: nav Nirgends: the navigation bar has no icon 'Nirgends'"},
+        {"answer Vielleicht", "script line 1: answer Vielleicht: unknown button 'Vielleicht'"},
+        {"tray unten", "script line 1: tray unten: write left, right or double"},
+        {"resize viel 1", "script line 1: resize viel 1: 'viel' is no number"},
+        {"wait lange", "script line 1: wait lange: write a number of seconds"},
+        {"key cmdStart F99", "script line 1: key cmdStart F99: unknown key 'F99'"},
+        {"at x click cmdStart", "script line 1: at x click cmdStart: 'x' is no number"},
+        {"at 1 click cmdNix\nwait 1", "script line 1: click cmdNix: cmdNix does not exist"},
+        {"close frmNix", "script line 1: close frmNix: frmNix is not there"},
+        {"click cmdStart\ncheck chbRegKeysShow 1\nselect lvwRegKeys 2-9",
+         "script line 3: select lvwRegKeys 2-9: there is no row 2-9, the list has 3"},
+    };
+    for (const Row& row : rows) {
+        const Outcome outcome = runScript(machine(), row.script);
+        EXPECT_EQ(outcome.status, 1) << row.script;
+        EXPECT_EQ(outcome.err, std::string("bromvale-offline: ") + row.error + "\n");
+    }
+}
+
+TEST_F(Script, AWindowIsResizedAndPrinted) {
+    const std::string out = runScript(machine(), "resize 12000 9000\nwindow\n").out;
+    const std::vector<std::string> lines = linesBehind(out, "window frmMain shown");
+    ASSERT_GT(lines.size(), 5u);
+    EXPECT_NE(lines[0].find(" 12000x9000 inner 11880x8595 normal \"Bromvale\""), std::string::npos)
+        << lines[0];
+    const auto has = [&lines](const std::string& start) {
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](const std::string& line) { return line.starts_with(start); });
+    };
+    EXPECT_TRUE(has("  cmdStart button "));
+    EXPECT_TRUE(has("  StatusBar status bar "));
+    EXPECT_FALSE(has("  lvwRegKeys "));
+}
+
+TEST_F(Script, TheInputFilesStayAsTheyAre) {
+    const std::vector<std::string> arguments = machine(kAutomatic);
+    const std::string before = read("machine.reg");
+    EXPECT_EQ(run(arguments).status, 0);
+    EXPECT_EQ(read("machine.reg"), before);
+}
+
+TEST_F(Script, AFolderDriveHoldsOnlyWhatWasWritten) {
+    EXPECT_EQ(runScript(machine(), "close\n").status, 0);
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder() / "c")) {
+        if (entry.is_regular_file()) names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (std::vector<std::string>{"bromvale.log", "gut.exe", "liste.txt"}));
+    EXPECT_FALSE(std::filesystem::exists(folder() / "c" / "WINDOWS"));
+}
+
+// The two real registries, where they lie beside the project.
+class RealRegistry : public ToolTest, public ::testing::WithParamInterface<std::array<const char*, 3>> {};
+
+TEST_P(RealRegistry, IsReadAndScanned) {
+    const auto& [name, os, entries] = GetParam();
+    const std::string packed = std::string(BROMVALE_SHARED_DATA_DIR) + "/" + name + ".xz";
+    if (!std::filesystem::exists(packed)) GTEST_SKIP() << packed << " is not there";
+    if (std::system(("xz -dkc '" + packed + "' > '" + path(name) + "'").c_str()) != 0)
+        GTEST_SKIP() << "no xz";
+    const Outcome outcome = run({"--registry", path(name), "--os", os});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_NE(outcome.out.find(" von " + std::string(entries) + " Eintr\xC3\xA4gen = "), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Both, RealRegistry,
+                         ::testing::Values(std::array<const char*, 3>{"win7-x86-hklm.reg", "2.6.1.7601",
+                                                                      "71953"},
+                                           std::array<const char*, 3>{"winme-hklm.reg", "Windows ME", "81"}));
+
+}  // namespace
+}  // namespace bromvale::testing
