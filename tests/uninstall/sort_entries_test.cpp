@@ -16,10 +16,14 @@ Texts entries(std::size_t count, unsigned seed) {
     Texts lines;
     while (lines.size() < count) {
         const char* hive = lines.size() < count / 3 ? "-2147483647" : "-2147483646";
-        const std::string key = std::string(hive) + "[" + kUninstall + "\\" +
-                                std::string(1, static_cast<char>("aAzZ\xE4\xC4{_"[random() % 8])) +
-                                std::to_string(random() % 500) + "]";
-        for (const char* name : {"DisplayName=x", "UninstallString=y", "@="}) lines.push_back(key + name);
+        std::string key;
+        key.append(hive).append("[").append(kUninstall).append("\\");
+        key.push_back("aAzZ\xE4\xC4{_"[random() % 8]);
+        key.append(std::to_string(random() % 500)).append("]");
+        for (const char* name : {"DisplayName=x", "UninstallString=y", "@="}) {
+            lines.push_back(key);
+            lines.back().append(name);
+        }
     }
     lines.resize(count);
     return lines;
@@ -39,9 +43,8 @@ TEST(SortEntries, LongAndShortListsAreSortedAlike) {
 }
 
 TEST(SortEntries, CodesAboveSevenBitsComeLast) {
-    Texts list(300, "m");
-    list[0] = "\xE4";
-    list[1] = "z";
+    Texts list{"\xE4", "z"};
+    list.resize(300, std::string("m"));
     Sortiere(list);
     EXPECT_EQ(list[298], "z");
     EXPECT_EQ(list[299], "\xE4");
