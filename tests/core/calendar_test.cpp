@@ -63,8 +63,8 @@ TEST(Calendar, ATextThatIsNoDateFails) {
 }
 
 TEST(Calendar, DateAndTimeStandInTheUsersOwnForms) {
-    EXPECT_EQ(dateTimeText({2026, 3, 0, 5, 7, 2, 9, 0}), "05.03.2026 07:02:09");
-    EXPECT_EQ(dateTimeText({2026, 3, 0, 5, 0, 0, 0, 0}), "05.03.2026 00:00:00");
+    EXPECT_EQ(dateTimeText({2026, 11, 0, 15, 7, 2, 9, 0}), "15.11.2026 07:02:09");
+    EXPECT_EQ(dateTimeText({2026, 11, 0, 15, 0, 0, 0, 0}), "15.11.2026 00:00:00");
 }
 
 }  // namespace
