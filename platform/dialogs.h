@@ -1,5 +1,6 @@
 #pragma once
-// MessageBoxA under its own name. Without a display the boxes are recorded and answered by the machine's script.
+// MessageBoxA under its own name. Without a display the boxes are recorded and answered by the machine's
+// script.
 #ifdef _WIN32
 #include "platform/win32/windows.h"
 #else

@@ -39,6 +39,8 @@ std::string_view failureText(int number) {
     return "Anwendungs- oder objektdefinierter Fehler";
 }
 
-void raise(int number) { throw Failure{number, std::string(failureText(number))}; }
+void raise(int number) {
+    throw Failure{number, std::string(failureText(number))};
+}
 
 }  // namespace bromvale

@@ -1,5 +1,6 @@
 #pragma once
-// Shell functions under their own names: ShellExecuteA, SHFileOperationA, Shell_NotifyIconA, SetForegroundWindow.
+// Shell functions under their own names: ShellExecuteA, SHFileOperationA, Shell_NotifyIconA,
+// SetForegroundWindow.
 #ifdef _WIN32
 #include "platform/win32/windows.h"
 #else

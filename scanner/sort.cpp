@@ -32,11 +32,11 @@ int sortByExchange(std::vector<std::string>& list) {
     return passes;
 }
 
-// The entries of three thousand programs would keep the exchange busy, and the window frozen, for a minute.
-// Every exchange brings two neighbours of which the first is greater into order and leaves equal ones alone;
-// the sort ends when there is no such pair left. So it ends in the one ascending order in which equal texts
-// stand as they stood before, which is what a stable sort by the same comparison gives as well, in n log n
-// comparisons.
+// The entries of three thousand programs would hold the window for a second and more, and the time grows with
+// the square of their number. Every exchange brings two neighbours of which the first is greater into order
+// and leaves equal ones alone; the sort ends when there is no such pair left. So it ends in the one ascending
+// order in which equal texts stand as they stood before, which is what a stable sort by the same comparison
+// gives as well, in n log n comparisons.
 std::vector<std::string>& Sortiere(std::vector<std::string>& list) {
     attempt(reportAndGoOn({"modSort", "Sortiere"}), [&] {
         if (list.size() > kExchangeLimit) {

@@ -34,7 +34,10 @@ std::vector<Step> readSteps() {
 
 class Replay {
   public:
-    explicit Replay(std::size_t count) { keys_.reserve(count); keys_.push_back(nullptr); }
+    explicit Replay(std::size_t count) {
+        keys_.reserve(count);
+        keys_.push_back(nullptr);
+    }
 
     void make(const Step& step) {
         const Record& record = step.record;
@@ -44,10 +47,13 @@ class Replay {
         BYTE* data = record.hasData ? data_.data() : nullptr;
         switch (record.call) {
             case Call::OpenKey: RegOpenKeyA(key(record.key), step.text.c_str(), open()); break;
-            case Call::OpenKeyEx: RegOpenKeyExA(key(record.key), step.text.c_str(), 0, record.index, open()); break;
+            case Call::OpenKeyEx:
+                RegOpenKeyExA(key(record.key), step.text.c_str(), 0, record.index, open());
+                break;
             case Call::CloseKey: RegCloseKey(key(record.key)); break;
             case Call::EnumValue:
-                RegEnumValueA(key(record.key), record.index, name_.data(), &nameSize, nullptr, &type, data, &dataSize);
+                RegEnumValueA(key(record.key), record.index, name_.data(), &nameSize, nullptr, &type, data,
+                              &dataSize);
                 break;
             case Call::EnumKey: RegEnumKeyA(key(record.key), record.index, name_.data(), nameSize); break;
             case Call::QueryValue:
@@ -66,7 +72,8 @@ class Replay {
   private:
     HKEY key(std::int32_t number) const {
         if (number < 0) return reinterpret_cast<HKEY>(static_cast<std::intptr_t>(number));
-        return static_cast<std::size_t>(number) < keys_.size() ? keys_[static_cast<std::size_t>(number)] : nullptr;
+        return static_cast<std::size_t>(number) < keys_.size() ? keys_[static_cast<std::size_t>(number)]
+                                                               : nullptr;
     }
     HKEY* open() {
         keys_.push_back(nullptr);
@@ -97,6 +104,7 @@ int main() {
     for (const Step& step : steps) replay.make(step);
     QueryPerformanceCounter(&end);
     std::printf("bare_calls calls=%zu ms=%.1f\n", steps.size(),
-                1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart));
+                1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) /
+                    static_cast<double>(frequency.QuadPart));
     return 0;
 }

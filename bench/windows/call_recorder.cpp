@@ -1,5 +1,5 @@
-// Stands between the program and the system's functions (the linker wraps their import pointers) and writes down
-// each call, so that bare_calls can make exactly the same ones.
+// Stands between the program and the system's functions (the linker wraps their import pointers) and writes
+// down each call, so that bare_calls can make exactly the same ones.
 #include "bench/windows/call_recorder.h"
 
 #include <cstdio>
@@ -42,7 +42,9 @@ void putOpen(Call call, HKEY parent, const char* subKey, REGSAM access, LONG res
 
 }  // namespace
 
-void startRecording() { file = std::fopen(bench::kRecordFile, "wb"); }
+void startRecording() {
+    file = std::fopen(bench::kRecordFile, "wb");
+}
 
 void stopRecording() {
     if (file) std::fclose(file);
@@ -51,7 +53,7 @@ void stopRecording() {
 
 #define REAL(name) __real___imp_##name
 #define WRAP(name) __wrap___imp_##name
-#define DECLARE(name, type) \
+#define DECLARE(name, type)     \
     extern "C" type REAL(name); \
     static_assert(true)
 
@@ -94,8 +96,8 @@ LONG WINAPI closeKey(HKEY key) {
     return REAL(RegCloseKey)(key);
 }
 
-LONG WINAPI enumValue(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                      LPDWORD dataSize) {
+LONG WINAPI enumValue(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
+                      LPBYTE data, LPDWORD dataSize) {
     put({Call::EnumValue, data != nullptr, 0, keyNumber(key), index, *nameSize, dataSize ? *dataSize : 0});
     return REAL(RegEnumValueA)(key, index, name, nameSize, reserved, type, data, dataSize);
 }

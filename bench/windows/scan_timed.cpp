@@ -1,5 +1,5 @@
-// The real program with its real, visible window: starts, runs one scan as a click on the button does, prints the
-// milliseconds between the click and the end of its handler, and ends.
+// The real program with its real, visible window: starts, runs one scan as a click on the button does, prints
+// the milliseconds between the click and the end of its handler, and ends.
 #include <cstdio>
 
 #include "core/startup_main.h"
@@ -28,7 +28,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     std::FILE* out = std::fopen("scan_timed.txt", "w");
     if (out) {
         std::fprintf(out, "scan_timed ms=%.1f\nreport %s\n",
-                     1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) / static_cast<double>(frequency.QuadPart),
+                     1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) /
+                         static_cast<double>(frequency.QuadPart),
                      frmMain().lblScanBericht.caption().c_str());
         std::fclose(out);
     }

@@ -1,5 +1,5 @@
-// start_time PROGRAM...: starts each program in turn, several rounds, and prints the milliseconds until its window is
-// visible and its message queue idle.
+// start_time PROGRAM...: starts each program in turn, several rounds, and prints the milliseconds until its
+// window is visible and its message queue idle.
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -36,7 +36,8 @@ double startOnce(std::string command) {
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     const double begin = milliseconds();
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) {
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                        &process)) {
         return -1;
     }
     Search search{process.dwProcessId, nullptr};
@@ -65,8 +66,8 @@ int main(int count, char** arguments) {
     for (int i = 1; i < count; ++i) {
         auto& list = times[static_cast<std::size_t>(i)];
         std::sort(list.begin(), list.end());
-        std::printf("start_time %s min=%.0f median=%.0f max=%.0f ms\n", arguments[i], list.front(), list[kRounds / 2],
-                    list.back());
+        std::printf("start_time %s min=%.0f median=%.0f max=%.0f ms\n", arguments[i], list.front(),
+                    list[kRounds / 2], list.back());
     }
     return 0;
 }
