@@ -38,15 +38,18 @@ bool leadsElsewhere(const WIN32_FIND_DATAA& found) {
            (found.dwReserved0 == 0 || (found.dwReserved0 & kStandsForAnotherName) != 0);
 }
 
+enum class Level { Entry, Below };
+
 // Links are taken out before the shell gets a folder: where the recycle bin can't take it the shell deletes
-// what lies below, and that of several systems goes on behind the links. False where a link stays, or where
-// nobody can look.
-bool takeLinksOut(const std::string& folder, const std::string& pattern) {
+// what lies below, and that of several systems goes on behind the links. False where the shell is to get
+// nothing: a link stays, nobody can look, or the entry itself was a link or has vanished.
+bool takeLinksOut(const std::string& folder, const std::string& pattern, Level level) {
     WIN32_FIND_DATAA found{};
     const HANDLE search = FindFirstFileA((folder + pattern).c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) {
         const DWORD error = GetLastError();
-        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+        const bool vanished = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+        return vanished && level == Level::Below;
     }
     bool clean = true;
     std::vector<std::string> folders;
@@ -55,12 +58,16 @@ bool takeLinksOut(const std::string& folder, const std::string& pattern) {
         if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 || name == "." || name == "..") continue;
         if (!leadsElsewhere(found)) {
             folders.push_back(folder + name + "\\");
-        } else if (!RemoveDirectoryA((folder + name).c_str())) {
-            clean = false;
+        } else {
+            const bool removed = RemoveDirectoryA((folder + name).c_str()) != 0;
+            clean = clean && removed && level == Level::Below;
         }
     } while (FindNextFileA(search, &found) != 0);
+    clean = clean && GetLastError() == ERROR_NO_MORE_FILES;
     FindClose(search);
-    for (const std::string& below : folders) clean = takeLinksOut(below, "*") && clean;
+    for (const std::string& below : folders) {
+        clean = takeLinksOut(below, "*", Level::Below) && clean;
+    }
     return clean;
 }
 
@@ -97,7 +104,7 @@ void FileDel(std::string& path, std::string_view file) {
         const std::string whole = path + name;
         attempt(onFailure, [&] {
             if (DelFilePermanent == 1) return deleteForGood(whole);
-            if (takeLinksOut(path, name)) moveToRecycleBin(whole);
+            if (takeLinksOut(path, name, Level::Entry)) moveToRecycleBin(whole);
         });
         traceAttempt(whole);
     }
