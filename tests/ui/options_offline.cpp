@@ -34,12 +34,12 @@ TEST_F(OptionsOrder, OpeningWithNothingSetStoresTheDaysTheProxyAndItsFields) {
 }
 
 TEST_F(OptionsOrder, OpeningWithEverythingSetStoresInTheOrderOfTheLoading) {
+    frmMain();  // before AutoScan, which would have it scan and end
     for (std::int16_t* setting : {&ScreenSave, &AutoClose, &AutoEntfernen, &AutoRegFileDel, &AutoScan,
                                   &RebootAfterDelete, &RebootAfterEntry, &AutoFileDelAfterReentry, &Proxy}) {
         *setting = 1;
     }
     ProxyPort = 0;
-    frmMain();
     machine().events.clear();
     nav("Optionen");
     EXPECT_EQ(stored(), (Lines{
