@@ -20,6 +20,14 @@ constexpr ControlRow kMenuRows[] = {
     {"mnuPopUp", K::Menu, "<popup menu>", nullptr, {}, -1, 0},
     {"mnuPopUpShowForm", K::Menu, "&Zeige Programm", "mnuPopUp", {}, -1, kDisabled},
     {"mnuPopUpStartScan", K::Menu, "&Scan starten", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpBackupZeigen", K::Menu, "B&ackup-Bereich", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpDeinstall", K::Menu, "Programme &deinstallieren", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpBugReport", K::Menu, "Bug-&Report", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpLiveUpdate", K::Menu, "&Live-Update", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpOptionen", K::Menu, "&Optionen", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpStep1", K::Menu, "-", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpAbout", K::Menu, "&Über", "mnuPopUp", {}, -1, 0},
+    {"mnuPopUpQuit", K::Menu, "&Beenden", "mnuPopUp", {}, -1, 0},
     {"mnuPopUpRegKey", K::Menu, "<popup regkey>", nullptr, {}, -1, 0},
     {"mnuPopUpRegKeyEinzeln", K::Menu, "&markierte Eintrag entfernen", "mnuPopUpRegKey", {}, -1, 0},
     {"mnuPopUpRegKeyAlle", K::Menu, "&alle Einträge entfernen", "mnuPopUpRegKey", {}, -1, 0},
@@ -30,6 +38,12 @@ constexpr ControlRow kMenuRows[] = {
     {"mnuPopUpBackupBearbeiten", K::Menu, "markierte(n) Eintrag &bearbeiten", "mnuPopUpBackup", {}, -1, 0},
     {"mnuPopUpBackupEinfügen", K::Menu, "markierte(n) Eintrag ein&fügen", "mnuPopUpBackup", {}, -1, 0},
     {"mnuPopUpBackupLöschen", K::Menu, "markierte(n) Eintrag lö&schen", "mnuPopUpBackup", {}, -1, 0},
+    {"mnuPopUpOrdner", K::Menu, "<popup ordner>", nullptr, {}, -1, 0},
+    {"mnuPopUpOrdnerHinzufügen", K::Menu, "neuen Ordner der Liste &hinzufügen", "mnuPopUpOrdner", {}, -1, 0},
+    {"mnuPopUpOrdnerEntfernen", K::Menu,
+     "markierten &Ordner aus Liste entfernen", "mnuPopUpOrdner", {}, -1, 0},
+    {"mnuPopUpOrdnerEinzeln", K::Menu, "mark&ierte(n) Ordner leeren", "mnuPopUpOrdner", {}, -1, 0},
+    {"mnuPopUpOrdnerAlle", K::Menu, "alle Ordner l&eeren", "mnuPopUpOrdner", {}, -1, 0},
 };
 
 // clang-format on

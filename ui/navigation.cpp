@@ -118,11 +118,6 @@ void FrmMain::Menu_ItemClick(const ListBar::Item& item) {
     }
 }
 
-void FrmMain::mnuPopUpOptionen_Click() {
-    showPage(Frame5);
-    setMousePointer(MousePointer::Default);
-}
-
 void FrmMain::mnuPopUpBugReport_Click() {
     showPage(Frame3);
     txtEMail.setText(EMail);
