@@ -120,7 +120,7 @@ void CheckReg(std::int32_t hive, std::string_view hiveName, std::string_view key
     }
     if (!GroupOpen) attempt(onFailure, [&] { setGroupPrefix(lower, "app paths\\"); });
     if (belongsToGroup(lower)) {
-        entryGroup().append(key, lower, name, value, hive);
+        attempt(onFailure, [&] { entryGroup().append(key, lower, name, value, hive); });
         GroupOpen = true;
         return;
     }

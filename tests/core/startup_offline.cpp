@@ -295,6 +295,15 @@ TEST_F(StartUp, AFailureThatNobodyCatchesIsShownAndTheProgramGoesOn) {
     EXPECT_EQ(formNames(), Lines{"frmMain"});
 }
 
+TEST_F(StartUp, MemoryThatRunsOutInAnEventIsShownAndTheProgramGoesOn) {
+    set("AutoScan", "0");
+    runProgram();
+    dispatchUserEvent([] { throw std::bad_alloc(); });
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].text, "Laufzeitfehler '7':\r\n\r\nNicht genügend Speicher");
+    EXPECT_EQ(formNames(), Lines{"frmMain"});
+}
+
 TEST_F(StartUp, AListThatCannotBeMadeIsAFailureThatNobodyCatches) {
     set("AutoScan", "0");
     machine().commandLine = "-d";
@@ -303,6 +312,7 @@ TEST_F(StartUp, AListThatCannotBeMadeIsAFailureThatNobodyCatches) {
     runProgram();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].text, "Laufzeitfehler '75':\r\n\r\nFehler beim Zugriff auf Pfad/Datei");
+    EXPECT_EQ(formNames(), Lines{});  // with the waiting window the process would never end
 }
 
 // --- the normal road ---
