@@ -41,8 +41,8 @@ SIZE outerSize(const Place& place) {
 UINT taskbarCreated() {
     static const UINT message = [] {
         const UINT number = RegisterWindowMessageA("TaskbarCreated");
-        // Where the program runs with higher rights than the task bar the system keeps the message back, unless
-        // asked not to.
+        // Where the program runs with higher rights than the task bar the system keeps the message back,
+        // unless asked not to.
         using Filter = BOOL(WINAPI*)(UINT, DWORD);
         constexpr DWORD kLetThrough = 1;
         const auto filter = reinterpret_cast<Filter>(reinterpret_cast<void*>(
