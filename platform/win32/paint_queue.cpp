@@ -9,7 +9,8 @@ namespace bromvale {
 
 namespace {
 
-// Milliseconds. A dozen pictures a second look lively in labels and a bar; 60 cost a scan a third of its time.
+// Milliseconds. A dozen pictures a second look lively in labels and a bar; 60 cost a scan a third of its
+// time.
 constexpr DWORD kFrame = 80;
 
 struct Queue {
