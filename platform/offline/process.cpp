@@ -65,7 +65,9 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA, LPPROCESS_INFORMATION made) {
     if (failsHere("CreateProcessA")) return FALSE;
     const std::string line = commandLine != nullptr ? commandLine : application;
-    if (programOf(application != nullptr ? "\"" + std::string(application) + "\"" : line).empty()) {
+    std::string sought = line;
+    if (application != nullptr) sought.assign(1, '"').append(application).append(1, '"');
+    if (programOf(sought).empty()) {
         SetLastError(ERROR_FILE_NOT_FOUND);
         return FALSE;
     }
