@@ -7,7 +7,8 @@
 #   import_registry FILE.reg     merges a file of the registry editor
 #   set_windows_version EXE win98|winme|...
 #   set_setting NAME VALUE       one text value of the program's own settings
-#   install_program EXE          copies Bromvale.exe to its place in the prefix; program_folder says where that is
+#   install_program EXE          copies Bromvale.exe, and the help that lies beside it, to their place in the prefix;
+#                                program_folder says where that is
 #   seed_example                 the example machine's entries and files
 #   start_xvfb, start_desktop, screenshot FILE.png
 #
@@ -109,6 +110,7 @@ program_folder() { printf '%s/drive_c/Program Files/Bromvale' "$prefix"; }
 install_program() {
     mkdir -p "$(program_folder)"
     cp "$1" "$(program_folder)/Bromvale.exe"
+    [ ! -f "${1%/*}/Bromvale.chm" ] || cp "${1%/*}/Bromvale.chm" "$(program_folder)/"
 }
 
 seed_example() { import_registry "$bromvale_top/resources/example/wine.reg" && seed_example_files; }
