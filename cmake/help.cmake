@@ -15,6 +15,6 @@ function(bromvale_help program)
     COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tools/help/build-help --chmcmd ${BROMVALE_CHMCMD} ${output}
     DEPENDS ${sources} ${CMAKE_SOURCE_DIR}/tools/help/build-help
     COMMENT "Compiling the help" VERBATIM)
-  add_custom_target(help DEPENDS ${output})
-  add_dependencies(${program} help)
+  add_custom_target(bromvale-help DEPENDS ${output})
+  add_dependencies(${program} bromvale-help)
 endfunction()
