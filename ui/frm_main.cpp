@@ -46,6 +46,9 @@ void FrmMain::wire() {
     lvwRegKeys.onKeyDown = [this](int keyCode) { lvwRegKeys_KeyDown(keyCode); };
     lvwRegKeys.onMouseUp = [this](int button) { lvwRegKeys_MouseUp(button); };
 
+    cmdBugReportSenden.onClick = [this] { cmdBugReportSenden_Click(); };
+    cmdBugReportLöschen.onClick = [this] { cmdBugReportLöschen_Click(); };
+
     mnuPopUpStartScan.onClick = [this] { mnuPopUpStartScan_Click(); };
     mnuPopUpRegKeyEinzeln.onClick = [this] { mnuPopUpRegKeyEinzeln_Click(); };
     mnuPopUpRegKeyAlle.onClick = [this] { mnuPopUpRegKeyAlle_Click(); };

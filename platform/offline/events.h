@@ -31,6 +31,10 @@ enum class EventKind {
     ValueDeleted,   // text = key, caption = name
     Library,        // text = library, caption = entry that was called
     Browse,         // text = title, caption = chosen folder
+    Fetch,          // text = address
+    Download,       // text = address; the system's download dialog was asked for it
+    SaveDialog,     // text = suggested name, caption = chosen file
+    Connect,        // text = host:port
     End,            // number = exit code
 };
 
