@@ -10,7 +10,7 @@ namespace bromvale::offline {
 // What leaves the program: everything that it shows, asks, starts or writes, in order.
 enum class EventKind {
     MessageBox,    // text, caption, number = style, answer = button
-    ShellExecute,  // text = file, caption = verb
+    ShellExecute,  // text = file, caption = verb, number = show command
     Run,           // text = command line
     Restart,       // number = flags of ExitWindowsEx
     Privilege,     // text = privilege that was switched on

@@ -77,7 +77,7 @@ std::string trayTip(const NOTIFYICONDATAA& data) {
 
 }  // namespace
 
-HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT) {
+HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show) {
     long result = 42;
     if (const auto fault = machine().faults.at("ShellExecuteA")) {
         result = *fault;
@@ -86,7 +86,8 @@ HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT) {
         result = SE_ERR_FNF;
     }
     machine().events.record(
-        {EventKind::ShellExecute, textOf(file), textOf(verb), 0, static_cast<int>(result)});
+        {EventKind::ShellExecute, textOf(file), textOf(verb), static_cast<std::uint32_t>(show),
+         static_cast<int>(result)});
     return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(result));
 }
 
