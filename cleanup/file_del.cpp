@@ -2,9 +2,8 @@
 
 #include <vector>
 
-#include "core/attempt.h"
 #include "core/file_helpers.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/files.h"
@@ -43,11 +42,7 @@ void traceAttempt(const std::string& path) {
 }  // namespace
 
 void FileDel(std::string& path, std::string_view file) {
-    const auto onFailure = [](const Failure& failure) {
-        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Next;
-    };
+    const auto onFailure = reportAndGoOn(kTags);
     if (!file.empty()) {
         // A named file always goes to the recycle bin, whatever DelFilePermanent says.
         const std::string whole = std::string(path).append(file);

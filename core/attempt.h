@@ -33,10 +33,7 @@ std::optional<Failure> failureOf(Statement& statement) {
 // While the handler runs, lastFailure() holds the failure; afterwards it is clear again. A failure in the
 // handler itself goes to the caller. Example:
 //
-//     const auto onFailure = [&](const Failure& failure) {
-//         ErrHandle("frmMain", "cmdStart_Click", "", failure.number, failure.description, kStyleExclamation,
-//         kHide); return Ending::Next;
-//     };
+//     const auto onFailure = reportAndGoOn({"frmMain", "cmdStart_Click"});  // core/handling.h
 //     attempt(onFailure, [&] { percent = divide(faults, total); });
 //
 // Returns false where the handler chose Leave.

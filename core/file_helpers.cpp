@@ -1,8 +1,7 @@
 #include "core/file_helpers.h"
 
-#include "core/attempt.h"
 #include "core/c_text.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "platform/files.h"
@@ -30,11 +29,7 @@ void collectNames(const std::string& sought, std::vector<std::string>& names) {
 
 void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::string>& names) {
     const Tags tags{kModule, "FindFileAPI"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Next;
-    };
+    const auto onFailure = reportAndGoOn(tags);
     tags.trace("started");
     if (path.empty() || path.back() != '\\') path += '\\';
     tags.trace([&] { return "durchsuchter Ordner " + path; });

@@ -4,8 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "core/state.h"
@@ -14,13 +13,8 @@
 namespace bromvale {
 namespace {
 
-constexpr std::string_view kModule = "modMain";
-
-auto reporting(std::string_view funktion) {
-    return [funktion](const Failure& failure) {
-        ErrHandle(kModule, funktion, "", failure.number, failure.description, kStyleExclamation, kHide);
-        return Ending::Next;
-    };
+ReportAnd reporting(std::string_view funktion) {
+    return reportAndGoOn({"modMain", funktion});
 }
 
 std::string beforeNul(std::string buffer) {

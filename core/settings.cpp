@@ -3,8 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "core/runtime.h"
 #include "core/state.h"
 #include "core/value_reader.h"
@@ -173,11 +172,7 @@ void ReadAppSwitch() {
 
 void KeysNachtragen(HKEY& handle) {
     const Tags tags{kModule, "KeysNachtragen"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleInformation,
-                  kHide);
-        return Ending::Next;
-    };
+    const ReportAnd onFailure{Ending::Next, tags, kStyleInformation};
     attempt(onFailure, [&] {
         char keyClass[] = "1";
         DWORD disposition = 0;

@@ -1,7 +1,6 @@
 #include "core/startup_first_run.h"
 
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "platform/help.h"
 #include "ui/frm_main.h"
@@ -10,11 +9,7 @@ namespace bromvale {
 
 void CheckFirstRun() {
     const Tags tags{"modMain", "CheckFirstRun"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Next;
-    };
+    const auto onFailure = reportAndGoOn(tags);
     tags.trace("started");
     // The first use of the window loads it.
     attempt(onFailure, [] { HtmlHelpA(frmMain().window(), "Bromvale.chm", 0, 0); });

@@ -262,7 +262,14 @@ void Main() {
 void runProgram() {
     registerErrorDialog();
     setUnhandledFailure(showUnhandledFailure);
-    dispatchUserEvent(Main);
+    bool returned = false;
+    dispatchUserEvent([&] {
+        Main();
+        returned = true;
+    });
+    // A failure that nobody caught has ended Main. The waiting window can't be closed by hand, and would keep
+    // the process, and with it every later start, for good.
+    if (!returned) unloadForm("frmLogin");
     RunEventLoop();
 }
 

@@ -1,3 +1,5 @@
+#include <new>
+#include <string>
 #include <utility>
 
 #include "platform/events.h"
@@ -8,6 +10,10 @@ namespace {
 std::function<void(const Failure&)>& unhandledFailure() {
     static std::function<void(const Failure&)> handler;
     return handler;
+}
+
+void tellUnhandled(const Failure& failure) {
+    if (unhandledFailure()) unhandledFailure()(failure);
 }
 
 }  // namespace
@@ -21,7 +27,9 @@ void dispatchUserEvent(const std::function<void()>& handler) {
     try {
         handler();
     } catch (const Failure& failure) {
-        if (unhandledFailure()) unhandledFailure()(failure);
+        tellUnhandled(failure);
+    } catch (const std::bad_alloc&) {
+        tellUnhandled({7, std::string(failureText(7))});
     }
 }
 

@@ -4,10 +4,10 @@
 #include <array>
 
 #include "core/file_helpers.h"
+#include "core/handling.h"
 #include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "scanner/handling.h"
 #include "scanner/registry_checks.h"
 #include "scanner/text_parts.h"
 #include "ui/frm_main.h"

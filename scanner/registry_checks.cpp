@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "platform/events.h"
 #include "scanner/file_checks.h"
-#include "scanner/handling.h"
 #include "scanner/scan_state.h"
 #include "scanner/text_parts.h"
 #include "ui/frm_main.h"
@@ -120,7 +120,7 @@ void CheckReg(std::int32_t hive, std::string_view hiveName, std::string_view key
     }
     if (!GroupOpen) attempt(onFailure, [&] { setGroupPrefix(lower, "app paths\\"); });
     if (belongsToGroup(lower)) {
-        entryGroup().append(key, lower, name, value, hive);
+        attempt(onFailure, [&] { entryGroup().append(key, lower, name, value, hive); });
         GroupOpen = true;
         return;
     }

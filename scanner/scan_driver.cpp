@@ -3,12 +3,12 @@
 #include <cstdint>
 #include <string>
 
+#include "core/handling.h"
 #include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/events.h"
 #include "repair/reboot.h"
-#include "scanner/handling.h"
 #include "scanner/registry_checks.h"
 #include "scanner/scan_line.h"
 #include "scanner/scan_report.h"

@@ -2,9 +2,9 @@
 
 #include <charconv>
 
+#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/runtime.h"
-#include "scanner/handling.h"
 #include "scanner/text_parts.h"
 
 namespace bromvale {

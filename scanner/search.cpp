@@ -132,7 +132,7 @@ bool matches(const SearchSpec& spec, std::string_view data, std::string_view nam
 // collected is lost with it.
 Ending giveBounds(ScanLines& lines) {
     lines.assign(1, std::string());
-    trace("FindString", "modSearch", "");
+    trace("modSearch", "FindString", "");
     return Ending::Next;
 }
 

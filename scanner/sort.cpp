@@ -1,7 +1,7 @@
 #include "scanner/sort.h"
 
+#include "core/handling.h"
 #include "core/runtime.h"
-#include "scanner/handling.h"
 
 namespace bromvale {
 

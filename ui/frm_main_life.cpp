@@ -3,8 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/settings.h"
 #include "core/state.h"
@@ -70,10 +69,7 @@ void FrmMain::saveGeometry() {
 
 void FrmMain::Form_Load() {
     constexpr Tags tags{"frmMain", "Form_Load"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
-        return Ending::Next;
-    };
+    const ReportAnd onFailure{Ending::Next, tags, kStyleStop, kShow};
     tags.trace("started");
     attempt(onFailure, [&] { addTrayIcon(); });
     attempt(onFailure, [&] { mnuPopUpShowForm.setEnabled(true); });

@@ -1,7 +1,6 @@
 #include <string_view>
 
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/handling.h"
 #include "ui/frm_main.h"
 #include "ui/resize.h"
 
@@ -63,11 +62,7 @@ constexpr int kMinimumWidth = 10515;
 
 void FrmMain::Form_Resize() {
     constexpr Tags tags{"frmMain", "Form_Resize"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Leave;
-    };
+    const ReportAnd onFailure{Ending::Leave, tags};
     tags.trace("started");
     attempt(onFailure, [&] {
         // Each assignment that changes the size runs this routine once more, nested.

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "platform/controls/list_view.h"
-#include "platform/text_case.h"
+#include "platform/text_order.h"
 
 namespace bromvale {
 
@@ -43,7 +43,7 @@ void ListView::sortNow() const {
     if (!sortDue_) return;
     sortDue_ = false;
     const auto before = [this](const std::unique_ptr<ListItem>& a, const std::unique_ptr<ListItem>& b) {
-        const int order = compareWithoutCase(a->column(sortKey_), b->column(sortKey_));
+        const int order = compareTexts(a->column(sortKey_), b->column(sortKey_));
         return sortOrder_ == SortOrder::Ascending ? order < 0 : order > 0;
     };
     std::stable_sort(rows_.begin(), rows_.end(), before);

@@ -43,7 +43,6 @@ class RegFileParser {
     void readBytes(std::string_view name, std::uint32_t type);
     void readTypedBytes(std::string_view name);
     std::string_view quoted(std::string& buffer);
-    void appendUnescaped(std::string& buffer, std::string_view part);
     bool continued();
     bool take(std::string_view word);
     void skipBlanks();

@@ -75,8 +75,8 @@ class MarkPeer : public WindowPeer {
     bool gettingFocus_ = false;
 };
 
-// A group box that holds its controls as real child windows: hiding it hides them, and it fills its own ground, so that
-// nothing behind it is painted first.
+// A group box that holds its controls as real child windows: hiding it hides them, and it fills its own
+// ground, so that nothing behind it is painted first.
 class FramePeer : public WindowPeer {
   public:
     explicit FramePeer(Frame& frame) : WindowPeer(frame) {
@@ -101,7 +101,9 @@ class FramePeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeButton(Button& button) { return std::make_unique<ButtonPeer>(button); }
+std::unique_ptr<ControlPeer> makeButton(Button& button) {
+    return std::make_unique<ButtonPeer>(button);
+}
 
 std::unique_ptr<ControlPeer> makeCheckBox(CheckBox& box) {
     return std::make_unique<MarkPeer<CheckBox>>(box, BS_CHECKBOX);
@@ -111,6 +113,8 @@ std::unique_ptr<ControlPeer> makeOptionButton(OptionButton& button) {
     return std::make_unique<MarkPeer<OptionButton>>(button, BS_RADIOBUTTON);
 }
 
-std::unique_ptr<ControlPeer> makeFrame(Frame& frame) { return std::make_unique<FramePeer>(frame); }
+std::unique_ptr<ControlPeer> makeFrame(Frame& frame) {
+    return std::make_unique<FramePeer>(frame);
+}
 
 }  // namespace bromvale

@@ -10,8 +10,8 @@ DWORD libraryVersion() {
     const HMODULE library = GetModuleHandleA("comctl32.dll");
     if (library == nullptr) return 0;
     using VersionEntry = HRESULT(WINAPI*)(DLLVERSIONINFO*);
-    const auto get = reinterpret_cast<VersionEntry>(
-        reinterpret_cast<void*>(GetProcAddress(library, "DllGetVersion")));
+    const auto get =
+        reinterpret_cast<VersionEntry>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetVersion")));
     DLLVERSIONINFO info{};
     info.cbSize = sizeof info;
     return get != nullptr && SUCCEEDED(get(&info)) ? info.dwMajorVersion : 0;

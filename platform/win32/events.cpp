@@ -16,7 +16,9 @@ std::function<void()>& pumpObserver() {
     return observer;
 }
 
-bool pressed(int key) { return GetKeyState(key) < 0; }
+bool pressed(int key) {
+    return GetKeyState(key) < 0;
+}
 
 // Keys that the control itself needs before the form looks at them.
 bool keptByControl(HWND focus, const Control* control, WPARAM key) {
@@ -35,7 +37,8 @@ bool keptByControl(HWND focus, const Control* control, WPARAM key) {
 int accessCharacter(WPARAM key) {
     constexpr UINT kToCharacter = 2;
     const bool plain = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
-    return plain ? static_cast<int>(key) : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), kToCharacter) & 0xFFu);
+    return plain ? static_cast<int>(key)
+                 : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), kToCharacter) & 0xFFu);
 }
 
 // Tab, Return, Escape and access keys belong to the form. True when the message is used up.
@@ -90,6 +93,8 @@ void RunEventLoop() {
     }
 }
 
-void setPumpObserver(std::function<void()> observer) { pumpObserver() = std::move(observer); }
+void setPumpObserver(std::function<void()> observer) {
+    pumpObserver() = std::move(observer);
+}
 
 }  // namespace bromvale

@@ -18,7 +18,8 @@ struct FormStyle {
 
 FormStyle formStyle(BorderStyle border) {
     switch (border) {
-        case BorderStyle::FixedDialog: return {WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN, WS_EX_DLGMODALFRAME};
+        case BorderStyle::FixedDialog:
+            return {WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN, WS_EX_DLGMODALFRAME};
         case BorderStyle::FixedNoControls:
             // Without a caption its button in the task bar would be an empty one.
             return {WS_POPUP | WS_DLGFRAME | WS_CLIPCHILDREN, WS_EX_DLGMODALFRAME | WS_EX_TOOLWINDOW};
@@ -26,15 +27,19 @@ FormStyle formStyle(BorderStyle border) {
     }
 }
 
-int raisedPixels(int twips, int perPixel) { return (twips + perPixel - 1) / perPixel; }
+int raisedPixels(int twips, int perPixel) {
+    return (twips + perPixel - 1) / perPixel;
+}
 
-// The size as pixels: rounded up, since a window that came out smaller than its form's minimum would be made bigger
-// again without end.
+// The size as pixels: rounded up, since a window that came out smaller than its form's minimum would be made
+// bigger again without end.
 SIZE outerSize(const Place& place) {
     return {raisedPixels(place.width, twipsPerPixelX()), raisedPixels(place.height, twipsPerPixelY())};
 }
 
-int iconPixels(int metric) { return GetSystemMetrics(metric); }
+int iconPixels(int metric) {
+    return GetSystemMetrics(metric);
+}
 
 }  // namespace
 
@@ -46,7 +51,9 @@ FrameSize frameSize(BorderStyle style) {
             static_cast<int>(rect.bottom - rect.top) * twipsPerPixelY()};
 }
 
-FormPeer::FormPeer(Form& form) : WindowPeer(form), form_(form) { create(); }
+FormPeer::FormPeer(Form& form) : WindowPeer(form), form_(form) {
+    create();
+}
 
 RECT FormPeer::windowRect() const {
     const Place& place = form_.place();
@@ -71,8 +78,8 @@ void FormPeer::create() {
     const RECT rect = windowRect();
     const Busy here(*this);
     CreateWindowExA(style.extended, kFormClass, form_.caption().c_str(), style.style, rect.left, rect.top,
-                    rect.right - rect.left, rect.bottom - rect.top, nullptr, nullptr, GetModuleHandleA(nullptr),
-                    static_cast<WindowPeer*>(this));
+                    rect.right - rect.left, rect.bottom - rect.top, nullptr, nullptr,
+                    GetModuleHandleA(nullptr), static_cast<WindowPeer*>(this));
     if (form_.iconResource() != 0) {
         const HICON big = loadResourceIcon(form_.iconResource(), iconPixels(SM_CXICON));
         const HICON small = loadResourceIcon(form_.iconResource(), iconPixels(SM_CXSMICON));
@@ -85,15 +92,11 @@ void FormPeer::create() {
 void FormPeer::changed(Property property) {
     if (window() == nullptr) return;
     switch (property) {
-        case Property::Visible:
-            show();
-            return;
+        case Property::Visible: show(); return;
         case Property::State:
             if (shown_) showState();
             return;
-        case Property::Caption:
-            setWindowText(form_.caption());
-            return;
+        case Property::Caption: setWindowText(form_.caption()); return;
         case Property::Place:
             place();
             report();
@@ -146,19 +149,21 @@ void FormPeer::report() {
     // The state that a window will be shown in isn't to be seen in it before.
     WindowState state = form_.windowState();
     if (shown_) state = IsZoomed(window()) ? WindowState::Maximised : WindowState::Normal;
-    form_.placed({static_cast<int>(outer.left) * x, static_cast<int>(outer.top) * y,
-                  static_cast<int>(outer.right - outer.left) * x, static_cast<int>(outer.bottom - outer.top) * y},
-                 static_cast<int>(inner.right) * x, static_cast<int>(inner.bottom) * y, state);
+    form_.placed(
+        {static_cast<int>(outer.left) * x, static_cast<int>(outer.top) * y,
+         static_cast<int>(outer.right - outer.left) * x, static_cast<int>(outer.bottom - outer.top) * y},
+        static_cast<int>(inner.right) * x, static_cast<int>(inner.bottom) * y, state);
 }
 
 // The window itself never keeps the keyboard while a control can have it.
 void FormPeer::focusControl() {
     Control* const focused = form_.focused();
-    if (focused != nullptr && focused->reachable() && focused->peer() != nullptr) focused->peer()->takeFocus();
+    if (focused != nullptr && focused->reachable() && focused->peer() != nullptr)
+        focused->peer()->takeFocus();
 }
 
-// A record in the notification area reports by this message too: its lParam carries a mouse message's number where
-// the mouse's x is otherwise.
+// A record in the notification area reports by this message too: its lParam carries a mouse message's number
+// where the mouse's x is otherwise.
 void FormPeer::mouseMoved(LPARAM lParam) {
     const auto x = static_cast<short>(LOWORD(lParam));
     const auto y = static_cast<short>(HIWORD(lParam));
@@ -202,7 +207,8 @@ LRESULT FormPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 }
 
 Form* formOfWindow(HWND window) {
-    while (window != nullptr && (GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0) window = GetParent(window);
+    while (window != nullptr && (GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0)
+        window = GetParent(window);
     for (Form* form : loadedForms()) {
         if (window != nullptr && form->window() == window) return form;
     }

@@ -24,7 +24,8 @@ Entry loadViewer() {
     return entry;
 }
 
-// A name without path is looked for beside the program first: the viewer itself knows the current folder only.
+// A name without path is looked for beside the program first: the viewer itself knows the current folder
+// only.
 std::string besideProgram(const char* file) {
     const std::string name = file != nullptr ? file : "";
     if (name.empty() || name.find_first_of("\\/:") != std::string::npos) return name;

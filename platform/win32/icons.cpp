@@ -13,8 +13,8 @@ constexpr int kPlainSizes[] = {48, 32, 16};
 
 HICON loadIcon(int resourceId, int pixels) {
     const auto load = [&](int source) {
-        return static_cast<HICON>(LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(resourceId), IMAGE_ICON,
-                                             source, source, LR_DEFAULTCOLOR));
+        return static_cast<HICON>(LoadImageA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(resourceId),
+                                             IMAGE_ICON, source, source, LR_DEFAULTCOLOR));
     };
     HICON icon = load(pixels);
     for (const int size : kPlainSizes) {

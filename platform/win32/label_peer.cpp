@@ -8,8 +8,8 @@ namespace bromvale {
 
 namespace {
 
-// A static control whose content is painted here in one piece. Windows' own painting of a text flickers when it
-// changes as often as a scan does it.
+// A static control whose content is painted here in one piece. Windows' own painting of a text flickers when
+// it changes as often as a scan does it.
 class PaintedPeer : public WindowPeer {
   public:
     using WindowPeer::WindowPeer;
@@ -53,7 +53,8 @@ class LabelPeer : public PaintedPeer {
         if (property == Property::Caption && !EqualRect(&wanted, &placed_)) place();
     }
 
-    // A label of one line that misses its width by a little, as some fonts and screens make it, takes it from beside.
+    // A label of one line that misses its width by a little, as some fonts and screens make it, takes it from
+    // beside.
     [[nodiscard]] RECT windowRect() const override {
         RECT rect = PaintedPeer::windowRect();
         const HFONT font = fontOfFace(label_.font());
@@ -129,8 +130,14 @@ class LinePeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeLabel(Label& label) { return std::make_unique<LabelPeer>(label); }
-std::unique_ptr<ControlPeer> makePicture(Picture& picture) { return std::make_unique<PicturePeer>(picture); }
-std::unique_ptr<ControlPeer> makeLine(Line& line) { return std::make_unique<LinePeer>(line); }
+std::unique_ptr<ControlPeer> makeLabel(Label& label) {
+    return std::make_unique<LabelPeer>(label);
+}
+std::unique_ptr<ControlPeer> makePicture(Picture& picture) {
+    return std::make_unique<PicturePeer>(picture);
+}
+std::unique_ptr<ControlPeer> makeLine(Line& line) {
+    return std::make_unique<LinePeer>(line);
+}
 
 }  // namespace bromvale

@@ -18,7 +18,9 @@ constexpr int kTextMargin = 3;
 constexpr int kScrollButton = 16;
 constexpr int kScrollMargin = 3;
 
-int headerHeight() { return fontHeight(controlFont()) + 2 * scaled(kHeaderPadding); }
+int headerHeight() {
+    return fontHeight(controlFont()) + 2 * scaled(kHeaderPadding);
+}
 
 // Measures captions on the screen with the controls' font.
 class Measure {
@@ -109,7 +111,8 @@ ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<i
         const int number = static_cast<int>(i);
         const bool open = number == bar.openBar();
         const int offset = open ? scroll : 0;
-        const int bottom = placeItems(layout, bar, number, static_cast<int>(area.top) - offset, measure) + offset;
+        const int bottom =
+            placeItems(layout, bar, number, static_cast<int>(area.top) - offset, measure) + offset;
         if (!open) continue;
         layout.scrollLimit = std::max(0, bottom - static_cast<int>(area.bottom));
         placeScrollButtons(layout, area, scroll);

@@ -6,8 +6,8 @@
 
 namespace bromvale {
 
-// Where the parts of a list bar stand, in client pixels. Headers up to the open bar's are stacked at the top, the
-// others at the bottom; between them lies the open bar. While it slides, two bars have an area.
+// Where the parts of a list bar stand, in client pixels. Headers up to the open bar's are stacked at the top,
+// the others at the bottom; between them lies the open bar. While it slides, two bars have an area.
 struct ListBarLayout {
     struct Bar {
         RECT header;
@@ -22,7 +22,7 @@ struct ListBarLayout {
     };
     std::vector<Bar> bars;
     std::vector<Item> items;
-    RECT scrollUp{};    // empty where there is nothing to scroll
+    RECT scrollUp{};  // empty where there is nothing to scroll
     RECT scrollDown{};
     int scrollLimit = 0;  // the furthest that the open bar can be scrolled
 };
@@ -40,7 +40,8 @@ struct ListBarHit {
 [[nodiscard]] std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open);
 
 // `tops` are the headers' upper edges, `scroll` the pixels by which the open bar is scrolled.
-[[nodiscard]] ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<int>& tops, int scroll);
+[[nodiscard]] ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<int>& tops,
+                                   int scroll);
 
 [[nodiscard]] ListBarHit hitTest(const ListBarLayout& layout, int openBar, POINT at);
 [[nodiscard]] const ListBarLayout::Item* findItem(const ListBarLayout& layout, int bar, int index);

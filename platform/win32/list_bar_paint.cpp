@@ -11,7 +11,9 @@ using Part = ListBarHit::Part;
 
 // `share` percent of the first colour over the second.
 COLORREF blended(COLORREF first, COLORREF second, int share) {
-    const auto mix = [share](int a, int b) { return static_cast<BYTE>((a * share + b * (100 - share)) / 100); };
+    const auto mix = [share](int a, int b) {
+        return static_cast<BYTE>((a * share + b * (100 - share)) / 100);
+    };
     return RGB(mix(GetRValue(first), GetRValue(second)), mix(GetGValue(first), GetGValue(second)),
                mix(GetBValue(first), GetBValue(second)));
 }
@@ -45,7 +47,8 @@ void paintItem(HDC dc, const ListBar& bar, const ListBarLayout::Item& placed, co
         // Raised under the mouse, down while it is pressed.
         const int lift = pressed ? 1 : hot ? -1 : 0;
         const HICON icon = loadResourceIcon(bar.imageList()->resourceId(item.iconIndex + 1), pixels);
-        DrawIconEx(dc, placed.icon.left + lift, placed.icon.top + lift, icon, pixels, pixels, 0, nullptr, DI_NORMAL);
+        DrawIconEx(dc, placed.icon.left + lift, placed.icon.top + lift, icon, pixels, pixels, 0, nullptr,
+                   DI_NORMAL);
     }
     RECT text = placed.text;
     SetTextColor(dc, GetSysColor(bar.enabled() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
@@ -95,7 +98,8 @@ void paintListBar(HDC dc, const RECT& client, const ListBar& bar, const ListBarL
     }
     const auto isPressed = [&](const ListBarHit& hit) { return state.pressed == hit && state.hot == hit; };
     paintScrollButton(dc, layout.scrollUp, DFCS_SCROLLUP, isPressed({Part::ScrollUp, bar.openBar(), -1}));
-    paintScrollButton(dc, layout.scrollDown, DFCS_SCROLLDOWN, isPressed({Part::ScrollDown, bar.openBar(), -1}));
+    paintScrollButton(dc, layout.scrollDown, DFCS_SCROLLDOWN,
+                      isPressed({Part::ScrollDown, bar.openBar(), -1}));
     for (std::size_t i = 0; i < layout.bars.size(); ++i) {
         const ListBarHit self{Part::Header, static_cast<int>(i), -1};
         paintHeader(dc, layout.bars[i].header, bar.bars()[i].caption, state.hot == self, isPressed(self));

@@ -23,8 +23,8 @@ constexpr UINT_PTR kSlideTimer = 1;
 constexpr UINT_PTR kScrollTimer = 2;
 constexpr int kScrollPixels = 24;
 
-// Asked by tests and assistive tools: the centre of an item, counted from 1 over all bars, or of a header, as screen
-// coordinates; 0 where it isn't visible.
+// Asked by tests and assistive tools: the centre of an item, counted from 1 over all bars, or of a header, as
+// screen coordinates; 0 where it isn't visible.
 UINT itemRectMessage() {
     static const UINT message = RegisterWindowMessageA("BromvaleListBarItemRect");
     return message;
@@ -321,8 +321,10 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_TIMER:
             if (wParam == kSlideTimer) slideOn();
             if (wParam == kScrollTimer) {
-                if (state_.hot == state_.pressed && state_.hot.part == Part::ScrollUp) scrollBy(-scaled(kScrollPixels));
-                if (state_.hot == state_.pressed && state_.hot.part == Part::ScrollDown) scrollBy(scaled(kScrollPixels));
+                if (state_.hot == state_.pressed && state_.hot.part == Part::ScrollUp)
+                    scrollBy(-scaled(kScrollPixels));
+                if (state_.hot == state_.pressed && state_.hot.part == Part::ScrollDown)
+                    scrollBy(scaled(kScrollPixels));
             }
             return 0;
         case WM_KEYDOWN:
@@ -350,6 +352,8 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeListBar(ListBar& bar) { return std::make_unique<ListBarPeer>(bar); }
+std::unique_ptr<ControlPeer> makeListBar(ListBar& bar) {
+    return std::make_unique<ListBarPeer>(bar);
+}
 
 }  // namespace bromvale

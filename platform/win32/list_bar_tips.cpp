@@ -27,9 +27,9 @@ ListBarTips::~ListBarTips() {
 
 void ListBarTips::place(HWND owner, const ListBar& bar, const ListBarLayout& layout) {
     if (window_ == nullptr) {
-        window_ = CreateWindowExA(WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
-                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr,
-                                  GetModuleHandleA(nullptr), nullptr);
+        window_ = CreateWindowExA(
+            WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
+            CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, GetModuleHandleA(nullptr), nullptr);
         SendMessageA(window_, TTM_SETMAXTIPWIDTH, 0, scaled(kTipWidth));
     }
     for (; count_ > 0; --count_) {

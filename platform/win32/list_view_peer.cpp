@@ -69,8 +69,8 @@ void ListViewPeer::showIcons() {
     if (images == nullptr) return;
     const int pixels = scaled(images->size());
     // The list owns what it is given and destroys it.
-    const HIMAGELIST icons =
-        ImageList_Create(pixels, pixels, (themedControls() ? ILC_COLOR32 : ILC_COLOR24) | ILC_MASK, images->count(), 0);
+    const HIMAGELIST icons = ImageList_Create(
+        pixels, pixels, (themedControls() ? ILC_COLOR32 : ILC_COLOR24) | ILC_MASK, images->count(), 0);
     for (int i = 1; i <= images->count(); ++i) {
         ImageList_ReplaceIcon(icons, -1, loadResourceIcon(images->resourceId(i), pixels));
     }
@@ -207,15 +207,17 @@ bool ListViewPeer::notification(NMHDR* header, LRESULT& result) {
         case LVN_ODSTATECHANGED:
             if (!busy()) readRange(*reinterpret_cast<NMLVODSTATECHANGE*>(header));
             return true;
-        case LVN_COLUMNCLICK: list_.userColumnClick(reinterpret_cast<NMLISTVIEW*>(header)->iSubItem + 1); return true;
+        case LVN_COLUMNCLICK:
+            list_.userColumnClick(reinterpret_cast<NMLISTVIEW*>(header)->iSubItem + 1);
+            return true;
         case LVN_KEYDOWN: list_.userKeyDown(reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey); return true;
         case NM_DBLCLK: list_.userDoubleClick(); return true;
         default: return false;
     }
 }
 
-// A press may start a loop of the list's own (marking with a frame, waiting for a drag), in which the release is
-// swallowed. Each press gives exactly one release.
+// A press may start a loop of the list's own (marking with a frame, waiting for a drag), in which the release
+// is swallowed. Each press gives exactly one release.
 LRESULT ListViewPeer::mouseMessage(const MouseEdge& edge, UINT message, WPARAM wParam, LPARAM lParam) {
     const HWND window = this->window();
     LRESULT result = 0;
@@ -239,8 +241,8 @@ LRESULT ListViewPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             // Columns without width carry data for the program; nobody drags them open.
             const auto* const header = reinterpret_cast<const NMHEADERA*>(lParam);
             const UINT code = header->hdr.code;
-            const bool widening = code == HDN_BEGINTRACKA || code == HDN_BEGINTRACKW || code == HDN_DIVIDERDBLCLICKA ||
-                                  code == HDN_DIVIDERDBLCLICKW;
+            const bool widening = code == HDN_BEGINTRACKA || code == HDN_BEGINTRACKW ||
+                                  code == HDN_DIVIDERDBLCLICKA || code == HDN_DIVIDERDBLCLICKW;
             if (widening && hiddenColumn(header->iItem)) return TRUE;
             break;
         }
@@ -263,6 +265,8 @@ LRESULT ListViewPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeListView(ListView& list) { return std::make_unique<ListViewPeer>(list); }
+std::unique_ptr<ControlPeer> makeListView(ListView& list) {
+    return std::make_unique<ListViewPeer>(list);
+}
 
 }  // namespace bromvale

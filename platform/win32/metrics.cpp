@@ -42,8 +42,8 @@ HFONT makeFont(const char* face) {
                        DEFAULT_PITCH | FF_DONTCARE, face);
 }
 
-// Some stand-ins for a face state other widths than they draw, and every right-aligned or centred text is off by
-// that. True where a drawn text ends where its measure says.
+// Some stand-ins for a face state other widths than they draw, and every right-aligned or centred text is off
+// by that. True where a drawn text ends where its measure says.
 bool drawsAsMeasured(HFONT font) {
     constexpr char kSample[] = "Fehlerbeschreibung: Platte bereinigen";
     constexpr int kLength = sizeof kSample - 1;
@@ -87,9 +87,12 @@ int screenDpi() {
     return dpi;
 }
 
-int scaled(int pixels) { return MulDiv(pixels, screenDpi(), 96); }
+int scaled(int pixels) {
+    return MulDiv(pixels, screenDpi(), 96);
+}
 
-// Whole twips: between the steps of 15 and 10 the layout grows a little more than the text, so nothing is clipped.
+// Whole twips: between the steps of 15 and 10 the layout grows a little more than the text, so nothing is
+// clipped.
 int twipsPerPixelX() {
     static const int twips = kTwipsPerInch / screenDpi();
     return twips;
@@ -100,11 +103,19 @@ int twipsPerPixelY() {
     return twips;
 }
 
-int screenWidth() { return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX(); }
-int screenHeight() { return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY(); }
+int screenWidth() {
+    return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX();
+}
+int screenHeight() {
+    return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY();
+}
 
-int pixelsX(int twips) { return roundedPixels(twips, twipsPerPixelX()); }
-int pixelsY(int twips) { return roundedPixels(twips, twipsPerPixelY()); }
+int pixelsX(int twips) {
+    return roundedPixels(twips, twipsPerPixelX());
+}
+int pixelsY(int twips) {
+    return roundedPixels(twips, twipsPerPixelY());
+}
 
 RECT pixelRect(const Place& place) {
     return {pixelsX(place.left), pixelsY(place.top), pixelsX(place.left + place.width),

@@ -4,7 +4,8 @@
 
 #include "platform/win32/windows.h"
 
-// The import symbols of the three wide functions that the runtime uses. On Windows 98 they exist and always fail.
+// The import symbols of the three wide functions that the runtime uses. On Windows 98 they exist and always
+// fail.
 #ifdef _WIN64
 #define BROMVALE_DIRECT(name, bytes) asm(#name)
 #define BROMVALE_IMPORT(name, bytes) asm("__imp_" #name)
@@ -18,7 +19,8 @@ namespace {
 struct AnsiName {
     explicit AnsiName(const wchar_t* wide) {
         if (wide != nullptr) {
-            WideCharToMultiByte(CP_ACP, 0, wide, -1, text, static_cast<int>(std::size(text)) - 1, nullptr, nullptr);
+            WideCharToMultiByte(CP_ACP, 0, wide, -1, text, static_cast<int>(std::size(text)) - 1, nullptr,
+                                nullptr);
         }
     }
     char text[MAX_PATH + 1] = {};
@@ -34,7 +36,8 @@ HMODULE WINAPI bromvaleGetModuleHandle(const wchar_t*) BROMVALE_DIRECT(GetModule
 HMODULE WINAPI bromvaleLoadLibrary(const wchar_t*) BROMVALE_DIRECT(LoadLibraryW, 4);
 
 // The runtime's semaphores have no names.
-HANDLE WINAPI bromvaleCreateSemaphore(LPSECURITY_ATTRIBUTES security, LONG count, LONG maximum, const wchar_t*) {
+HANDLE WINAPI bromvaleCreateSemaphore(LPSECURITY_ATTRIBUTES security, LONG count, LONG maximum,
+                                      const wchar_t*) {
     return CreateSemaphoreA(security, count, maximum, nullptr);
 }
 
@@ -42,7 +45,9 @@ HMODULE WINAPI bromvaleGetModuleHandle(const wchar_t* name) {
     return GetModuleHandleA(name != nullptr ? AnsiName(name).text : nullptr);
 }
 
-HMODULE WINAPI bromvaleLoadLibrary(const wchar_t* name) { return LoadLibraryA(AnsiName(name).text); }
+HMODULE WINAPI bromvaleLoadLibrary(const wchar_t* name) {
+    return LoadLibraryA(AnsiName(name).text);
+}
 
 extern const void* const bromvaleImportOfCreateSemaphore BROMVALE_IMPORT(CreateSemaphoreW, 16);
 extern const void* const bromvaleImportOfGetModuleHandle BROMVALE_IMPORT(GetModuleHandleW, 4);

@@ -23,8 +23,8 @@ Queue& queue() {
     return instance;
 }
 
-// Message boxes and menus run loops of their own, in which only timers reach us. The timer stays while there is
-// something to do at each tick, so that a scan doesn't set and kill it all the time.
+// Message boxes and menus run loops of their own, in which only timers reach us. The timer stays while there
+// is something to do at each tick, so that a scan doesn't set and kill it all the time.
 void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) {
     Queue& state = queue();
     if (!state.waiting.empty()) {
@@ -43,7 +43,9 @@ void queuePaint(WindowPeer& peer) {
     state.waiting.push_back(&peer);
 }
 
-void forgetPaint(WindowPeer& peer) { std::erase(queue().waiting, &peer); }
+void forgetPaint(WindowPeer& peer) {
+    std::erase(queue().waiting, &peer);
+}
 
 void flushPaints() {
     Queue& state = queue();

@@ -21,8 +21,9 @@ class Popup {
     MenuItem* choose(HWND owner) {
         POINT at{};
         GetCursorPos(&at);
-        const int chosen = static_cast<int>(TrackPopupMenu(
-            menu_, TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y, 0, owner, nullptr));
+        const int chosen = static_cast<int>(
+            TrackPopupMenu(menu_, TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y,
+                           0, owner, nullptr));
         return chosen > 0 ? items_[static_cast<std::size_t>(chosen) - 1] : nullptr;
     }
 

@@ -65,7 +65,8 @@ class ProgressBarPeer : public WindowPeer {
 
   protected:
     void apply(Property property) override {
-        if (property == Property::Range) send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.minimum()), bar_.maximum());
+        if (property == Property::Range)
+            send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.minimum()), bar_.maximum());
         if (property == Property::Value || property == Property::Range) {
             send(PBM_SETPOS, static_cast<WPARAM>(bar_.value()));
         }
@@ -121,8 +122,14 @@ class TimerPeer : public ControlPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeStatusBar(StatusBar& bar) { return std::make_unique<StatusBarPeer>(bar); }
-std::unique_ptr<ControlPeer> makeProgressBar(ProgressBar& bar) { return std::make_unique<ProgressBarPeer>(bar); }
-std::unique_ptr<ControlPeer> makeTimer(Timer& timer) { return std::make_unique<TimerPeer>(timer); }
+std::unique_ptr<ControlPeer> makeStatusBar(StatusBar& bar) {
+    return std::make_unique<StatusBarPeer>(bar);
+}
+std::unique_ptr<ControlPeer> makeProgressBar(ProgressBar& bar) {
+    return std::make_unique<ProgressBarPeer>(bar);
+}
+std::unique_ptr<ControlPeer> makeTimer(Timer& timer) {
+    return std::make_unique<TimerPeer>(timer);
+}
 
 }  // namespace bromvale

@@ -7,7 +7,8 @@ namespace bromvale {
 
 namespace {
 
-// Greyed: the face of buttons for a text that is only read, the colour of inactive borders for a field without use.
+// Greyed: the face of buttons for a text that is only read, the colour of inactive borders for a field
+// without use.
 HBRUSH greyed(HDC dc, bool readOnly) {
     const int colour = readOnly ? COLOR_BTNFACE : COLOR_INACTIVEBORDER;
     SetBkColor(dc, GetSysColor(colour));
@@ -85,7 +86,8 @@ class ComboBoxPeer : public WindowPeer {
 
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         // The edit field asks the box, which would hand the question on without saying whose it is.
-        if ((message == WM_CTLCOLOREDIT || message == WM_CTLCOLORSTATIC) && box_.backColor() == BackColor::Greyed) {
+        if ((message == WM_CTLCOLOREDIT || message == WM_CTLCOLORSTATIC) &&
+            box_.backColor() == BackColor::Greyed) {
             return reinterpret_cast<LRESULT>(greyed(reinterpret_cast<HDC>(wParam), false));
         }
         if (message == WM_SIZE) {
@@ -144,7 +146,11 @@ class ComboBoxPeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeTextBox(TextBox& box) { return std::make_unique<TextBoxPeer>(box); }
-std::unique_ptr<ControlPeer> makeComboBox(ComboBox& box) { return std::make_unique<ComboBoxPeer>(box); }
+std::unique_ptr<ControlPeer> makeTextBox(TextBox& box) {
+    return std::make_unique<TextBoxPeer>(box);
+}
+std::unique_ptr<ControlPeer> makeComboBox(ComboBox& box) {
+    return std::make_unique<ComboBoxPeer>(box);
+}
 
 }  // namespace bromvale

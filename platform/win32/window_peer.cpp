@@ -12,7 +12,9 @@ namespace bromvale {
 namespace {
 
 // Tests and assistive tools find a control's window by a property of this name.
-std::string nameProperty(const Control& control) { return "BromvaleName:" + control.name(); }
+std::string nameProperty(const Control& control) {
+    return "BromvaleName:" + control.name();
+}
 
 // Not told by the window's procedure, which other programs' tools may have replaced.
 std::unordered_map<HWND, WindowPeer*>& peersByWindow() {
@@ -20,7 +22,9 @@ std::unordered_map<HWND, WindowPeer*>& peersByWindow() {
     return peers;
 }
 
-constexpr unsigned bit(Property property) { return 1u << static_cast<unsigned>(property); }
+constexpr unsigned bit(Property property) {
+    return 1u << static_cast<unsigned>(property);
+}
 
 }  // namespace
 
@@ -100,7 +104,8 @@ LRESULT WindowPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (control_.form() != nullptr) control_.form()->userFocus(&control_);
             break;
         case WM_SETCURSOR:
-            if (reinterpret_cast<HWND>(wParam) == window_ && LOWORD(lParam) == HTCLIENT && showPointer(control_)) {
+            if (reinterpret_cast<HWND>(wParam) == window_ && LOWORD(lParam) == HTCLIENT &&
+                showPointer(control_)) {
                 return TRUE;
             }
             break;
@@ -126,16 +131,18 @@ HWND WindowPeer::parentWindow() const {
     return control_.form() != nullptr ? control_.form()->window() : nullptr;
 }
 
-RECT WindowPeer::windowRect() const { return pixelRect(control_.place()); }
+RECT WindowPeer::windowRect() const {
+    return pixelRect(control_.place());
+}
 
 void WindowPeer::createChild(const WindowShape& shape) {
     const RECT rect = windowRect();
     const DWORD state = WS_CHILD | WS_CLIPSIBLINGS | (control_.visible() ? WS_VISIBLE : 0u) |
                         (control_.enabled() ? 0u : WS_DISABLED);
     const HWND window =
-        CreateWindowExA(shape.extendedStyle, shape.windowClass, control_.caption().c_str(), shape.style | state,
-                        rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top, parentWindow(), nullptr,
-                        GetModuleHandleA(nullptr), this);
+        CreateWindowExA(shape.extendedStyle, shape.windowClass, control_.caption().c_str(),
+                        shape.style | state, rect.left, rect.top, rect.right - rect.left,
+                        rect.bottom - rect.top, parentWindow(), nullptr, GetModuleHandleA(nullptr), this);
     if (window == nullptr) return;
     if (window_ == nullptr) subclass(window);
     send(WM_SETFONT, reinterpret_cast<WPARAM>(controlFont()), FALSE);
@@ -147,17 +154,15 @@ void WindowPeer::place() {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
-bool WindowPeer::immediate(Property) const { return false; }
+bool WindowPeer::immediate(Property) const {
+    return false;
+}
 
 void WindowPeer::changed(Property property) {
     if (window_ == nullptr) return;
     switch (property) {
-        case Property::Visible:
-            ShowWindow(window_, control_.visible() ? SW_SHOWNA : SW_HIDE);
-            return;
-        case Property::Enabled:
-            EnableWindow(window_, control_.enabled());
-            return;
+        case Property::Visible: ShowWindow(window_, control_.visible() ? SW_SHOWNA : SW_HIDE); return;
+        case Property::Enabled: EnableWindow(window_, control_.enabled()); return;
         case Property::Place: place(); return;
         case Property::MousePointer: {
             POINT at{};
@@ -165,7 +170,8 @@ void WindowPeer::changed(Property property) {
             const HWND below = WindowFromPoint(at);
             const HWND top = control_.form() != nullptr ? control_.form()->window() : nullptr;
             if (below != nullptr && (below == top || IsChild(top, below))) {
-                SendMessageA(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+                SendMessageA(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below),
+                             MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
             }
             return;
         }
@@ -210,16 +216,20 @@ void WindowPeer::setWindowText(const std::string& text) {
     if (windowText() != text) SetWindowTextA(window_, text.c_str());
 }
 
-// In a window that isn't the active one the focus is only noted; the form hands it out when it becomes active.
-// SetFocus would bring that window to the front.
+// In a window that isn't the active one the focus is only noted; the form hands it out when it becomes
+// active. SetFocus would bring that window to the front.
 void WindowPeer::takeFocus() {
     const HWND top = control_.form() != nullptr ? control_.form()->window() : nullptr;
     if (window_ != nullptr && GetActiveWindow() == top && GetFocus() != window_) SetFocus(window_);
 }
 
 void WindowPeer::command(UINT) {}
-bool WindowPeer::notification(NMHDR*, LRESULT&) { return false; }
-HBRUSH WindowPeer::colours(HDC, UINT) { return nullptr; }
+bool WindowPeer::notification(NMHDR*, LRESULT&) {
+    return false;
+}
+HBRUSH WindowPeer::colours(HDC, UINT) {
+    return nullptr;
+}
 
 bool reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     switch (message) {
@@ -243,7 +253,8 @@ bool reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
         case WM_CTLCOLORLISTBOX:
         case WM_CTLCOLORSTATIC: {
             WindowPeer* const peer = WindowPeer::of(reinterpret_cast<HWND>(lParam));
-            const HBRUSH brush = peer != nullptr ? peer->colours(reinterpret_cast<HDC>(wParam), message) : nullptr;
+            const HBRUSH brush =
+                peer != nullptr ? peer->colours(reinterpret_cast<HDC>(wParam), message) : nullptr;
             if (brush == nullptr) return false;
             result = reinterpret_cast<LRESULT>(brush);
             return true;

@@ -4,7 +4,8 @@
 
 namespace bromvale {
 
-// Runs what an event of a window starts. Nothing thrown leaves it, since nothing may pass through Windows' own frames.
+// Runs what an event of a window starts. Nothing thrown leaves it, since nothing may pass through Windows'
+// own frames.
 void guarded(const std::function<void()>& action);
 
 // What a new window is made of.
@@ -14,9 +15,9 @@ struct WindowShape {
     DWORD extendedStyle = 0;
 };
 
-// One control's real window. Writes that only change what is painted are collected and made together, at most some
-// 60 times a second (see paint_queue.h); the others at once. While the peer itself changes the window, `busy` holds
-// and the notifications that come back are not taken for the user's.
+// One control's real window. Writes that only change what is painted are collected and made together, at most
+// some 60 times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
+// `busy` holds and the notifications that come back are not taken for the user's.
 class WindowPeer : public ControlPeer {
   public:
     explicit WindowPeer(Control& control) : control_(control) {}
@@ -47,7 +48,8 @@ class WindowPeer : public ControlPeer {
   protected:
     // Makes a child window below the control's container, with the control's place, text, font and state.
     void createChild(const WindowShape& shape);
-    // For windows of classes of our own, whose procedure is `peerProcedure`: called by it at the first message.
+    // For windows of classes of our own, whose procedure is `peerProcedure`: called by it at the first
+    // message.
     void adopt(HWND window);
     static LRESULT CALLBACK peerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     // Gives a fresh window its name and remembers the procedure of its class.

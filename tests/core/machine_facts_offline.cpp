@@ -91,5 +91,12 @@ TEST_F(MachineFacts, ACallThatFailsLeavesTheTextEmpty) {
     EXPECT_EQ(ReadTmpDir(), "");
 }
 
+// The length that was handed in comes back, and with it what the buffer was filled with.
+TEST_F(MachineFacts, AComputerWithoutANameIsCalledByTheBuffersFilling) {
+    machine().faults.fail("GetComputerNameA", 1, 5);
+    EXPECT_EQ(ReadComputerName(), "XXXXXXXXXXXXXXXXXXXXXXXXXXXXXXXX");
+    EXPECT_EQ(logLines(), std::vector<std::string>{});
+}
+
 }  // namespace
 }  // namespace bromvale

@@ -1,4 +1,6 @@
 // Starts of the whole program: what Main reads, refuses, empties, shows and leaves in the log.
+#include <algorithm>
+
 #include "core/log.h"
 #include "core/settings.h"
 #include "core/startup_main.h"
@@ -295,6 +297,15 @@ TEST_F(StartUp, AFailureThatNobodyCatchesIsShownAndTheProgramGoesOn) {
     EXPECT_EQ(formNames(), Lines{"frmMain"});
 }
 
+TEST_F(StartUp, MemoryThatRunsOutInAnEventIsShownAndTheProgramGoesOn) {
+    set("AutoScan", "0");
+    runProgram();
+    dispatchUserEvent([] { throw std::bad_alloc(); });
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].text, "Laufzeitfehler '7':\r\n\r\nNicht genügend Speicher");
+    EXPECT_EQ(formNames(), Lines{"frmMain"});
+}
+
 TEST_F(StartUp, AListThatCannotBeMadeIsAFailureThatNobodyCatches) {
     set("AutoScan", "0");
     machine().commandLine = "-d";
@@ -303,6 +314,7 @@ TEST_F(StartUp, AListThatCannotBeMadeIsAFailureThatNobodyCatches) {
     runProgram();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].text, "Laufzeitfehler '75':\r\n\r\nFehler beim Zugriff auf Pfad/Datei");
+    EXPECT_EQ(formNames(), Lines{});  // with the waiting window the process would never end
 }
 
 // --- the normal road ---
@@ -339,6 +351,24 @@ TEST_F(StartUp, TracingIsToldBeforeTheWindowOpens) {
     EXPECT_EQ(boxes()[0].text, "Die Protokollierung ist aktiviert.");
     EXPECT_EQ(boxes()[0].caption, "Bromvale");
     EXPECT_EQ(boxes()[0].style, 64u);
+}
+
+TEST_F(StartUp, TheNormalRoadTracesItsWay) {
+    set("Protokoll", "1");
+    set("1stRun", "1");
+    Main();
+    Lines lines = logLines();
+    const auto checked = std::find(lines.begin(), lines.end(), "modLibRegister; CheckLibs; endet; 0; ");
+    ASSERT_NE(checked, lines.end());
+    lines.erase(lines.begin(), checked + 1);
+    std::erase_if(lines, [](const std::string& line) { return line.starts_with("frmMain; Form_Resize"); });
+    EXPECT_EQ(lines, (Lines{
+                         "modMain; CheckFirstRun; started; 0; ",
+                         "frmMain; Form_Load; started; 0; ",
+                         "frmMain; Form_Load; endet; 0; ",
+                         "modKeyFunc; SetKeyValue; -2147483647; Software\\Bromvale; 1; 1stRun; 0; 0; ",
+                         "modMain; CheckFirstRun; endet; 0; ",
+                     }));
 }
 
 // --- the window's place ---

@@ -75,7 +75,7 @@ TEST_F(ScanDriverTest, ExactlyFivePercentHasNoRatingButTheOffer) {
     EXPECT_EQ(caption(), "&Entfernen");
 }
 
-TEST_F(ScanDriverTest, OneOfAHundredIsSomeAndThreeAreMany) {
+TEST_F(ScanDriverTest, OneOfAHundredIsSome) {
     fillRegistry(100, 1);
     scan();
     EXPECT_EQ(report(), "Einige Fehler gefunden. (1 von 100 Einträgen = 1%)");

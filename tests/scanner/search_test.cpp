@@ -192,7 +192,7 @@ TEST_F(SearchTest, LinesWithoutBoundsGetThemAndTheFirstLineLandsInElement0) {
     ScanLines lines;
     FindString(spec, lines);
     EXPECT_EQ(lines, (ScanLines{"-2147483646[Software\\Probe]a=1", "-2147483646[Software\\Probe]b=2"}));
-    EXPECT_EQ(logLines(), (Texts{"FindString; modSearch; ; 9; Index außerhalb des gültigen Bereichs"}));
+    EXPECT_EQ(logLines(), (Texts{"modSearch; FindString; ; 9; Index außerhalb des gültigen Bereichs"}));
 }
 
 TEST_F(SearchTest, TheSingleListsHoldAtLeastOneEmptyName) {

@@ -75,7 +75,7 @@ TEST_F(WindowEnd, WithoutScreenSaveNothingIsSaved) {
     EXPECT_EQ(saved("ScreenX"), "0");
 }
 
-TEST_F(WindowEnd, AMaximisedOrMinimisedWindowIsNotSaved) {
+TEST_F(WindowEnd, AMaximisedWindowIsNotSaved) {
     ScreenSave = 1;
     frmMain().setWindowState(WindowState::Maximised);
     EXPECT_EQ(frmMain().width(), 1024 * 15);
@@ -113,7 +113,28 @@ TEST_F(WindowEnd, TheCloseBoxEndsTheProcessToo) {
     EXPECT_THROW(frmMain().userClose(), offline::ProcessEnded);
 }
 
+// Calls the window's own Form_Load once more.
+struct Loading : FrmMain {
+    static void again(FrmMain& form) { (form.*&Loading::Form_Load)(); }
+};
+
 TEST_F(WindowEnd, AFailureWhileLoadingIsReportedAndTheLoadGoesOn) {
+    registerErrorDialog();
+    FrmMain& form = frmMain();
+    form.imgList.clear();  // takes the tray icon's picture away
+    form.mnuPopUpShowForm.setEnabled(false);
+    ScreenSave = 1;
+    Form_Width = 12000;
+    Loading::again(form);
+    EXPECT_EQ(logLines(),
+              std::vector<std::string>{"frmMain; Form_Load; ; 35600; Index liegt außerhalb der Grenzen"});
+    EXPECT_TRUE(frmError().visible());
+    EXPECT_EQ(frmError().cmdSchließen.caption(), "Beenden");
+    EXPECT_TRUE(form.mnuPopUpShowForm.enabled());
+    EXPECT_EQ(form.width(), 12000);
+}
+
+TEST_F(WindowEnd, ATrayThatRefusesTheIconIsNoFailure) {
     registerErrorDialog();
     ScreenSave = 1;
     Form_Width = 12000;

@@ -130,8 +130,12 @@ TEST_F(RealLists, AColumnWithoutWidthCannotBeDraggedOpen) {
 
 class RealBar : public RealWindows {
   protected:
-    LPARAM itemAt(int number) const { return inBar(RegisterWindowMessageA("BromvaleListBarItemRect"), number); }
-    LPARAM headerAt(int number) const { return inBar(RegisterWindowMessageA("BromvaleListBarHeaderRect"), number); }
+    LPARAM itemAt(int number) const {
+        return inBar(RegisterWindowMessageA("BromvaleListBarItemRect"), number);
+    }
+    LPARAM headerAt(int number) const {
+        return inBar(RegisterWindowMessageA("BromvaleListBarHeaderRect"), number);
+    }
 
     void click(LPARAM at) const {
         PostMessageA(windowOf(form.Bar), WM_LBUTTONDOWN, MK_LBUTTON, at);

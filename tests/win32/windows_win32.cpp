@@ -111,7 +111,8 @@ TEST_F(RealWindows, AnHourglassShowsOverAllButWhatHasAPointerOfItsOwn) {
     form.setMousePointer(MousePointer::Hourglass);
     form.cmdStop.setMousePointer(MousePointer::Arrow);
     const auto pointerOver = [](const Control& control) {
-        send(control, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(control)), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
+        send(control, WM_SETCURSOR, reinterpret_cast<WPARAM>(windowOf(control)),
+             MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
         return GetCursor();
     };
     const HCURSOR wait = LoadCursorA(nullptr, IDC_WAIT);
