@@ -61,8 +61,8 @@ void check(const Component& component) {
     Pause(1);
 }
 
-// The missing file is told as the report's description, since the dialog shows that and not the report's own text.
-// The check goes on behind the dialog: ending the program is the user's choice.
+// The missing file is told as the report's description, since the dialog shows that and not the report's own
+// text. The check goes on behind the dialog: ending the program is the user's choice.
 Ending onFailureOfCheck(const Failure& failure) {
     const bool internet = failure.number == kInternetIsMissing;
     if (internet) {
@@ -95,17 +95,16 @@ void RegisterServer(HWND window, std::string_view Pfad, std::int16_t Registriere
     HMODULE library = nullptr;
     FARPROC entry = nullptr;
     attempt(onFailure, [] { frmLogin().show(); });
-    attempt(onFailure, [&] {
-        frmLogin().lblLogin.setCaption("Die Komponente " + path + " wird nachregistriert.");
-    });
+    attempt(onFailure,
+            [&] { frmLogin().lblLogin.setCaption("Die Komponente " + path + " wird nachregistriert."); });
     attempt(onFailure, [&] { library = LoadLibraryA(path.c_str()); });
     attempt(onFailure, [&] {
         entry = GetProcAddress(library, Registrieren != 0 ? "DllRegisterServer" : "DllUnregisterServer");
     });
     attempt(onFailure, [&] { LastRegisterResult = callEntry(entry, window); });
     // Each registration leaves its line in the log, whatever came of it.
-    ErrHandle(tags.modul, tags.funktion, path, lastFailure().number, lastFailure().description, kStyleExclamation,
-              kHide);
+    ErrHandle(tags.modul, tags.funktion, path, lastFailure().number, lastFailure().description,
+              kStyleExclamation, kHide);
     attempt(onFailure, [&] { FreeLibrary(library); });
 }
 

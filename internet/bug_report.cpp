@@ -22,10 +22,14 @@ struct Part {
     std::string ReportFields::*field;
 };
 constexpr std::array kParts{
-    Part{"bromvaleversion=", &ReportFields::version}, Part{"&errnr=", &ReportFields::errorNumber},
-    Part{"&errdesc=", &ReportFields::errorText},      Part{"&errbereich=", &ReportFields::where},
-    Part{"&os=", &ReportFields::system},              Part{"&sp=", &ReportFields::servicePack},
-    Part{"&errtxt=", &ReportFields::description},     Part{"&vonwo=Programm", nullptr},
+    Part{"bromvaleversion=", &ReportFields::version},
+    Part{"&errnr=", &ReportFields::errorNumber},
+    Part{"&errdesc=", &ReportFields::errorText},
+    Part{"&errbereich=", &ReportFields::where},
+    Part{"&os=", &ReportFields::system},
+    Part{"&sp=", &ReportFields::servicePack},
+    Part{"&errtxt=", &ReportFields::description},
+    Part{"&vonwo=Programm", nullptr},
     Part{"&email_abs=", &ReportFields::eMail},
 };
 

@@ -57,8 +57,8 @@ void send(FrmMain& form) {
 
 void FrmMain::cmdBugReportSenden_Click() {
     const auto onFailure = [](const Failure& failure) {
-        ErrHandle("frmMain", "cmdBugReportSenden_Click", "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
+        ErrHandle("frmMain", "cmdBugReportSenden_Click", "", failure.number, failure.description,
+                  kStyleExclamation, kHide);
         return Ending::Leave;
     };
     attempt(onFailure, [&] { send(*this); });

@@ -54,8 +54,9 @@ void tellNothingNew() {
 
 }  // namespace
 
-// Versions are compared as texts, byte by byte: 1.10.0 counts as older than 1.2.0, a line end behind an equal version
-// as newer, and so does nearly every page that tells of a server's error. The numbers are given out accordingly.
+// Versions are compared as texts, byte by byte: 1.10.0 counts as older than 1.2.0, a line end behind an equal
+// version as newer, and so does nearly every page that tells of a server's error. The numbers are given out
+// accordingly.
 void LiveUpdate() {
     kTags.trace("started");
     std::string newest;
@@ -72,8 +73,8 @@ void LiveUpdate() {
 
 void FrmMain::mnuPopUpLiveUpdate_Click() {
     const auto onFailureOfClick = [](const Failure& failure) {
-        ErrHandle("frmMain", "mnuPopUpLiveUpdate_Click", "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
+        ErrHandle("frmMain", "mnuPopUpLiveUpdate_Click", "", failure.number, failure.description,
+                  kStyleExclamation, kHide);
         return Ending::Leave;
     };
     bool reached = true;

@@ -10,7 +10,8 @@ void CallWebSite() {
     constexpr Tags tags{"modInternet", "CallWebSite"};
     constexpr int kMaximised = 3;
     const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation, kHide);
+        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
+                  kHide);
         return Ending::Next;
     };
     tags.trace("started");

@@ -3,8 +3,8 @@
 
 namespace bromvale {
 
-// The states of a socket that the program can see, as the numbers that they have always had. The search for a host's
-// address counts as connecting.
+// The states of a socket that the program can see, as the numbers that they have always had. The search for a
+// host's address counts as connecting.
 enum SocketState : int {
     kSocketClosed = 0,
     kSocketConnecting = 6,
@@ -25,8 +25,8 @@ class Connection {
 // Starts to connect and returns at once; names are looked up on the way.
 [[nodiscard]] std::unique_ptr<Connection> openConnection(const std::string& host, int port);
 
-// A TCP connection to somewhere. Nothing of it is to be seen and it has no events: whoever uses it asks for its
-// state.
+// A TCP connection to somewhere. Nothing of it is to be seen and it has no events: whoever uses it asks for
+// its state.
 class Socket : public Control {
   public:
     Socket(Form* form, std::string_view name) : Control(form, name, ControlKind::Socket) {}

@@ -38,7 +38,8 @@ bool toWhole(std::string_view text, Number& number, int base = 10) {
 }
 
 std::string requestFor(const WebAddress& address, std::string_view agent) {
-    std::string request = "GET " + address.path + " HTTP/1.1\r\nAccept: */*\r\nHost: " + address.hostAndPort();
+    std::string request =
+        "GET " + address.path + " HTTP/1.1\r\nAccept: */*\r\nHost: " + address.hostAndPort();
     request.append("\r\nUser-Agent: ").append(agent).append("\r\nConnection: close\r\n\r\n");
     return request;
 }
@@ -49,7 +50,8 @@ bool forwards(int status) {
 
 // Where a forwarding leads to: a whole address, or a path on the same host.
 std::optional<WebAddress> followed(const WebAddress& from, const std::string& location) {
-    if (location.starts_with('/') && !location.starts_with("//")) return WebAddress{from.host, from.port, location};
+    if (location.starts_with('/') && !location.starts_with("//"))
+        return WebAddress{from.host, from.port, location};
     return webAddress(location);
 }
 
@@ -74,7 +76,8 @@ std::optional<WebAddress> webAddress(std::string_view url) {
     if (!possible) return std::nullopt;
     address.path = url.starts_with('/') || end < url.size() ? std::string(url.substr(end)) : std::string("/");
     if (!address.path.starts_with('/')) address.path.insert(0, "/");
-    for (std::size_t at = 0; (at = address.path.find(' ', at)) != std::string::npos;) address.path.replace(at, 1, "%20");
+    for (std::size_t at = 0; (at = address.path.find(' ', at)) != std::string::npos;)
+        address.path.replace(at, 1, "%20");
     return address;
 }
 
@@ -90,7 +93,8 @@ std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view ag
 }
 
 bool HttpGet::ask(std::string_view request) {
-    if (tcp_.state(patience_) != Tcp::State::Connected && tcp_.state(0) != Tcp::State::ClosedByPeer) return false;
+    if (tcp_.state(patience_) != Tcp::State::Connected && tcp_.state(0) != Tcp::State::ClosedByPeer)
+        return false;
     if (!tcp_.send(request, patience_)) return false;
     do {
         if (!readHead()) return false;
@@ -159,7 +163,8 @@ long HttpGet::readSome(char* buffer, std::size_t size) {
         if (got <= 0) return got;
         received_.assign(fresh.data(), static_cast<std::size_t>(got));
     }
-    const std::size_t count = std::min({size, received_.size(), static_cast<std::size_t>(left_.value_or(size))});
+    const std::size_t count =
+        std::min({size, received_.size(), static_cast<std::size_t>(left_.value_or(size))});
     std::memcpy(buffer, received_.data(), count);
     received_.erase(0, count);
     if (left_) *left_ -= count;

@@ -9,15 +9,15 @@
 
 namespace bromvale::offline {
 
-// The answer to one GET. Does what the program's four internet calls promise and no more: one request a connection,
-// no cache, no cookies, no proxy, plain http.
+// The answer to one GET. Does what the program's four internet calls promise and no more: one request a
+// connection, no cache, no cookies, no proxy, plain http.
 class HttpGet {
   public:
     // Sends the request and reads the head of the answer, over forwardings too. Null where no answer comes.
     static std::unique_ptr<HttpGet> open(std::string_view url, std::string_view agent, int patience);
 
-    // Fills the buffer, with less at the end of the answer. Below 0 when the line broke before; what came in until
-    // then stands in the buffer.
+    // Fills the buffer, with less at the end of the answer. Below 0 when the line broke before; what came in
+    // until then stands in the buffer.
     long read(char* buffer, std::size_t size);
 
   private:
@@ -35,7 +35,8 @@ class HttpGet {
     std::string received_;  // came in and was not read yet
     int status_ = 0;
     std::string location_;
-    std::optional<std::uint64_t> left_;  // of the body or of the chunk; nothing: up to the end of the connection
+    std::optional<std::uint64_t>
+        left_;  // of the body or of the chunk; nothing: up to the end of the connection
     bool chunked_ = false;
     bool ended_ = false;
 };

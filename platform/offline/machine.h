@@ -79,7 +79,8 @@ class Machine {
     std::deque<std::string> savePaths;
     // How long a server may say nothing, in milliseconds of real time.
     int internetPatience = 60000;
-    // What registration entries answer and lack, by the library's path; any other one answers 0 and lacks nothing.
+    // What registration entries answer and lack, by the library's path; any other one answers 0 and lacks
+    // nothing.
     std::map<std::string, LibraryEntry> libraryEntries;
     // The next pop-up menus' choices: names of entries, or captions without "&". Without one a menu is left.
     std::deque<std::string> menuChoices;

@@ -85,9 +85,8 @@ HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show
                path.find("://") == std::string::npos && !machine().drives.exists(path)) {
         result = SE_ERR_FNF;
     }
-    machine().events.record(
-        {EventKind::ShellExecute, textOf(file), textOf(verb), static_cast<std::uint32_t>(show),
-         static_cast<int>(result)});
+    machine().events.record({EventKind::ShellExecute, textOf(file), textOf(verb),
+                             static_cast<std::uint32_t>(show), static_cast<int>(result)});
     return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(result));
 }
 

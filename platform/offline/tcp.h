@@ -4,8 +4,8 @@
 
 namespace bromvale::offline {
 
-// A TCP connection of the host, the one thing of the offline machine that is real. Waits are real time: the machine's
-// clock doesn't know of them.
+// A TCP connection of the host, the one thing of the offline machine that is real. Waits are real time: the
+// machine's clock doesn't know of them.
 class Tcp {
   public:
     enum class State { Connecting, Connected, ClosedByPeer, Failed };

@@ -11,8 +11,8 @@
 namespace bromvale {
 namespace {
 
-// How long a server may keep the program waiting, in milliseconds. The library's own limit is an hour in some versions,
-// and in others there is none that a caller could set before the answer has begun.
+// How long a server may keep the program waiting, in milliseconds. The library's own limit is an hour in some
+// versions, and in others there is none that a caller could set before the answer has begun.
 constexpr DWORD kPatience = 60000;
 
 using OpenEntry = HINTERNET(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD);
@@ -35,8 +35,8 @@ Entry internetEntry(const char* name) {
 
 class OpenUrl : public PatientCall {
   public:
-    OpenUrl(OpenUrlEntry open, HINTERNET session, const char* url, const char* headers, DWORD headersLength, DWORD flags,
-            std::uintptr_t context)
+    OpenUrl(OpenUrlEntry open, HINTERNET session, const char* url, const char* headers, DWORD headersLength,
+            DWORD flags, std::uintptr_t context)
         : open_(open),
           session_(session),
           url_(url),
@@ -95,13 +95,14 @@ bool hasNoDownloadDialog() {
 
 }  // namespace
 
-HINTERNET InternetOpenA(const char* agent, DWORD accessType, const char* proxy, const char* bypass, DWORD flags) {
+HINTERNET InternetOpenA(const char* agent, DWORD accessType, const char* proxy, const char* bypass,
+                        DWORD flags) {
     const auto open = internetEntry<OpenEntry>("InternetOpenA");
     return open != nullptr ? open(agent, accessType, proxy, bypass, flags) : nullptr;
 }
 
-HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char* headers, DWORD headersLength, DWORD flags,
-                           std::uintptr_t context) {
+HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char* headers, DWORD headersLength,
+                           DWORD flags, std::uintptr_t context) {
     const auto open = internetEntry<OpenUrlEntry>("InternetOpenUrlA");
     if (open == nullptr) return nullptr;
     auto* call = new OpenUrl(open, session, url, headers, headersLength, flags, context);

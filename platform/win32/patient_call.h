@@ -3,8 +3,8 @@
 
 namespace bromvale {
 
-// Work that may hang: it runs on a thread of its own, which touches nothing but the work's own members, and is
-// left to itself when it takes too long. Whoever is later, caller or thread, destroys it.
+// Work that may hang: it runs on a thread of its own, which touches nothing but the work's own members, and
+// is left to itself when it takes too long. Whoever is later, caller or thread, destroys it.
 class PatientCall {
   public:
     PatientCall() = default;

@@ -37,14 +37,14 @@ Library loadLibrary() {
     Library wsock;
     const HMODULE module = LoadLibraryA("wsock32.dll");
     WSADATA data{};
-    wsock.usable = module != nullptr && load(module, "WSAStartup", wsock.start) &&
-                   load(module, "socket", wsock.socket) && load(module, "closesocket", wsock.closesocket) &&
-                   load(module, "connect", wsock.connect) && load(module, "ioctlsocket", wsock.ioctlsocket) &&
-                   load(module, "select", wsock.select) && load(module, "send", wsock.send) &&
-                   load(module, "recv", wsock.recv) && load(module, "WSAGetLastError", wsock.lastError) &&
-                   load(module, "inet_addr", wsock.inet_addr) &&
-                   load(module, "WSAAsyncGetHostByName", wsock.findHost) &&
-                   load(module, "WSACancelAsyncRequest", wsock.cancelSearch) && wsock.start(MAKEWORD(1, 1), &data) == 0;
+    wsock.usable =
+        module != nullptr && load(module, "WSAStartup", wsock.start) &&
+        load(module, "socket", wsock.socket) && load(module, "closesocket", wsock.closesocket) &&
+        load(module, "connect", wsock.connect) && load(module, "ioctlsocket", wsock.ioctlsocket) &&
+        load(module, "select", wsock.select) && load(module, "send", wsock.send) &&
+        load(module, "recv", wsock.recv) && load(module, "WSAGetLastError", wsock.lastError) &&
+        load(module, "inet_addr", wsock.inet_addr) && load(module, "WSAAsyncGetHostByName", wsock.findHost) &&
+        load(module, "WSACancelAsyncRequest", wsock.cancelSearch) && wsock.start(MAKEWORD(1, 1), &data) == 0;
     return wsock;
 }
 
@@ -112,7 +112,8 @@ void WindowsConnection::lookUp(const std::string& host) {
     shape.hInstance = GetModuleHandleA(nullptr);
     shape.lpszClassName = kWindowClass;
     RegisterClassA(&shape);  // fails from the second time on, since it is there
-    window_ = CreateWindowExA(0, kWindowClass, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, shape.hInstance, nullptr);
+    window_ = CreateWindowExA(0, kWindowClass, "", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, shape.hInstance,
+                              nullptr);
     if (window_ == nullptr) return;
     SetWindowLongPtrA(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     search_ = wsock().findHost(window_, kNameFound, host.c_str(), host_, sizeof host_);

@@ -57,8 +57,9 @@ TEST_F(Registration, AMissingClassIsRegisteredFromItsFileBehindTheWaitingWindow)
     EXPECT_LT(machine().clock.elapsed() - start, 2200);
     EXPECT_FALSE(frmLogin().visible());
     // A line each, although tracing is off.
-    EXPECT_EQ(logLines(), (Lines{"modLibRegister; RegisterServer; C:\\WINDOWS\\SYSTEM32\\SSubTmr6.dll; 0; ",
-                                 "modLibRegister; RegisterServer; C:\\WINDOWS\\SYSTEM32\\mswinsck.ocx; 0; "}));
+    EXPECT_EQ(logLines(),
+              (Lines{"modLibRegister; RegisterServer; C:\\WINDOWS\\SYSTEM32\\SSubTmr6.dll; 0; ",
+                     "modLibRegister; RegisterServer; C:\\WINDOWS\\SYSTEM32\\mswinsck.ocx; 0; "}));
     EXPECT_TRUE(boxes().empty());
 }
 
@@ -100,13 +101,17 @@ TEST_F(Registration, ZeroTakesTheRegistrationBack) {
 
 TEST_F(Registration, SeveralMissingFilesShareOneDialogThatShowsTheLast) {
     registerErrorDialog();
-    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string("Software\\Classes\\CLSID\\") + kTimer).c_str()), 0);
-    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string("Software\\Classes\\CLSID\\") + kSocketClass).c_str()), 0);
+    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string("Software\\Classes\\CLSID\\") + kTimer).c_str()),
+              0);
+    EXPECT_EQ(
+        RegDeleteKeyA(HKEY_LOCAL_MACHINE, (std::string("Software\\Classes\\CLSID\\") + kSocketClass).c_str()),
+        0);
     CheckLibs();
     EXPECT_TRUE(frmError().visible());
     EXPECT_EQ(frmError().lblErrNr.caption(), "60009");
     EXPECT_EQ(frmError().lblErrDesc.caption(),
-              "Die Datei mswinsck.ocx wurde nicht gefunden. Deinstallieren Sie das Programm und installieren Sie es neu.");
+              "Die Datei mswinsck.ocx wurde nicht gefunden. Deinstallieren Sie das Programm und installieren "
+              "Sie es neu.");
     EXPECT_EQ(frmError().lblErrHow.caption(), "Modul: modLibRegister Funktion: CheckLibs");
     EXPECT_EQ(frmError().cmdSchließen.caption(), "Beenden");
 }
@@ -125,8 +130,8 @@ TEST(ComponentsFile, TheClassesThatASetUpAddsMakeTheCheckPass) {
     EXPECT_FALSE(InternetMissing);
     // With a value each, so that a scan does not take them for empty keys.
     for (HKEY key = nullptr; const char* id : {kTimer, kSocketClass}) {
-        ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, (std::string("Software\\Classes\\CLSID\\") + id).c_str(), 0, KEY_READ,
-                                &key),
+        ASSERT_EQ(RegOpenKeyExA(HKEY_LOCAL_MACHINE, (std::string("Software\\Classes\\CLSID\\") + id).c_str(),
+                                0, KEY_READ, &key),
                   0);
         EXPECT_EQ(RegQueryValueExA(key, "", nullptr, nullptr, nullptr, nullptr), 0);
         RegCloseKey(key);

@@ -28,10 +28,12 @@ constexpr Row kRows[] = {
 };
 
 std::string missing(const std::string& file) {
-    return "Die Datei " + file + " wurde nicht gefunden. Deinstallieren Sie das Programm und installieren Sie es neu.";
+    return "Die Datei " + file +
+           " wurde nicht gefunden. Deinstallieren Sie das Programm und installieren Sie es neu.";
 }
 const std::string kNoInternet =
-    "Die Datei wininet.dll wurde nicht gefunden. Es scheint, das kein Microsoft Internet Explorer installiert ist.";
+    "Die Datei wininet.dll wurde nicht gefunden. Es scheint, das kein Microsoft Internet Explorer "
+    "installiert ist.";
 
 class Components : public testing::TestMachine {
   protected:
@@ -41,8 +43,9 @@ class Components : public testing::TestMachine {
         makeComponents(folder());
         setErrorDialog([this](std::string_view modul, std::string_view funktion, std::int32_t nummer,
                               std::string_view beschreibung, std::int32_t stil) {
-            dialogs.push_back(std::string(modul) + "|" + std::string(funktion) + "|" + std::to_string(nummer) + "|" +
-                              std::string(beschreibung) + "|" + std::to_string(stil));
+            dialogs.push_back(std::string(modul) + "|" + std::string(funktion) + "|" +
+                              std::to_string(nummer) + "|" + std::string(beschreibung) + "|" +
+                              std::to_string(stil));
         });
     }
     ~Components() override { setErrorDialog(nullptr); }
@@ -80,8 +83,8 @@ TEST_F(Components, EachOneThatIsMissingWithItsFileIsAFatalReport) {
         dialogs.clear();
         dropClass(row.classId);
         CheckLibs();
-        EXPECT_EQ(dialogs,
-                  Lines{"modLibRegister|CheckLibs|" + std::to_string(row.number) + "|" + missing(row.file) + "|16"});
+        EXPECT_EQ(dialogs, Lines{"modLibRegister|CheckLibs|" + std::to_string(row.number) + "|" +
+                                 missing(row.file) + "|16"});
         EXPECT_EQ(logLines().back(),
                   "modLibRegister; CheckLibs; ; " + std::to_string(row.number) + "; " + missing(row.file));
         EXPECT_EQ(formNames(), Lines{});
@@ -111,7 +114,8 @@ TEST_F(Components, EverythingMissingIsToldInTheOrderOfTheTable) {
     CheckLibs();
     Lines expected;
     for (const Row& row : kRows) {
-        expected.push_back("modLibRegister|CheckLibs|" + std::to_string(row.number) + "|" + missing(row.file) + "|16");
+        expected.push_back("modLibRegister|CheckLibs|" + std::to_string(row.number) + "|" +
+                           missing(row.file) + "|16");
     }
     EXPECT_EQ(dialogs, expected);
     const Lines lines = logLines();

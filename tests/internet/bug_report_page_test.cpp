@@ -34,11 +34,12 @@ TEST_F(BugReportPage, TheChecksComeInTheirOrderAndNothingIsSent) {
     send();
     form.txtEMail.userText("a@b.de");
     send();
-    EXPECT_EQ(boxTexts(),
-              (Texts{"Sie haben noch keine Fehlernummer angegeben.", "Sie haben den Fehlertext nicht angegeben.",
-                     "Bitte geben Sie noch eine kurze Beschreibung an, wie es zu dem Fehler kam.",
-                     "Die E-Mail Adresse wird benötigt, um Ihnen eine Lösung anzubieten.",
-                     "Um Ihnen eine Lösung anbieten zu können, \r\nbenötigen wir eine korrekt E-Mail-Adresse."}));
+    EXPECT_EQ(
+        boxTexts(),
+        (Texts{"Sie haben noch keine Fehlernummer angegeben.", "Sie haben den Fehlertext nicht angegeben.",
+               "Bitte geben Sie noch eine kurze Beschreibung an, wie es zu dem Fehler kam.",
+               "Die E-Mail Adresse wird benötigt, um Ihnen eine Lösung anzubieten.",
+               "Um Ihnen eine Lösung anbieten zu können, \r\nbenötigen wir eine korrekt E-Mail-Adresse."}));
     for (const ShownBox& box : boxes()) EXPECT_EQ(box.caption, "Bromvale");
     EXPECT_EQ(server.requests(), Texts{});
     EXPECT_EQ(storedEMail(), "<missing>");
@@ -56,7 +57,8 @@ TEST_F(BugReportPage, AllEightFieldsAreSent) {
     EXPECT_EQ(boxTexts(), Texts{kSent});
     ASSERT_EQ(server.requests().size(), 1u);
     EXPECT_EQ(addressIn(server.requests()[0]),
-              "/bug_report.php?bromvaleversion=1.0.0&errnr=13&errdesc=Typen%20unverträglich&errbereich=Registry-Scan"
+              "/bug_report.php?bromvaleversion=1.0.0&errnr=13&errdesc=Typen%20unverträglich&errbereich="
+              "Registry-Scan"
               "&os=Windows%20XP&sp=SP%202&errtxt=Beim%20Start\r\n\r\n;%20Bericht%20aus%20dem%20Programm"
               "&vonwo=Programm&email_abs=kunde@bromvale.example");
 }
@@ -67,7 +69,8 @@ TEST_F(BugReportPage, TheFieldsHoldWhatTheStartPutIntoThem) {
     nav("Bug-Report");
     filled().cmdBugReportSenden.userClick();
     ASSERT_EQ(server.requests().size(), 1u);
-    EXPECT_NE(server.requests()[0].find("&errbereich=Bromvale%20installieren&os=Windows%20XP&sp=Build%202600&errtxt="),
+    EXPECT_NE(server.requests()[0].find(
+                  "&errbereich=Bromvale%20installieren&os=Windows%20XP&sp=Build%202600&errtxt="),
               std::string::npos);
 }
 
@@ -167,10 +170,11 @@ TEST_F(ErrorDialogReport, WhatTheDialogKeepsIsSentWithoutAGreetingOfTheProxy) {
     EXPECT_EQ(boxTexts(), Texts{kSent});
     EXPECT_TRUE(form.loaded());
     ASSERT_EQ(server.requests().size(), 1u);
-    EXPECT_EQ(addressIn(server.requests()[0]),
-              "/bug_report.php?bromvaleversion=1.0.0&errnr=13&errdesc=Typen%20unverträglich"
-              "&errbereich=Modul:%20modTest%20Funktion:%20Probe&os=Windows%20XP&sp=2600&errtxt=&vonwo=Programm"
-              "&email_abs=a@bc.de");
+    EXPECT_EQ(
+        addressIn(server.requests()[0]),
+        "/bug_report.php?bromvaleversion=1.0.0&errnr=13&errdesc=Typen%20unverträglich"
+        "&errbereich=Modul:%20modTest%20Funktion:%20Probe&os=Windows%20XP&sp=2600&errtxt=&vonwo=Programm"
+        "&email_abs=a@bc.de");
     const Texts lines = logLines();
     ASSERT_GE(lines.size(), 4u);
     EXPECT_EQ(lines[lines.size() - 4], "frmError; cmdReportSenden_Click; ; 0; ");

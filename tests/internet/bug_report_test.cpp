@@ -6,13 +6,14 @@
 namespace bromvale::testing {
 namespace {
 
-const ReportFields kFields{"1.0.0", "13",   "Typen unverträglich", "Registry-Scan",
-                           "Windows XP", "SP 2", "Beim Start",     "kunde@bromvale.example"};
+const ReportFields kFields{"1.0.0",      "13",   "Typen unverträglich", "Registry-Scan",
+                           "Windows XP", "SP 2", "Beim Start",          "kunde@bromvale.example"};
 
 TEST(ReportAddress, TheEightFieldsStandBehindTheirKeysInTheirOrder) {
     WebHost = "www.bromvale.example";
     EXPECT_EQ(reportAddress({"1", "2", "3", "4", "5", "6", "7", "8"}),
-              "http://www.bromvale.example/bug_report.php?bromvaleversion=1&errnr=2&errdesc=3&errbereich=4&os=5&sp=6"
+              "http://www.bromvale.example/"
+              "bug_report.php?bromvaleversion=1&errnr=2&errdesc=3&errbereich=4&os=5&sp=6"
               "&errtxt=7&vonwo=Programm&email_abs=8");
 }
 
@@ -28,9 +29,10 @@ TEST(ReportAddress, BlanksBecomePercentTwentyInEveryFieldAndNothingElseIsEncoded
 
 TEST(ReportAddress, EmptyFieldsKeepTheirKeys) {
     WebHost = "h";
-    EXPECT_EQ(reportAddress({}),
-              "http://h/bug_report.php?bromvaleversion=&errnr=&errdesc=&errbereich=&os=&sp=&errtxt=&vonwo=Programm"
-              "&email_abs=");
+    EXPECT_EQ(
+        reportAddress({}),
+        "http://h/bug_report.php?bromvaleversion=&errnr=&errdesc=&errbereich=&os=&sp=&errtxt=&vonwo=Programm"
+        "&email_abs=");
 }
 
 TEST(AcceptedAddress, TheSignAndThePointMustStandLateEnough) {
@@ -38,13 +40,19 @@ TEST(AcceptedAddress, TheSignAndThePointMustStandLateEnough) {
         const char* eMail;
         bool accepted;
     } kCases[] = {
-        {"", false},           {"abcd", false},       {"@bcd.de", false},   {"a@cd.de", true},
-        {"a@c.de", false},  // the point at 4
-        {"a@bc.de", true},  // at 5
-        {"a@bc.d", false},  // one character behind the point
-        {"abcd.e@f", true},  // the point may stand before the sign
+        {"", false},
+        {"abcd", false},
+        {"@bcd.de", false},
+        {"a@cd.de", true},
+        {"a@c.de", false},       // the point at 4
+        {"a@bc.de", true},       // at 5
+        {"a@bc.d", false},       // one character behind the point
+        {"abcd.e@f", true},      // the point may stand before the sign
         {"a.bcd@ef.de", false},  // the first point decides
-        {"abcd.de", false},    {"abcde@", false},     {"abc@.de", true},    {"a b@c.de", true},
+        {"abcd.de", false},
+        {"abcde@", false},
+        {"abc@.de", true},
+        {"a b@c.de", true},
         {"@@bcd.de", false},
     };
     for (const auto& row : kCases) EXPECT_EQ(isAcceptedAddress(row.eMail), row.accepted) << row.eMail;
@@ -62,9 +70,11 @@ TEST_F(Report, AnyAnswerCountsAsDelivered) {
     EXPECT_EQ(boxTexts(), Texts{kSent});
     EXPECT_EQ(boxes()[0].caption, "Bromvale");
     ASSERT_EQ(server.requests().size(), 1u);
-    EXPECT_EQ(addressIn(server.requests()[0]),
-              "/bug_report.php?bromvaleversion=1.0.0&errnr=13&errdesc=Typen%20unverträglich&errbereich=Registry-Scan"
-              "&os=Windows%20XP&sp=SP%202&errtxt=Beim%20Start&vonwo=Programm&email_abs=kunde@bromvale.example");
+    EXPECT_EQ(
+        addressIn(server.requests()[0]),
+        "/bug_report.php?bromvaleversion=1.0.0&errnr=13&errdesc=Typen%20unverträglich&errbereich=Registry-"
+        "Scan"
+        "&os=Windows%20XP&sp=SP%202&errtxt=Beim%20Start&vonwo=Programm&email_abs=kunde@bromvale.example");
     EXPECT_NE(server.requests()[0].find("\r\nUser-Agent: Bromvale\r\n"), std::string::npos);
     EXPECT_NE(server.requests()[0].find("\r\nHost: " + server.host() + "\r\n"), std::string::npos);
 }
@@ -77,7 +87,8 @@ TEST_F(Report, ALineBreakInAFieldGoesOutAsItIs) {
     BugReport(fields);
     EXPECT_EQ(boxTexts(), Texts{kSent});
     ASSERT_EQ(server.requests().size(), 1u);
-    EXPECT_NE(server.requests()[0].find("&errdesc=Zeile%201\r\nZeile%202&errnr=99&errbereich="), std::string::npos)
+    EXPECT_NE(server.requests()[0].find("&errdesc=Zeile%201\r\nZeile%202&errnr=99&errbereich="),
+              std::string::npos)
         << server.requests()[0];
 }
 
@@ -86,8 +97,9 @@ TEST_F(Report, TheDeliveryIsTraced) {
     serve(server);
     switchTracingOn();
     BugReport(kFields);
-    EXPECT_EQ(logLines(), (Texts{"modInternet; BugReport; started; 0; ", "modInternet; BugReport; gesendet; 0; ",
-                                 "modInternet; BugReport; endet; 0; "}));
+    EXPECT_EQ(logLines(),
+              (Texts{"modInternet; BugReport; started; 0; ", "modInternet; BugReport; gesendet; 0; ",
+                     "modInternet; BugReport; endet; 0; "}));
 }
 
 TEST_F(Report, AnErrorPageCountsAsDelivered) {
@@ -194,10 +206,9 @@ TEST_F(Report, YesSendsTheSameFieldsOnceMoreAsOftenAsItIsSaid) {
     const std::string failure =
         "modInternet; BugReport; ; 61001; Es besteht ein Problem mit Ihrer Internetverbindung.";
     const std::string tag = "modInternet; BugReport; ";
-    EXPECT_EQ(logLines(), (Texts{tag + "started; 0; ", failure, tag + "wiederholt; 0; ",
-                                 tag + "started; 0; ", failure, tag + "wiederholt; 0; ",
-                                 tag + "started; 0; ", failure, tag + "endet; 0; ",
-                                 tag + "endet; 0; ", tag + "endet; 0; "}));
+    EXPECT_EQ(logLines(), (Texts{tag + "started; 0; ", failure, tag + "wiederholt; 0; ", tag + "started; 0; ",
+                                 failure, tag + "wiederholt; 0; ", tag + "started; 0; ", failure,
+                                 tag + "endet; 0; ", tag + "endet; 0; ", tag + "endet; 0; "}));
 }
 
 }  // namespace

@@ -34,7 +34,8 @@ class InternetTest : public MainFormTest {
     // What stands between the verb and the protocol of the request.
     static std::string addressIn(const std::string& request) {
         const std::size_t end = request.find(" HTTP/1.1\r\n");
-        return request.starts_with("GET ") && end != std::string::npos ? request.substr(4, end - 4) : "<none>";
+        return request.starts_with("GET ") && end != std::string::npos ? request.substr(4, end - 4)
+                                                                       : "<none>";
     }
     static void useProxy(const std::string& host, int port) {
         Proxy = 1;

@@ -48,9 +48,9 @@ TEST_F(Update, NothingNewIsTraced) {
     WebHost = server.host();
     switchTracingOn();
     LiveUpdate();
-    EXPECT_EQ(logLines(),
-              (Texts{"modInternet; LiveUpdate; started; 0; ",
-                     "modInternet; LiveUpdate; Zur Zeit gibt es kein Update. ; 0; ", "modInternet; LiveUpdate; endet; 0; "}));
+    EXPECT_EQ(logLines(), (Texts{"modInternet; LiveUpdate; started; 0; ",
+                                 "modInternet; LiveUpdate; Zur Zeit gibt es kein Update. ; 0; ",
+                                 "modInternet; LiveUpdate; endet; 0; "}));
 }
 
 TEST_F(Update, NoNetworkAndNoEndsWithAReportAndNothingElse) {
@@ -68,8 +68,9 @@ TEST_F(Update, AnEmptyFileAsksAndYesAsksTheServerOnceMore) {
     EXPECT_EQ(boxTexts(), (Texts{kNoVersion, kNoVersion}));
     EXPECT_EQ(server.requests().size(), 2u);
     EXPECT_EQ(logLines(),
-              (Texts{"modInternet; LiveUpdate; started; 0; ", kNoVersionLine, "modInternet; LiveUpdate; wiederholt; 0; ",
-                     "modInternet; LiveUpdate; started; 0; ", kNoVersionLine, "modInternet; LiveUpdate; endet; 0; ",
+              (Texts{"modInternet; LiveUpdate; started; 0; ", kNoVersionLine,
+                     "modInternet; LiveUpdate; wiederholt; 0; ", "modInternet; LiveUpdate; started; 0; ",
+                     kNoVersionLine, "modInternet; LiveUpdate; endet; 0; ",
                      "modInternet; LiveUpdate; endet; 0; "}));
 }
 

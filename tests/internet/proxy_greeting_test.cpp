@@ -68,8 +68,8 @@ TEST_F(ProxyGreeting, ARefusingProxyEndsItAtOnce) {
 }
 
 TEST_F(ProxyGreeting, AHostOrPortThatCannotBeEndsIt) {
-    for (const auto& [host, port] :
-         {std::pair{"", 80}, std::pair{"127.0.0.1", 0}, std::pair{"127.0.0.1", -1}, std::pair{"nirgends.invalid", 80}}) {
+    for (const auto& [host, port] : {std::pair{"", 80}, std::pair{"127.0.0.1", 0}, std::pair{"127.0.0.1", -1},
+                                     std::pair{"nirgends.invalid", 80}}) {
         useProxy(host, port);
         EXPECT_FALSE(greetProxy(winsock())) << host << ":" << port;
     }

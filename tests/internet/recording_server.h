@@ -25,8 +25,8 @@ class RecordingServer {
 // A port on which nobody listens.
 inline constexpr int kDeadPort = 1;
 
-// By platform: the folder of the server with this number, as this program names it and as the server does; and its
-// start.
+// By platform: the folder of the server with this number, as this program names it and as the server does;
+// and its start.
 std::string serverFolder(int number);
 std::string serverFolderOnHost(int number);
 bool startOnHost(const std::vector<std::string>& command);

@@ -1,7 +1,6 @@
 #include <spawn.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 
 #include "tests/internet/recording_server.h"
@@ -20,7 +19,6 @@ std::string serverFolderOnHost(int number) {
 }
 
 bool startOnHost(const std::vector<std::string>& command) {
-    signal(SIGCHLD, SIG_IGN);  // nobody waits for the server
     std::vector<char*> arguments;
     for (const std::string& argument : command) arguments.push_back(const_cast<char*>(argument.c_str()));
     arguments.push_back(nullptr);

@@ -12,8 +12,8 @@ std::string serverFolder(int number) {
 std::string serverFolderOnHost(int number) {
     // Several prefixes give the same process numbers.
     static const DWORD started = GetTickCount();
-    return "/tmp/bromvale-server-wine-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(started) + "-" +
-           std::to_string(number);
+    return "/tmp/bromvale-server-wine-" + std::to_string(GetCurrentProcessId()) + "-" +
+           std::to_string(started) + "-" + std::to_string(number);
 }
 
 bool startOnHost(const std::vector<std::string>& command) {
@@ -22,7 +22,8 @@ bool startOnHost(const std::vector<std::string>& command) {
     STARTUPINFOA start{};
     start.cb = sizeof start;
     PROCESS_INFORMATION made{};
-    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, "Z:\\", &start, &made)) return false;
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, "Z:\\", &start, &made))
+        return false;
     CloseHandle(made.hThread);
     CloseHandle(made.hProcess);
     return true;

@@ -87,8 +87,9 @@ TEST_F(Services, AFailureOfThePageIsReportedAndEndsTheSending) {
     machine().faults.fail("send", 1, 1);
     form.cmdBugReportSenden.userClick();
     EXPECT_EQ(boxTexts(), Texts{});
-    EXPECT_EQ(logLines(), Texts{"frmMain; cmdBugReportSenden_Click; ; 40006; Die Verbindung ist nicht in dem Zustand, "
-                                "den diese Anforderung verlangt"});
+    EXPECT_EQ(logLines(),
+              Texts{"frmMain; cmdBugReportSenden_Click; ; 40006; Die Verbindung ist nicht in dem Zustand, "
+                    "den diese Anforderung verlangt"});
     EXPECT_EQ(eventsOf(EventKind::Fetch), Texts{});
 }
 
@@ -199,8 +200,9 @@ TEST(WebAddresses, AreTakenApart) {
     EXPECT_EQ(offline::webAddress("  HTTP://rechner \t")->path, "/");
     EXPECT_EQ(offline::webAddress("http://rechner?x")->path, "/?x");
     EXPECT_EQ(offline::webAddress("http://rechner")->hostAndPort(), "rechner");
-    for (const char* wrong : {"", "http://", "https://rechner/", "ftp://rechner/", "rechner", "http://rechner:x/",
-                              "http://rechner:70000/", "http://rech ner/", "http://:80/"}) {
+    for (const char* wrong :
+         {"", "http://", "https://rechner/", "ftp://rechner/", "rechner", "http://rechner:x/",
+          "http://rechner:70000/", "http://rech ner/", "http://:80/"}) {
         EXPECT_FALSE(offline::webAddress(wrong)) << wrong;
     }
 }
@@ -211,8 +213,8 @@ class Answers : public Services {
     static std::string read(const std::string& bytes, DWORD count = 100) {
         const RecordingServer server("raw", bytes);
         const HINTERNET session = InternetOpenA("Bromvale", kInternetOpenDirect, nullptr, nullptr, 0);
-        const HINTERNET page =
-            InternetOpenUrlA(session, ("http://" + server.host() + "/").c_str(), nullptr, 0, kInternetReload, 0);
+        const HINTERNET page = InternetOpenUrlA(session, ("http://" + server.host() + "/").c_str(), nullptr,
+                                                0, kInternetReload, 0);
         std::string buffer(count, '.');
         DWORD got = 0;
         const BOOL worked = InternetReadFile(page, buffer.data(), count, &got);

@@ -9,9 +9,9 @@
 namespace bromvale::testing {
 namespace {
 
-// App Paths with one program that is there and stands first, since the first object of a place is judged together with
-// the last one of the place before, one more that is there, one that is gone, one that is gone and has a sub key, and a last
-// one: the last object of a scan is never judged.
+// App Paths with one program that is there and stands first, since the first object of a place is judged
+// together with the last one of the place before, one more that is there, one that is gone, one that is gone
+// and has a sub key, and a last one: the last object of a scan is never judged.
 constexpr const char* kPrograms =
     "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\ab.exe]\n"
     "@=\"C:\\\\Programme\\\\Gut\\\\gut.exe\"\n"

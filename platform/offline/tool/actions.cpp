@@ -244,10 +244,10 @@ constexpr std::array kActions{
     ActionRow{"mouseup", mouseup}, ActionRow{"menu", menu},
     ActionRow{"nav", nav},         ActionRow{"tray", tray},
     ActionRow{"answer", answer},   ActionRow{"browse", browse},
-    ActionRow{"save", save},
-    ActionRow{"resize", resize},   ActionRow{"wait", wait},
-    ActionRow{"print", print},     ActionRow{"rows", rows},
-    ActionRow{"window", window},   ActionRow{"close", close},
+    ActionRow{"save", save},       ActionRow{"resize", resize},
+    ActionRow{"wait", wait},       ActionRow{"print", print},
+    ActionRow{"rows", rows},       ActionRow{"window", window},
+    ActionRow{"close", close},
 };
 
 }  // namespace

@@ -64,7 +64,9 @@ constexpr std::array kWordings{
     Wording{EventKind::Fetch, [](const Event& e) { return "fetch: " + e.text; }},
     Wording{EventKind::Download, [](const Event& e) { return "download: " + e.text; }},
     Wording{EventKind::SaveDialog,
-            [](const Event& e) { return "save dialog: " + e.text + " -> " + (e.caption.empty() ? "cancelled" : e.caption); }},
+            [](const Event& e) {
+                return "save dialog: " + e.text + " -> " + (e.caption.empty() ? "cancelled" : e.caption);
+            }},
     Wording{EventKind::Connect, [](const Event& e) { return "connect: " + e.text; }},
     Wording{EventKind::Browse,
             [](const Event& e) {
