@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "cleanup/folder_links.h"
 #include "core/file_helpers.h"
 #include "core/handling.h"
 #include "core/settings.h"
@@ -29,7 +30,7 @@ void moveToRecycleBin(const std::string& path) {
 }
 
 // A name is a file or a folder, so one of the two calls fails. A folder that holds something stays with all
-// of it.
+// of it, and of a link only the link goes.
 void deleteForGood(const std::string& path) {
     static_cast<void>(DeleteFileA(path.c_str()));
     static_cast<void>(RemoveDirectoryA(path.c_str()));
@@ -52,10 +53,17 @@ void FileDel(std::string& path, std::string_view file) {
     std::vector<std::string> names;
     attempt(onFailure, [&] { FindFileAPI(path, "*.*", names); });
     kTags.trace([] { return "Dateien permanent löschen=" + std::to_string(DelFilePermanent); });
+    const EmptiedFolder folder(path);
     for (const std::string& name : names) {
         if (name.empty() || name == path) continue;
         const std::string whole = path + name;
-        attempt(onFailure, [&] { DelFilePermanent == 1 ? deleteForGood(whole) : moveToRecycleBin(whole); });
+        attempt(onFailure, [&] {
+            if (DelFilePermanent != 1) {
+                if (folder.takeLinksOut(name)) moveToRecycleBin(whole);
+            } else if (folder.holds(name)) {
+                deleteForGood(whole);
+            }
+        });
         traceAttempt(whole);
     }
 }

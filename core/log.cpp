@@ -37,8 +37,7 @@ void setErrorDialog(ErrorDialog dialog) {
 }
 
 int MsgBox(std::string_view text, std::int32_t style) {
-    // Without an owner but modal to the whole program: no form takes clicks while a box waits.
-    return MessageBoxA(nullptr, CText(text).get(), AppTitle.c_str(), static_cast<UINT>(style) | MB_TASKMODAL);
+    return showMessageBox(CText(text).get(), AppTitle.c_str(), static_cast<unsigned>(style));
 }
 
 void WriteLogStart() {

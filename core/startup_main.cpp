@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "cleanup/file_del.h"
+#include "cleanup/emptying.h"
 #include "core/attempt.h"
 #include "core/log.h"
 #include "core/machine_facts.h"
@@ -20,7 +20,6 @@
 #include "platform/process.h"
 #include "repair/backup_area.h"
 #include "ui/frm_error.h"
-#include "ui/frm_login.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {
@@ -145,27 +144,14 @@ void traceSystem() {
 
 // --- the emptying road ---
 
-void showWaitingWindow() {
-    frmLogin().load();
-    frmLogin().lblLogin.setCaption(AppTitle + " " + AppVersion +
-                                   "\r\nDie gewählten Ordner werden geleert. Bitte warten...");
-    frmLogin().show();
-    Pause(0.1);
-}
-
 void openFolderList(int number) {
     openFile(AppPath + "liste.txt", FileMode::Input, number);
     // The backslash that stands twice is as old as the program.
     kTags.trace([] { return "Tempfiledelete: " + AppPath + "\\liste.txt geöffnet"; });
 }
 
-void emptyListedFolders(int number) {
-    while (!endOfFile(number)) {
-        const std::string line = readLine(number);
-        if (line.empty()) continue;
-        std::string folder = withBackslash(line);
-        FileDel(folder, "");
-    }
+void emptyFolders(int number) {
+    emptyListedFolders(number);
     kTags.trace("Tempfiledelete: Dateien und Ordner gelöscht");
 }
 
@@ -255,8 +241,8 @@ void Main() {
                           kTags.trace("Tempfiledelete startet");
                           number = freeFile();
                       }) &&
-                      step(showWaitingWindow) && step([&] { openFolderList(number); }) &&
-                      step([&] { emptyListedFolders(number); }) && step([&] { endEmptying(number); }));
+                      step(showEmptyingWindow) && step([&] { openFolderList(number); }) &&
+                      step([&] { emptyFolders(number); }) && step([&] { endEmptying(number); }));
 }
 
 void runProgram() {

@@ -6,3 +6,11 @@
 #else
 #include "platform/offline/dialogs_api.h"
 #endif
+
+namespace bromvale {
+
+// MessageBoxA without an owner, but modal to the whole program: no form takes clicks while the box waits. The
+// window that was active before has the keyboard again afterwards.
+int showMessageBox(const char* text, const char* title, unsigned style);
+
+}  // namespace bromvale

@@ -24,6 +24,7 @@ constexpr std::array kTexts{
     Row{61, "Datenträger voll"},
     Row{62, "Eingabe hinter Dateiende"},
     Row{70, "Zugriff verweigert"},
+    Row{71, "Datenträger nicht bereit"},
     Row{75, "Fehler beim Zugriff auf Pfad/Datei"},
     Row{76, "Pfad nicht gefunden"},
     Row{40006, "Die Verbindung ist nicht in dem Zustand, den diese Anforderung verlangt"},

@@ -4,7 +4,7 @@
 
 namespace bromvale {
 
-// A runtime failure: number and German text. Numbers in use: 5, 6, 7, 9, 11, 13, 52, 53, 55, 70, 75, 76,
+// A runtime failure: number and German text. Numbers in use: 5, 6, 7, 9, 11, 13, 52, 53, 55, 70, 71, 75, 76,
 // 35600 and the program's own from 10000 and 60000 on.
 struct Failure {
     int number = 0;

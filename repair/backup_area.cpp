@@ -1,8 +1,144 @@
+// The page of the undo files: what the list shows, and how mouse and keyboard work on it.
 #include "repair/backup_area.h"
 
-namespace bromvale {
+#include <array>
+#include <vector>
 
-// The removal of old undo files is not there yet: nothing is deleted, whatever AutoRegFileDel says.
-void AutoFileDel() {}
+#include "core/attempt.h"
+#include "core/c_text.h"
+#include "core/calendar.h"
+#include "core/file_helpers.h"
+#include "core/log.h"
+#include "core/runtime.h"
+#include "core/state.h"
+#include "platform/files.h"
+#include "ui/frm_main.h"
+#include "ui/frm_popup.h"
+
+namespace bromvale {
+namespace {
+
+constexpr int kRegFileIcon = 3;
+constexpr int kSizeColumn = 1;
+constexpr int kDateColumn = 2;
+constexpr int kRightButton = 2;
+constexpr int kFileNotFound = 53;
+
+// Keys in the list. F4, F6 and F7 act as clicks on the column headers.
+struct KeyAction {
+    int keyCode;
+    void (*act)(FrmMain& form);
+};
+constexpr std::array<KeyAction, 9> kKeyActions{{
+    {115, [](FrmMain& form) { form.lvwBackup_ColumnClick(1); }},  // F4
+    {116, [](FrmMain& form) { form.ReadBackupFiles(); }},         // F5
+    {117, [](FrmMain& form) { form.lvwBackup_ColumnClick(2); }},  // F6
+    {118, [](FrmMain& form) { form.lvwBackup_ColumnClick(3); }},  // F7
+    {119, [](FrmMain& form) { form.cmdEintragen_Click(); }},      // F8
+    {12, [](FrmMain& form) { form.cmdLöschen_Click(); }},         // Clear
+    {46, [](FrmMain& form) { form.cmdLöschen_Click(); }},         // Delete
+    {13, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Return
+    {43, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Execute
+}};
+
+int selectedRows(const ListView& list) {
+    int selected = 0;
+    for (int row = 1; row <= list.count(); ++row) {
+        if (list.item(row).selected()) ++selected;
+    }
+    return selected;
+}
+
+WIN32_FIND_DATAA find(std::string_view path) {
+    WIN32_FIND_DATAA found{};
+    const HANDLE search = FindFirstFileA(CText(path).get(), &found);
+    if (search == INVALID_HANDLE_VALUE) raise(kFileNotFound);
+    FindClose(search);
+    return found;
+}
+
+// A row per file; what can't be found out about a file leaves its cell as it is, and the next file is listed
+// all the same.
+template <class Handler>
+void addFile(ListView& list, const std::string& name, const Handler& onFailure) {
+    ListItem* row = nullptr;
+    attempt(onFailure, [&] { row = &list.add(name, kRegFileIcon); });
+    if (row == nullptr) return;
+    attempt(onFailure, [&] {
+        const FileFacts facts = fileFacts(BackupPath + name);
+        row->setSubItem(kSizeColumn, sizeText(facts.size));
+        row->setSubItem(kDateColumn, dateTimeText(facts.written));
+    });
+}
+
+}  // namespace
+
+FileFacts fileFacts(std::string_view path) {
+    const WIN32_FIND_DATAA found = find(path);
+    constexpr double kHighWord = 4294967296.0;
+    FileFacts facts;
+    facts.size = found.nFileSizeHigh * kHighWord + found.nFileSizeLow;
+    FILETIME local{};
+    FileTimeToLocalFileTime(&found.ftLastWriteTime, &local);
+    FileTimeToSystemTime(&local, &facts.written);
+    return facts;
+}
+
+// Cut and not rounded, so that the decimal sign may stand last.
+std::string sizeText(double bytes) {
+    return Left(numberText(bytes / 1024), 5) + " KB";
+}
+
+void FrmMain::ReadBackupFiles() {
+    constexpr Tags kTags{"frmMain", "ReadBackupFiles"};
+    const auto onFailure = [&](const Failure& failure) {
+        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
+                  kHide);
+        return Ending::Next;
+    };
+    kTags.trace("started");
+    attempt(onFailure, [&] { lvwBackup.clear(); });
+    attempt(onFailure, [&] { lvwBackup.setSorted(false); });
+    std::vector<std::string> names{std::string()};
+    attempt(onFailure, [&] { FindFileAPI(BackupPath, "*.reg", names); });
+    names.pop_back();  // the empty one behind the last
+    for (const std::string& name : names) addFile(lvwBackup, name, onFailure);
+    attempt(onFailure, [&] { lvwBackup.setSorted(true); });
+    kTags.trace("endet");
+}
+
+void FrmMain::mnuPopUpBackupZeigen_Click() {
+    showPage(Frame2);
+    ReadBackupFiles();
+    setMousePointer(MousePointer::Default);
+}
+
+// Each click turns the order round, one on another column too.
+void FrmMain::lvwBackup_ColumnClick(int column) {
+    lvwBackup.setSortKey(column - 1);
+    lvwBackup.setSortOrder(lvwBackup.sortOrder() == SortOrder::Ascending ? SortOrder::Descending
+                                                                         : SortOrder::Ascending);
+}
+
+void FrmMain::lvwBackup_KeyDown(int keyCode) {
+    for (const KeyAction& key : kKeyActions) {
+        if (key.keyCode == keyCode) key.act(*this);
+    }
+}
+
+void FrmMain::lvwBackup_MouseUp(int button) {
+    int selected = 0;
+    attempt(kGoOn, [&] { selected = selectedRows(lvwBackup); });
+    const bool several = selected > 1;
+    // The captions lose the access keys of the design with the first release; the menu has never got them
+    // back.
+    const std::string object = several ? "markierte Einträge " : "markierten Eintrag ";
+    attempt(kGoOn, [&] { mnuPopUpBackupBearbeiten.setCaption(object + "bearbeiten"); });
+    attempt(kGoOn, [&] { mnuPopUpBackupEinfügen.setCaption(object + "einfügen"); });
+    attempt(kGoOn, [&] { mnuPopUpBackupLöschen.setCaption(object + "löschen"); });
+    attempt(kGoOn, [&] {
+        if (button == kRightButton) showPopupMenu(frmPopUp(), mnuPopUpBackup, nullptr);
+    });
+}
 
 }  // namespace bromvale

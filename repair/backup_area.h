@@ -1,8 +1,32 @@
 #pragma once
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/machine.h"
 
 namespace bromvale {
 
-// Removes undo files that are older than DelAfterDays. Called at a normal start while AutoRegFileDel is 1.
+// The undo files in BackupPath. They are listed, handed to the shell and deleted as whole files, never read.
+
+// Removes undo files whose last write lies more than DelAfterDays days back; they go to the recycle bin.
+// Called at a normal start while AutoRegFileDel is 1. A file whose date can't be read stays. Failures are
+// reported.
 void AutoFileDel();
+
+// Local date of the file's last write as "day.month.year" without leading zeros; "0.0.0" where it can't be
+// read.
+[[nodiscard]] std::string GetFileDate(std::string_view path);
+
+// What stands behind a file's name: the size in bytes, the local time of the last write.
+struct FileFacts {
+    double size = 0;
+    SYSTEMTIME written{};
+};
+// Failure 53 where there is no such file.
+[[nodiscard]] FileFacts fileFacts(std::string_view path);
+
+// Kilobytes with the locale's decimal sign, cut to five characters: "2 KB", "0,976 KB", "1464, KB".
+[[nodiscard]] std::string sizeText(double bytes);
 
 }  // namespace bromvale

@@ -77,7 +77,8 @@ copy_base() {
 
 use_prefix() {
     local name=$1 bits=$2
-    mkdir -p "$wine_top"
+    # Without the folder above it Wine has no recycle bin, and deletes for good.
+    mkdir -p "$wine_top/home/.local/share"
     exec 9>"$wine_top/lock"
     flock 9
     make_locale

@@ -112,19 +112,54 @@ class FrmMain : public Form {
     MenuItem mnuPopUp{this, "mnuPopUp"};
     MenuItem mnuPopUpShowForm{this, "mnuPopUpShowForm"};
     MenuItem mnuPopUpStartScan{this, "mnuPopUpStartScan"};
+    MenuItem mnuPopUpBackupZeigen{this, "mnuPopUpBackupZeigen"};
+    MenuItem mnuPopUpDeinstall{this, "mnuPopUpDeinstall"};
+    MenuItem mnuPopUpBugReport{this, "mnuPopUpBugReport"};
+    MenuItem mnuPopUpLiveUpdate{this, "mnuPopUpLiveUpdate"};
+    MenuItem mnuPopUpOptionen{this, "mnuPopUpOptionen"};
+    MenuItem mnuPopUpStep1{this, "mnuPopUpStep1"};
+    MenuItem mnuPopUpAbout{this, "mnuPopUpAbout"};
+    MenuItem mnuPopUpQuit{this, "mnuPopUpQuit"};
     MenuItem mnuPopUpRegKey{this, "mnuPopUpRegKey"};
     MenuItem mnuPopUpRegKeyEinzeln{this, "mnuPopUpRegKeyEinzeln"};
     MenuItem mnuPopUpRegKeyAlle{this, "mnuPopUpRegKeyAlle"};
+    MenuItem mnuPopUpDeinst{this, "mnuPopUpDeinst"};
+    MenuItem mnuPopUpDeinstDeinstall{this, "mnuPopUpDeinstDeinstall"};
+    MenuItem mnuPopUpDeinstRefresh{this, "mnuPopUpDeinstRefresh"};
+    MenuItem mnuPopUpBackup{this, "mnuPopUpBackup"};
+    MenuItem mnuPopUpBackupBearbeiten{this, "mnuPopUpBackupBearbeiten"};
+    MenuItem mnuPopUpBackupEinfügen{this, "mnuPopUpBackupEinfügen"};
+    MenuItem mnuPopUpBackupLöschen{this, "mnuPopUpBackupLöschen"};
+    MenuItem mnuPopUpOrdner{this, "mnuPopUpOrdner"};
+    MenuItem mnuPopUpOrdnerHinzufügen{this, "mnuPopUpOrdnerHinzufügen"};
+    MenuItem mnuPopUpOrdnerEntfernen{this, "mnuPopUpOrdnerEntfernen"};
+    MenuItem mnuPopUpOrdnerEinzeln{this, "mnuPopUpOrdnerEinzeln"};
+    MenuItem mnuPopUpOrdnerAlle{this, "mnuPopUpOrdnerAlle"};
 
     // ui/
     void Form_Initialize();
     void showPage(const Frame& page);
     void Menu_ItemClick(const ListBar::Item& item);
-    void mnuPopUpBackupZeigen_Click();
-    void mnuPopUpDeinstall_Click();
-    void mnuPopUpOptionen_Click();
     void mnuPopUpBugReport_Click();
+    void mnuPopUpAbout_Click();
+    void mnuPopUpQuit_Click();
     void tmrTimer_Timer();
+    void mnuPopUpOptionen_Click();
+    void chbScreenSave_Click();
+    void chbAutoScan_Click();
+    void chbAutoEntfernen_Click();
+    void chbAutoClose_Click();
+    void chbRebootAfterDelete_Click();
+    void chbRebootAfterEntry_Click();
+    void chbAutoFileDelAfterReentry_Click();
+    void chbAutoRegFileDel_Click();
+    void cboAutoRegFileDel_Click();
+    void chbProtokoll_Click();
+    void rdoINet1_Click();
+    void rdoINet2_Click();
+    void txtProxyAdresse_Change();
+    void txtProxyPort_Change();
+    void cmdÜbernehmen_Click();
 
     // scanner/
     void cmdStart_Click();
@@ -144,19 +179,53 @@ class FrmMain : public Form {
 
     // repair/
     void ProblemeEntfernen();
+    void mnuPopUpBackupZeigen_Click();
+    void ReadBackupFiles();
+    void cmdBearbeiten_Click();
+    void cmdEintragen_Click();
+    void cmdLöschen_Click();
+    void lvwBackup_ColumnClick(int column);
+    void lvwBackup_KeyDown(int keyCode);
+    void lvwBackup_MouseUp(int button);
+
+    // uninstall/
+    void mnuPopUpDeinstall_Click();
+    void ShowDeinstall();
+    void cmdDeinstall_Click();
+    void cmdDeinstallRefresh_Click();
+    void lvwDeinstall_ColumnClick(int column);
+    void lvwDeinstall_KeyDown(int keyCode);
+    void lvwDeinstall_MouseUp(int button);
 
     // cleanup/
     void Ordnerliste_laden();
+    void cmdOrdnerWählen_Click();
+    void cmdOrdnerLöschen_Click();
+    void cmdInhaltLöschen_Click();
+    void mnuPopUpOrdnerEinzeln_Click();
+    void cmdHDDBereinigen_Click();
+    void chbTempFilesDel_Click();
+    void chbDelFilePermanent_Click();
+    void lvwOrdnerList_ColumnClick(int column);
+    void lvwOrdnerList_KeyDown(int keyCode);
+    void lvwOrdnerList_DblClick();
+    void lvwOrdnerList_MouseUp(int button);
 
   protected:
     void design() override;
     void Form_Load() override;
     void Form_Unload() override;
     void Form_Resize() override;
+    void Form_MouseMove(float x, float y) override;
+    void Form_TaskbarCreated() override;
 
   private:
     void wire();
+    void wireCleanup();
+    void wireOptions();
+    void wireMenus();
     void addTrayIcon();
+    void removeTrayIcon();
     void restoreGeometry();
     void saveGeometry();
     NOTIFYICONDATAA trayRecord_{};
@@ -167,5 +236,8 @@ FrmMain& frmMain();
 
 // Columns of lvwRegKeys: the four fields of a found fault. The list is the only place where faults are kept.
 enum ResultColumn : int { kKeyLine = 0, kValueName = 1, kValueData = 2, kHiveHandle = 3 };
+
+// Columns of lvwDeinstall; all but the first are hidden.
+enum ProgramColumn : int { kProgramName = 0, kUninstallCommand = 1, kProgramHive = 2, kProgramKey = 3 };
 
 }  // namespace bromvale

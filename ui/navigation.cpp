@@ -121,21 +121,6 @@ void FrmMain::Menu_ItemClick(const ListBar::Item& item) {
     }
 }
 
-void FrmMain::mnuPopUpBackupZeigen_Click() {
-    showPage(Frame2);
-    setMousePointer(MousePointer::Default);
-}
-
-void FrmMain::mnuPopUpDeinstall_Click() {
-    showPage(Frame4);
-    setMousePointer(MousePointer::Default);
-}
-
-void FrmMain::mnuPopUpOptionen_Click() {
-    showPage(Frame5);
-    setMousePointer(MousePointer::Default);
-}
-
 void FrmMain::mnuPopUpBugReport_Click() {
     showPage(Frame3);
     txtEMail.setText(EMail);

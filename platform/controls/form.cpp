@@ -174,4 +174,8 @@ void Form::userMouseMove(float x, float y) {
     dispatchUserEvent([this, x, y] { Form_MouseMove(x, y); });
 }
 
+void Form::userTaskbarCreated() {
+    dispatchUserEvent([this] { Form_TaskbarCreated(); });
+}
+
 }  // namespace bromvale

@@ -57,6 +57,8 @@ class Form : public Control {
     void userFocus(Control* control);
     // Position in twips; see Form_MouseMove.
     void userMouseMove(float x, float y);
+    // A task bar has come up, at the system's start or after its end; see Form_TaskbarCreated.
+    void userTaskbarCreated();
     // Tab, Shift+Tab, Return, Escape, arrows in a group of option buttons and access keys as in any dialog.
     // `key` is a virtual key code; with `alt` it is the character on the key, upper case, so that umlauts
     // work on any keyboard. True when the key was used up.
@@ -68,6 +70,7 @@ class Form : public Control {
     virtual void Form_Unload() {}
     virtual void Form_Resize() {}
     virtual void Form_MouseMove(float x, float y);
+    virtual void Form_TaskbarCreated() {}
 
     void setBorderStyle(BorderStyle style) { borderStyle_ = style; }
     void setIconResource(int id) { iconResource_ = id; }

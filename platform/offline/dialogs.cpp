@@ -1,4 +1,4 @@
-#include "platform/offline/dialogs_api.h"
+#include "platform/dialogs.h"
 
 #include "platform/offline/machine.h"
 
@@ -29,3 +29,11 @@ int MessageBoxA(HWND, LPCSTR text, LPCSTR caption, UINT style) {
                            caption != nullptr ? caption : "", style, answer});
     return answer;
 }
+
+namespace bromvale {
+
+int showMessageBox(const char* text, const char* title, unsigned style) {
+    return MessageBoxA(nullptr, text, title, style | MB_TASKMODAL);
+}
+
+}  // namespace bromvale

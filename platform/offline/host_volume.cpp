@@ -38,6 +38,11 @@ bool isFolder(const struct stat& state) {
     return S_ISDIR(state.st_mode);
 }
 
+bool isLink(const std::string& path) {
+    struct stat state {};
+    return ::lstat(path.c_str(), &state) == 0 && S_ISLNK(state.st_mode);
+}
+
 FileInfo infoOf(std::string name, const struct stat& state) {
     const DWORD kind = isFolder(state) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
     const DWORD locked = (state.st_mode & S_IWUSR) == 0 ? FILE_ATTRIBUTE_READONLY : 0;
@@ -45,6 +50,13 @@ FileInfo infoOf(std::string name, const struct stat& state) {
         static_cast<Milliseconds>(state.st_mtim.tv_sec) * 1000 + state.st_mtim.tv_nsec / 1000000 + kUnixEpoch;
     return {std::move(name), kind | locked, isFolder(state) ? 0 : static_cast<std::uint64_t>(state.st_size),
             written};
+}
+
+// A link to a folder is a folder that says so; one to a file is like the file.
+FileInfo infoAt(const std::string& path, std::string name, const struct stat& state) {
+    FileInfo info = infoOf(std::move(name), state);
+    if (isFolder(state) && isLink(path)) info.attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+    return info;
 }
 
 class HostFile : public OpenedFile {
@@ -109,7 +121,7 @@ class HostVolume : public Volume {
         std::string path;
         struct stat state {};
         if (const DWORD error = resolve(names, path, state)) return error;
-        if (info != nullptr) *info = infoOf(names.empty() ? "" : ansiFromUtf8(lastName(path)), state);
+        if (info != nullptr) *info = infoAt(path, names.empty() ? "" : ansiFromUtf8(lastName(path)), state);
         return 0;
     }
 
@@ -119,8 +131,9 @@ class HostVolume : public Volume {
         if (const DWORD error = resolve(folder, path, state)) return error;
         if (!isFolder(state)) return ERROR_DIRECTORY;
         eachEntry(path, [&](const std::string& name) {
-            if (::stat((path + "/" + name).c_str(), &state) == 0)
-                entries.push_back(infoOf(ansiFromUtf8(name), state));
+            const std::string whole = path + "/" + name;
+            if (::stat(whole.c_str(), &state) == 0)
+                entries.push_back(infoAt(whole, ansiFromUtf8(name), state));
             return false;
         });
         return 0;
@@ -156,7 +169,8 @@ class HostVolume : public Volume {
         struct stat state {};
         if (names.empty()) return ERROR_ACCESS_DENIED;
         if (const DWORD error = resolve(names, path, state)) return error;
-        const int result = isFolder(state) ? ::rmdir(path.c_str()) : ::unlink(path.c_str());
+        const bool realFolder = isFolder(state) && !isLink(path);
+        const int result = realFolder ? ::rmdir(path.c_str()) : ::unlink(path.c_str());
         return result == 0 ? 0 : lastErrorOf(errno);
     }
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/offline/code_page.h"
+#include "platform/offline/command_line.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
 
@@ -33,27 +34,6 @@ LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
 bool run(const std::string& commandLine) {
     machine().events.record({EventKind::Run, commandLine, "", 0, 0});
     return true;
-}
-
-// The program file of a command line: in quotes, or up to the first blank behind which something exists.
-std::string programOf(const std::string& commandLine) {
-    if (commandLine.starts_with('"')) return commandLine.substr(1, commandLine.find('"', 1) - 1);
-    std::size_t end = commandLine.find(' ');
-    while (end != std::string::npos) {
-        const std::string program = commandLine.substr(0, end);
-        if (machine().drives.exists(program)) return program;
-        end = commandLine.find(' ', end + 1);
-    }
-    return commandLine;
-}
-
-bool canRun(const std::string& program) {
-    const Drives& drives = machine().drives;
-    for (const std::string& folder : {std::string(), machine().appPath() + "\\",
-                                      machine().systemFolder() + "\\", machine().windowsFolder() + "\\"}) {
-        if (drives.exists(folder + program) || drives.exists(folder + program + ".exe")) return true;
-    }
-    return false;
 }
 
 }  // namespace
@@ -90,7 +70,9 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA, LPPROCESS_INFORMATION made) {
     if (failsHere("CreateProcessA")) return FALSE;
     const std::string line = commandLine != nullptr ? commandLine : application;
-    if (!canRun(application != nullptr ? application : programOf(line))) {
+    std::string sought = line;
+    if (application != nullptr) sought.assign(1, '"').append(application).append(1, '"');
+    if (programOf(sought).empty()) {
         SetLastError(ERROR_FILE_NOT_FOUND);
         return FALSE;
     }
@@ -100,7 +82,7 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
 
 UINT WinExec(LPCSTR commandLine, UINT) {
     if (const auto fault = faults().at("WinExec")) return static_cast<UINT>(*fault);
-    if (!canRun(programOf(commandLine))) return ERROR_FILE_NOT_FOUND;
+    if (programOf(commandLine).empty()) return ERROR_FILE_NOT_FOUND;
     run(commandLine);
     return 33;
 }

@@ -44,6 +44,8 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     LPSECURITY_ATTRIBUTES thread, BOOL inherit, DWORD flags, LPVOID environment,
                     LPCSTR directory, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made);
 UINT WinExec(LPCSTR commandLine, UINT show);
+// Knows the variables that tell the machine's own folders and names; others stay as they are written.
+DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR expanded, DWORD size);
 
 BOOL OpenProcessToken(HANDLE process, DWORD access, PHANDLE token);
 BOOL LookupPrivilegeValueA(LPCSTR system, LPCSTR name, PLUID id);

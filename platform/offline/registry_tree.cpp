@@ -82,12 +82,33 @@ void RegistryTree::destroyRoot(RegistryKey* root) {
     freeBlock(root);
 }
 
+// Walks visit neighbours one after the other: the next one is tried before the table, which lies far away in
+// memory.
+RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) const {
+    const auto& children = key->children_;
+    // Registry files add keys in order: a name behind the last one is a new one.
+    if (key->sorted_ == children.size() &&
+        (children.empty() || compareNoCase(children.back()->name(), name) < 0)) {
+        return nullptr;
+    }
+    const std::uint32_t next = key->lastFound_ + 1;
+    if (next < children.size() && sameName(children[next]->name(), name)) {
+        key->lastFound_ = next;
+        return children[next];
+    }
+    if (!children.empty() && sameName(children.front()->name(), name)) {
+        key->lastFound_ = 0;
+        return children.front();
+    }
+    return keys_.find(key, name);
+}
+
 RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
     std::size_t covered = 0;
     RegistryKey* key = memo_.resume(from, path, covered);
     std::string_view rest = path.substr(covered);
     for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
-        key = keys_.find(key, name);
+        key = child(key, name);
         if (key == nullptr) return nullptr;
         memo_.add(path.size() - rest.size(), key);
     }
@@ -100,7 +121,7 @@ RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, 
     RegistryKey* key = memo_.resume(from, path, covered);
     std::string_view rest = path.substr(covered);
     for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
-        RegistryKey* next = created ? nullptr : keys_.find(key, name);
+        RegistryKey* next = created ? nullptr : child(key, name);
         if (next == nullptr) {
             next = make(key, name);
             created = true;
@@ -161,11 +182,26 @@ RegistryKey* RegistryTree::subKey(RegistryKey* key, std::size_t index) const {
 }
 
 // Sorting waits for the first enumeration: keys that come in any order cost one sort, not one move each.
+// Registry files hold few long runs that are in order already, so neighbouring runs are merged until one is
+// left.
 void RegistryTree::sortChildren(RegistryKey& key) {
     auto& children = key.children_;
-    const auto middle = children.begin() + key.sorted_;
-    std::sort(middle, children.end(), nameLess);
-    std::inplace_merge(children.begin(), middle, children.end(), nameLess);
+    std::vector<std::size_t> ends;
+    for (std::size_t i = 1; i < children.size(); ++i) {
+        if (i >= key.sorted_ && nameLess(children[i], children[i - 1])) ends.push_back(i);
+    }
+    ends.push_back(children.size());
+    const auto at = [&](std::size_t place) { return children.begin() + static_cast<std::ptrdiff_t>(place); };
+    while (ends.size() > 1) {
+        std::vector<std::size_t> merged;
+        for (std::size_t run = 0; run < ends.size(); run += 2) {
+            const std::size_t begin = run == 0 ? 0 : ends[run - 1];
+            const std::size_t end = run + 1 < ends.size() ? ends[run + 1] : ends[run];
+            if (run + 1 < ends.size()) std::inplace_merge(at(begin), at(ends[run]), at(end), nameLess);
+            merged.push_back(end);
+        }
+        ends.swap(merged);
+    }
     key.sorted_ = static_cast<std::uint32_t>(children.size());
 }
 

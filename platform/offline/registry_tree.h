@@ -68,6 +68,8 @@ class RegistryKey {
     // What a look-up reads stands beside the name, in the same cache line if possible.
     RegistryKey* parent_;
     std::uint32_t nameSize_;
+    mutable std::uint32_t lastFound_ =
+        0;  // the child that the last look-up led to: a walk asks for its neighbour
 };
 
 class RegistryTree {
@@ -106,6 +108,7 @@ class RegistryTree {
     void drop(RegistryKey* key);
     static void freeBlock(RegistryKey* key);
     static void sortChildren(RegistryKey& key);
+    [[nodiscard]] RegistryKey* child(const RegistryKey* key, std::string_view name) const;
     void unlinkFromParent(RegistryKey* key);
     void clearValues(RegistryKey* key);
     void indexValues(RegistryKey* key);

@@ -2,8 +2,10 @@
 
 #include <cstring>
 
+#include "platform/offline/code_page.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/reg_file_merge.h"
 
 using namespace bromvale::offline;
 
@@ -71,6 +73,14 @@ std::vector<std::string> expand(const std::string& name, FILEOP_FLAGS flags) {
     return paths;
 }
 
+// What the programs behind the shell's associations do: the registry editor enters a file that it is to open.
+// Everything else is only recorded.
+void actOn(const std::string& path, std::string_view verb) {
+    const bool regFile = path.size() > 4 && equalNoCase(path.substr(path.size() - 4), ".reg");
+    if (!regFile || !equalNoCase(verb, "open")) return;
+    if (const auto bytes = machine().drives.readFile(path)) mergeRegText(*bytes, machine().registry);
+}
+
 std::string trayTip(const NOTIFYICONDATAA& data) {
     return {data.szTip, strnlen(data.szTip, sizeof data.szTip)};
 }
@@ -87,6 +97,7 @@ HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show
     }
     machine().events.record({EventKind::ShellExecute, textOf(file), textOf(verb),
                              static_cast<std::uint32_t>(show), static_cast<int>(result)});
+    if (result > 32) actOn(textOf(file), textOf(verb));
     return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(result));
 }
 

@@ -37,6 +37,22 @@ SIZE outerSize(const Place& place) {
     return {raisedPixels(place.width, twipsPerPixelX()), raisedPixels(place.height, twipsPerPixelY())};
 }
 
+// Sent to all windows by a task bar that has come up.
+UINT taskbarCreated() {
+    static const UINT message = [] {
+        const UINT number = RegisterWindowMessageA("TaskbarCreated");
+        // Where the program runs with higher rights than the task bar the system keeps the message back,
+        // unless asked not to.
+        using Filter = BOOL(WINAPI*)(UINT, DWORD);
+        constexpr DWORD kLetThrough = 1;
+        const auto filter = reinterpret_cast<Filter>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleA("user32.dll"), "ChangeWindowMessageFilter")));
+        if (filter != nullptr) filter(number, kLetThrough);
+        return number;
+    }();
+    return message;
+}
+
 int iconPixels(int metric) {
     return GetSystemMetrics(metric);
 }
@@ -172,6 +188,10 @@ void FormPeer::mouseMoved(LPARAM lParam) {
 }
 
 LRESULT FormPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == taskbarCreated()) {
+        form_.userTaskbarCreated();
+        return 0;
+    }
     switch (message) {
         case WM_SIZE:
         case WM_MOVE:

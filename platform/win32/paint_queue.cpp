@@ -9,8 +9,9 @@ namespace bromvale {
 
 namespace {
 
-// Milliseconds. 25 pictures a second look lively in labels and a bar; 60 cost a scan a third of its time.
-constexpr DWORD kFrame = 40;
+// Milliseconds. A dozen pictures a second look lively in labels and a bar; 60 cost a scan a third of its
+// time.
+constexpr DWORD kFrame = 80;
 
 struct Queue {
     std::vector<WindowPeer*> waiting;

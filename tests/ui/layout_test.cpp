@@ -199,7 +199,10 @@ TEST_F(Layout, TheRulesHaveTheirTwoPoints) {
 TEST_F(Layout, TheMenusHoldTheirEntries) {
     FrmMain& form = frmMain();
     EXPECT_EQ(form.mnuPopUp.children(),
-              (std::vector<MenuItem*>{&form.mnuPopUpShowForm, &form.mnuPopUpStartScan}));
+              (std::vector<MenuItem*>{
+                  &form.mnuPopUpShowForm, &form.mnuPopUpStartScan, &form.mnuPopUpBackupZeigen,
+                  &form.mnuPopUpDeinstall, &form.mnuPopUpBugReport, &form.mnuPopUpLiveUpdate,
+                  &form.mnuPopUpOptionen, &form.mnuPopUpStep1, &form.mnuPopUpAbout, &form.mnuPopUpQuit}));
     EXPECT_EQ(form.mnuPopUpRegKey.children(),
               (std::vector<MenuItem*>{&form.mnuPopUpRegKeyEinzeln, &form.mnuPopUpRegKeyAlle}));
     EXPECT_EQ(form.mnuPopUpStartScan.caption(), "&Scan starten");

@@ -36,13 +36,13 @@ TEST_F(Navigation, StartingAMissingProgramIsFailure53) {
     }
 }
 
-TEST_F(Navigation, StartingAProgramWithoutAccessIsFailure5) {
+TEST_F(Navigation, StartingAProgramWithoutAccessIsFailure70) {
     machine().faults.fail("CreateProcessA", 1, ERROR_ACCESS_DENIED);
     try {
         startCommand("C:\\WINDOWS\\Regedit.exe", 1);
         FAIL();
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number, 5);
+        EXPECT_EQ(failure.number, 70);
     }
 }
 

@@ -1,0 +1,87 @@
+// Emptying by hand: all folders of the list, or the marked ones; and the system's own cleaner.
+#include "cleanup/emptying.h"
+
+#include <array>
+#include <string>
+
+#include "cleanup/file_del.h"
+#include "core/attempt.h"
+#include "core/command_start.h"
+#include "core/log.h"
+#include "core/runtime.h"
+#include "core/state.h"
+#include "core/text_file.h"
+#include "ui/frm_login.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+namespace {
+
+constexpr int kNormalWithFocus = 1;
+
+// Systems that keep the cleaner in the Windows folder; all others have it in the system folder.
+constexpr std::array<std::string_view, 3> kCleanerInWindowsFolder{"Windows 98", "Windows 98 SE",
+                                                                  "Windows ME"};
+
+const std::string& folderOfCleaner() {
+    for (const std::string_view name : kCleanerInWindowsFolder) {
+        if (OSName == name) return WinDir;
+    }
+    return SysDir;
+}
+
+}  // namespace
+
+void showEmptyingWindow() {
+    frmLogin().lblLogin.setCaption(AppTitle + " " + AppVersion +
+                                   "\r\nDie gewählten Ordner werden geleert. Bitte warten...");
+    frmLogin().show();
+    Pause(0.1);
+}
+
+void emptyListedFolders(int number) {
+    while (!endOfFile(number)) {
+        const std::string line = readLine(number);
+        if (line.empty()) continue;
+        std::string folder = withBackslash(line);
+        FileDel(folder, "");
+    }
+}
+
+// The file decides what is emptied, not what the list on the page shows.
+void FrmMain::cmdInhaltLöschen_Click() {
+    constexpr Tags kTags{"frmMain", "cmdInhaltLöschen_Click"};
+    const auto onFailure = [&](const Failure& failure) {
+        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
+                  kHide);
+        return Ending::Next;
+    };
+    const int number = freeFile();
+    attempt(onFailure, [] { showEmptyingWindow(); });
+    attempt(onFailure, [&] {
+        openFile(AppPath + "liste.txt", FileMode::Input, number);
+        emptyListedFolders(number);
+    });
+    attempt(onFailure, [&] { closeFile(number); });
+    attempt(onFailure, [] { frmLogin().unload(); });
+}
+
+void FrmMain::mnuPopUpOrdnerEinzeln_Click() {
+    attempt(kGoOn, [] { showEmptyingWindow(); });
+    const int rows = lvwOrdnerList.count();
+    for (int row = 1; row <= rows; ++row) {
+        attempt(kGoOn, [&] {
+            if (!lvwOrdnerList.item(row).selected()) return;
+            std::string folder = lvwOrdnerList.item(row).text();
+            FileDel(folder, "");
+        });
+    }
+    attempt(kGoOn, [] { frmLogin().unload(); });
+}
+
+// Some systems come without it, which is nobody's fault.
+void FrmMain::cmdHDDBereinigen_Click() {
+    attempt(kGoOn, [] { startCommand(folderOfCleaner() + "cleanmgr.exe", kNormalWithFocus); });
+}
+
+}  // namespace bromvale

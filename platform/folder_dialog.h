@@ -1,0 +1,8 @@
+#pragma once
+// The folder dialog of the shell under its own names: SHBrowseForFolderA, SHGetPathFromIDListA,
+// CoTaskMemFree.
+#ifdef _WIN32
+#include "platform/win32/shell_objects.h"
+#else
+#include "platform/offline/shell_api.h"
+#endif

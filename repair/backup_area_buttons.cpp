@@ -1,0 +1,167 @@
+// The three buttons of the backup page. Each acts on the selected rows; the program waits for none of the
+// editors that it starts and never learns what they did.
+#include <string>
+
+#include "cleanup/file_del.h"
+#include "core/attempt.h"
+#include "core/log.h"
+#include "core/runtime.h"
+#include "core/settings.h"
+#include "core/state.h"
+#include "platform/shell.h"
+#include "repair/reboot.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+namespace {
+
+constexpr int kIndexOutOfBounds = 35600;
+constexpr int kNoAccess = 75;
+constexpr std::int32_t kYesNoQuestion = 36;
+constexpr int kYes = 6;
+constexpr double kEditorReads = 7;  // seconds until the registry editor has read a file
+
+// One click: the rows as many as there were at its start, and the handler that the three buttons share, under
+// their own tags. Its words speak of deleting whichever button was clicked.
+class Click {
+  public:
+    Click(ListView& list, std::string_view routine) : list_(list), tags_{"frmMain", routine} {
+        tags_.trace("started");
+    }
+    void end() const { tags_.trace("endet"); }
+
+    template <class Statement>
+    void step(Statement&& statement) const {
+        attempt([this](const Failure& failure) { return handle(failure); }, statement);
+    }
+    template <class Text>
+    void trace(Text&& text) const {
+        step([&] { tags_.trace(text); });
+    }
+
+    // The row's text stays the same while the click works on it: events are served meanwhile, and a row that
+    // has moved up into its place must not lose its file.
+    [[nodiscard]] bool takeSelected(int row) {
+        bool selected = false;
+        step([&] { selected = list_.item(row).selected(); });
+        if (selected) name_ = list_.item(row).text();
+        return selected;
+    }
+    [[nodiscard]] const std::string& name() const { return name_; }
+
+    [[nodiscard]] bool confirmed(const std::string& question) const {
+        int answer = 0;
+        step([&] { answer = MsgBox(question, kYesNoQuestion); });
+        return answer == kYes;
+    }
+    void hand(const char* verb) const {
+        step([&] {
+            // What comes back isn't looked at: the shell tells its failures itself.
+            static_cast<void>(
+                ShellExecuteA(nullptr, verb, (BackupPath + name_).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+        });
+    }
+    void deleteFile() const {
+        step([&] { FileDel(BackupPath, name_); });
+    }
+
+  private:
+    Ending handle(const Failure& failure) const {
+        const auto report = [&](const std::string& text, std::int32_t style, std::int16_t show) {
+            ErrHandle(tags_.modul, tags_.funktion, text, failure.number, failure.description, style, show);
+        };
+        if (failure.number == kIndexOutOfBounds) {
+            report("Es wurde keine Datei gewählt.", kStyleInformation, kHide);
+        } else if (failure.number == kNoAccess) {
+            report("Das Löschen der Sicherungsdatei " + name_ + " ist fehlgeschlagen.", kStyleInformation,
+                   kShow);
+        } else {
+            report("", kStyleExclamation, kHide);
+        }
+        return Ending::Next;
+    }
+
+    ListView& list_;
+    Tags tags_;
+    std::string name_;
+};
+
+std::string reentryQuestion(const std::string& name) {
+    return "Wollen Sie wirklich die Datei " + name +
+           " in die Registry eintragen?\r\rHinweis!\r"
+           "Nach dem Bestätigen des Fensters mit Ja, folgen zwei weitere Dialoge. \r"
+           "Bestätigen Sie die erste Aufforderung mit Ja und die zweite mit OK.";
+}
+
+// Says that the file was merged although only the registry editor knows.
+void handToRegistryEditor(const Click& click) {
+    click.hand("Open");
+    click.trace([&] {
+        return "Die Sicherungdatei " + click.name() + " wurde erfolgreich in die Registry eingetragen.";
+    });
+}
+
+}  // namespace
+
+void FrmMain::cmdBearbeiten_Click() {
+    Click click(lvwBackup, "cmdBearbeiten_Click");
+    std::int16_t rows = 0;
+    click.step([&] { rows = narrowInt16(lvwBackup.count()); });
+    for (int row = 1; row <= rows; ++row) {
+        if (!click.takeSelected(row)) continue;
+        click.hand("Edit");
+        click.trace([&] { return click.name() + " zum bearbeiten geöffnet"; });
+        click.step([&] { lvwBackup.item(row).setSelected(false); });
+    }
+    click.end();
+}
+
+// With AutoFileDelAfterReentry the list is filled anew behind the first selected row, which leaves nothing
+// selected: the other files stay where they are, and so does the selection's work. The switch is asked after
+// No as well, like RebootAfterEntry behind the loop.
+void FrmMain::cmdEintragen_Click() {
+    Click click(lvwBackup, "cmdEintragen_Click");
+    const int rows = lvwBackup.count();
+    for (int row = 1; row <= rows; ++row) {
+        if (!click.takeSelected(row)) continue;
+        if (click.confirmed(reentryQuestion(click.name()))) handToRegistryEditor(click);
+        if (AutoFileDelAfterReentry != 1) continue;
+        click.trace("AutoClose nach eintragen wird ausgeführt");  // these words, though nothing closes
+        click.step([] { Pause(kEditorReads); });
+        click.deleteFile();
+        click.step([&] { ReadBackupFiles(); });
+    }
+    if (RebootAfterEntry == 1) {
+        click.trace("Reboot nach eintragen wird ausgeführt");
+        click.step([] { Pause(kEditorReads); });
+        click.step([] { RebootSystem(); });
+    }
+    click.end();
+}
+
+// The number of rows is taken once, so that after any deletion the index passes the last row. That is the
+// ordinary end of the loop: the failure is noted and the loop left.
+void FrmMain::cmdLöschen_Click() {
+    Click click(lvwBackup, "cmdLöschen_Click");
+    const int rows = lvwBackup.count();
+    for (int row = 1; row <= rows; ++row) {
+        const bool behindLast = row > lvwBackup.count();
+        const bool selected = click.takeSelected(row);
+        if (behindLast) break;
+        if (!selected || !click.confirmed("Wollen Sie wirklich die Datei " + click.name() + " löschen?"))
+            continue;
+        click.deleteFile();
+        click.trace([&] { return "Datei " + click.name() + " wurde gelöscht"; });
+        click.step([&] { lvwBackup.remove(row); });
+        --row;
+        // Names the row above, and there is none above the first.
+        click.trace(
+            [&] { return "Eintrag " + lvwBackup.item(row).text() + " wurde aus der Liste entfernt"; });
+    }
+    click.step([&] {
+        if (lvwBackup.count() > 0) lvwBackup.item(1).setSelected(true);
+    });
+    click.end();
+}
+
+}  // namespace bromvale

@@ -1,0 +1,74 @@
+// The removal of old undo files at the start of the program.
+#include <vector>
+
+#include "cleanup/file_del.h"
+#include "core/attempt.h"
+#include "core/c_text.h"
+#include "core/calendar.h"
+#include "core/file_helpers.h"
+#include "core/log.h"
+#include "core/runtime.h"
+#include "core/settings.h"
+#include "core/state.h"
+#include "platform/files.h"
+#include "repair/backup_area.h"
+
+namespace bromvale {
+namespace {
+
+constexpr Tags kTags{"modMain", "AutoFileDel"};
+
+SYSTEMTIME lastWrite(HANDLE file) {
+    FILETIME written{};
+    FILETIME local{};
+    SYSTEMTIME time{};
+    if (GetFileTime(file, nullptr, nullptr, &written) == 0 ||
+        FileTimeToLocalFileTime(&written, &local) == 0 || FileTimeToSystemTime(&local, &time) == 0) {
+        return {};
+    }
+    return time;
+}
+
+Ending report(const Failure& failure) {
+    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation, kHide);
+    return Ending::Next;
+}
+
+// Strictly older: a file of exactly DelAfterDays days stays. The age starts at 0 for each file, so that one
+// whose date can't be read is never judged by the file before it.
+void deleteIfOld(const std::string& name, const std::string& today) {
+    std::int32_t age = 0;
+    attempt(report, [&] { age = daysBetween(GetFileDate(BackupPath + name), today); });
+    if (age <= DelAfterDays) return;
+    attempt(report, [&] { FileDel(BackupPath, name); });
+    kTags.trace([&] { return BackupPath + name + " gelöscht"; });
+}
+
+}  // namespace
+
+std::string GetFileDate(std::string_view path) {
+    OFSTRUCT opened{};
+    opened.cBytes = sizeof(opened);
+    SYSTEMTIME time{};
+    const HFILE file = OpenFile(CText(path).get(), &opened, OF_READ);
+    if (file != HFILE_ERROR) {
+        const auto handle = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(file));
+        time = lastWrite(handle);
+        CloseHandle(handle);
+    }
+    return std::to_string(time.wDay) + "." + std::to_string(time.wMonth) + "." + std::to_string(time.wYear);
+}
+
+void AutoFileDel() {
+    kTags.trace("startet");
+    std::string today;
+    attempt(report, [&] { today = dateText("dd'.'MM'.'yyyy"); });
+    std::vector<std::string> names{std::string()};
+    attempt(report, [&] { FindFileAPI(BackupPath, "*.reg", names); });
+    names.pop_back();  // the empty one behind the last
+    kTags.trace([&] { return std::to_string(names.size()) + " Dateien im Backup-Ordner gefunden"; });
+    for (const std::string& name : names) deleteIfOld(name, today);
+    kTags.trace("endet");
+}
+
+}  // namespace bromvale

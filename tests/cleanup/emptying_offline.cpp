@@ -1,0 +1,289 @@
+// Emptying: what lands in the bin, links, and each call of the system failing in turn.
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "cleanup/file_del.h"
+#include "platform/offline/machine.h"
+#include "tests/cleanup/cleanup_fixture.h"
+
+namespace bromvale::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using offline::EventKind;
+using offline::machine;
+
+class EmptyingOffline : public CleanupTest {
+  protected:
+    static Texts recycled() {
+        Texts paths;
+        for (const auto& entry : machine().drives.recycled) paths.push_back(entry.path);
+        return paths;
+    }
+    static void put(const std::string& path) { machine().drives.writeFile(path, "x"); }
+};
+
+TEST_F(EmptyingOffline, TheBinGetsFilesAndWholeSubFolders) {
+    put("C:\\Müll\\a.txt");
+    put("C:\\Müll\\unten\\b.txt");
+    std::string path = "C:\\Müll";
+    FileDel(path, "");
+    EXPECT_EQ(recycled(), (Texts{"C:\\Müll\\a.txt", "C:\\Müll\\unten"}));
+}
+
+TEST_F(EmptyingOffline, ForGoodNothingReachesTheBin) {
+    DelFilePermanent = 1;
+    put("C:\\Müll\\a.txt");
+    std::string path = "C:\\Müll\\";
+    FileDel(path, "");
+    EXPECT_EQ(recycled(), Texts{});
+}
+
+TEST_F(EmptyingOffline, ANamedFileReachesTheBinThoughFilesAreDeletedForGood) {
+    DelFilePermanent = 1;
+    put("C:\\Programme\\Bromvale\\Backup\\a.reg");
+    FileDel(BackupPath, "a.reg");
+    EXPECT_EQ(recycled(), Texts{"C:\\Programme\\Bromvale\\Backup\\a.reg"});
+}
+
+TEST_F(EmptyingOffline, ALockedFileStaysAndTheNextOnesReachTheBin) {
+    for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\") + name);
+    machine().faults.fail("SHFileOperationA", 2, ERROR_SHARING_VIOLATION);
+    std::string path = "C:\\Müll\\";
+    FileDel(path, "");
+    EXPECT_EQ(recycled(), (Texts{"C:\\Müll\\a", "C:\\Müll\\c"}));
+    EXPECT_EQ(filesIn(path, "*"), Texts{"b"});
+}
+
+TEST_F(EmptyingOffline, AFileThatVanishesIsPassedOverAndTheNextOnesGo) {
+    for (const std::int16_t permanent : {std::int16_t{0}, std::int16_t{1}}) {
+        DelFilePermanent = permanent;
+        for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\") + name);
+        const char* const call = permanent == 1 ? "DeleteFileA" : "SHFileOperationA";
+        machine().faults.observe([&](std::string_view operation) {
+            if (operation == call) machine().drives.erase("C:\\Müll\\b");
+        });
+        std::string path = "C:\\Müll\\";
+        FileDel(path, "");
+        machine().faults.clear();
+        EXPECT_EQ(filesIn(path, "*"), Texts{}) << permanent;
+    }
+    EXPECT_EQ(logLines(), Texts{});
+}
+
+struct Fault {
+    const char* call;
+    long result;
+};
+
+class EmptyingFaults : public EmptyingOffline, public ::testing::WithParamInterface<Fault> {};
+
+// Whichever call of deletion fails, one entry stays at most and all others go.
+TEST_P(EmptyingFaults, ForGoodOnlyTheOneEntryStays) {
+    DelFilePermanent = 1;
+    // Without its first search a folder is not read at all.
+    const bool search = std::string_view(GetParam().call) == "FindFirstFileA";
+    for (unsigned nth = search ? 2 : 1; nth <= 4; ++nth) {
+        for (const char* name : {"a", "b", "c", "d"}) put(std::string("C:\\Müll\\") + name);
+        machine().drives.makeFolder("C:\\Müll\\e");
+        machine().faults.clear();
+        machine().faults.fail(GetParam().call, nth, GetParam().result);
+        std::string path = "C:\\Müll\\";
+        FileDel(path, "");
+        EXPECT_LE(filesIn(path, "*").size(), 1u) << nth;
+        EXPECT_EQ(logLines(), Texts{});
+    }
+}
+TEST_P(EmptyingFaults, OnTheWayToTheBinOnlyTheOneEntryStays) {
+    for (unsigned nth = 2; nth <= 6; ++nth) {
+        for (const char* name : {"a", "b", "c", "d"}) put(std::string("C:\\Müll\\") + name);
+        put("C:\\Müll\\e\\f");
+        machine().faults.clear();
+        machine().faults.fail(GetParam().call, nth, GetParam().result);
+        std::string path = "C:\\Müll\\";
+        FileDel(path, "");
+        machine().faults.clear();
+        EXPECT_LE(filesIn(path, "*").size(), 1u) << nth;
+        EXPECT_EQ(logLines(), Texts{});
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Calls, EmptyingFaults,
+                         ::testing::Values(Fault{"DeleteFileA", ERROR_FILE_NOT_FOUND},
+                                           Fault{"DeleteFileA", ERROR_ACCESS_DENIED},
+                                           Fault{"DeleteFileA", ERROR_SHARING_VIOLATION},
+                                           Fault{"RemoveDirectoryA", ERROR_ACCESS_DENIED},
+                                           Fault{"RemoveDirectoryA", ERROR_PATH_NOT_FOUND},
+                                           Fault{"FindFirstFileA", ERROR_ACCESS_DENIED},
+                                           Fault{"FindFirstFileA", ERROR_FILE_NOT_FOUND},
+                                           Fault{"SHFileOperationA", 5}, Fault{"SHFileOperationA", 2},
+                                           Fault{"SHFileOperationA", 0x78}, Fault{"FindClose", 6}));
+
+TEST_F(EmptyingOffline, AFolderThatCannotBeReadIsPassedOverAndTheNextOneEmptied) {
+    put("C:\\eins\\a");
+    put("C:\\zwei\\b");
+    openPage("C:\\eins\r\nC:\\zwei\r\n");
+    machine().faults.fail("FindFirstFileA", 1, ERROR_ACCESS_DENIED);
+    form().cmdInhaltLöschen.userClick();
+    EXPECT_TRUE(exists("C:\\eins\\a"));
+    EXPECT_FALSE(exists("C:\\zwei\\b"));
+    EXPECT_EQ(loadedForms().size(), 1u);
+}
+
+TEST_F(EmptyingOffline, ASearchThatBreaksOffEmptiesWhatItHasFound) {
+    for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\") + name);
+    // "." and ".." come first.
+    machine().faults.fail("FindNextFileA", 4, ERROR_ACCESS_DENIED);
+    std::string path = "C:\\Müll\\";
+    FileDel(path, "");
+    EXPECT_EQ(recycled(), (Texts{"C:\\Müll\\a", "C:\\Müll\\b"}));
+    EXPECT_EQ(filesIn(path, "*"), Texts{"c"});
+}
+
+TEST_F(EmptyingOffline, AListThatCannotBeReadToItsEndIsReportedAndClosed) {
+    put("C:\\eins\\a");
+    openPage("C:\\eins\r\n");
+    for (const char* call : {"CreateFileA", "ReadFile"}) {
+        machine().faults.clear();
+        machine().faults.fail(call, 1, ERROR_ACCESS_DENIED);
+        form().cmdInhaltLöschen.userClick();
+        EXPECT_TRUE(exists("C:\\eins\\a")) << call;
+        EXPECT_EQ(loadedForms().size(), 1u) << call;
+    }
+    EXPECT_EQ(logOf("cmdInhaltLöschen_Click").size(), 2u);
+    EXPECT_EQ(offline::openFileHandles(), 0u);
+}
+
+TEST_F(EmptyingOffline, TheWaitingWindowWaitsATenthOfASecond) {
+    openPage("");
+    const auto before = machine().clock.now();
+    form().cmdInhaltLöschen.userClick();
+    EXPECT_EQ(machine().clock.now() - before, 100);
+}
+
+TEST_F(EmptyingOffline, TheShellIsAskedForTheBinWithoutAQuestionAndUnderThePagesTitle) {
+    put("C:\\Müll\\a");
+    std::string path = "C:\\Müll\\";
+    machine().faults.startCounting();
+    FileDel(path, "");
+    EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 1u);
+    EXPECT_EQ(machine().faults.calls("DeleteFileA"), 0u);
+    EXPECT_EQ(machine().events.of(EventKind::FileDeleted).back().caption, "Papierkorb");
+}
+
+// --- links ---
+
+// A drive that is a folder of the host, where links can be made.
+class Links : public EmptyingOffline {
+  protected:
+    Links() {
+        std::string pattern = (fs::temp_directory_path() / "bromvale-links-XXXXXX").string();
+        host_ = ::mkdtemp(pattern.data());
+        fs::create_directories(host_ / "laufwerk" / "Ziel" / "tief");
+        write("Ziel/bleibt.txt");
+        write("Ziel/tief/bleibt.txt");
+        fs::create_directories(host_ / "laufwerk" / "Leeren");
+        machine().drives.addFolder('D', (host_ / "laufwerk").string());
+    }
+    ~Links() override { fs::remove_all(host_); }
+
+    void write(const std::string& name) {
+        machine().drives.addFolder('E', (host_ / "laufwerk").string());
+        machine().drives.writeFile("E:\\" + backslashes(name), "x");
+    }
+    void link(const std::string& target, const std::string& name) {
+        fs::create_symlink(host_ / "laufwerk" / target, host_ / "laufwerk" / name);
+    }
+    void expectTargetWhole() {
+        EXPECT_TRUE(fs::exists(host_ / "laufwerk/Ziel/bleibt.txt"));
+        EXPECT_TRUE(fs::exists(host_ / "laufwerk/Ziel/tief/bleibt.txt"));
+    }
+    bool linkExists(const std::string& name) { return fs::is_symlink(host_ / "laufwerk" / name); }
+    static void empty() {
+        std::string path = "D:\\Leeren";
+        FileDel(path, "");
+    }
+    static std::string backslashes(std::string name) {
+        for (char& c : name) {
+            if (c == '/') c = '\\';
+        }
+        return name;
+    }
+    fs::path host_;
+};
+
+TEST_F(Links, AreRemovedAsLinksWhateverTheSetting) {
+    for (const std::int16_t permanent : {std::int16_t{0}, std::int16_t{1}}) {
+        DelFilePermanent = permanent;
+        link("Ziel", "Leeren/a-Ordner");
+        link("Ziel/bleibt.txt", "Leeren/b-Datei");
+        write("Leeren/c.txt");
+        empty();
+        EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{}) << permanent;
+        EXPECT_FALSE(linkExists("Leeren/a-Ordner")) << permanent;
+        expectTargetWhole();
+    }
+}
+
+TEST_F(Links, ToFoldersNeverReachTheShell) {
+    link("Ziel", "Leeren/Ordner");
+    machine().faults.startCounting();
+    empty();
+    EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u);
+    EXPECT_EQ(machine().faults.calls("RemoveDirectoryA"), 1u);
+    expectTargetWhole();
+}
+
+TEST_F(Links, BelowASubFolderAreTakenOutBeforeItGoes) {
+    write("Leeren/unten/tief/d.txt");
+    link("Ziel", "Leeren/unten/Verweis");
+    link("Ziel", "Leeren/unten/tief/Verweis");
+    empty();
+    EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{});
+    EXPECT_EQ(recycled(), Texts{"D:\\Leeren\\unten"});
+    EXPECT_TRUE(fs::exists(host_ / "laufwerk.Papierkorb/unten/tief/d.txt"));
+    EXPECT_FALSE(fs::is_symlink(host_ / "laufwerk.Papierkorb/unten/Verweis"));
+    expectTargetWhole();
+}
+
+TEST_F(Links, ThatCannotBeRemovedKeepTheirFolderFromTheShell) {
+    write("Leeren/b/datei.txt");
+    link("Ziel", "Leeren/b/Verweis");
+    write("Leeren/c.txt");
+    machine().faults.failFrom("RemoveDirectoryA", 1, ERROR_ACCESS_DENIED);
+    empty();
+    EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{"b"});
+    EXPECT_EQ(filesIn("D:\\Leeren\\b\\", "*"), (Texts{"Verweis", "datei.txt"}));
+    expectTargetWhole();
+}
+
+TEST_F(Links, OfAFilledSubFolderStayWithItWhenDeletedForGood) {
+    DelFilePermanent = 1;
+    write("Leeren/b/datei.txt");
+    link("Ziel", "Leeren/b/Verweis");
+    empty();
+    EXPECT_TRUE(linkExists("Leeren/b/Verweis"));
+    expectTargetWhole();
+}
+
+TEST_F(Links, AFolderOfTheListThatIsOneIsEmptied) {
+    fs::remove_all(host_ / "laufwerk/Leeren");
+    fs::create_directories(host_ / "laufwerk/Echt");
+    write("Echt/a.txt");
+    link("Echt", "Leeren");
+    empty();
+    EXPECT_EQ(filesIn("D:\\Echt\\", "*"), Texts{});
+    EXPECT_TRUE(linkExists("Leeren"));
+}
+
+TEST_F(Links, InACircleEndWithTheLink) {
+    write("Leeren/b/datei.txt");
+    link("Leeren", "Leeren/b/zurueck");
+    empty();
+    EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{});
+    expectTargetWhole();
+}
+
+}  // namespace
+}  // namespace bromvale::testing

@@ -1,0 +1,191 @@
+// Emptying on the real shell: what its recycle bin holds afterwards, links, and its folder dialog.
+#include <cstdlib>
+
+#include "cleanup/browse_for_folder.h"
+#include "cleanup/file_del.h"
+#include "platform/folder_dialog.h"
+#include "tests/cleanup/cleanup_fixture.h"
+
+namespace bromvale::testing {
+namespace {
+
+// Names that no other test has thrown away.
+std::string own(const std::string& name) {
+    return std::to_string(GetCurrentProcessId()) + "-" + name;
+}
+
+class RealShell : public CleanupTest {
+  protected:
+    // The folder that the shell of this system throws files into, with its backslash; empty where it isn't
+    // known.
+    static std::string bin() {
+        const char* const data = std::getenv("XDG_DATA_HOME");
+        if (data == nullptr) return {};
+        std::string path = std::string("Z:") + data + "/Trash/files/";
+        for (char& c : path) {
+            if (c == '/') c = '\\';
+        }
+        return path;
+    }
+    // A link, made by the system below; false where there is none.
+    static bool makeLink(const std::string& target, const std::string& name) {
+        const std::string targetPath = hostPath(target);
+        if (targetPath.empty()) return false;
+        onHost("Z:\\bin\\ln -s \"" + targetPath + "\" \"" + hostPath(name) + "\"");
+        return exists(name);
+    }
+    static void removeLink(const std::string& folder, const std::string& name) {
+        onHost("Z:\\bin\\rm -f \"" + hostPath(folder) + "/" + name + "\"");
+    }
+    static void onHost(std::string line) {
+        STARTUPINFOA start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION made{};
+        if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                            &made))
+            return;
+        WaitForSingleObject(made.hProcess, 10000);
+        CloseHandle(made.hThread);
+        CloseHandle(made.hProcess);
+        Sleep(200);  // such a program may end behind its handle
+    }
+    static std::string hostPath(const std::string& path) {
+        using Convert = char*(__cdecl*)(const wchar_t*);
+        const auto convert = reinterpret_cast<Convert>(reinterpret_cast<void*>(
+            GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+        if (convert == nullptr) return {};
+        wchar_t wide[MAX_PATH] = L"";
+        MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
+        char* const host = convert(wide);
+        const std::string result = host != nullptr ? host : "";
+        if (host != nullptr) HeapFree(GetProcessHeap(), 0, host);
+        return result;
+    }
+};
+
+TEST_F(RealShell, TheBinHoldsTheFilesAndTheSubFolderWithItsContent) {
+    if (bin().empty()) GTEST_SKIP() << "the place of the recycle bin isn't known here";
+    std::string path = makeBin("Leeren");
+    const std::string file = own("eins.txt");
+    const std::string sub = own("voll");
+    writeWholeFile(path + file, "eins");
+    makeFolderOnDisk(path + sub);
+    writeWholeFile(path + sub + "\\drei.txt", "drei");
+    FileDel(path, "");
+    EXPECT_EQ(filesIn(path, "*"), Texts{});
+    EXPECT_TRUE(exists(path));
+    EXPECT_EQ(readWholeFile(bin() + file), "eins");
+    EXPECT_EQ(readWholeFile(bin() + sub + "\\drei.txt"), "drei");
+}
+
+TEST_F(RealShell, AnUndoFileReachesTheBinThoughFilesAreDeletedForGood) {
+    if (bin().empty()) GTEST_SKIP() << "the place of the recycle bin isn't known here";
+    DelFilePermanent = 1;
+    makeFolderOnDisk(BackupPath);
+    const std::string name = own("Rueckgaengig.reg");
+    writeWholeFile(BackupPath + name, "REGEDIT4");
+    FileDel(BackupPath, name);
+    EXPECT_FALSE(exists(BackupPath + name));
+    EXPECT_EQ(readWholeFile(bin() + name), "REGEDIT4");
+}
+
+TEST_F(RealShell, ForGoodNothingReachesTheBin) {
+    DelFilePermanent = 1;
+    std::string path = makeBin("Leeren");
+    const std::string file = own("weg.txt");
+    writeWholeFile(path + file, "weg");
+    FileDel(path, "");
+    EXPECT_FALSE(exists(path + file));
+    EXPECT_FALSE(exists(bin() + file));
+}
+
+// Where the system reaches what a link points to under the link's name, the link stays, too.
+TEST_F(RealShell, WhatLinksPointToStaysWhateverTheSettingAndTheOtherEntriesGo) {
+    for (const std::int16_t permanent : {std::int16_t{0}, std::int16_t{1}}) {
+        DelFilePermanent = permanent;
+        const std::string number = std::to_string(permanent);
+        const std::string target = makeBin("Ziel" + number);
+        writeWholeFile(target + "bleibt.txt", "bleibt");
+        makeFolderOnDisk(target + "leer");
+        makeFolderOnDisk(target + "tief");
+        writeWholeFile(target + "tief\\bleibt.txt", "auch");
+        std::string path = makeBin("Leeren" + number);
+        const std::string sub = path + "unten";
+        makeFolderOnDisk(sub);
+        writeWholeFile(sub + "\\datei.txt", "x");
+        if (!makeLink(target + "tief", path + "a-Ordner")) GTEST_SKIP() << "no links can be made here";
+        EXPECT_TRUE(makeLink(target + "bleibt.txt", path + "b-Datei"));
+        EXPECT_TRUE(makeLink(target + "leer", path + "c-leer"));
+        EXPECT_TRUE(makeLink(target + "tief", sub + "\\Verweis"));
+        EXPECT_TRUE(makeLink(target + "bleibt.txt", sub + "\\Verweis2"));
+        writeWholeFile(path + own("d.txt"), "x");
+        makeFolderOnDisk(path + own("e"));
+        FileDel(path, "");
+        EXPECT_FALSE(exists(path + own("d.txt"))) << permanent;
+        EXPECT_FALSE(exists(path + own("e"))) << permanent;
+        EXPECT_EQ(readWholeFile(target + "bleibt.txt"), "bleibt") << permanent;
+        EXPECT_EQ(readWholeFile(target + "tief\\bleibt.txt"), "auch") << permanent;
+        EXPECT_TRUE(exists(target + "leer")) << permanent;
+        for (const char* name : {"a-Ordner", "b-Datei", "c-leer"}) removeLink(path, name);
+        for (const char* name : {"Verweis", "Verweis2"}) removeLink(sub, name);
+    }
+}
+
+TEST_F(RealShell, AFolderOfTheListThatIsALinkIsEmptied) {
+    const std::string target = makeBin("Echt");
+    writeWholeFile(target + own("a.txt"), "x");
+    std::string path = folder() + "Verweis";
+    if (!makeLink(target, path)) GTEST_SKIP() << "no links can be made here";
+    FileDel(path, "");
+    EXPECT_EQ(filesIn(target, "*"), Texts{});
+    removeLink(folder(), "Verweis");
+}
+
+// --- the folder dialog ---
+
+std::string chosenFolder;
+std::string dialogText;
+bool cancels = false;
+
+std::string textOf(HWND window) {
+    char text[512] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+}
+
+BOOL CALLBACK findTitle(HWND child, LPARAM) {
+    const std::string text = textOf(child);
+    if (text.find("Ordner") != std::string::npos) dialogText = text;
+    return TRUE;
+}
+
+// The user's side: chooses a folder as soon as the dialog stands, or cancels it.
+LRESULT CALLBACK answerDialog(int code, WPARAM wParam, LPARAM lParam) {
+    const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
+    if (code == HC_ACTION && message.message == WM_INITDIALOG) {
+        EnumChildWindows(message.hwnd, findTitle, 0);
+        if (!cancels) {
+            PostMessageA(message.hwnd, BFFM_SETSELECTIONA, TRUE,
+                         reinterpret_cast<LPARAM>(chosenFolder.c_str()));
+        }
+        PostMessageA(message.hwnd, WM_COMMAND, cancels ? IDCANCEL : IDOK, 0);
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(RealShell, TheFolderDialogGivesThePathOrNothing) {
+    makeBin("Wahl");
+    chosenFolder = folder() + "Wahl";
+    const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerDialog, nullptr, GetCurrentThreadId());
+    cancels = false;
+    const std::string chosen = BrowseForFolder();
+    cancels = true;
+    const std::string cancelled = BrowseForFolder();
+    UnhookWindowsHookEx(hook);
+    EXPECT_EQ(chosen, chosenFolder);
+    EXPECT_EQ(cancelled, "");
+    EXPECT_EQ(dialogText, "Wähle den Ordner, aus den die Dateien gelöscht werden sollen.");
+}
+
+}  // namespace
+}  // namespace bromvale::testing

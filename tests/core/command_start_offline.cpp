@@ -1,0 +1,70 @@
+#include "core/command_start.h"
+#include "platform/failure.h"
+#include "platform/offline/machine.h"
+#include "tests/support/test_machine.h"
+
+namespace bromvale::testing {
+namespace {
+
+class CommandStartOfflineTest : public TestMachine {
+  protected:
+    static std::vector<std::string> started() {
+        std::vector<std::string> lines;
+        for (const auto& event : offline::machine().events.of(offline::EventKind::Run))
+            lines.push_back(event.text);
+        return lines;
+    }
+};
+
+TEST_F(CommandStartOfflineTest, TheFileOnTheDriveDecidesAndTheWholeLineIsStarted) {
+    makeFolderOnDisk(folder() + "Ein Ordner");
+    writeWholeFile(folder() + "Ein Ordner\\weg.exe", "MZ");
+    const std::string line = folder() + "Ein Ordner\\weg.exe /still";
+    startCommand(line, 1);
+    startCommand("\"" + folder() + "Ein Ordner\\weg\" /still", 1);
+    EXPECT_EQ(started(), (std::vector<std::string>{line, "\"" + folder() + "Ein Ordner\\weg\" /still"}));
+}
+
+TEST_F(CommandStartOfflineTest, VariablesAreReplacedBeforeTheStart) {
+    offline::machine().drives.writeFile("C:\\Programme\\A\\weg.exe", "MZ");
+    startCommand("%ProgramFiles%\\A\\weg.exe /x", 1);
+    EXPECT_EQ(started(), std::vector<std::string>{"C:\\Programme\\A\\weg.exe /x"});
+}
+
+TEST_F(CommandStartOfflineTest, ALineStaysAsItIsWhereVariablesCannotBeReplaced) {
+    offline::machine().drives.writeFile("C:\\Programme\\A\\weg.exe", "MZ");
+    offline::machine().faults.fail("ExpandEnvironmentStringsA", 1, ERROR_NOT_ENOUGH_MEMORY);
+    startCommand("C:\\Programme\\A\\weg.exe /x", 1);
+    EXPECT_EQ(started(), std::vector<std::string>{"C:\\Programme\\A\\weg.exe /x"});
+}
+
+struct ErrorRow {
+    long error;
+    int number;
+};
+class CommandStartErrorTest : public TestMachine, public ::testing::WithParamInterface<ErrorRow> {};
+
+TEST_P(CommandStartErrorTest, EachErrorOfTheSystemHasItsFailure) {
+    offline::machine().faults.fail("CreateProcessA", 1, GetParam().error);
+    try {
+        startCommand("C:\\x.exe", 1);
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, GetParam().number);
+        EXPECT_EQ(failure.description, failureText(GetParam().number));
+        EXPECT_NE(failure.description, failureText(-1));
+    }
+    EXPECT_EQ(offline::machine().events.count(offline::EventKind::Run), 0u);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Errors, CommandStartErrorTest,
+    ::testing::Values(ErrorRow{ERROR_FILE_NOT_FOUND, 53}, ErrorRow{ERROR_PATH_NOT_FOUND, 53},
+                      ErrorRow{ERROR_ACCESS_DENIED, 70}, ErrorRow{ERROR_SHARING_VIOLATION, 70},
+                      ErrorRow{ERROR_NOT_ENOUGH_MEMORY, 7}, ErrorRow{ERROR_INVALID_NAME, 52},
+                      ErrorRow{ERROR_FILENAME_EXCED_RANGE, 52}, ErrorRow{ERROR_NOT_READY, 71},
+                      ErrorRow{ERROR_BAD_NETPATH, 76}, ErrorRow{ERROR_BAD_EXE_FORMAT, 5}),
+    [](const auto& info) { return "Error" + std::to_string(info.param.error); });
+
+}  // namespace
+}  // namespace bromvale::testing

@@ -1,0 +1,334 @@
+// The three buttons, on a machine whose shell and clock tell what was done.
+#include "core/runtime.h"
+#include "platform/offline/machine.h"
+#include "tests/repair/backup_fixture.h"
+
+namespace bromvale::testing {
+namespace {
+
+using offline::EventKind;
+
+class BackupButtonsTest : public BackupTest {
+  protected:
+    // "verb path" of each call of the shell.
+    [[nodiscard]] static Texts handed() {
+        Texts result;
+        for (const offline::Event& event : offline::machine().events.of(EventKind::ShellExecute))
+            result.push_back(event.caption + " " + event.text);
+        return result;
+    }
+    [[nodiscard]] static Texts recycled() {
+        Texts result;
+        for (const auto& file : offline::machine().drives.recycled) result.push_back(file.path);
+        return result;
+    }
+    static std::size_t restarts() { return offline::machine().events.count(EventKind::Restart); }
+    // Records of this routine alone.
+    [[nodiscard]] Texts logOf(const std::string& routine) {
+        Texts result;
+        for (const std::string& line : logLines()) {
+            if (line.starts_with("frmMain; " + routine + "; "))
+                result.push_back(line.substr(routine.size() + 11));
+        }
+        return result;
+    }
+    static std::string path(const std::string& name) { return BackupPath + name; }
+};
+
+// --- Bearbeiten ---
+
+TEST_F(BackupButtonsTest, EditingOpensAllSelectedFilesAndLeavesNoneSelected) {
+    openPage({"a.reg", "b.reg", "c.reg"});
+    list().userSelect({1, 3});
+    form().cmdBearbeiten.userClick();
+    EXPECT_EQ(handed(), (Texts{"Edit " + path("a.reg"), "Edit " + path("c.reg")}));
+    EXPECT_EQ(selected(), Texts{});
+    EXPECT_EQ(asked(), Texts{});
+}
+
+TEST_F(BackupButtonsTest, EditingIsTraced) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    switchTracingOn();
+    form().cmdBearbeiten.userClick();
+    EXPECT_EQ(logOf("cmdBearbeiten_Click"),
+              (Texts{"started; 0; ", "a.reg zum bearbeiten geöffnet; 0; ", "endet; 0; "}));
+}
+
+TEST_F(BackupButtonsTest, ADoubleClickReturnAndExecuteEdit) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    list().userDoubleClick();
+    list().userSelect({1});
+    list().userKeyDown(13);
+    list().userSelect({1});
+    list().userKeyDown(43);
+    EXPECT_EQ(handed(), (Texts{"Edit " + path("a.reg"), "Edit " + path("a.reg"), "Edit " + path("a.reg")}));
+}
+
+// --- Eintragen ---
+
+TEST_F(BackupButtonsTest, ReenteringAsksAndOpensTheFileOnYes) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    answer(IDYES);
+    form().cmdEintragen.userClick();
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(
+        boxes()[0].text,
+        "Wollen Sie wirklich die Datei a.reg in die Registry eintragen?\r\rHinweis!\rNach dem Bestätigen des "
+        "Fensters mit Ja, folgen zwei weitere Dialoge. \rBestätigen Sie die erste Aufforderung mit Ja und "
+        "die "
+        "zweite mit OK.");
+    EXPECT_EQ(boxes()[0].caption, "Bromvale");
+    EXPECT_EQ(boxes()[0].style & 0xFFu, 36u);
+    EXPECT_EQ(handed(), Texts{"Open " + path("a.reg")});
+    EXPECT_EQ(filesLeft(), Texts{"a.reg"});
+    EXPECT_EQ(selected(), Texts{"a.reg"});
+    EXPECT_EQ(restarts(), 0u);
+}
+
+TEST_F(BackupButtonsTest, ReenteringOpensNothingOnNo) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    answer(IDNO);
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(handed(), Texts{});
+    EXPECT_EQ(filesLeft(), Texts{"a.reg"});
+}
+
+TEST_F(BackupButtonsTest, EachSelectedFileIsAskedForByItself) {
+    openPage({"a.reg", "b.reg", "c.reg"});
+    list().userSelect({1, 2, 3});
+    answer(IDYES);
+    answer(IDNO);
+    answer(IDYES);
+    list().userKeyDown(119);
+    EXPECT_EQ(boxes().size(), 3u);
+    EXPECT_EQ(handed(), (Texts{"Open " + path("a.reg"), "Open " + path("c.reg")}));
+}
+
+TEST_F(BackupButtonsTest, ReenteringIsTracedAsASuccessWhateverTheEditorDid) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    offline::machine().faults.fail("ShellExecuteA", 1, SE_ERR_NOASSOC);
+    switchTracingOn();
+    answer(IDYES);
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(
+        logOf("cmdEintragen_Click"),
+        (Texts{"started; 0; ", "Die Sicherungdatei a.reg wurde erfolgreich in die Registry eingetragen.; 0; ",
+               "endet; 0; "}));
+}
+
+TEST_F(BackupButtonsTest, TheFileGoesToTheBinSevenSecondsAfterItsReentry) {
+    AutoFileDelAfterReentry = 1;
+    openPage({"a.reg"});
+    list().userSelect({1});
+    answer(IDYES);
+    const auto before = offline::machine().clock.elapsed();
+    form().cmdEintragen.userClick();
+    EXPECT_EQ((offline::machine().clock.elapsed() - before) / 1000, 7);
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+    EXPECT_EQ(names(), Texts{});
+}
+
+TEST_F(BackupButtonsTest, TheFirstMergeRefillsTheListAndLeavesTheOtherFilesAlone) {
+    AutoFileDelAfterReentry = 1;
+    openPage({"a.reg", "b.reg", "c.reg"});
+    list().userSelect({1, 2, 3});
+    LogAlways = true;
+    answer(IDYES);
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(handed(), Texts{"Open " + path("a.reg")});
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+    EXPECT_EQ(names(), (Texts{"b.reg", "c.reg"}));
+    EXPECT_EQ(selected(), Texts{});
+    // The third row isn't there any more.
+    EXPECT_EQ(logOf("cmdEintragen_Click"),
+              Texts{"Es wurde keine Datei gewählt.; 35600; Index liegt außerhalb der Grenzen"});
+}
+
+TEST_F(BackupButtonsTest, AutoFileDelAfterReentryIsAskedAfterNoToo) {
+    AutoFileDelAfterReentry = 1;
+    openPage({"a.reg"});
+    list().userSelect({1});
+    switchTracingOn();
+    answer(IDNO);
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(handed(), Texts{});
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+    EXPECT_EQ(logOf("cmdEintragen_Click"),
+              (Texts{"started; 0; ", "AutoClose nach eintragen wird ausgeführt; 0; ", "endet; 0; "}));
+}
+
+TEST_F(BackupButtonsTest, TheFileThatWasAskedForIsDeletedThoughTheListWasSortedMeanwhile) {
+    AutoFileDelAfterReentry = 1;
+    openPage({"a.reg", "b.reg", "c.reg"});
+    list().userSelect({1});
+    answer(IDYES);
+    atPump(1, [&] { form().lvwBackup_ColumnClick(1); });
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+    EXPECT_EQ(filesLeft(), (Texts{"b.reg", "c.reg"}));
+}
+
+TEST_F(BackupButtonsTest, WindowsRestartsSevenSecondsAfterNoToo) {
+    RebootAfterEntry = 1;
+    openPage({"a.reg"});
+    list().userSelect({1});
+    switchTracingOn();
+    answer(IDNO);
+    const auto before = offline::machine().clock.elapsed();
+    form().cmdEintragen.userClick();
+    EXPECT_EQ((offline::machine().clock.elapsed() - before) / 1000, 7);
+    ASSERT_EQ(restarts(), 1u);
+    EXPECT_EQ(offline::machine().events.of(EventKind::Restart)[0].number, 6u);
+    EXPECT_EQ(logOf("cmdEintragen_Click"),
+              (Texts{"started; 0; ", "Reboot nach eintragen wird ausgeführt; 0; ", "endet; 0; "}));
+}
+
+TEST_F(BackupButtonsTest, WindowsRestartsOnceHoweverManyFilesWereEntered) {
+    RebootAfterEntry = 1;
+    openPage({"a.reg", "b.reg"});
+    list().userSelect({1, 2});
+    answer(IDYES);
+    answer(IDYES);
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(restarts(), 1u);
+}
+
+TEST_F(BackupButtonsTest, WindowsRestartsThoughNothingIsSelected) {
+    RebootAfterEntry = 1;
+    openPage({"a.reg"});
+    form().cmdEintragen.userClick();
+    EXPECT_EQ(restarts(), 1u);
+}
+
+// --- Löschen ---
+
+TEST_F(BackupButtonsTest, DeletingAsksAndMovesTheFileToTheBin) {
+    openPage({"a.reg", "b.reg"});
+    list().userSelect({1});
+    answer(IDYES);
+    form().cmdLöschen.userClick();
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].text, "Wollen Sie wirklich die Datei a.reg löschen?");
+    EXPECT_EQ(boxes()[0].caption, "Bromvale");
+    EXPECT_EQ(boxes()[0].style & 0xFFu, 36u);
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+    EXPECT_EQ(names(), Texts{"b.reg"});
+    EXPECT_EQ(selected(), Texts{"b.reg"});
+}
+
+TEST_F(BackupButtonsTest, DeletingGoesToTheBinThoughFilesAreToBeDeletedForGood) {
+    DelFilePermanent = 1;
+    openPage({"a.reg"});
+    list().userSelect({1});
+    answer(IDYES);
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+}
+
+TEST_F(BackupButtonsTest, DeletingLeavesTheFileOnNoAndSelectsTheFirstRow) {
+    openPage({"a.reg", "b.reg"});
+    list().userSelect({2});
+    answer(IDNO);
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(recycled(), Texts{});
+    EXPECT_EQ(names(), (Texts{"a.reg", "b.reg"}));
+    EXPECT_EQ(selected(), (Texts{"a.reg", "b.reg"}));
+}
+
+TEST_F(BackupButtonsTest, AllSelectedFilesAreDeletedOneAfterTheOther) {
+    for (const bool tracing : {false, true}) {
+        openPage({"a.reg", "b.reg", "c.reg", "d.reg"});
+        list().userSelect({1, 2, 4});
+        if (tracing) switchTracingOn();
+        for (int i = 0; i < 3; ++i) answer(IDYES);
+        list().userKeyDown(46);
+        EXPECT_EQ(names(), Texts{"c.reg"}) << tracing;
+        EXPECT_EQ(filesLeft(), Texts{"c.reg"}) << tracing;
+    }
+}
+
+TEST_F(BackupButtonsTest, TheIndexPassesTheLastRowAfterADeletionWhichIsLoggedAndEndsTheLoop) {
+    openPage({"a.reg", "b.reg", "c.reg", "d.reg"});
+    list().userSelect({2, 3});
+    LogAlways = true;
+    answer(IDYES);
+    answer(IDYES);
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(names(), (Texts{"a.reg", "d.reg"}));
+    EXPECT_EQ(selected(), Texts{"a.reg"});
+    EXPECT_EQ(logOf("cmdLöschen_Click"),
+              Texts{"Es wurde keine Datei gewählt.; 35600; Index liegt außerhalb der Grenzen"});
+}
+
+TEST_F(BackupButtonsTest, NothingIsLoggedWhileThereWasNothingToDelete) {
+    openPage({"a.reg"});
+    LogAlways = true;
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(logLines(), Texts{});
+    EXPECT_EQ(selected(), Texts{"a.reg"});
+}
+
+TEST_F(BackupButtonsTest, DeletingTracesTheRowAboveTheOneThatWent) {
+    openPage({"a.reg", "b.reg"});
+    list().userSelect({2});
+    switchTracingOn();
+    answer(IDYES);
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(logOf("cmdLöschen_Click"),
+              (Texts{
+                  "started; 0; ",
+                  "Datei b.reg wurde gelöscht; 0; ",
+                  "Eintrag a.reg wurde aus der Liste entfernt; 0; ",
+                  "Es wurde keine Datei gewählt.; 35600; Index liegt außerhalb der Grenzen",
+                  "endet; 0; ",
+              }));
+}
+
+TEST_F(BackupButtonsTest, AnEmptyListIsNoFailureForAnyButton) {
+    openPage();
+    LogAlways = true;
+    form().cmdBearbeiten.userClick();
+    form().cmdEintragen.userClick();
+    form().cmdLöschen.userClick();
+    list().userKeyDown(12);
+    EXPECT_EQ(asked(), Texts{});
+    EXPECT_EQ(logLines(), Texts{});
+}
+
+// --- the menu ---
+
+TEST_F(BackupButtonsTest, TheRightButtonOpensTheMenuWhoseEntriesDoAsTheButtons) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    auto& machine = offline::machine();
+    machine.menuChoices = {"mnuPopUpBackupBearbeiten"};
+    list().userMouseUp(kRight);
+    EXPECT_EQ(handed(), Texts{"Edit " + path("a.reg")});
+    ASSERT_EQ(machine.events.count(EventKind::Menu), 1u);
+    EXPECT_EQ(machine.events.of(EventKind::Menu)[0].text,
+              "markierten Eintrag bearbeiten | markierten Eintrag einfügen | markierten Eintrag löschen");
+
+    list().userSelect({1});
+    machine.menuChoices = {"mnuPopUpBackupEinfügen", "mnuPopUpBackupLöschen"};
+    answer(IDYES);
+    answer(IDYES);
+    list().userMouseUp(kRight);
+    EXPECT_EQ(handed().back(), "Open " + path("a.reg"));
+    list().userMouseUp(kRight);
+    EXPECT_EQ(recycled(), Texts{path("a.reg")});
+}
+
+TEST_F(BackupButtonsTest, TheLeftButtonOpensNoMenu) {
+    openPage({"a.reg"});
+    list().userMouseUp(kLeft);
+    EXPECT_EQ(offline::machine().events.count(EventKind::Menu), 0u);
+}
+
+}  // namespace
+}  // namespace bromvale::testing

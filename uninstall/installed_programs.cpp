@@ -1,0 +1,183 @@
+// The page of the installed programs: what the list shows, and how mouse and keyboard work on it.
+#include <array>
+#include <string>
+
+#include "core/attempt.h"
+#include "core/log.h"
+#include "core/registry_layer.h"
+#include "core/runtime.h"
+#include "platform/events.h"
+#include "scanner/scan_state.h"
+#include "scanner/search.h"
+#include "scanner/sort.h"
+#include "ui/frm_main.h"
+#include "ui/frm_popup.h"
+#include "uninstall/program_entry.h"
+
+namespace bromvale {
+namespace {
+
+constexpr Tags kTags{"frmMain", "ShowDeinstall"};
+constexpr std::string_view kUninstallKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
+constexpr std::array kRoots{kHiveCurrentUser, kHiveLocalMachine};
+constexpr int kStatusPanel = 1;
+constexpr int kDeinstallIcon = 5;
+constexpr int kRightButton = 2;
+constexpr int kInvalidCall = 5;
+
+struct KeyAction {
+    int keyCode;
+    void (*act)(FrmMain& form);
+};
+constexpr std::array<KeyAction, 5> kKeyActions{{
+    {115, [](FrmMain& form) { form.lvwDeinstall_ColumnClick(1); }},  // F4
+    {116, [](FrmMain& form) { form.ShowDeinstall(); }},              // F5
+    {12, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Clear
+    {46, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Delete
+    {13, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Return
+}};
+
+int selectedRows(const ListView& list) {
+    int selected = 0;
+    for (int row = 1; row <= list.count(); ++row) {
+        if (list.item(row).selected()) ++selected;
+    }
+    return selected;
+}
+
+// Turns the sorted entries into rows: a program per "DisplayName", its command from the "UninstallString" of
+// the same key, which sorts behind it.
+class ProgramRows {
+  public:
+    explicit ProgramRows(ListView& list) : list_(list) {}
+
+    void take(std::string_view line) {
+        const ProgramEntry entry = takeApart(line);
+        if (entry.name == "DisplayName") {
+            row_ =
+                &list_.add({entry.data, "", std::to_string(toInt32(entry.hive)), entry.key}, kDeinstallIcon);
+            key_ = entry.key;
+        } else if (entry.name == "UninstallString" && entry.key == key_) {
+            row_->setSubItem(kUninstallCommand, entry.data);
+        }
+    }
+
+  private:
+    ListView& list_;
+    ListItem* row_ = nullptr;
+    std::string key_;
+};
+
+// One run. The steps return false once a failure has ended it early.
+class Listing {
+  public:
+    explicit Listing(FrmMain& form) : form_(form) {}
+    void run() {
+        static_cast<void>(step([&] { form_.lvwDeinstall.clear(); }) && collect(1) && collect(2) && sort() &&
+                          fill());
+    }
+
+  private:
+    // An invalid call costs the entries and nothing else: with none left the loops end by themselves.
+    Ending handle(const Failure& failure) {
+        const bool invalidCall = failure.number == kInvalidCall;
+        ErrHandle(kTags.modul, kTags.funktion, "Programm Deinstallation konnte nicht angezeigt werden.",
+                  failure.number, failure.description, kStyleExclamation, invalidCall ? kHide : kShow);
+        if (!invalidCall) return Ending::Leave;
+        entries_.assign(1, std::string());
+        return Ending::Next;
+    }
+    template <class Statement>
+    [[nodiscard]] bool step(Statement&& statement) {
+        return attempt([this](const Failure& failure) { return handle(failure); }, statement);
+    }
+    [[nodiscard]] bool showStatus(std::string_view text) {
+        return step([&] { form_.StatusBar_.setPanelText(kStatusPanel, text); }) && step(DoEvents);
+    }
+
+    [[nodiscard]] bool collect(int round) {
+        SearchSpec spec;
+        spec.SearchKey = kUninstallKey;
+        spec.SearchHive = kRoots[static_cast<std::size_t>(round - 1)];
+        if (!step([&] { form_.setMousePointer(MousePointer::Hourglass); }) ||
+            !showStatus("Daten werden eingelesen..."))
+            return false;
+        kTags.trace([&] { return "Scanoptionen " + std::to_string(round) + " festgelegt"; });
+        ScanAbort = false;
+        if (!step([&] { FindString(spec, entries_); })) return false;
+        kTags.trace([&] { return "Lesen von " + std::to_string(round) + " beendet"; });
+        return showStatus("Einen Moment bitte...");
+    }
+
+    // By the whole text: HKEY_LOCAL_MACHINE, whose handle ends in 6, comes before HKEY_CURRENT_USER.
+    [[nodiscard]] bool sort() {
+        if (!step([&] { form_.ProgressBar_.setValue(0); }) || !step(DoEvents)) return false;
+        kTags.trace([&] {
+            return std::to_string(entries_.size() - 1) + " Einträge zu installierten Programmen gefunden";
+        });
+        if (!step([&] { Sortiere(entries_); })) return false;
+        kTags.trace("Einträge sortiert");
+        return true;
+    }
+
+    // Events were served meanwhile: should the user have asked for the list once more, it is filled already.
+    [[nodiscard]] bool fill() {
+        if (!step([&] { form_.lvwDeinstall.clear(); })) return false;
+        ProgramRows rows(form_.lvwDeinstall);
+        for (std::size_t i = 1; i < entries_.size(); ++i) {
+            if (!step([&] { rows.take(entries_[i]); })) return false;
+        }
+        return true;
+    }
+
+    FrmMain& form_;
+    ScanLines entries_{std::string()};
+};
+
+}  // namespace
+
+void FrmMain::ShowDeinstall() {
+    kTags.trace("started");
+    Listing(*this).run();
+    attempt(kGoOn, [&] { StatusBar_.setPanelText(kStatusPanel, "Status"); });
+    attempt(kGoOn, [&] { setMousePointer(MousePointer::Default); });
+    kTags.trace("endet");
+}
+
+void FrmMain::mnuPopUpDeinstall_Click() {
+    showPage(Frame4);
+    ShowDeinstall();
+    setMousePointer(MousePointer::Default);
+}
+
+void FrmMain::cmdDeinstallRefresh_Click() {
+    ShowDeinstall();
+}
+
+// Each click turns the order round, one on another column too.
+void FrmMain::lvwDeinstall_ColumnClick(int column) {
+    lvwDeinstall.setSortKey(column - 1);
+    lvwDeinstall.setSortOrder(lvwDeinstall.sortOrder() == SortOrder::Ascending ? SortOrder::Descending
+                                                                               : SortOrder::Ascending);
+}
+
+void FrmMain::lvwDeinstall_KeyDown(int keyCode) {
+    for (const KeyAction& key : kKeyActions) {
+        if (key.keyCode == keyCode) key.act(*this);
+    }
+}
+
+void FrmMain::lvwDeinstall_MouseUp(int button) {
+    int selected = 0;
+    attempt(kGoOn, [&] { selected = selectedRows(lvwDeinstall); });
+    attempt(kGoOn, [&] {
+        mnuPopUpDeinstDeinstall.setCaption(selected > 1 ? "markierte Programme &deinstallieren"
+                                                        : "markiertes Programm &deinstallieren");
+    });
+    attempt(kGoOn, [&] { mnuPopUpDeinstRefresh.setCaption("&Ansicht aktualisieren"); });
+    attempt(kGoOn, [&] {
+        if (button == kRightButton) showPopupMenu(frmPopUp(), mnuPopUpDeinst, nullptr);
+    });
+}
+
+}  // namespace bromvale

@@ -1,0 +1,104 @@
+// The button of the programs page: starts the uninstallers of the selected rows, one after the other and
+// without waiting.
+#include <string>
+
+#include "core/attempt.h"
+#include "core/command_start.h"
+#include "core/log.h"
+#include "core/registry_layer.h"
+#include "core/runtime.h"
+#include "core/state.h"
+#include "platform/shell.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+namespace {
+
+constexpr Tags kTags{"frmMain", "cmdDeinstall_Click"};
+constexpr int kIndexOutOfBounds = 35600;
+constexpr int kFileNotFound = 53;
+constexpr std::int32_t kYesNoQuestion = 36;
+constexpr int kYes = 6;
+
+// A row's texts, taken once: what the user is asked about is what is started or removed.
+struct Program {
+    std::string name;
+    std::string command;
+    std::string hive;
+    std::string key;  // with its closing "]"
+
+    explicit Program(const ListItem& row)
+        : name(row.column(kProgramName)),
+          command(row.column(kUninstallCommand)),
+          hive(row.column(kProgramHive)),
+          key(row.column(kProgramKey)) {}
+};
+
+// The whole key goes, with no undo file.
+void removeEntry(FrmMain& form, const Program& program) {
+    const std::int32_t hive = toInt32(program.hive);
+    const std::string key = Left(program.key, static_cast<std::int64_t>(program.key.size()) - 1);
+    kTags.trace([&] { return "Das Programm " + program.name + " kann nicht deinstalliert werden."; });
+    DelKey(hive, key, kReadControl);
+    form.ShowDeinstall();
+}
+
+Ending offerRemoval(FrmMain& form, const Program& program) {
+    const int answer = MsgBox(
+        "Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
+        "Soll der Eintrag jetzt entfernt werden?",
+        kYesNoQuestion);
+    if (answer != kYes) return Ending::Next;
+    removeEntry(form, program);
+    return Ending::Leave;
+}
+
+Ending report(const Failure& failure) {
+    const bool noRow = failure.number == kIndexOutOfBounds;
+    ErrHandle(kTags.modul, kTags.funktion, noRow ? "Es wurde keine Datei gewählt." : "", failure.number,
+              failure.description, noRow ? kStyleInformation : kStyleExclamation, kHide);
+    return Ending::Next;
+}
+
+bool confirmed(const Program& program) {
+    int answer = 0;
+    attempt(report, [&] {
+        answer =
+            MsgBox("Wollen Sie das Programm " + program.name + " wirklich deinstallieren?", kYesNoQuestion);
+    });
+    return answer == kYes;
+}
+
+// False where the entry was removed since its uninstaller is missing: the list is another one then, and the
+// click ends.
+bool uninstall(FrmMain& form, const Program& program) {
+    const auto onFailure = [&](const Failure& failure) {
+        return failure.number == kFileNotFound ? offerRemoval(form, program) : report(failure);
+    };
+    if (!attempt(onFailure, [&] { startCommand(program.command, SW_SHOWNORMAL); })) return false;
+    kTags.trace([&] { return program.name + " soll deinstalliert werden"; });
+    return true;
+}
+
+}  // namespace
+
+void FrmMain::cmdDeinstall_Click() {
+    kTags.trace("started");
+    const int rows = lvwDeinstall.count();
+    for (int row = 1; row <= rows; ++row) {
+        bool selected = false;
+        attempt(report, [&] { selected = lvwDeinstall.item(row).selected(); });
+        if (!selected) continue;
+        const Program program(lvwDeinstall.item(row));
+        if (InStr(program.name, AppTitle) > 0) {
+            // Nothing behind this row is started, and the trace has no end.
+            MsgBox("Der " + AppTitle + " kann nur über die Windows Systemsteuerung deinstalliert werden.",
+                   kStyleInformation);
+            return;
+        }
+        if (confirmed(program) && !uninstall(*this, program)) break;
+    }
+    kTags.trace("endet");
+}
+
+}  // namespace bromvale
