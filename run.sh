@@ -60,6 +60,7 @@ prepare_prefix() {
         say "Putting the example machine's entries beside Wine's own..."
         seed_example || return 1
     fi
+    add_components || return 1
     # The scan starts with the window, and the first start's help stays closed.
     set_setting AutoScan 1 && set_setting 1stRun 0 || return 1
     install_program build/win64/Bromvale.exe

@@ -1,5 +1,7 @@
 #include "core/state.h"
 
+#include "core/version.h"
+
 namespace bromvale {
 
 std::string AppTitle;
@@ -18,6 +20,8 @@ std::string UserName;
 std::string OSName;
 std::string OSBuild;
 std::string RegFileHeader;
+
+std::string WebHost = kWebHost;
 
 bool LogAlways = false;
 bool SettingsRead = false;

@@ -23,6 +23,10 @@ extern std::string OSName;
 extern std::string OSBuild;        // low 16 bits of the build, signed, as text
 extern std::string RegFileHeader;  // first text of a .reg file, with two CR LF
 
+// Host of the web services, a name or name:port. Starts as the build's setting; bromvale-offline and the
+// tests put another one in its place.
+extern std::string WebHost;
+
 // Style 32 and 64 reports reach the log. Set whenever Protokoll is read as 1, never cleared.
 extern bool LogAlways;
 // At least one setting was enumerated. Never reset.

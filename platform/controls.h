@@ -7,6 +7,7 @@
 #include "platform/controls/list_bar.h"
 #include "platform/controls/list_view.h"
 #include "platform/controls/menu.h"
+#include "platform/controls/socket.h"
 #include "platform/controls/status.h"
 #include "platform/controls/text.h"
 #include "platform/controls/timer.h"

@@ -27,6 +27,7 @@ constexpr std::array kTexts{
     Row{71, "Datenträger nicht bereit"},
     Row{75, "Fehler beim Zugriff auf Pfad/Datei"},
     Row{76, "Pfad nicht gefunden"},
+    Row{40006, "Die Verbindung ist nicht in dem Zustand, den diese Anforderung verlangt"},
     Row{35600, "Index liegt außerhalb der Grenzen"},
 };
 

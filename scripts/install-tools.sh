@@ -4,13 +4,15 @@
 #
 # native:  compiler, CMake, GoogleTest      windows: cross compilers and Wine      desktop: virtual screen and its tools
 # Ends with 0 if everything asked for is there. A Wine without its 32-bit half counts as there; the scripts then
-# leave the 32-bit program's run out. Nothing but packages is changed.
+# leave the 32-bit program's run out. Without the compiler of the help the program is built without its help.
+# Nothing but packages is changed.
 set -u
 cd "$(dirname "$0")/.."
 
 native=(cmake g++ ninja-build googletest libgtest-dev libbenchmark-dev python3 clang-format)
 windows=(g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix
          cmake ninja-build python3 locales)
+help=(fp-utils)
 wine64=(wine wine64 fonts-wine)
 wine32=(wine32:i386)
 desktop=(xvfb xdotool imagemagick x11-utils xauth procps python3)
@@ -85,6 +87,9 @@ install_both_wines() {
     install --allow-downgrades "${release[@]}" "${wine64[@]}" "${wine32[@]}"
 }
 
+# Large, and the program runs without it.
+group_help() { group help "${help[@]}" || say "The help's compiler can't be had here; Bromvale.chm is left out."; }
+
 group_wine() {
     local lacking
     mapfile -t lacking < <(missing "${wine64[@]}" "${wine32[@]}")
@@ -104,9 +109,10 @@ status=0
 for what in "$@"; do
     case $what in
         native) group native "${native[@]}" || status=1 ;;
-        windows) group windows "${windows[@]}" && group_wine || status=1 ;;
+        windows) group windows "${windows[@]}" && group_help && group_wine || status=1 ;;
         desktop) group desktop "${desktop[@]}" || status=1 ;;
-        all) group native "${native[@]}" && group windows "${windows[@]}" && group desktop "${desktop[@]}" && group_wine || status=1 ;;
+        all) group native "${native[@]}" && group windows "${windows[@]}" && group_help && group desktop "${desktop[@]}" &&
+             group_wine || status=1 ;;
         *) say "Usage: scripts/install-tools.sh [native|windows|desktop|all]..."; exit 2 ;;
     esac
 done

@@ -7,7 +7,9 @@
 #   import_registry FILE.reg     merges a file of the registry editor
 #   set_windows_version EXE win98|winme|...
 #   set_setting NAME VALUE       one text value of the program's own settings
-#   install_program EXE          copies Bromvale.exe to its place in the prefix; program_folder says where that is
+#   install_program EXE          copies Bromvale.exe, and the help that lies beside it, to their place in the prefix;
+#                                program_folder says where that is
+#   add_components, remove_components   the classes that the start-up looks for, where they are not there yet
 #   seed_example                 the example machine's entries and files
 #   start_xvfb, start_desktop, screenshot FILE.png
 #
@@ -95,10 +97,39 @@ reset_prefix() {
     for file in system.reg user.reg userdef.reg; do
         cp --remove-destination "$wine_top/base$prefix_bits/$file" "$prefix/$file"
     done
+    rm -f "$(components_added)"
 }
 
 # The registry editor of the prefix's own width, so that no entry is redirected.
 import_registry() { in_wine "$wine_loader" 'C:\windows\regedit.exe' /S "$(windows_path "$1")"; }
+
+# What an installer does once: without these classes every start tells of missing components, although the program
+# brings all that it needs. A key that is there is left alone, and only what was added here is taken back.
+components=$bromvale_top/resources/components.reg
+class_root='HKLM\Software\Classes\CLSID'
+components_added() { printf '%s/components-added' "$prefix"; }
+add_components() {
+    local known id name
+    known=$(in_wine "$wine_loader" reg query "$class_root" 2>/dev/null | tr -d '\r')
+    while IFS=$'\t' read -r id name; do
+        grep -qiF "$id" <<<"$known" && continue
+        in_wine "$wine_loader" reg add "$class_root\\$id" /ve /d "$name" /f >/dev/null || return 1
+        printf '%s\t%s\n' "$id" "$name" >>"$(components_added)"
+    done < <(component_rows)
+}
+remove_components() {
+    local id name
+    [ -f "$(components_added)" ] || return 0
+    while IFS=$'\t' read -r id name; do
+        in_wine "$wine_loader" reg query "$class_root\\$id" /ve 2>/dev/null | grep -qF "$name" || continue
+        in_wine "$wine_loader" reg delete "$class_root\\$id" /f >/dev/null
+    done <"$(components_added)"
+    rm -f "$(components_added)"
+}
+# A class and its name a line, by a tab.
+component_rows() {
+    tr -d '\r' <"$components" | sed -n 's/^\[.*\\\({.*}\)\]$/\1/p; s/^@="\(.*\)"$/\1/p' | paste - -
+}
 windows_path() { local path; path=$(realpath -m "$1"); printf 'Z:%s' "${path//\//\\}"; }
 
 set_windows_version() {
@@ -110,6 +141,7 @@ program_folder() { printf '%s/drive_c/Program Files/Bromvale' "$prefix"; }
 install_program() {
     mkdir -p "$(program_folder)"
     cp "$1" "$(program_folder)/Bromvale.exe"
+    [ ! -f "${1%/*}/Bromvale.chm" ] || cp "${1%/*}/Bromvale.chm" "$(program_folder)/"
 }
 
 seed_example() { import_registry "$bromvale_top/resources/example/wine.reg" && seed_example_files; }

@@ -36,6 +36,7 @@ constexpr std::array kPictures{
 FrmError::FrmError() : Form("frmError") {
     cmdDetails.onClick = [this] { cmdDetails_Click(); };
     cmdSchließen.onClick = [this] { cmdSchließen_Click(); };
+    cmdReportSenden.onClick = [this] { cmdReportSenden_Click(); };
 }
 
 FrmError& frmError() {

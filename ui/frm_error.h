@@ -28,6 +28,7 @@ class FrmError : public Form {
     void cmdDetails_Click();
     void cmdSchließen_Click();
     void cmdBeenden_Click();
+    void cmdReportSenden_Click();  // internet/
 
   protected:
     void design() override;

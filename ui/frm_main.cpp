@@ -46,6 +46,9 @@ void FrmMain::wire() {
     lvwRegKeys.onKeyDown = [this](int keyCode) { lvwRegKeys_KeyDown(keyCode); };
     lvwRegKeys.onMouseUp = [this](int button) { lvwRegKeys_MouseUp(button); };
 
+    cmdBugReportSenden.onClick = [this] { cmdBugReportSenden_Click(); };
+    cmdBugReportLöschen.onClick = [this] { cmdBugReportLöschen_Click(); };
+
     cmdBearbeiten.onClick = [this] { cmdBearbeiten_Click(); };
     cmdEintragen.onClick = [this] { cmdEintragen_Click(); };
     cmdLöschen.onClick = [this] { cmdLöschen_Click(); };
@@ -100,12 +103,13 @@ void FrmMain::wireOptions() {
 }
 
 // mnuPopUpShowForm, the bold entry of the tray's menu, has no handler: choosing it does nothing, and is kept
-// so. mnuPopUpLiveUpdate gets its handler with the internet services.
+// so.
 void FrmMain::wireMenus() {
     mnuPopUpStartScan.onClick = [this] { mnuPopUpStartScan_Click(); };
     mnuPopUpBackupZeigen.onClick = [this] { mnuPopUpBackupZeigen_Click(); };
     mnuPopUpDeinstall.onClick = [this] { mnuPopUpDeinstall_Click(); };
     mnuPopUpBugReport.onClick = [this] { mnuPopUpBugReport_Click(); };
+    mnuPopUpLiveUpdate.onClick = [this] { mnuPopUpLiveUpdate_Click(); };
     mnuPopUpOptionen.onClick = [this] { mnuPopUpOptionen_Click(); };
     mnuPopUpAbout.onClick = [this] { mnuPopUpAbout_Click(); };
     mnuPopUpQuit.onClick = [this] { mnuPopUpQuit_Click(); };

@@ -16,6 +16,7 @@ class FrmMain : public Form {
     ProgressBar ProgressBar_{this, "ProgressBar"};  // lies over panel 3, so it stands before the status bar
     StatusBar StatusBar_{this, "StatusBar"};
     Timer tmrTimer{this, "tmrTimer"};
+    Socket winsock{this, "winsock"};
 
     // --- Frame1: scan ---
     Frame Frame1{this, "Frame1"};
@@ -170,6 +171,11 @@ class FrmMain : public Form {
     void lvwRegKeys_ColumnClick(int column);
     void lvwRegKeys_KeyDown(int keyCode);
     void lvwRegKeys_MouseUp(int button);
+
+    // internet/
+    void cmdBugReportSenden_Click();
+    void cmdBugReportLöschen_Click();
+    void mnuPopUpLiveUpdate_Click();
 
     // repair/
     void ProblemeEntfernen();

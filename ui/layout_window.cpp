@@ -14,6 +14,7 @@ constexpr ControlRow kRows[] = {
     {"ProgressBar", K::ProgressBar, "", nullptr, {7515, 6990, 2650, 195}, 12, 0},
     {"StatusBar", K::StatusBar, "", nullptr, {0, 6945, 10395, 255}, 9, 0},
     {"tmrTimer", K::Timer, "", nullptr, {}, -1, kDisabled},
+    {"winsock", K::Socket, "", nullptr, {}, -1, 0},
 };
 
 constexpr ControlRow kMenuRows[] = {

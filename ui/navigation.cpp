@@ -75,10 +75,13 @@ void openBugReport(FrmMain& form) {
     attempt(kGoOn, [&] { form.mnuPopUpBugReport_Click(); });
 }
 
-// The version check and the web site come with the internet services; until then these two items have no
-// effect.
-void checkForUpdate(FrmMain&) {}
-void openWebSite(FrmMain&) {}
+void checkForUpdate(FrmMain& form) {
+    attempt(kGoOn, [&] { form.mnuPopUpLiveUpdate_Click(); });
+}
+
+void openWebSite(FrmMain&) {
+    attempt(kGoOn, CallWebSite);
+}
 
 constexpr NavigationItem kItems[] = {
     {"Allgemein",

@@ -15,4 +15,8 @@ struct NavigationItem {
 // Items in the order of their pictures; those of one bar stand together.
 [[nodiscard]] std::span<const NavigationItem> navigationItems();
 
+// Opens the web site in the system's browser. As the pages' handlers it is defined in the folder that it
+// belongs to: internet/web_site.cpp.
+void CallWebSite();
+
 }  // namespace bromvale

@@ -10,7 +10,7 @@ namespace bromvale::offline {
 // What leaves the program: everything that it shows, asks, starts or writes, in order.
 enum class EventKind {
     MessageBox,    // text, caption, number = style, answer = button
-    ShellExecute,  // text = file, caption = verb
+    ShellExecute,  // text = file, caption = verb, number = show command
     Run,           // text = command line
     Restart,       // number = flags of ExitWindowsEx
     Privilege,     // text = privilege that was switched on
@@ -31,6 +31,10 @@ enum class EventKind {
     ValueDeleted,   // text = key, caption = name
     Library,        // text = library, caption = entry that was called
     Browse,         // text = title, caption = chosen folder
+    Fetch,          // text = address
+    Download,       // text = address; the system's download dialog was asked for it
+    SaveDialog,     // text = suggested name, caption = chosen file
+    Connect,        // text = host:port
     End,            // number = exit code
 };
 

@@ -7,6 +7,7 @@
 // and MessageBoxA it is what they return.
 #include <deque>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -43,6 +44,12 @@ struct ProcessEnded {
     unsigned exitCode;
 };
 
+// What a library does when its registration entry is called.
+struct LibraryEntry {
+    bool exists = true;
+    LONG result = 0;
+};
+
 class Machine {
   public:
     Machine();
@@ -68,11 +75,17 @@ class Machine {
     std::deque<int> answers;
     // Folders that the next folder dialogs choose; without one they are cancelled.
     std::deque<std::string> folders;
+    // Files that the next dialogs "save as" name; without one they are cancelled.
+    std::deque<std::string> savePaths;
+    // How long a server may say nothing, in milliseconds of real time.
+    int internetPatience = 60000;
+    // What registration entries answer and lack, by the library's path; any other one answers 0 and lacks
+    // nothing.
+    std::map<std::string, LibraryEntry> libraryEntries;
     // The next pop-up menus' choices: names of entries, or captions without "&". Without one a menu is left.
     std::deque<std::string> menuChoices;
     // Asked by a menu that finds no choice above; an empty answer leaves it.
     std::function<std::string()> askForMenuChoice;
-    std::string webHost;  // stands in for the host of the web services; empty for the program's own
 
     [[nodiscard]] const OsVersion& os() const { return os_; }
     void setOs(const OsVersion& os);
@@ -94,6 +107,9 @@ class Machine {
 };
 
 Machine& machine();
+
+// Sessions and addresses that were opened and not closed.
+[[nodiscard]] std::size_t openInternetHandles();
 
 // A fault that is due for the operation: sets the last error and returns true.
 [[nodiscard]] bool failsHere(std::string_view operation);

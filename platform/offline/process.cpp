@@ -21,9 +21,14 @@ std::vector<std::string>& modules() {
 std::string entryLibrary;
 std::string entryName;
 
+LibraryEntry entryOf(const std::string& library) {
+    const auto found = machine().libraryEntries.find(library);
+    return found != machine().libraryEntries.end() ? found->second : LibraryEntry{};
+}
+
 LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
     machine().events.record({EventKind::Library, entryLibrary, entryName, 0, 0});
-    return S_OK;
+    return entryOf(entryLibrary).result;
 }
 
 bool run(const std::string& commandLine) {
@@ -141,6 +146,10 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
     if (failsHere("GetProcAddress")) return nullptr;
     const auto number = reinterpret_cast<std::uintptr_t>(module);
     if (number == 0 || number > modules().size()) {
+        SetLastError(ERROR_PROC_NOT_FOUND);
+        return nullptr;
+    }
+    if (!entryOf(modules()[number - 1]).exists) {
         SetLastError(ERROR_PROC_NOT_FOUND);
         return nullptr;
     }

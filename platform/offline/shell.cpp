@@ -87,7 +87,7 @@ std::string trayTip(const NOTIFYICONDATAA& data) {
 
 }  // namespace
 
-HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT) {
+HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show) {
     long result = 42;
     if (const auto fault = machine().faults.at("ShellExecuteA")) {
         result = *fault;
@@ -95,8 +95,8 @@ HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT) {
                path.find("://") == std::string::npos && !machine().drives.exists(path)) {
         result = SE_ERR_FNF;
     }
-    machine().events.record(
-        {EventKind::ShellExecute, textOf(file), textOf(verb), 0, static_cast<int>(result)});
+    machine().events.record({EventKind::ShellExecute, textOf(file), textOf(verb),
+                             static_cast<std::uint32_t>(show), static_cast<int>(result)});
     if (result > 32) actOn(textOf(file), textOf(verb));
     return reinterpret_cast<HINSTANCE>(static_cast<std::intptr_t>(result));
 }

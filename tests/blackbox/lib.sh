@@ -38,6 +38,7 @@ prepare() { # NAME 64|32 FILE.reg
     in_wine "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
     for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
     import_registry "$3"
+    add_components
     rm -rf "$(program_folder)"
     install_program "build/win$2/Bromvale.exe"
     settings AutoScan 1 AutoEntfernen 1 AutoClose 1 1stRun 0

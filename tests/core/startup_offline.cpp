@@ -26,6 +26,7 @@ class StartUp : public testing::TestMachine {
   protected:
     StartUp() {
         setString(HKEY_LOCAL_MACHINE, kCurrentVersion, "ProgramFilesDir", "C:\\Programme");
+        makeComponents("C:\\WINDOWS\\SYSTEM32\\");
         machine().clock.set(2002, 11, 15, 7, 10, 20);
         setErrorDialog(
             [this](auto, auto funktion, std::int32_t nummer, auto beschreibung, std::int32_t stil) {

@@ -9,9 +9,12 @@
 namespace bromvale::testing {
 namespace {
 
-// App Paths with one program that is there, one that is gone, one that is gone and has a sub key, and a last
-// one: the last object of a scan is never judged.
+// App Paths with one program that is there and stands first, since the first object of a place is judged
+// together with the last one of the place before, one more that is there, one that is gone, one that is gone
+// and has a sub key, and a last one: the last object of a scan is never judged.
 constexpr const char* kPrograms =
+    "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\ab.exe]\n"
+    "@=\"C:\\\\Programme\\\\Gut\\\\gut.exe\"\n"
     "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\alt.exe]\n"
     "@=\"C:\\\\Programme\\\\Weg\\\\alt.exe\"\n"
     "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\gut.exe]\n"
@@ -31,10 +34,13 @@ class Script : public ToolTest {
   protected:
     Script() {
         std::filesystem::create_directories(folder() / "c" / "programme" / "GUT");
+        std::filesystem::create_directories(folder() / "c" / "windows" / "system32");
+        file("c/windows/system32/wininet.dll", "");
         file("c/programme/GUT/gut.exe", "");
     }
     std::vector<std::string> machine(const std::string& settings = kSettings) {
         return {"--registry", registry("machine.reg", settings + std::string(kPrograms)),
+                "--registry", BROMVALE_SOURCE_DIR "/resources/components.reg",
                 "--drive",    "C:=" + path("c"),
                 "--save",     path("out.reg")};
     }
@@ -64,7 +70,7 @@ write C:\Programme\Bromvale\bromvale.log: 15.11.2026 07:12:09; started; Bromvale
 tray icon added: Bromvale
 make file: C:\Programme\Bromvale\liste.txt
 window frmMain shown: "Bromvale"
-Sehr viele Fehler gefunden. (3 von 14 Einträgen = 21,43%)
+Sehr viele Fehler gefunden. (3 von 22 Einträgen = 13,64%)
 [HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\alt.exe]	@	C:\\Programme\\Weg\\alt.exe	-2147483646
 [HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tot.exe\Unten]	"Wert"	x	-2147483646
 [HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tot.exe]	@	C:\\Programme\\Weg\\tot.exe	-2147483646
@@ -213,7 +219,7 @@ TEST_F(Script, AFolderDriveHoldsOnlyWhatWasWritten) {
         if (entry.is_regular_file()) names.push_back(entry.path().filename().string());
     }
     std::sort(names.begin(), names.end());
-    EXPECT_EQ(names, (std::vector<std::string>{"bromvale.log", "gut.exe", "liste.txt"}));
+    EXPECT_EQ(names, (std::vector<std::string>{"bromvale.log", "gut.exe", "liste.txt", "wininet.dll"}));
     EXPECT_FALSE(std::filesystem::exists(folder() / "c" / "WINDOWS"));
 }
 

@@ -181,6 +181,16 @@ std::vector<std::string> TestMachine::valueNames(HKEY hive, std::string_view pat
     return names;
 }
 
+void TestMachine::makeComponents(const std::string& systemFolder) {
+    for (const char* id : {"{71A27032-C7D8-11D2-BEF8-525400DFB47A}", "{FE1D1F9D-EC4B-11D3-B06C-00500427A693}",
+                           "{396F7AC9-A0DD-11D3-93EC-00C0DFE7442A}", "{4662DAB0-D393-11D0-9A56-00C04FB68B66}",
+                           "{1EFB6596-857C-11D1-B16A-00C0F0283628}", "{D5DE8D20-5BB8-11D1-A1E3-00A0C90F2731}",
+                           "{248DD896-BB45-11CF-9ABC-0080C7E7B78D}"}) {
+        setString(HKEY_LOCAL_MACHINE, std::string("Software\\Classes\\CLSID\\") + id, "", "Bromvale: Test");
+    }
+    writeWholeFile(systemFolder + "wininet.dll", "");
+}
+
 void TestMachine::writeWholeFile(const std::string& path, std::string_view bytes) {
     const HANDLE file =
         CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);

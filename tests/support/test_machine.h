@@ -59,6 +59,10 @@ class TestMachine : public ::testing::Test {
     // Names of a key's values in the order of their enumeration.
     [[nodiscard]] std::vector<std::string> valueNames(HKEY hive, std::string_view path);
 
+    // The classes that the start-up check looks for, with names of our own, and the one file: a machine on
+    // which nothing is missing. `systemFolder` with a trailing backslash.
+    void makeComponents(const std::string& systemFolder);
+
     // --- files ---
     void writeWholeFile(const std::string& path, std::string_view bytes);
     [[nodiscard]] std::string readWholeFile(const std::string& path);  // "<missing>" where there is none

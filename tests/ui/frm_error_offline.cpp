@@ -48,14 +48,5 @@ TEST_F(ErrorDialogEnd, TheEndIsTraced) {
     EXPECT_EQ(lines[lines.size() - 1], "frmError; cmdBeenden_Click; ; 0; ");
 }
 
-TEST_F(ErrorDialogEnd, TheSendButtonHasNoEffectYet) {
-    ErrHandle("modTest", "Probe", "", 13, "Typen unverträglich", kStyleExclamation, kShow);
-    frmError().cmdDetails.userClick();
-    machine().events.clear();
-    frmError().cmdReportSenden.userClick();
-    EXPECT_TRUE(machine().events.all().empty());
-    EXPECT_TRUE(frmError().loaded());
-}
-
 }  // namespace
 }  // namespace bromvale::testing

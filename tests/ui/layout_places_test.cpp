@@ -113,7 +113,8 @@ std::vector<ControlRow> placedRows() {
                             layoutOptions(), layoutCleanup()}) {
         std::ranges::copy_if(page, std::back_inserter(rows), [](const ControlRow& row) {
             const bool isPage = row.kind == ControlKind::Frame && row.container == nullptr;
-            return !isPage && row.kind != ControlKind::ImageList && row.kind != ControlKind::Timer;
+            return !isPage && row.kind != ControlKind::ImageList && row.kind != ControlKind::Timer &&
+                   row.kind != ControlKind::Socket;
         });
     }
     return rows;

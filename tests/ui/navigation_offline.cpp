@@ -61,12 +61,5 @@ TEST_F(Navigation, QuitEndsTheProcess) {
     EXPECT_EQ(machine().events.count(EventKind::End), 1u);
 }
 
-TEST_F(Navigation, UpdateAndHomepageHaveNoEffectYet) {
-    nav("Live-Update");
-    nav("Homepage");
-    EXPECT_EQ(shownPages(), "Frame1 ");
-    EXPECT_TRUE(boxes().empty());
-}
-
 }  // namespace
 }  // namespace bromvale::testing

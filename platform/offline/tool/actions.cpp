@@ -183,6 +183,10 @@ void browse(std::string_view rest, Transcript&) {
     machine().folders.emplace_back(rest);
 }
 
+void save(std::string_view rest, Transcript&) {
+    machine().savePaths.emplace_back(rest);
+}
+
 void resize(std::string_view rest, Transcript&) {
     Form& form = mainForm();
     const int width = toNumber(takeWord(rest));
@@ -240,9 +244,10 @@ constexpr std::array kActions{
     ActionRow{"mouseup", mouseup}, ActionRow{"menu", menu},
     ActionRow{"nav", nav},         ActionRow{"tray", tray},
     ActionRow{"answer", answer},   ActionRow{"browse", browse},
-    ActionRow{"resize", resize},   ActionRow{"wait", wait},
-    ActionRow{"print", print},     ActionRow{"rows", rows},
-    ActionRow{"window", window},   ActionRow{"close", close},
+    ActionRow{"save", save},       ActionRow{"resize", resize},
+    ActionRow{"wait", wait},       ActionRow{"print", print},
+    ActionRow{"rows", rows},       ActionRow{"window", window},
+    ActionRow{"close", close},
 };
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <ctime>
 
 #include "core/startup_main.h"
+#include "core/state.h"
 #include "platform/offline/code_page.h"
 #include "platform/offline/machine.h"
 #include "platform/offline/reg_file_reader.h"
@@ -55,7 +56,7 @@ void setUp(const Options& options) {
     machine.locale = options.english ? englishLocale() : germanLocale();
     if (!options.user.empty()) machine.user = options.user;
     if (!options.computer.empty()) machine.computer = options.computer;
-    machine.webHost = options.webHost;
+    if (!options.webHost.empty()) WebHost = options.webHost;
     machine.commandLine = options.commandLine;
     machine.setOs(options.os);
     machine.setAppPath(options.appPath);

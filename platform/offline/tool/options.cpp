@@ -169,6 +169,7 @@ Actions of a script (empty lines and lines that start with # are passed over):
   doubleclick NAME ROW  a row of a list                           nav CAPTION     an icon of the navigation bar
   mouseup NAME BUTTON   left, right or middle, on a list          tray BUTTON     left, right or double, on the icon
   resize W H            the main window, in twips                 wait SECONDS    lets the clock run
+  save PATH             file for the next dialog "save as"
   at N ACTION           runs the action when events are served for the N-th time from here
 
 Everything that the program shows, asks, starts or writes goes to standard output, one line each, UTF-8; line ends in

@@ -61,6 +61,13 @@ constexpr std::array kWordings{
     Wording{EventKind::ValueDeleted,
             [](const Event& e) { return "delete value: " + e.text + ": " + e.caption; }},
     Wording{EventKind::Library, [](const Event& e) { return "call " + e.caption + " of " + e.text; }},
+    Wording{EventKind::Fetch, [](const Event& e) { return "fetch: " + e.text; }},
+    Wording{EventKind::Download, [](const Event& e) { return "download: " + e.text; }},
+    Wording{EventKind::SaveDialog,
+            [](const Event& e) {
+                return "save dialog: " + e.text + " -> " + (e.caption.empty() ? "cancelled" : e.caption);
+            }},
+    Wording{EventKind::Connect, [](const Event& e) { return "connect: " + e.text; }},
     Wording{EventKind::Browse,
             [](const Event& e) {
                 return "folder dialog: " + e.text + " -> " + (e.caption.empty() ? "cancelled" : e.caption);

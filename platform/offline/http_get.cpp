@@ -1,0 +1,191 @@
+#include "platform/offline/http_get.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+
+#include "platform/offline/code_page.h"
+
+namespace bromvale::offline {
+namespace {
+
+constexpr std::string_view kScheme = "http://";
+constexpr int kMostForwardings = 10;
+constexpr std::size_t kLongestLine = 65536;
+
+std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') text.remove_prefix(1);
+    while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ') text.remove_suffix(1);
+    return text;
+}
+
+bool startsWithNoCase(std::string_view text, std::string_view start) {
+    return text.size() >= start.size() && equalNoCase(text.substr(0, start.size()), start);
+}
+
+bool contains(std::string_view text, std::string_view sought) {
+    for (std::size_t at = 0; at + sought.size() <= text.size(); ++at) {
+        if (equalNoCase(text.substr(at, sought.size()), sought)) return true;
+    }
+    return false;
+}
+
+template <class Number>
+bool toWhole(std::string_view text, Number& number, int base = 10) {
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), number, base);
+    return result.ec == std::errc() && result.ptr != text.data();
+}
+
+std::string requestFor(const WebAddress& address, std::string_view agent) {
+    std::string request =
+        "GET " + address.path + " HTTP/1.1\r\nAccept: */*\r\nHost: " + address.hostAndPort();
+    request.append("\r\nUser-Agent: ").append(agent).append("\r\nConnection: close\r\n\r\n");
+    return request;
+}
+
+bool forwards(int status) {
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+// Where a forwarding leads to: a whole address, or a path on the same host.
+std::optional<WebAddress> followed(const WebAddress& from, const std::string& location) {
+    if (location.starts_with('/') && !location.starts_with("//"))
+        return WebAddress{from.host, from.port, location};
+    return webAddress(location);
+}
+
+}  // namespace
+
+std::string WebAddress::hostAndPort() const {
+    return port == 80 ? host : host + ":" + std::to_string(port);
+}
+
+std::optional<WebAddress> webAddress(std::string_view url) {
+    url = trimmed(url);
+    if (!startsWithNoCase(url, kScheme)) return std::nullopt;
+    url.remove_prefix(kScheme.size());
+    const std::size_t end = std::min(url.find_first_of("/?#"), url.size());
+    WebAddress address;
+    const std::string_view place = url.substr(0, end);
+    const std::size_t colon = std::min(place.find(':'), place.size());
+    address.host = place.substr(0, colon);
+    if (colon < place.size() && !toWhole(place.substr(colon + 1), address.port)) return std::nullopt;
+    const bool possible = !address.host.empty() && address.port > 0 && address.port < 65536 &&
+                          address.host.find_first_of(" \r\n\t") == std::string::npos;
+    if (!possible) return std::nullopt;
+    address.path = url.starts_with('/') || end < url.size() ? std::string(url.substr(end)) : std::string("/");
+    if (!address.path.starts_with('/')) address.path.insert(0, "/");
+    for (std::size_t at = 0; (at = address.path.find(' ', at)) != std::string::npos;)
+        address.path.replace(at, 1, "%20");
+    return address;
+}
+
+std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view agent, int patience) {
+    std::optional<WebAddress> address = webAddress(url);
+    for (int i = 0; address && i < kMostForwardings; ++i) {
+        std::unique_ptr<HttpGet> get(new HttpGet(address->host, address->port, patience));
+        if (!get->ask(requestFor(*address, agent))) return nullptr;
+        if (!forwards(get->status_) || get->location_.empty()) return get;
+        address = followed(*address, get->location_);
+    }
+    return nullptr;
+}
+
+bool HttpGet::ask(std::string_view request) {
+    if (tcp_.state(patience_) != Tcp::State::Connected && tcp_.state(0) != Tcp::State::ClosedByPeer)
+        return false;
+    if (!tcp_.send(request, patience_)) return false;
+    do {
+        if (!readHead()) return false;
+    } while (status_ >= 100 && status_ < 200);
+    return true;
+}
+
+bool HttpGet::readHead() {
+    std::string line;
+    left_.reset();
+    chunked_ = false;
+    location_.clear();
+    if (!readLine(line) || !startsWithNoCase(line, "HTTP/")) return false;
+    const std::size_t blank = std::min(line.find(' '), line.size() - 1);
+    if (!toWhole(std::string_view(line).substr(blank + 1), status_)) return false;
+    while (readLine(line)) {
+        if (line.empty()) return !chunked_ || nextChunk();
+        takeField(line);
+    }
+    return false;
+}
+
+void HttpGet::takeField(std::string_view line) {
+    const std::size_t colon = std::min(line.find(':'), line.size());
+    const std::string_view name = trimmed(line.substr(0, colon));
+    const std::string_view value = trimmed(line.substr(std::min(colon + 1, line.size())));
+    std::uint64_t length = 0;
+    if (equalNoCase(name, "Content-Length") && toWhole(value, length) && !chunked_) left_ = length;
+    if (equalNoCase(name, "Transfer-Encoding") && contains(value, "chunked")) chunked_ = true;
+    if (equalNoCase(name, "Location")) location_ = value;
+}
+
+bool HttpGet::more() {
+    std::array<char, 8192> buffer;
+    const long got = tcp_.receive(buffer.data(), buffer.size(), patience_);
+    if (got <= 0) return false;
+    received_.append(buffer.data(), static_cast<std::size_t>(got));
+    return true;
+}
+
+bool HttpGet::readLine(std::string& line) {
+    std::size_t end = 0;
+    while ((end = received_.find('\n')) == std::string::npos) {
+        if (received_.size() > kLongestLine || !more()) return false;
+    }
+    line = received_.substr(0, end);
+    received_.erase(0, end + 1);
+    if (line.ends_with('\r')) line.pop_back();
+    return true;
+}
+
+// Each chunk says its length in a line of its own; the last one has none.
+bool HttpGet::nextChunk() {
+    std::string line;
+    std::uint64_t length = 0;
+    if (!readLine(line) || !toWhole(line, length, 16)) return false;
+    left_ = length;
+    ended_ = length == 0;
+    return true;
+}
+
+long HttpGet::readSome(char* buffer, std::size_t size) {
+    if (received_.empty()) {
+        std::array<char, 8192> fresh;
+        const long got = tcp_.receive(fresh.data(), fresh.size(), patience_);
+        if (got <= 0) return got;
+        received_.assign(fresh.data(), static_cast<std::size_t>(got));
+    }
+    const std::size_t count =
+        std::min({size, received_.size(), static_cast<std::size_t>(left_.value_or(size))});
+    std::memcpy(buffer, received_.data(), count);
+    received_.erase(0, count);
+    if (left_) *left_ -= count;
+    return static_cast<long>(count);
+}
+
+long HttpGet::read(char* buffer, std::size_t size) {
+    std::size_t filled = 0;
+    while (filled < size && !ended_) {
+        if (left_ == std::uint64_t{0}) {
+            std::string lineEnd;
+            ended_ = !chunked_;
+            if (chunked_ && (!readLine(lineEnd) || !nextChunk())) return -1;
+            continue;
+        }
+        const long got = readSome(buffer + filled, size - filled);
+        if (got < 0 || (got == 0 && left_)) return -1;
+        if (got == 0) ended_ = true;
+        filled += static_cast<std::size_t>(got);
+    }
+    return static_cast<long>(filled);
+}
+
+}  // namespace bromvale::offline

@@ -1,0 +1,110 @@
+// The internet of the offline machine: real connections, each address recorded.
+#include "platform/internet.h"
+
+#include "platform/controls/socket.h"
+#include "platform/file_download.h"
+#include "platform/offline/handles.h"
+#include "platform/offline/http_get.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale {
+namespace {
+
+using offline::EventKind;
+using offline::failsHere;
+using offline::machine;
+using offline::Tcp;
+
+// A session has an agent, an opened address an answer.
+struct InternetObject {
+    std::string agent;
+    std::unique_ptr<offline::HttpGet> answer;
+};
+
+offline::HandleTable<InternetObject>& objects() {
+    static offline::HandleTable<InternetObject> table;
+    return table;
+}
+
+constexpr int kLookMilliseconds = 10;
+
+class RealConnection : public Connection {
+  public:
+    RealConnection(const std::string& host, int port) : tcp_(host, port) {}
+    SocketState state() override {
+        switch (tcp_.state(kLookMilliseconds)) {
+            case Tcp::State::Connecting: return kSocketConnecting;
+            case Tcp::State::Connected: return kSocketConnected;
+            case Tcp::State::ClosedByPeer: return kSocketClosing;
+            case Tcp::State::Failed: return kSocketError;
+        }
+        return kSocketError;
+    }
+    bool send(std::string_view bytes) override {
+        return !failsHere("send") && tcp_.send(bytes, machine().internetPatience);
+    }
+
+  private:
+    Tcp tcp_;
+};
+
+}  // namespace
+
+HINTERNET InternetOpenA(const char* agent, DWORD, const char*, const char*, DWORD) {
+    if (failsHere("InternetOpenA")) return nullptr;
+    return objects().open({agent, nullptr});
+}
+
+HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char*, DWORD, DWORD, std::uintptr_t) {
+    if (failsHere("InternetOpenUrlA")) return nullptr;
+    const InternetObject* object = objects().find(session);
+    if (object == nullptr) return nullptr;
+    machine().events.record({EventKind::Fetch, url, "", 0, 0});
+    auto answer = offline::HttpGet::open(url, object->agent, machine().internetPatience);
+    return answer ? objects().open({"", std::move(answer)}) : nullptr;
+}
+
+BOOL InternetReadFile(HINTERNET url, void* buffer, DWORD count, DWORD* read) {
+    *read = 0;
+    if (failsHere("InternetReadFile")) return FALSE;
+    const InternetObject* object = objects().find(url);
+    if (object == nullptr || !object->answer) return FALSE;
+    const long got = object->answer->read(static_cast<char*>(buffer), count);
+    if (got < 0) return FALSE;
+    *read = static_cast<DWORD>(got);
+    return TRUE;
+}
+
+BOOL InternetCloseHandle(HINTERNET handle) {
+    if (failsHere("InternetCloseHandle")) return FALSE;
+    return objects().close(handle) ? TRUE : FALSE;
+}
+
+DWORD DoFileDownload(const wchar_t* address) {
+    if (failsHere("DoFileDownload")) return 1;
+    std::string text;
+    for (const wchar_t* at = address; *at != 0; ++at) text += static_cast<char>(*at);
+    machine().events.record({EventKind::Download, text, "", 0, 0});
+    fetchWithConsent(text);
+    return 0;
+}
+
+std::string askWhereToSave(const std::string& suggestedName) {
+    auto& paths = machine().savePaths;
+    const std::string chosen = paths.empty() ? std::string() : paths.front();
+    if (!paths.empty()) paths.pop_front();
+    machine().events.record({EventKind::SaveDialog, suggestedName, chosen, 0, chosen.empty() ? 0 : 1});
+    return chosen;
+}
+
+std::unique_ptr<Connection> openConnection(const std::string& host, int port) {
+    machine().events.record({EventKind::Connect, host + ":" + std::to_string(port), "", 0, 0});
+    if (failsHere("connect")) return nullptr;
+    return std::make_unique<RealConnection>(host, port);
+}
+
+}  // namespace bromvale
+
+std::size_t bromvale::offline::openInternetHandles() {
+    return bromvale::objects().count();
+}

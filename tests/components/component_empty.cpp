@@ -1,0 +1,6 @@
+// A library that is no component.
+#include <windows.h>
+
+extern "C" int WINAPI DoesSomethingElse() {
+    return 1;
+}

@@ -1,0 +1,53 @@
+#!/usr/bin/env bash
+# The help: it opens at the first start and from the bar, only once, and goes with the program.
+. "$(dirname "$0")/lib.sh"
+[ -f build/win64/Bromvale.chm ] || { echo "skipped: build/win64/Bromvale.chm was not built; chmcmd is missing"; exit 77; }
+# Not the example machine: the viewer needs Wine's own classes.
+use_prefix help 64 || exit 1
+reset_prefix
+rm -rf "$(program_folder)"
+install_program build/win64/Bromvale.exe
+add_components
+
+# The main window and the viewer's have the same caption.
+windows() { xdotool search --onlyvisible --name '^Bromvale$' 2>/dev/null | wc -l; }
+windows_become() { # COUNT
+    local tries
+    for tries in $(seq 100); do
+        [ "$(windows)" = "$1" ] && return 0
+        sleep 0.1
+    done
+    return 1
+}
+stored() { in_wine "$wine_loader" reg query 'HKCU\Software\Bromvale' /v "$1" | tr -d '\r' | sed -nE 's/.*REG_SZ *//p'; }
+bar_item() {
+    local x y
+    read -r x y < <(inspect bar-item Menu "$1")
+    xdotool mousemove "$x" "$y" click 1
+    settle
+}
+
+start_again() {
+    (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe) >/dev/null 2>&1 &
+    program_pid=$!
+    inspect wait frmMain '' 60 || stop_here "the window does not open again"
+    settle
+}
+
+settings 1stRun 1
+start_program
+check "the first start opens the help" windows_become 2
+settle
+shot 01-first-start
+check "and only the first" equal "$(stored 1stRun)" 0
+bar_item 5
+check "it doesn't keep the program from ending" program_ends 10
+check "and goes with it" windows_become 0
+
+start_again
+check "a later start opens the window alone" windows_become 1
+bar_item 4
+check "Hilfe opens the help" windows_become 2
+settle
+shot 02-from-the-bar
+finish
