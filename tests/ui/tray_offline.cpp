@@ -108,11 +108,17 @@ TEST_F(Tray, AForegroundThatIsRefusedOpensTheMenuAllTheSame) {
     EXPECT_EQ(menus(), 1u);
 }
 
-TEST_F(Tray, TheUpdateEntryHasNoEffectYet) {
+TEST_F(Tray, TheUpdateEntryAsksTheHostAndTellsThatItDoesNotAnswer) {
+    WebHost = "127.0.0.1:9";  // nobody listens there
     machine().menuChoices = {"mnuPopUpLiveUpdate"};
+    answer(IDNO);
     report(kRightUp);
     EXPECT_EQ(shownPages(), "Frame1 ");
-    EXPECT_TRUE(boxes().empty());
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].text,
+              "Es besteht ein Problem mit Ihrer Internetverbindung.\r\n\r\n"
+              "Stellen Sie sicher, das eine Internetverbindung besteht.\r\n\r\n"
+              "Soll erneut nach einem Update gesucht werden?");
 }
 
 }  // namespace
