@@ -108,11 +108,14 @@ TEST_F(Tray, AForegroundThatIsRefusedOpensTheMenuAllTheSame) {
     EXPECT_EQ(menus(), 1u);
 }
 
-TEST_F(Tray, TheUpdateEntryHasNoEffectYet) {
+TEST_F(Tray, TheUpdateEntryAsksForANewVersion) {
+    WebHost = "127.0.0.1:1";
     machine().menuChoices = {"mnuPopUpLiveUpdate"};
     report(kRightUp);
     EXPECT_EQ(shownPages(), "Frame1 ");
-    EXPECT_TRUE(boxes().empty());
+    ASSERT_EQ(machine().events.count(EventKind::Fetch), 1u);
+    EXPECT_EQ(machine().events.of(EventKind::Fetch)[0].text, "http://127.0.0.1:1/appver.txt");
+    EXPECT_EQ(boxes().size(), 1u);
 }
 
 }  // namespace
