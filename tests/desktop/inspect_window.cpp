@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "layout_faults.h"
 #include "remote_controls.h"
 #include "windows_by_name.h"
 
@@ -122,6 +123,13 @@ int showFocus(const Arguments&) {
     return 0;
 }
 
+int showLayoutFaults(const Arguments&) {
+    for (const LayoutFault& fault : layoutFaults())
+        print(std::string(fault.kind) + "\t" + utf8(wide(fault.control)) + "\t" + utf8(wide(fault.other)) +
+              "\t" + std::to_string(fault.pixels));
+    return 0;
+}
+
 int showRowPlace(const Arguments& arguments) {
     RECT place{};
     if (!listRowPlace(need(arguments[0]), std::atoi(arguments[1].c_str()) - 1, place)) return 1;
@@ -167,6 +175,13 @@ int showMessageBox(const Arguments&) {
     return 1;
 }
 
+BOOL CALLBACK keepLongestStatic(HWND window, LPARAM result) {
+    std::wstring& longest = *reinterpret_cast<std::wstring*>(result);
+    const std::wstring text = className(window) == L"Static" ? windowText(window) : std::wstring();
+    if (text.size() > longest.size()) longest = text;
+    return TRUE;
+}
+
 // A program that is just painting its first window answers late; the drivers wait for a condition, never for
 // a time.
 int waitFor(const Arguments& arguments) {
@@ -179,6 +194,30 @@ int waitFor(const Arguments& arguments) {
     } while (GetTickCount() < limit);
     std::fprintf(stderr, "%s does not become \"%s\"\n", utf8(wide(arguments[0])).c_str(),
                  utf8(wanted).c_str());
+    return 1;
+}
+
+std::wstring messageBoxText() {
+    for (const TopWindow& each : visibleTopWindows()) {
+        if (each.className != L"#32770") continue;
+        std::wstring text;
+        EnumChildWindows(each.window, keepLongestStatic, reinterpret_cast<LPARAM>(&text));
+        return text;
+    }
+    return {};
+}
+
+// A box's text with blanks for its line ends; an empty one waits until no box is open.
+int waitForBox(const Arguments& arguments) {
+    const DWORD limit = GetTickCount() + static_cast<DWORD>(std::atoi(arguments[1].c_str()) * 1000);
+    const std::string wanted = utf8(wide(arguments[0]));
+    std::string text;
+    do {
+        text = oneLine(utf8(messageBoxText()));
+        if (text == wanted) return 0;
+        Sleep(50);
+    } while (GetTickCount() < limit);
+    std::fprintf(stderr, "the box says \"%s\"\n", text.c_str());
     return 1;
 }
 
@@ -227,6 +266,10 @@ constexpr Command Commands[] = {
     {"bar-header", 2, showBarHeader, "LISTBAR BAR: centre of a bar's header"},
     {"message-box", 0, showMessageBox, "caption, texts and buttons of the open message box"},
     {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
+    {"wait-box", 2, waitForBox,
+     "TEXT SECONDS: until a message box says so; without a text until none is open"},
+    {"layout", 0, showLayoutFaults,
+     "visible controls that overlap or leave their container: kind, control, other, pixels"},
     {"click-time", 2, measureClick,
      "NAME WATCHED: clicks, and tells the milliseconds until the other is enabled"},
 };

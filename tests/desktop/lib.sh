@@ -49,9 +49,11 @@ prepare_example() {
 settings() { while [ $# != 0 ]; do set_setting "$1" "$2"; shift 2; done; }
 
 # The screen is the desktop, so that the program's places are the mouse's.
-start_program() {
-    start_xvfb 1024x768 || exit 1
-    start_desktop 1024x768
+start_program() { # [WIDTHxHEIGHT]
+    start_xvfb "${1:-1024x768}" || exit 1
+    start_desktop "${1:-1024x768}"
+    # A program that comes first would have to make the desktop, and the two may get into each other's way.
+    timeout 30 xdotool search --sync --onlyvisible --name 'Wine' >/dev/null 2>&1
     (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe) >/dev/null 2>&1 &
     program_pid=$!
     inspect wait frmMain '' 60 || stop_here "the window does not open"

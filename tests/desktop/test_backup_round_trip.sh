@@ -13,7 +13,7 @@ associate edit 'C:\windows\notepad.exe "%1"'
 # Wine's recycle bin; it makes the bin's own folder and nothing above.
 mkdir -p "$wine_top/home/.local/share"
 trash=$wine_top/home/.local/share/Trash/files
-rm -rf "$trash"
+rm -rf "${trash%/files}"
 start_program
 
 click_item() { # NUMBER of the navigation item

@@ -4,7 +4,7 @@
 prepare_example
 drive=$prefix/drive_c
 trash=$wine_top/home/.local/share/Trash/files
-rm -rf "$drive/Leeren" "$trash"
+rm -rf "$drive/Leeren" "${trash%/files}"
 mkdir -p "$drive/Leeren/eins/unten" "$drive/Leeren/zwei/voll" "$drive/Leeren/zwei/leer" "$drive/Leeren/Ziel"
 echo 1 >"$drive/Leeren/eins/a.txt"
 echo 2 >"$drive/Leeren/eins/unten/b.txt"
