@@ -14,6 +14,10 @@ extern std::int16_t FirstRun;  // value name "1stRun"
 extern std::int16_t AgentLoad;
 extern std::string AgentType;
 extern std::string AgentFile;  // AgentType & ".acs"
+// Files of the animation that isn't there any more. Nothing uses them; they tell what the settings above once
+// meant.
+inline constexpr const char* kAgentControl = "agentctl.dll";
+inline constexpr const char* kAgentServer = "agentsvr.exe";
 extern std::int16_t AutoClose;
 extern std::int16_t AutoEntfernen;
 extern std::int16_t AutoFileDelAfterReentry;

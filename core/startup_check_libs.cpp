@@ -40,10 +40,12 @@ constexpr std::array kComponents{
 };
 
 std::string missingText(const Component& component) {
-    const std::string start = std::string("Die Datei ") + component.file + " wurde nicht gefunden. ";
-    return component.classId == nullptr
-               ? start + "Es scheint, das kein Microsoft Internet Explorer installiert ist."
-               : start + "Deinstallieren Sie das Programm und installieren Sie es neu.";
+    std::string text = "Die Datei ";
+    text += component.file;
+    text += component.classId == nullptr
+                ? " wurde nicht gefunden. Es scheint, das kein Microsoft Internet Explorer installiert ist."
+                : " wurde nicht gefunden. Deinstallieren Sie das Programm und installieren Sie es neu.";
+    return text;
 }
 
 bool classIsKnown(const Component& component) {

@@ -132,10 +132,18 @@ void FrmMain::lvwBackup_MouseUp(int button) {
     const bool several = selected > 1;
     // The captions lose the access keys of the design with the first release; the menu has never got them
     // back.
-    const std::string object = several ? "markierte Einträge " : "markierten Eintrag ";
-    attempt(kGoOn, [&] { mnuPopUpBackupBearbeiten.setCaption(object + "bearbeiten"); });
-    attempt(kGoOn, [&] { mnuPopUpBackupEinfügen.setCaption(object + "einfügen"); });
-    attempt(kGoOn, [&] { mnuPopUpBackupLöschen.setCaption(object + "löschen"); });
+    attempt(kGoOn, [&] {
+        mnuPopUpBackupBearbeiten.setCaption(several ? "markierte Einträge bearbeiten"
+                                                    : "markierten Eintrag bearbeiten");
+    });
+    attempt(kGoOn, [&] {
+        mnuPopUpBackupEinfügen.setCaption(several ? "markierte Einträge einfügen"
+                                                  : "markierten Eintrag einfügen");
+    });
+    attempt(kGoOn, [&] {
+        mnuPopUpBackupLöschen.setCaption(several ? "markierte Einträge löschen"
+                                                 : "markierten Eintrag löschen");
+    });
     attempt(kGoOn, [&] {
         if (button == kRightButton) showPopupMenu(frmPopUp(), mnuPopUpBackup, nullptr);
     });
