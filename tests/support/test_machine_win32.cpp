@@ -59,7 +59,10 @@ void deleteTree(HKEY parent, const std::string& path) {
     char name[256];
     while (RegEnumKeyA(key, 0, name, sizeof(name)) == 0) {
         deleteTree(key, name);
-        if (RegDeleteKeyA(key, name) != 0 && RegEnumKeyA(key, 0, name, sizeof(name)) == 0) break;
+        HKEY left = nullptr;
+        if (RegOpenKeyExA(key, name, 0, KEY_QUERY_VALUE, &left) != 0) continue;
+        RegCloseKey(left);  // refuses to go; the test that meets it will tell
+        break;
     }
     RegCloseKey(key);
     RegDeleteKeyA(parent, path.c_str());
