@@ -14,6 +14,7 @@
 #include "platform/files.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
+#include "ui/list_selection.h"
 
 namespace bromvale {
 namespace {
@@ -40,14 +41,6 @@ constexpr std::array<KeyAction, 9> kKeyActions{{
     {13, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Return
     {43, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Execute
 }};
-
-int selectedRows(const ListView& list) {
-    int selected = 0;
-    for (int row = 1; row <= list.count(); ++row) {
-        if (list.item(row).selected()) ++selected;
-    }
-    return selected;
-}
 
 WIN32_FIND_DATAA find(std::string_view path) {
     WIN32_FIND_DATAA found{};

@@ -4,6 +4,7 @@
 #include "core/attempt.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
+#include "ui/list_selection.h"
 
 namespace bromvale {
 
@@ -18,14 +19,6 @@ struct SortKey {
 constexpr std::array<SortKey, 3> kSortKeys{{{115, 1}, {117, 2}, {118, 3}}};
 
 constexpr int kRightButton = 2;
-
-int selectedRows(const ListView& list) {
-    int selected = 0;
-    for (int row = 1; row <= list.count(); ++row) {
-        if (list.item(row).selected()) ++selected;
-    }
-    return selected;
-}
 
 }  // namespace
 

@@ -12,6 +12,7 @@
 #include "scanner/sort.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
+#include "ui/list_selection.h"
 #include "uninstall/program_entry.h"
 
 namespace bromvale {
@@ -36,14 +37,6 @@ constexpr std::array<KeyAction, 5> kKeyActions{{
     {46, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Delete
     {13, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Return
 }};
-
-int selectedRows(const ListView& list) {
-    int selected = 0;
-    for (int row = 1; row <= list.count(); ++row) {
-        if (list.item(row).selected()) ++selected;
-    }
-    return selected;
-}
 
 // Turns the sorted entries into rows: a program per "DisplayName", its command from the "UninstallString" of
 // the same key, which sorts behind it.
