@@ -7,6 +7,7 @@
 #include "core/handling.h"
 #include "core/settings.h"
 #include "core/state.h"
+#include "platform/events.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 
@@ -26,14 +27,13 @@ void moveToRecycleBin(const std::string& path) {
     operation.pTo = "\0";
     operation.fFlags = FOF_ALLOWUNDO | FOF_NOCONFIRMATION;
     operation.lpszProgressTitle = title.c_str();
-    static_cast<void>(SHFileOperationA(&operation));
+    static_cast<void>(SHFileOperationServing(operation));
 }
 
-// A name is a file or a folder, so one of the two calls fails. A folder that holds something stays with all
-// of it, and of a link only the link goes.
+// What is no file is a folder: one that holds something stays with all of it, and of a link only the link
+// goes. Looking for a name that is gone takes some file systems as long as reading the whole folder.
 void deleteForGood(const std::string& path) {
-    static_cast<void>(DeleteFileA(path.c_str()));
-    static_cast<void>(RemoveDirectoryA(path.c_str()));
+    if (!DeleteFileA(path.c_str())) static_cast<void>(RemoveDirectoryA(path.c_str()));
 }
 
 void traceAttempt(const std::string& path) {
@@ -57,6 +57,7 @@ void FileDel(std::string& path, std::string_view file) {
     for (const std::string& name : names) {
         if (name.empty() || name == path) continue;
         const std::string whole = path + name;
+        ServeWindows();
         attempt(onFailure, [&] {
             if (DelFilePermanent != 1) {
                 if (folder.takeLinksOut(name)) moveToRecycleBin(whole);

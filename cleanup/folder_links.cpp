@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/runtime.h"
+#include "platform/events.h"
 #include "platform/files.h"
 #include "platform/final_path.h"
 #include "platform/text_case.h"
@@ -49,6 +50,7 @@ bool EmptiedFolder::takeLinksOut(const std::string& pattern, bool entries) const
     std::vector<std::string> folders;
     do {
         const std::string name = found.cFileName;
+        ServeWindows();
         if (name == "." || name == "..") continue;
         if (!holds(name)) {
             clean = false;

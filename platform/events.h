@@ -9,6 +9,11 @@ namespace bromvale {
 // Paintings that are due (at most some 60 a second) are made first.
 void DoEvents();
 
+// For a routine at work that no handler may interrupt: lets the windows paint themselves, be moved, put aside
+// and brought back, and answer the system, which otherwise takes them for hung. Keys, clicks into the windows
+// and their closing wait until events are served. Cheap enough to be called for each file of a folder.
+void ServeWindows();
+
 // Sleeps until an event arrives or the time is over, whichever is first; processes nothing.
 // Offline the machine's clock moves on by the whole time.
 void WaitForEvents(unsigned milliseconds);

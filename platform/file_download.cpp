@@ -3,7 +3,6 @@
 #include <array>
 
 #include "platform/dialogs.h"
-#include "platform/events.h"
 #include "platform/files.h"
 #include "platform/internet.h"
 
@@ -21,7 +20,6 @@ bool copyAll(HINTERNET source, HANDLE file) {
         if (got == 0) return true;
         DWORD written = 0;
         if (!WriteFile(file, buffer.data(), got, &written, nullptr) || written != got) return false;
-        DoEvents();
     }
 }
 

@@ -6,3 +6,11 @@
 #else
 #include "platform/offline/shell_api.h"
 #endif
+
+namespace bromvale {
+
+// SHFileOperationA, with the windows served meanwhile (see ServeWindows): a folder with much in it takes its
+// time.
+int SHFileOperationServing(SHFILEOPSTRUCTA& operation);
+
+}  // namespace bromvale

@@ -11,6 +11,7 @@
 #include "core/log.h"
 #include "core/runtime.h"
 #include "core/state.h"
+#include "platform/events.h"
 #include "platform/files.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
@@ -95,7 +96,10 @@ void FrmMain::ReadBackupFiles() {
     std::vector<std::string> names{std::string()};
     attempt(onFailure, [&] { FindFileAPI(BackupPath, "*.reg", names); });
     names.pop_back();  // the empty one behind the last
-    for (const std::string& name : names) addFile(lvwBackup, name, onFailure);
+    for (const std::string& name : names) {
+        addFile(lvwBackup, name, onFailure);
+        ServeWindows();
+    }
     attempt(onFailure, [&] { lvwBackup.setSorted(true); });
     kTags.trace("endet");
 }

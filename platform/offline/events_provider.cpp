@@ -9,6 +9,10 @@ void DoEvents() {
     pump.serve();
 }
 
+void ServeWindows() {
+    offline::machine().pump.serveWindows();
+}
+
 void WaitForEvents(unsigned milliseconds) {
     offline::machine().clock.advance(milliseconds);
 }

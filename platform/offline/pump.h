@@ -26,6 +26,10 @@ class Pump {
         ++calls_;
         if (calls_ >= attention_) serveDue();
     }
+    // There is nothing to paint and no frame to take hold of: it is counted.
+    void serveWindows() { ++windowServings_; }
+    [[nodiscard]] std::uint64_t windowServings() const { return windowServings_; }
+
     // Time passes or has passed: timers that run must be known before, and looked at after.
     void noteTimers();
     void timePassed() { attention_ = 0; }
@@ -43,6 +47,7 @@ class Pump {
     void runTimers();
 
     std::uint64_t calls_ = 0;
+    std::uint64_t windowServings_ = 0;
     std::uint64_t attention_ = UINT64_MAX;  // the call from which serveDue has something to do
     std::multimap<std::uint64_t, std::function<void()>> actions_;
     std::function<void(std::uint64_t)> observer_;

@@ -1,7 +1,8 @@
-#include "platform/offline/shell_api.h"
+#include "platform/shell.h"
 
 #include <cstring>
 
+#include "platform/events.h"
 #include "platform/offline/code_page.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/machine.h"
@@ -155,3 +156,12 @@ void CoTaskMemFree(LPVOID memory) {
 LPSTR lstrcatA(LPSTR text, LPCSTR more) {
     return std::strcat(text, more);
 }
+
+namespace bromvale {
+
+int SHFileOperationServing(SHFILEOPSTRUCTA& operation) {
+    ServeWindows();
+    return SHFileOperationA(&operation);
+}
+
+}  // namespace bromvale

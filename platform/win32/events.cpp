@@ -1,5 +1,6 @@
 #include "platform/events.h"
 
+#include <array>
 #include <utility>
 
 #include "platform/controls/form.h"
@@ -10,6 +11,34 @@
 namespace bromvale {
 
 namespace {
+
+// What makes a window live without a handler of a control: its picture, its frame and the task bar's orders.
+struct MessageRange {
+    UINT first;
+    UINT last;
+};
+constexpr std::array<MessageRange, 3> kWindowMessages{{
+    {WM_PAINT, WM_PAINT},
+    {WM_NCMOUSEMOVE, WM_NCMBUTTONDBLCLK},
+    {WM_SYSCOMMAND, WM_SYSCOMMAND},
+}};
+
+bool closesWindow(const MSG& message) {
+    constexpr WPARAM kCommandBits = 0xFFF0;
+    return (message.message == WM_SYSCOMMAND && (message.wParam & kCommandBits) == SC_CLOSE) ||
+           (message.message == WM_NCLBUTTONDOWN && message.wParam == HTCLOSE);
+}
+
+// What is behind a message that would close a window waits with it.
+void serveWindowMessages(const MessageRange& range) {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, range.first, range.last, PM_NOREMOVE) && !closesWindow(message) &&
+           PeekMessageA(&message, nullptr, range.first, range.last, PM_REMOVE))
+        DispatchMessageA(&message);
+}
+
+// Milliseconds between two servings of the windows; in between ServeWindows looks at the clock only.
+constexpr DWORD kServingStep = 20;
 
 std::function<void()>& pumpObserver() {
     static std::function<void()> observer;
@@ -76,6 +105,15 @@ void DoEvents() {
         serve(message);
     }
     if (pumpObserver()) pumpObserver()();
+}
+
+void ServeWindows() {
+    static DWORD servedAt = 0;
+    const DWORD now = GetTickCount();
+    if (now - servedAt < kServingStep) return;
+    servedAt = now;
+    flushDuePaints();
+    for (const MessageRange& range : kWindowMessages) serveWindowMessages(range);
 }
 
 void WaitForEvents(unsigned milliseconds) {

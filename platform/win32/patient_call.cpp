@@ -1,5 +1,7 @@
 #include "platform/win32/patient_call.h"
 
+#include "platform/win32/serving_wait.h"
+
 namespace bromvale {
 
 DWORD WINAPI PatientCall::runOnThread(LPVOID call) {
@@ -18,7 +20,7 @@ bool PatientCall::doneInTime(DWORD milliseconds) {
         run();
         return true;
     }
-    const bool done = WaitForSingleObject(thread, milliseconds) == WAIT_OBJECT_0;
+    const bool done = waitServing(thread, milliseconds);
     CloseHandle(thread);
     return done;
 }

@@ -3,8 +3,9 @@
 
 namespace bromvale {
 
-// Work that may hang: it runs on a thread of its own, which touches nothing but the work's own members, and
-// is left to itself when it takes too long. Whoever is later, caller or thread, destroys it.
+// Work that takes its time or may hang: it runs on a thread of its own, which touches nothing but the work's
+// own members, while the caller waits and serves the windows (see ServeWindows). When it takes too long it is
+// left to itself. Whoever is later, caller or thread, destroys it.
 class PatientCall {
   public:
     PatientCall() = default;
@@ -12,7 +13,8 @@ class PatientCall {
     PatientCall(const PatientCall&) = delete;
     PatientCall& operator=(const PatientCall&) = delete;
 
-    // Runs the work and waits for it; false when it was left to itself. Call release afterwards.
+    // Runs the work and waits for it, INFINITE for as long as it takes; false when it was left to itself.
+    // Call release afterwards.
     [[nodiscard]] bool doneInTime(DWORD milliseconds);
     // From here on the caller doesn't touch it any more.
     void release();

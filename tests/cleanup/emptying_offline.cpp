@@ -33,6 +33,17 @@ TEST_F(EmptyingOffline, TheBinGetsFilesAndWholeSubFolders) {
     EXPECT_EQ(recycled(), (Texts{"C:\\Müll\\a.txt", "C:\\Müll\\unten"}));
 }
 
+TEST_F(EmptyingOffline, TheWindowsAreServedForEachEntry) {
+    for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
+        for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\") + name);
+        for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\unten\\") + name);
+        const auto before = machine().pump.windowServings();
+        std::string path = "C:\\Müll\\";
+        FileDel(path, "");
+        EXPECT_GE(machine().pump.windowServings() - before, DelFilePermanent == 1 ? 4u : 7u);
+    }
+}
+
 TEST_F(EmptyingOffline, ForGoodNothingReachesTheBin) {
     DelFilePermanent = 1;
     put("C:\\Müll\\a.txt");

@@ -1,4 +1,5 @@
 // What only the system's own library and dialogs show: a server that never answers, and the dialog "save as".
+#include <atomic>
 #include <thread>
 
 #include "internet/bug_report.h"
@@ -50,13 +51,45 @@ class SavingUser {
     std::thread thread_;
 };
 
+// Asks a window again and again whether it is alive.
+class Asker {
+  public:
+    explicit Asker(HWND window) : thread_([this, window] { ask(window); }) {}
+    ~Asker() {
+        going_ = false;
+        thread_.join();
+    }
+    [[nodiscard]] int answers() const { return answers_; }
+    [[nodiscard]] int silences() const { return silences_; }
+
+  private:
+    void ask(HWND window) {
+        while (going_) {
+            DWORD_PTR answer = 0;
+            const bool alive = SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_NORMAL, 3000, &answer) != 0;
+            ++(alive ? answers_ : silences_);
+            Sleep(50);
+        }
+    }
+    std::atomic<bool> going_ = true;
+    std::atomic<int> answers_ = 0;
+    std::atomic<int> silences_ = 0;
+    std::thread thread_;
+};
+
 using WindowsServices = InternetTest;
 
-TEST_F(WindowsServices, AServerThatSaysNothingIsGivenUpAfterAMinute) {
+TEST_F(WindowsServices, AServerThatSaysNothingIsGivenUpAfterAMinuteAndTheWindowLives) {
     const RecordingServer server("silent");
     WebHost = server.host();
+    frmMain().load();
     const DWORD start = GetTickCount();
-    BugReport({});
+    {
+        const Asker asker(frmMain().window());
+        BugReport({});
+        EXPECT_GE(asker.answers(), 100);
+        EXPECT_EQ(asker.silences(), 0);
+    }
     EXPECT_EQ(boxTexts(), Texts{kNotSent});
     EXPECT_GE(GetTickCount() - start, 20000u);
     EXPECT_LT(GetTickCount() - start, 90000u);

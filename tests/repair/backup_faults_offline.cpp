@@ -35,6 +35,15 @@ TEST_P(BackupFaultsTest, AFileThatCannotBeLookedAtKeepsItsRowAndTheNextOnesAreWh
     EXPECT_EQ(logLines(), Texts{"frmMain; ReadBackupFiles; ; 53; Datei nicht gefunden"});
 }
 
+using BackupServing = BackupTest;
+
+TEST_F(BackupServing, TheWindowsAreServedForEachFileThatIsListed) {
+    for (const char* name : {"a.reg", "b.reg", "c.reg"}) undoFile(name);
+    const auto before = offline::machine().pump.windowServings();
+    form().ReadBackupFiles();
+    EXPECT_GE(offline::machine().pump.windowServings() - before, 3u);
+}
+
 TEST_P(BackupFaultsTest, AFolderThatCannotBeReadGivesAnEmptyList) {
     undoFile("a.reg");
     fail("FindFirstFileA", 1);

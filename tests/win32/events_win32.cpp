@@ -170,6 +170,65 @@ TEST_F(RealWindows, TextsAreRightWhileAMessageBoxIsOpen) {
     EXPECT_EQ(seen, "fertig");
 }
 
+class ServingWindows : public RealWindows {
+  protected:
+    // Servings closer together than that are left out.
+    static void serve() {
+        Sleep(30);
+        ServeWindows();
+    }
+    void command(WPARAM what) { PostMessageA(form.window(), WM_SYSCOMMAND, what, 0); }
+};
+
+TEST_F(ServingWindows, TheyPaintThemselves) {
+    idle();
+    Spy::watch(windowOf(form.cmdOk), WM_PAINT);
+    InvalidateRect(windowOf(form.cmdOk), nullptr, TRUE);
+    serve();
+    EXPECT_EQ(Spy::seen, 1);
+    SetWindowLongPtrA(windowOf(form.cmdOk), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Spy::below));
+}
+
+TEST_F(ServingWindows, ATextThatWaitedIsShown) {
+    idle();
+    form.Status.setPanelText(1, "neu");
+    Sleep(100);
+    serve();
+    EXPECT_EQ(panelText(1), "neu");
+}
+
+TEST_F(ServingWindows, ClicksAndKeysWait) {
+    int clicks = 0;
+    form.cmdOk.onClick = [&] { ++clicks; };
+    idle();
+    PostMessageA(windowOf(form.cmdOk), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
+    PostMessageA(windowOf(form.cmdOk), WM_LBUTTONUP, 0, MAKELPARAM(3, 3));
+    PostMessageA(windowOf(form.txtName), WM_KEYDOWN, VK_RETURN, 1);
+    serve();
+    EXPECT_EQ(clicks, 0);
+    DoEvents();
+    EXPECT_EQ(clicks, 2);
+}
+
+TEST_F(ServingWindows, TheyCanBePutAsideAndBroughtBack) {
+    idle();
+    command(SC_MINIMIZE);
+    serve();
+    EXPECT_EQ(form.windowState(), WindowState::Minimised);
+    command(SC_RESTORE);
+    serve();
+    EXPECT_EQ(form.windowState(), WindowState::Normal);
+}
+
+TEST_F(ServingWindows, ClosingWaits) {
+    idle();
+    command(SC_CLOSE);
+    serve();
+    EXPECT_EQ(form.unloads, 0);
+    DoEvents();
+    EXPECT_EQ(form.unloads, 1);
+}
+
 // What a timer does in the loop of an open menu.
 struct MenuUser {
     static inline HWND owner = nullptr;
