@@ -7,7 +7,8 @@ usage() {
     cat <<'EOF'
 ./run.sh               installs what is missing, builds Bromvale.exe, opens its window under Wine in a private prefix
                        that holds the example machine's entries, scans and prints the report. Without a display
-                       it runs on a virtual one and leaves screenshots in build/run.
+                       it runs on a virtual one and leaves screenshots in build/run. Its web services are a server on
+                       this machine, which answers from build/web/site and keeps what it was sent in build/web.
 ./run.sh --offline [ARGUMENT...]
                        needs no Wine: builds bromvale-offline and runs it, by default on the example machine.
                        Its arguments are told by ./run.sh --offline --help.
@@ -17,6 +18,7 @@ EOF
 }
 
 shots=build/run
+web=build/web
 say() { printf '%s\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
 
@@ -42,13 +44,30 @@ fall_back() {
     offline
 }
 
-inspect() { in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe "$@" 2>/dev/null; }
+inspect() { in_wine "$wine_loader" build/try/tests/desktop/inspect_window.exe "$@" 2>/dev/null; }
 
 click() {
     local enabled visible checked place rest left top right bottom
     IFS=$'\t' read -r enabled visible checked place rest < <(inspect control "$1" | tr -d '\r')
     read -r left top right bottom <<<"$place"
     xdotool mousemove $(((left + right) / 2)) $(((top + bottom) / 2)) click 1
+}
+
+# The version that the server calls the newest is the program's own.
+start_web() {
+    local host version tries
+    host=$(sed -n 's/.*kWebHost = "\(.*\)";/\1/p' build/try/generated/core/version.h)
+    version=$(sed -n 's/.*kVersion[A-Z][a-z]* = \([0-9]*\);/\1/p' build/try/generated/core/version.h | paste -sd .)
+    rm -rf "$web"
+    mkdir -p "$web"
+    cp -r resources/example/site "$web/site"
+    printf %s "$version" >"$web/site/appver.txt"
+    tools/recording_server "$web" site "$web/site" "${host##*:}" >/dev/null 2>&1 &
+    for tries in $(seq 50); do
+        [ ! -f "$web/port" ] || return 0
+        sleep 0.1
+    done
+    return 1
 }
 
 prepare_prefix() {
@@ -63,7 +82,7 @@ prepare_prefix() {
     add_components || return 1
     # The scan starts with the window, and the first start's help stays closed.
     set_setting AutoScan 1 && set_setting 1stRun 0 || return 1
-    install_program build/win64/Bromvale.exe
+    install_program build/try/Bromvale.exe
 }
 
 show() {
@@ -103,11 +122,13 @@ esac
 scripts/install-tools.sh windows || fall_back "Wine or the cross compiler can't be installed here."
 scripts/install-tools.sh desktop || [ -n "${DISPLAY:-}" ] || fall_back "There is no display, and a virtual one can't be installed."
 say "Building Bromvale.exe, 64-bit and 32-bit..."
-build win64 bromvale inspect_window
+build win64 bromvale
 build win32 bromvale
-say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe"
+build try bromvale inspect_window
+say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe; shown is build/try/Bromvale.exe, whose web host is this machine"
 
 . scripts/wine-env.sh
-trap stop_all EXIT
+trap 'touch "$web/stop" 2>/dev/null; stop_all' EXIT
+start_web || say "The web services can't be offered here; the program will find no network."
 prepare_prefix || fall_back "Wine is installed but can't make its prefix."
 show

@@ -29,7 +29,7 @@ RecordingServer::RecordingServer(const std::string& mode, const std::string& ans
     std::filesystem::remove_all(folder_);
     std::filesystem::create_directories(folder_);
     std::ofstream(folder_ + "/answer", std::ios::binary) << answer;
-    const std::string script = BROMVALE_SOURCE_DIR "/tests/internet/recording_server";
+    const std::string script = BROMVALE_SOURCE_DIR "/tools/recording_server";
     EXPECT_TRUE(startOnHost({"/usr/bin/python3", script, onHost, mode, onHost + "/answer"}));
     for (int tries = 0; tries < 1000 && !std::filesystem::exists(folder_ + "/port"); ++tries) waitABit();
     port_ = std::atoi(bytesOf(folder_ + "/port").c_str());

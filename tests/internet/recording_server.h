@@ -4,7 +4,7 @@
 
 namespace bromvale::testing {
 
-// The server of the script recording_server, started for one test; see there for its modes.
+// The server of the script tools/recording_server, started for one test; see there for its modes.
 class RecordingServer {
   public:
     explicit RecordingServer(const std::string& mode, const std::string& answer = "");
