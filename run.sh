@@ -18,7 +18,6 @@ EOF
 }
 
 shots=build/run
-web=build/web
 say() { printf '%s\n' "$*"; }
 die() { printf '%s\n' "$*" >&2; exit 1; }
 
@@ -51,23 +50,6 @@ click() {
     IFS=$'\t' read -r enabled visible checked place rest < <(inspect control "$1" | tr -d '\r')
     read -r left top right bottom <<<"$place"
     xdotool mousemove $(((left + right) / 2)) $(((top + bottom) / 2)) click 1
-}
-
-# The version that the server calls the newest is the program's own.
-start_web() {
-    local host version tries
-    host=$(sed -n 's/.*kWebHost = "\(.*\)";/\1/p' build/try/generated/core/version.h)
-    version=$(sed -n 's/.*kVersion[A-Z][a-z]* = \([0-9]*\);/\1/p' build/try/generated/core/version.h | paste -sd .)
-    rm -rf "$web"
-    mkdir -p "$web"
-    cp -r resources/example/site "$web/site"
-    printf %s "$version" >"$web/site/appver.txt"
-    tools/recording_server "$web" site "$web/site" "${host##*:}" >/dev/null 2>&1 &
-    for tries in $(seq 50); do
-        [ ! -f "$web/port" ] || return 0
-        sleep 0.1
-    done
-    return 1
 }
 
 prepare_prefix() {
@@ -128,7 +110,9 @@ build try bromvale inspect_window
 say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe; shown is build/try/Bromvale.exe, whose web host is this machine"
 
 . scripts/wine-env.sh
-trap 'touch "$web/stop" 2>/dev/null; stop_all' EXIT
-start_web || say "The web services can't be offered here; the program will find no network."
+. scripts/web-env.sh
+trap 'stop_web; stop_all' EXIT
+# Nothing is newer than the program, until build/web/site/appver.txt says so.
+start_web "$(program_version)" || say "The web services can't be offered here; the program will find no network."
 prepare_prefix || fall_back "Wine is installed but can't make its prefix."
 show

@@ -53,7 +53,7 @@ prepare_native() { tools native; build native-asan; }
 prepare_build() { tools windows; build win64; build win32; }
 prepare_windows() { tools windows native; build win64-tests; }
 prepare_blackbox() { tools windows native; build win64; build win32; build native bromvale-offline; }
-prepare_desktop() { tools windows desktop; build win64; }
+prepare_desktop() { tools windows desktop; build win64; build try; }
 
 chosen=()
 for stage in "$@"; do

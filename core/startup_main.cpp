@@ -176,7 +176,7 @@ void tellThatTracingIsOn() {
 }
 
 void showMainWindow() {
-    frmMain().show();
+    frmMain().showBehindErrorDialog();
 }
 
 constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThatTracingIsOn, showMainWindow};

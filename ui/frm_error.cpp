@@ -1,5 +1,6 @@
 #include "ui/frm_error.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -31,6 +32,12 @@ constexpr std::array kPictures{
     StylePicture{kStyleInformation, 4},
 };
 
+int heightOf(bool open) {
+    const int frame = frameSize(BorderStyle::FixedDialog).height;
+    return open ? std::max(kErrorHeightOpen, kErrorInnerOpen + frame)
+                : std::max(kErrorHeightClosed, kErrorInnerClosed + frame);
+}
+
 }  // namespace
 
 FrmError::FrmError() : Form("frmError") {
@@ -57,12 +64,12 @@ void FrmError::design() {
     buildPage(*this, layoutError());
     buildImages(*this, layoutErrorImages());
     imgErrImg.setImage(nullptr, 0);
-    setHeight(kErrorHeightClosed);
+    setHeight(heightOf(false));
     centreOnScreen();
 }
 
 void FrmError::Form_Load() {
-    setHeight(kErrorHeightClosed);
+    setHeight(heightOf(false));
     txtEMail.setText(EMail);
     trace("frmError", "Form_Load", "");
 }
@@ -95,11 +102,11 @@ void FrmError::fill(std::string_view modul, std::string_view funktion, std::int3
 
 void FrmError::cmdDetails_Click() {
     if (cmdDetails.caption() == kLessDetails) {
-        setHeight(kErrorHeightClosed);
+        setHeight(heightOf(false));
         cmdDetails.setCaption(kMoreDetails);
     } else {
         cmdDetails.setCaption(kLessDetails);
-        setHeight(kErrorHeightOpen);
+        setHeight(heightOf(true));
     }
 }
 

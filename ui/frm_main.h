@@ -138,6 +138,7 @@ class FrmMain : public Form {
 
     // ui/
     void Form_Initialize();
+    void showBehindErrorDialog();
     void showPage(const Frame& page);
     void Menu_ItemClick(const ListBar::Item& item);
     void mnuPopUpBugReport_Click();

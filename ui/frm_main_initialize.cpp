@@ -130,7 +130,7 @@ void FrmMain::Form_Initialize() {
     run([&] { switchAgentOff(*this); });
     run([&] { Ordnerliste_laden(); });
     if (AutoScan != 1) return;
-    run([&] { show(); });
+    run([&] { showBehindErrorDialog(); });
     run([&] { cmdStart_Click(); });
 }
 

@@ -8,6 +8,7 @@
 #include "platform/help.h"
 #include "platform/process.h"
 #include "platform/screen.h"
+#include "ui/frm_error.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {
@@ -47,6 +48,12 @@ void FrmMain::Form_Load() {
     attempt(onFailure, [&] { mnuPopUpShowForm.setEnabled(true); });
     if (ScreenSave == 1) attempt(onFailure, [&] { restoreGeometry(); });
     tags.trace("endet");
+}
+
+// A failure at the start is told before the main window is there, and must not be covered by it.
+void FrmMain::showBehindErrorDialog() {
+    show();
+    if (frmError().visible()) frmError().show();
 }
 
 // Closing the main window is always the end of the process, whatever else is open.

@@ -217,10 +217,13 @@ void WindowPeer::setWindowText(const std::string& text) {
 }
 
 // In a window that isn't the active one the focus is only noted; the form hands it out when it becomes
-// active. SetFocus would bring that window to the front.
+// active. SetFocus would bring that window to the front. After a menu of the notification area the active
+// window is one that nobody sees, and the keyboard is free.
 void WindowPeer::takeFocus() {
     const HWND top = control_.form() != nullptr ? control_.form()->window() : nullptr;
-    if (window_ != nullptr && GetActiveWindow() == top && GetFocus() != window_) SetFocus(window_);
+    const HWND active = GetActiveWindow();
+    const bool free = active != nullptr && !IsWindowVisible(active);
+    if (window_ != nullptr && (active == top || free) && GetFocus() != window_) SetFocus(window_);
 }
 
 void WindowPeer::command(UINT) {}

@@ -123,6 +123,14 @@ int showFocus(const Arguments&) {
     return 0;
 }
 
+int showForeground(const Arguments&) {
+    const HWND window = GetForegroundWindow();
+    if (window == nullptr) return 1;
+    print(utf8(className(window)) + "\t" + (IsWindowVisible(window) ? "visible" : "hidden") + "\t" +
+          oneLine(utf8(windowText(window))));
+    return 0;
+}
+
 int showLayoutFaults(const Arguments&) {
     for (const LayoutFault& fault : layoutFaults())
         print(std::string(fault.kind) + "\t" + utf8(wide(fault.control)) + "\t" + utf8(wide(fault.other)) +
@@ -260,6 +268,7 @@ constexpr Command Commands[] = {
     {"widths", 1, showWidths, "LIST: width of each column in pixels"},
     {"panels", 1, showPanels, "STATUSBAR: the text of each panel"},
     {"focus", 0, showFocus, "name of the control with the keyboard focus"},
+    {"foreground", 0, showForeground, "class, visible, title of the window that has the keyboard"},
     {"row-place", 2, showRowPlace, "LIST ROW: scrolls to the row and tells where it is"},
     {"header-place", 2, showHeaderPlace, "LIST COLUMN: where the column's header is"},
     {"bar-item", 2, showBarItem, "LISTBAR ITEM: centre of an item of the open bar, counted over all bars"},

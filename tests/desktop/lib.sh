@@ -4,6 +4,7 @@ set -u
 cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
 . scripts/wine-env.sh
 failures=0
+built=${built:-build/win64}
 program_pid=
 artefacts=build/artefacts/desktop/$(basename "$0" .sh | sed s/^test_//)
 trap stop_all EXIT
@@ -25,7 +26,7 @@ stop_here() { printf 'WRONG %s\n' "$*"; shot stopped; exit 1; }
 # --- the program --------------------------------------------------------------------------------
 
 have_wine || { echo "skipped: Wine is not installed"; exit 77; }
-[ -f build/win64/Bromvale.exe ] || { echo "build/win64/Bromvale.exe is missing: ./test.sh desktop"; exit 1; }
+[ -f "$built/Bromvale.exe" ] || { echo "$built/Bromvale.exe is missing: ./test.sh desktop"; exit 1; }
 
 scanned_keys=('HKCU\Software\Classes\CLSID' 'HKLM\Software\Classes\CLSID'
     'HKCU\Software\Classes\Interface' 'HKLM\Software\Classes\Interface'
@@ -43,7 +44,7 @@ prepare_example() {
     seed_example
     set_windows_version Bromvale.exe winxp
     rm -rf "$(program_folder)"
-    install_program build/win64/Bromvale.exe
+    install_program "$built/Bromvale.exe"
     settings 1stRun 0
 }
 settings() { while [ $# != 0 ]; do set_setting "$1" "$2"; shift 2; done; }
@@ -67,11 +68,13 @@ program_ends() { # within SECONDS
     done
     return 1
 }
+end_program() { click_close_box; check "the close box ends the program" program_ends 10; }
+stored() { in_wine "$wine_loader" reg query 'HKCU\Software\Bromvale' /v "$1" 2>/dev/null | tr -d '\r' | sed -nE 's/.*REG_SZ *//p'; }
 undo_files() { find "$(program_folder)/Backup" -name 'R*.reg' 2>/dev/null | sort; }
 
 # --- looking ------------------------------------------------------------------------------------
 
-inspect() { in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe "$@" | tr -d '\r'; return "${PIPESTATUS[0]}"; }
+inspect() { in_wine "$wine_loader" "$built/tests/desktop/inspect_window.exe" "$@" | tr -d '\r'; return "${PIPESTATUS[0]}"; }
 field() { inspect control "$1" | cut -f "$2"; }
 enabled() { [ "$(field "$1" 1)" = enabled ]; }
 visible() { [ "$(field "$1" 2)" = visible ]; }
@@ -112,6 +115,9 @@ click_row() { # LIST ROW [BUTTON] [MODIFIER]
     settle
 }
 click_header() { move_to_middle "$(inspect header-place "$1" "$2")"; xdotool click 1; settle; }
+# The list bar: its groups and items by their numbers.
+bar_group() { local x y; read -r x y < <(inspect bar-header Menu "$1"); xdotool mousemove "$x" "$y" click 1; sleep 0.4; settle; }
+bar_item() { local x y; read -r x y < <(inspect bar-item Menu "$1"); xdotool mousemove "$x" "$y" click 1; settle; }
 click_close_box() {
     local left top right bottom
     read -r left top right bottom < <(place frmMain)

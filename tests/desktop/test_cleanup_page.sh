@@ -18,8 +18,8 @@ start_program
 run_value() { in_wine "$wine_loader" reg query 'HKLM\Software\Microsoft\Windows\CurrentVersion\Run' /v Bromvale 2>/dev/null | tr -d '\r' | sed -n 's/.*REG_SZ *//p'; }
 list_of() { (cd "$drive/Leeren/$1" && find . -mindepth 1 | LC_ALL=C sort | paste -sd ' '); }
 
-read -r x y < <(inspect bar-header Menu 2); xdotool mousemove "$x" "$y" click 1; sleep 0.4; settle
-read -r x y < <(inspect bar-item Menu 7); xdotool mousemove "$x" "$y" click 1; settle
+bar_group 2
+bar_item 7
 shot 01-cleanup
 check "the box for the start of Windows can be ticked" enabled chbTempFilesDel
 

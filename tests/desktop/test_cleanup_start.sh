@@ -53,8 +53,8 @@ choose_folder() { # SHOT
     shot "$1-chosen"
     keys Return
 }
-read -r x y < <(inspect bar-header Menu 2); xdotool mousemove "$x" "$y" click 1; sleep 0.4; settle
-read -r x y < <(inspect bar-item Menu 7); xdotool mousemove "$x" "$y" click 1; settle
+bar_group 2
+bar_item 7
 check "a first start makes an empty list" eval '[ -f "$liste" ] && [ ! -s "$liste" ]'
 check "with nothing to switch on" disabled chbTempFilesDel
 folder_dialog

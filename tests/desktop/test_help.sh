@@ -19,13 +19,6 @@ windows_become() { # COUNT
     done
     return 1
 }
-stored() { in_wine "$wine_loader" reg query 'HKCU\Software\Bromvale' /v "$1" | tr -d '\r' | sed -nE 's/.*REG_SZ *//p'; }
-bar_item() {
-    local x y
-    read -r x y < <(inspect bar-item Menu "$1")
-    xdotool mousemove "$x" "$y" click 1
-    settle
-}
 
 start_again() {
     (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe) >/dev/null 2>&1 &

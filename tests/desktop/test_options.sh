@@ -6,11 +6,8 @@ settings AutoScan 0 AutoEntfernen 0 AutoClose 0 RebootAfterDelete 0 AutoRegFileD
     Proxy 0 ProxyAdresse 0.0.0.0 ProxyPort 80 Protokoll 0 ScreenSave 0
 start_program
 
-stored() { in_wine "$wine_loader" reg query 'HKCU\Software\Bromvale' /v "$1" 2>/dev/null | tr -d '\r' | awk '/REG_SZ/ { print $3 }'; }
-item() { local x y; read -r x y < <(inspect bar-item Menu "$1"); xdotool mousemove "$x" "$y" click 1; settle; }
-
-read -r x y < <(inspect bar-header Menu 2); xdotool mousemove "$x" "$y" click 1; sleep 0.4; settle
-item 8
+bar_group 2
+bar_item 8
 shot 01-options
 check "nothing is to be applied yet" disabled cmdÜbernehmen
 check "the proxy's fields are greyed" disabled txtProxyPort

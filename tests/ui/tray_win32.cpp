@@ -108,5 +108,51 @@ TEST_F(RealTray, TheMessageOfANewTaskBarReachesTheForm) {
     EXPECT_TRUE(boxes().empty());
 }
 
+TEST_F(RealTray, AnEntryThatAsksForAFieldGivesItTheKeyboard) {
+    report(kRightUp, {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN});
+    EXPECT_EQ(shownPages(), "Frame3 ");
+    EXPECT_EQ(GetFocus(), frmMain().txtErrNr.peer()->window());
+}
+
+// Stands where the system looks for its task bar, and takes the records of the icons.
+class NewTaskBar {
+  public:
+    struct Record {
+        ULONG_PTR action;
+        HWND owner;
+    };
+    NewTaskBar() {
+        WNDCLASSA windowClass{};
+        windowClass.lpfnWndProc = procedure;
+        windowClass.hInstance = GetModuleHandleA(nullptr);
+        windowClass.lpszClassName = "Shell_TrayWnd";
+        RegisterClassA(&windowClass);
+        window_ = CreateWindowExA(0, "Shell_TrayWnd", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr,
+                                  GetModuleHandleA(nullptr), nullptr);
+    }
+    ~NewTaskBar() { DestroyWindow(window_); }
+    NewTaskBar(const NewTaskBar&) = delete;
+    NewTaskBar& operator=(const NewTaskBar&) = delete;
+    static inline std::vector<Record> records;
+
+  private:
+    static LRESULT CALLBACK procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        if (message != WM_COPYDATA) return DefWindowProcA(window, message, wParam, lParam);
+        records.push_back(
+            {reinterpret_cast<const COPYDATASTRUCT*>(lParam)->dwData, reinterpret_cast<HWND>(wParam)});
+        return TRUE;
+    }
+    HWND window_;
+};
+
+TEST_F(RealTray, TheIconIsPutIntoANewTaskBar) {
+    if (FindWindowA("Shell_TrayWnd", nullptr) != nullptr) GTEST_SKIP() << "this desktop has a task bar";
+    const NewTaskBar bar;
+    SendMessageA(frmMain().window(), RegisterWindowMessageA("TaskbarCreated"), 0, 0);
+    ASSERT_EQ(NewTaskBar::records.size(), 1u);
+    EXPECT_EQ(NewTaskBar::records[0].action, static_cast<ULONG_PTR>(NIM_ADD));
+    EXPECT_EQ(NewTaskBar::records[0].owner, frmMain().window());
+}
+
 }  // namespace
 }  // namespace bromvale::testing

@@ -1,0 +1,27 @@
+# shellcheck shell=bash
+# Sourced by the scripts that offer the web services on this machine, to a program built with the preset "try":
+#
+#   start_web VERSION      a server that calls VERSION the newest; it answers from $web/site and keeps what it is sent in
+#                          $web/request-1, $web/request-2 and so on
+#   stop_web
+#   program_version        the version of the program in build/try
+
+web=$bromvale_top/build/web
+web_port=28380
+
+program_version() { sed -n 's/.*kVersion[A-Z][a-z]* = \([0-9]*\);/\1/p' "$bromvale_top/build/try/generated/core/version.h" | paste -sd .; }
+
+start_web() {
+    local tries
+    rm -rf "$web"
+    mkdir -p "$web"
+    cp -r "$bromvale_top/resources/example/site" "$web/site"
+    printf %s "$1" >"$web/site/appver.txt"
+    "$bromvale_top/tools/recording_server" "$web" site "$web/site" "$web_port" >"$web/server.log" 2>&1 &
+    for tries in $(seq 50); do
+        [ ! -f "$web/port" ] || return 0
+        sleep 0.1
+    done
+    return 1
+}
+stop_web() { [ ! -d "$web" ] || touch "$web/stop"; }
