@@ -218,6 +218,17 @@ void showUnhandledFailure(const Failure& failure) {
            kStyleStop);
 }
 
+// The waiting window can't be closed by hand, and the window that menus open from is never seen: without the
+// main window, which ends the process, they would keep it and with it every later start for good. What may be
+// left is the error dialog.
+void closeUnseenWindows() {
+    unloadForm("frmLogin");
+    const auto& forms = loadedForms();
+    const bool mainWindow = std::any_of(forms.begin(), forms.end(),
+                                        [](const Form* form) { return form->name() == "frmMain"; });
+    if (!mainWindow) unloadForm("frmPopUp");
+}
+
 }  // namespace
 
 void Main() {
@@ -248,14 +259,8 @@ void Main() {
 void runProgram() {
     registerErrorDialog();
     setUnhandledFailure(showUnhandledFailure);
-    bool returned = false;
-    dispatchUserEvent([&] {
-        Main();
-        returned = true;
-    });
-    // A failure that nobody caught has ended Main. The waiting window can't be closed by hand, and would keep
-    // the process, and with it every later start, for good.
-    if (!returned) unloadForm("frmLogin");
+    dispatchUserEvent(Main);
+    closeUnseenWindows();
     RunEventLoop();
 }
 

@@ -113,16 +113,24 @@ add_components() {
     known=$(in_wine "$wine_loader" reg query "$class_root" 2>/dev/null | tr -d '\r')
     while IFS=$'\t' read -r id name; do
         grep -qiF "$id" <<<"$known" && continue
-        in_wine "$wine_loader" reg add "$class_root\\$id" /ve /d "$name" /f >/dev/null || return 1
+        # Without /f, and with nobody to answer, a value that is there after all is kept.
+        in_wine "$wine_loader" reg add "$class_root\\$id" /ve /d "$name" </dev/null >/dev/null || return 1
         printf '%s\t%s\n' "$id" "$name" >>"$(components_added)"
     done < <(component_rows)
 }
+# A key that others have put something into keeps all but our name.
 remove_components() {
-    local id name
+    local id name key content
     [ -f "$(components_added)" ] || return 0
     while IFS=$'\t' read -r id name; do
-        in_wine "$wine_loader" reg query "$class_root\\$id" /ve 2>/dev/null | grep -qF "$name" || continue
-        in_wine "$wine_loader" reg delete "$class_root\\$id" /f >/dev/null
+        key=$class_root\\$id
+        in_wine "$wine_loader" reg query "$key" /ve 2>/dev/null | tr -d '\r' | sed -n 's/^.* REG_SZ  *//p' | grep -qxF "$name" || continue
+        content=$(in_wine "$wine_loader" reg query "$key" /s 2>/dev/null | grep -c '[^[:space:]]')
+        if [ "$content" = 2 ]; then # the key's own line and its default value's
+            in_wine "$wine_loader" reg delete "$key" /f >/dev/null
+        else
+            in_wine "$wine_loader" reg delete "$key" /ve /f >/dev/null
+        fi
     done <"$(components_added)"
     rm -f "$(components_added)"
 }

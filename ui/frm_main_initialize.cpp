@@ -1,6 +1,6 @@
 #include <string_view>
 
-#include "core/attempt.h"
+#include "core/handling.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "ui/frm_main.h"
@@ -111,7 +111,8 @@ void switchAgentOff(FrmMain& form) {
 }  // namespace
 
 void FrmMain::Form_Initialize() {
-    const auto run = [](auto&& statement) { attempt(kGoOn, statement); };
+    const ReportAnd onFailure{Ending::Next, {"frmMain", "Form_Initialize"}, kStyleStop, kShow};
+    const auto run = [&](auto&& statement) { attempt(onFailure, statement); };
     run([&] { load(); });
     run([&] { setCaption(AppTitle); });
     run([&] { StatusBar_.setPanelText(2, "Version " + AppVersion); });

@@ -318,6 +318,38 @@ TEST_F(StartUp, AListThatCannotBeMadeIsAFailureThatNobodyCatches) {
     EXPECT_EQ(formNames(), Lines{});  // with the waiting window the process would never end
 }
 
+TEST_F(StartUp, AfterAnyOtherFailureOfTheEmptyingRoadOnlyTheErrorDialogIsLeft) {
+    set("AutoScan", "0");
+    writeWholeFile(folder() + "liste.txt", "C:\\WINDOWS\r\n");
+    machine().commandLine = "-d";
+    machine().faults.fail("ReadFile", 1, ERROR_ACCESS_DENIED);
+    runProgram();
+    EXPECT_EQ(formNames(), Lines{"frmError"});
+}
+
+TEST_F(StartUp, TheEmptyingRoadEndsThoughAComponentHadToBeRegistered) {
+    set("AutoScan", "0");
+    writeWholeFile(folder() + "liste.txt", "");
+    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE,
+                            "Software\\Classes\\CLSID\\{71A27032-C7D8-11D2-BEF8-525400DFB47A}"),
+              0);
+    writeWholeFile("C:\\WINDOWS\\SYSTEM32\\SSubTmr6.dll", "");
+    machine().commandLine = "-d";
+    runProgram();
+    EXPECT_EQ(machine().events.of(offline::EventKind::Library).size(), 1u);
+    EXPECT_EQ(formNames(), Lines{});
+}
+
+TEST_F(StartUp, TheWindowThatMenusOpenFromStaysWithTheMainWindow) {
+    set("AutoScan", "0");
+    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE,
+                            "Software\\Classes\\CLSID\\{71A27032-C7D8-11D2-BEF8-525400DFB47A}"),
+              0);
+    writeWholeFile("C:\\WINDOWS\\SYSTEM32\\SSubTmr6.dll", "");
+    runProgram();
+    EXPECT_EQ(formNames(), (Lines{"frmPopUp", "frmMain"}));
+}
+
 // --- the normal road ---
 
 TEST_F(StartUp, TheFirstRunShowsTheHelpOnce) {
