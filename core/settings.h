@@ -18,6 +18,9 @@ extern std::string AgentFile;  // AgentType & ".acs"
 // meant.
 inline constexpr const char* kAgentControl = "agentctl.dll";
 inline constexpr const char* kAgentServer = "agentsvr.exe";
+// The help file as it is recorded for keys that ask for help, of which there are none: the program's own
+// calls name "Bromvale.chm".
+inline constexpr const char* kDefaultHelpFile = "bromvale.chm";
 extern std::int16_t AutoClose;
 extern std::int16_t AutoEntfernen;
 extern std::int16_t AutoFileDelAfterReentry;

@@ -224,8 +224,8 @@ void showUnhandledFailure(const Failure& failure) {
 void closeUnseenWindows() {
     unloadForm("frmLogin");
     const auto& forms = loadedForms();
-    const bool mainWindow = std::any_of(forms.begin(), forms.end(),
-                                        [](const Form* form) { return form->name() == "frmMain"; });
+    const bool mainWindow =
+        std::any_of(forms.begin(), forms.end(), [](const Form* form) { return form->name() == "frmMain"; });
     if (!mainWindow) unloadForm("frmPopUp");
 }
 

@@ -26,7 +26,8 @@ constexpr std::array<MessageRange, 3> kWindowMessages{{
 bool closesWindow(const MSG& message) {
     constexpr WPARAM kCommandBits = 0xFFF0;
     return (message.message == WM_SYSCOMMAND && (message.wParam & kCommandBits) == SC_CLOSE) ||
-           (message.message == WM_NCLBUTTONDOWN && message.wParam == HTCLOSE);
+           (message.message == WM_NCLBUTTONDOWN && message.wParam == HTCLOSE) ||
+           (message.message == WM_NCLBUTTONDBLCLK && message.wParam == HTSYSMENU);
 }
 
 // What is behind a message that would close a window waits with it.

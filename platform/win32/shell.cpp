@@ -37,11 +37,23 @@ class ShellThread {
     static DWORD WINAPI work(LPVOID data) {
         auto& self = *static_cast<ShellThread*>(data);
         static_cast<void>(CoInitialize(nullptr));
-        while (WaitForSingleObject(self.given_, INFINITE) == WAIT_OBJECT_0) {
-            self.result_ = SHFileOperationA(self.operation_);
-            SetEvent(self.done_);
+        for (;;) {
+            const DWORD woken = MsgWaitForMultipleObjects(1, &self.given_, FALSE, INFINITE, QS_ALLINPUT);
+            if (woken == WAIT_OBJECT_0) {
+                self.result_ = SHFileOperationA(self.operation_);
+                SetEvent(self.done_);
+            } else if (woken == WAIT_OBJECT_0 + 1) {
+                answerMessages();
+            } else {
+                return 0;
+            }
         }
-        return 0;
+    }
+
+    // Windows that objects of the shell leave behind must answer what the system sends to all windows.
+    static void answerMessages() {
+        MSG message;
+        while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
     }
 
     HANDLE given_;

@@ -330,9 +330,9 @@ TEST_F(StartUp, AfterAnyOtherFailureOfTheEmptyingRoadOnlyTheErrorDialogIsLeft) {
 TEST_F(StartUp, TheEmptyingRoadEndsThoughAComponentHadToBeRegistered) {
     set("AutoScan", "0");
     writeWholeFile(folder() + "liste.txt", "");
-    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE,
-                            "Software\\Classes\\CLSID\\{71A27032-C7D8-11D2-BEF8-525400DFB47A}"),
-              0);
+    EXPECT_EQ(
+        RegDeleteKeyA(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{71A27032-C7D8-11D2-BEF8-525400DFB47A}"),
+        0);
     writeWholeFile("C:\\WINDOWS\\SYSTEM32\\SSubTmr6.dll", "");
     machine().commandLine = "-d";
     runProgram();
@@ -342,9 +342,9 @@ TEST_F(StartUp, TheEmptyingRoadEndsThoughAComponentHadToBeRegistered) {
 
 TEST_F(StartUp, TheWindowThatMenusOpenFromStaysWithTheMainWindow) {
     set("AutoScan", "0");
-    EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE,
-                            "Software\\Classes\\CLSID\\{71A27032-C7D8-11D2-BEF8-525400DFB47A}"),
-              0);
+    EXPECT_EQ(
+        RegDeleteKeyA(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{71A27032-C7D8-11D2-BEF8-525400DFB47A}"),
+        0);
     writeWholeFile("C:\\WINDOWS\\SYSTEM32\\SSubTmr6.dll", "");
     runProgram();
     EXPECT_EQ(formNames(), (Lines{"frmPopUp", "frmMain"}));

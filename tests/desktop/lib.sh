@@ -118,6 +118,7 @@ click_header() { move_to_middle "$(inspect header-place "$1" "$2")"; xdotool cli
 # The list bar: its groups and items by their numbers.
 bar_group() { local x y; read -r x y < <(inspect bar-header Menu "$1"); xdotool mousemove "$x" "$y" click 1; sleep 0.4; settle; }
 bar_item() { local x y; read -r x y < <(inspect bar-item Menu "$1"); xdotool mousemove "$x" "$y" click 1; settle; }
+click_caption() { local left top right bottom; read -r left top right bottom < <(place frmMain); xdotool mousemove $((left + 200)) $((top + 12)) click 1; settle; }
 click_close_box() {
     local left top right bottom
     read -r left top right bottom < <(place frmMain)

@@ -43,4 +43,15 @@ bar_item 4
 check "Hilfe opens the help" windows_become 2
 settle
 shot 02-from-the-bar
+viewer() { xdotool search --onlyvisible --name '^Bromvale$' 2>/dev/null | sort; }
+before=$(viewer)
+# The viewer lies before the bar, and is drawn aside by its caption.
+xdotool mousemove 500 33 mousedown 1 mousemove --sync 500 300 mousemove --sync 500 700 mouseup 1
+settle
+shot 03-drawn-aside
+bar_item 4
+sleep 2
+settle
+check "a second click brings up the same window" equal "$(viewer)" "$before"
+shot 04-once-more
 finish

@@ -3,7 +3,7 @@
 . "$(dirname "$0")/lib.sh"
 prepare_example
 settings AutoScan 0 AutoEntfernen 0 AutoClose 0 RebootAfterDelete 0 AutoRegFileDel 0 DelAfterDays 50 \
-    Proxy 0 ProxyAdresse 0.0.0.0 ProxyPort 80 Protokoll 0 ScreenSave 0
+    Proxy 0 ProxyAdresse 0.0.0.0 ProxyPort 80 Protokoll 0 ScreenSave 0 AgentLoad 1 AgentType Rabe
 start_program
 
 bar_group 2
@@ -11,6 +11,12 @@ bar_item 8
 shot 01-options
 check "nothing is to be applied yet" disabled cmdÜbernehmen
 check "the proxy's fields are greyed" disabled txtProxyPort
+
+check "the animation's box shows its setting" checked chbLoadAgent
+check "and can't be changed" disabled chbLoadAgent
+check "nor its kind" disabled cboAgentType
+check "which is shown" equal "$(text_of cboAgentType)" Rabe
+check "the group says why" equal "$(text_of lblNoAgents)" 'Diese Funktion steht nicht zur Verfügung.'
 
 click chbRebootAfterDelete
 shot 02-forced
@@ -61,6 +67,6 @@ check "without a proxy the fields are greyed" disabled txtProxyAdresse
 check "this is to be applied too" enabled cmdÜbernehmen
 click cmdÜbernehmen
 check "and was" disabled cmdÜbernehmen
-click_close_box
-check "the close box ends the program" program_ends 10
+end_program
+check "the animation's settings are as they were" equal "$(stored AgentLoad) $(stored AgentType)" '1 Rabe'
 finish

@@ -10,8 +10,8 @@ shown_pages() { local frame; for frame in "${frames[@]}"; do visible "$frame" &&
 on_icon() { xdotool mousemove 1013 758; sleep 0.3; xdotool click "$@"; sleep 0.5; settle; }
 
 icon() { import -window root -crop 20x18+1003+750 +repage rgb:- | md5sum; }
-# Without a window manager nobody gives the keyboard back when a box has gone that nothing seen had asked for.
-click_caption() { local left top right bottom; read -r left top right bottom < <(place frmMain); xdotool mousemove $((left + 200)) $((top + 12)) click 1; settle; }
+# Without a window manager nobody gives the keyboard back when a box has gone that nothing seen had asked for, so the tests
+# click the window's caption then.
 # Opens the menu, goes down to an entry and takes it.
 entry() { local presses=() i; on_icon 3; for i in $(seq "$1"); do presses+=(Down); done; keys "${presses[@]}" Return; }
 

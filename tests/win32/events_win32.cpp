@@ -229,6 +229,15 @@ TEST_F(ServingWindows, ClosingWaits) {
     EXPECT_EQ(form.unloads, 1);
 }
 
+TEST_F(ServingWindows, ClosingByADoubleClickOnTheIconWaitsToo) {
+    idle();
+    PostMessageA(form.window(), WM_NCLBUTTONDBLCLK, HTSYSMENU, 0);
+    serve();
+    EXPECT_EQ(form.unloads, 0);
+    DoEvents();
+    EXPECT_EQ(form.unloads, 1);
+}
+
 // What a timer does in the loop of an open menu.
 struct MenuUser {
     static inline HWND owner = nullptr;
