@@ -1,6 +1,5 @@
 #include "ui/frm_error.h"
 
-#include <algorithm>
 #include <array>
 #include <string>
 
@@ -34,8 +33,7 @@ constexpr std::array kPictures{
 
 int heightOf(bool open) {
     const int frame = frameSize(BorderStyle::FixedDialog).height;
-    return open ? std::max(kErrorHeightOpen, kErrorInnerOpen + frame)
-                : std::max(kErrorHeightClosed, kErrorInnerClosed + frame);
+    return (open ? kErrorHeightOpen : kErrorHeightClosed) - kErrorFrameHeight + frame;
 }
 
 }  // namespace

@@ -11,12 +11,11 @@ namespace bromvale {
 [[nodiscard]] std::span<const ImageRow> layoutErrorImages();
 
 inline constexpr int kErrorInnerWidth = 6570;
-// Outer heights, with the frame of the systems that the dialog was drawn on: closed it shows the picture, the
-// text and the two upper buttons only.
+// Outer heights with the frame of the systems that the dialog was drawn on: closed it shows the picture, the
+// text and the two upper buttons only. Where the frame is thicker or thinner the heights follow, or a button
+// would be cut off or the edge of the details be seen.
 inline constexpr int kErrorHeightClosed = 1450;
 inline constexpr int kErrorHeightOpen = 3630;
-// Inner heights without which the lowest control would be cut off, for systems with a thicker frame.
-inline constexpr int kErrorInnerClosed = 1035;
-inline constexpr int kErrorInnerOpen = 3195;
+inline constexpr int kErrorFrameHeight = 375;
 
 }  // namespace bromvale

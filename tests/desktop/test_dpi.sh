@@ -44,6 +44,15 @@ maximise() {
     xdotool mousemove $(((l + r) / 2)) $((t + 14)) click --repeat 2 --delay 80 1
     settle
 }
+error_dialog() {
+    (cd "$(program_folder)" && in_wine "$wine_loader" "$bromvale_top/$built/tests/desktop/show_error.exe" 48) >/dev/null 2>&1 &
+    inspect wait cmdDetails '' 20 || stop_here "the error dialog does not open"
+    settle
+    shot "$dpi-error-closed"
+    click cmdDetails
+    shot "$dpi-error-open"
+    check "$dpi DPI: the error dialog is in order" equal "$(inspect layout | grep -E 'cmdDetails|cmdReportSenden|txtDetails|cmdSchließen' | grep -v 'txtDetails.lblErr\|lblErr.*txtDetails')" ''
+}
 
 for dpi in 96 144; do
     prepare_example
@@ -60,6 +69,7 @@ for dpi in 96 144; do
     pages maximised
     keys alt+F4
     check "$dpi DPI: Alt+F4 ends the program" program_ends 10
+    error_dialog
     stop_all
 done
 finish
