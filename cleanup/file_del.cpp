@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "cleanup/entry_names.h"
 #include "cleanup/folder_links.h"
 #include "core/file_helpers.h"
 #include "core/handling.h"
@@ -40,14 +41,32 @@ void traceAttempt(const std::string& path) {
     kTags.trace([&] { return "Versuch die Datei " + path + " zu löschen; Ergebnis unbekannt"; });
 }
 
+// One entry of a folder that is emptied. `listed` is the name under which the folder lists it, which is
+// another one where `name` is its short name.
+void deleteEntry(const EmptiedFolder& folder, const std::string& path, const std::string& name,
+                 const std::string& listed) {
+    const std::string whole = path + name;
+    ServeWindows();
+    attempt(reportAndGoOn(kTags), [&] {
+        if (!isPlainName(name)) return;
+        if (DelFilePermanent != 1) {
+            if (folder.takeLinksOut(name)) moveToRecycleBin(whole);
+        } else if (folder.holds(name, listed)) {
+            deleteForGood(whole);
+        }
+    });
+    traceAttempt(whole);
+}
+
 }  // namespace
 
 void FileDel(std::string& path, std::string_view file) {
     const auto onFailure = reportAndGoOn(kTags);
     if (!file.empty()) {
-        // A named file always goes to the recycle bin, whatever DelFilePermanent says.
+        // A named file always goes to the recycle bin, whatever DelFilePermanent says. The shell would take a
+        // name that isn't plain for another file, or for many.
         const std::string whole = std::string(path).append(file);
-        attempt(onFailure, [&] { moveToRecycleBin(whole); });
+        if (isPlainName(file)) attempt(onFailure, [&] { moveToRecycleBin(whole); });
         return traceAttempt(whole);
     }
     std::vector<std::string> names;
@@ -55,17 +74,11 @@ void FileDel(std::string& path, std::string_view file) {
     kTags.trace([] { return "Dateien permanent löschen=" + std::to_string(DelFilePermanent); });
     const EmptiedFolder folder(path);
     for (const std::string& name : names) {
-        if (name.empty() || name == path) continue;
-        const std::string whole = path + name;
-        ServeWindows();
-        attempt(onFailure, [&] {
-            if (DelFilePermanent != 1) {
-                if (folder.takeLinksOut(name)) moveToRecycleBin(whole);
-            } else if (folder.holds(name)) {
-                deleteForGood(whole);
-            }
-        });
-        traceAttempt(whole);
+        if (!name.empty() && name != path) deleteEntry(folder, path, name, name);
+    }
+    // Those that were passed over above since their own names lead elsewhere.
+    for (const ForeignEntry& entry : foreignEntries(path)) {
+        deleteEntry(folder, path, entry.shortName, entry.listedName);
     }
 }
 

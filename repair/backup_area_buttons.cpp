@@ -86,6 +86,14 @@ class Click {
     std::string name_;
 };
 
+// 0 where no row names the file.
+int rowOf(const ListView& list, const std::string& name) {
+    for (int row = 1; row <= list.count(); ++row) {
+        if (list.item(row).text() == name) return row;
+    }
+    return 0;
+}
+
 std::string reentryQuestion(const std::string& name) {
     return "Wollen Sie wirklich die Datei " + name +
            " in die Registry eintragen?\r\rHinweis!\r"
@@ -140,7 +148,8 @@ void FrmMain::cmdEintragen_Click() {
 }
 
 // The number of rows is taken once, so that after any deletion the index passes the last row. That is the
-// ordinary end of the loop: the failure is noted and the loop left.
+// ordinary end of the loop: the failure is noted and the loop left. While the question stands the list may be
+// filled anew, so the row that goes is looked for by the name of the file.
 void FrmMain::cmdLöschen_Click() {
     Click click(lvwBackup, "cmdLöschen_Click");
     const int rows = lvwBackup.count();
@@ -152,7 +161,9 @@ void FrmMain::cmdLöschen_Click() {
             continue;
         click.deleteFile();
         click.trace([&] { return "Datei " + click.name() + " wurde gelöscht"; });
-        click.step([&] { lvwBackup.remove(row); });
+        const int deleted = rowOf(lvwBackup, click.name());
+        if (deleted == 0) continue;
+        click.step([&] { lvwBackup.remove(deleted); });
         --row;
         // Names the row above, and there is none above the first.
         click.trace(

@@ -1,4 +1,5 @@
 // The removal of old undo files at the start of the program.
+#include <optional>
 #include <vector>
 
 #include "cleanup/file_del.h"
@@ -34,12 +35,12 @@ Ending report(const Failure& failure) {
     return Ending::Next;
 }
 
-// Strictly older: a file of exactly DelAfterDays days stays. The age starts at 0 for each file, so that one
-// whose date can't be read is never judged by the file before it.
+// Strictly older: a file of exactly DelAfterDays days stays. So does one whose date can't be read, be the
+// limit below 0, which even the files of today exceed.
 void deleteIfOld(const std::string& name, const std::string& today) {
-    std::int32_t age = 0;
+    std::optional<std::int32_t> age;
     attempt(report, [&] { age = daysBetween(GetFileDate(BackupPath + name), today); });
-    if (age <= DelAfterDays) return;
+    if (!age || *age <= DelAfterDays) return;
     attempt(report, [&] { FileDel(BackupPath, name); });
     kTags.trace([&] { return BackupPath + name + " gelöscht"; });
 }

@@ -31,7 +31,9 @@ void fill(WIN32_FIND_DATAA& data, const FileInfo& info) {
     const std::size_t length = std::min(info.name.size(), sizeof data.cFileName - 1);
     std::memcpy(data.cFileName, info.name.data(), length);
     data.cFileName[length] = '\0';
-    data.cAlternateFileName[0] = '\0';
+    const std::size_t shortLength = std::min(info.shortName.size(), sizeof data.cAlternateFileName - 1);
+    std::memcpy(data.cAlternateFileName, info.shortName.data(), shortLength);
+    data.cAlternateFileName[shortLength] = '\0';
 }
 
 HANDLE fail(DWORD error) {
@@ -58,7 +60,10 @@ HANDLE findMany(std::string_view folder, std::string_view mask, WIN32_FIND_DATAA
     Search search;
     const DWORD error = location.volume->list(location.all(), search.entries);
     if (error != 0) return fail(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
-    std::erase_if(search.entries, [mask](const FileInfo& info) { return !matchesMask(mask, info.name); });
+    std::erase_if(search.entries, [mask](const FileInfo& info) {
+        return !matchesMask(mask, info.name) &&
+               (info.shortName.empty() || !matchesMask(mask, info.shortName));
+    });
     std::sort(search.entries.begin(), search.entries.end(), [](const FileInfo& left, const FileInfo& right) {
         return compareNoCase(left.name, right.name) < 0;
     });

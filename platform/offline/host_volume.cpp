@@ -52,10 +52,33 @@ FileInfo infoOf(std::string name, const struct stat& state) {
             written};
 }
 
+std::string_view lastName(std::string_view path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
+// Six letters or digits that hang on the name, "~1", and an extension that is plain and short enough. Empty
+// where the program reaches the file by its own name.
+std::string shortNameOf(std::string_view name) {
+    const std::string ansi = ansiFromUtf8(name);
+    if (ansi.find_first_of("\\:*?\"<>|") == std::string::npos && utf8FromAnsi(ansi) == name) return {};
+    std::uint32_t hash = 2166136261u;
+    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+    std::string result;
+    for (int i = 0; i < 6; ++i, hash >>= 5) result += "ABCDEFGHIJKLMNOPQRSTUVWXYZ234567"[hash & 31u];
+    result += "~1";
+    const std::size_t dot = ansi.rfind('.');
+    const std::string extension = dot == std::string::npos ? std::string() : upper(ansi.substr(dot + 1));
+    const bool plain =
+        extension.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789") == std::string::npos;
+    if (plain && !extension.empty() && extension.size() <= 3) result += "." + extension;
+    return result;
+}
+
 // A link to a folder is a folder that says so; one to a file is like the file.
 FileInfo infoAt(const std::string& path, std::string name, const struct stat& state) {
     FileInfo info = infoOf(std::move(name), state);
     if (isFolder(state) && isLink(path)) info.attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+    info.shortName = shortNameOf(lastName(path));
     return info;
 }
 
@@ -199,8 +222,6 @@ class HostVolume : public Volume {
     }
 
   private:
-    static std::string_view lastName(std::string_view path) { return path.substr(path.rfind('/') + 1); }
-
     // Calls `visit` with each name until it returns true.
     template <class Visit>
     static bool eachEntry(const std::string& path, const Visit& visit) {
@@ -235,7 +256,8 @@ class HostVolume : public Volume {
         struct stat found {};
         if (::stat(next.c_str(), &found) != 0) {
             const bool matched = eachEntry(path, [&](const std::string& entry) {
-                if (!equalNoCase(ansiFromUtf8(entry), name)) return false;
+                if (!equalNoCase(ansiFromUtf8(entry), name) && !equalNoCase(shortNameOf(entry), name))
+                    return false;
                 next = path + "/" + entry;
                 return ::stat(next.c_str(), &found) == 0;
             });

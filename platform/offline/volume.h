@@ -20,6 +20,7 @@ struct FileInfo {
     DWORD attributes = 0;
     std::uint64_t size = 0;
     Milliseconds written = 0;  // universal time
+    std::string shortName{};   // empty where `name` leads to the file
 };
 
 // An opened file. Results are last-error numbers, 0 for success.
@@ -34,7 +35,8 @@ class OpenedFile {
     virtual void setWritten(Milliseconds time) = 0;
 };
 
-// A tree of files: a drive or a network share. Names match without case. All results are last-error numbers.
+// A tree of files: a drive or a network share. Names match without case, short names like the others. All
+// results are last-error numbers.
 class Volume {
   public:
     virtual ~Volume() = default;
@@ -54,9 +56,11 @@ class Volume {
     virtual DWORD setAttributes(PathNames names, DWORD attributes) = 0;
 };
 
+// Keeps no short names.
 std::unique_ptr<Volume> makeMemoryVolume();
 // `folder` is a path of the host, UTF-8. Its recycle bin is the folder beside it with ".Papierkorb" behind
-// its name, made when something goes there.
+// its name, made when something goes there. What is named in other characters than Windows-1252 has a short
+// name, too.
 std::unique_ptr<Volume> makeHostVolume(std::string folder);
 
 // "name", "name (2)", ... : the first that `taken` does not know.

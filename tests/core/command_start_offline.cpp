@@ -1,5 +1,9 @@
 #include "core/command_start.h"
+
+#include <array>
+
 #include "platform/failure.h"
+#include "platform/files.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
 
@@ -38,6 +42,66 @@ TEST_F(CommandStartOfflineTest, ALineStaysAsItIsWhereVariablesCannotBeReplaced) 
     EXPECT_EQ(started(), std::vector<std::string>{"C:\\Programme\\A\\weg.exe /x"});
 }
 
+// --- a program that wants more rights ---
+
+constexpr long kElevationRequired = 740;
+
+TEST_F(CommandStartOfflineTest, AProgramThatWantsMoreRightsIsHandedToTheShell) {
+    makeFolderOnDisk(folder() + "Ein Ordner");
+    for (const char* name : {"Ein Ordner\\weg.exe", "kurz.exe"}) writeWholeFile(folder() + name, "MZ");
+    SetCurrentDirectoryA("C:\\");
+    auto& machine = offline::machine();
+    const std::string ein = folder() + "Ein Ordner\\weg";
+    const std::string kurz = folder() + "kurz.exe";
+    const std::array<std::array<std::string, 3>, 7> rows{{
+        {ein + ".exe /still  \"a b\"", ein + ".exe", "/still  \"a b\""},
+        {ein + " /still", ein + ".exe", "/still"},
+        {"\"" + ein + "\" /still", ein + ".exe", "/still"},
+        {" \"" + ein + ".exe\"", ein + ".exe", ""},
+        {"  " + kurz, kurz, ""},
+        {kurz + "\t/x", kurz, "/x"},
+        {"cmd.exe /c a.b", "cmd.exe", "/c a.b"},
+    }};
+    for (const auto& [line, program, switches] : rows) {
+        machine.faults.fail("CreateProcessA", 1, kElevationRequired);
+        machine.faults.fail("ShellExecuteA", 1, 42);
+        startCommand(line, 1);
+        const auto event = machine.events.of(offline::EventKind::ShellExecute).back();
+        EXPECT_EQ(event.text, program) << line;
+        EXPECT_EQ(event.caption, "") << line;
+        EXPECT_EQ(event.number, 1u) << line;
+        EXPECT_EQ(machine.lastRequests.switches, switches) << line;
+    }
+    EXPECT_EQ(started(), std::vector<std::string>{});
+    EXPECT_EQ(machine.events.count(offline::EventKind::ShellExecute), 7u);
+}
+
+TEST_F(CommandStartOfflineTest, AUserWhoRefusesTheRightsGivesTheFailureOfTheStart) {
+    offline::machine().faults.fail("CreateProcessA", 1, kElevationRequired);
+    offline::machine().faults.fail("ShellExecuteA", 1, SE_ERR_ACCESSDENIED);
+    try {
+        startCommand("C:\\x.exe /still", 1);
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, 5);
+    }
+    EXPECT_EQ(offline::machine().events.count(offline::EventKind::ShellExecute), 1u);
+}
+
+TEST_F(CommandStartOfflineTest, AnyOtherErrorIsNoMatterForTheShell) {
+    offline::machine().faults.fail("CreateProcessA", 1, ERROR_ACCESS_DENIED);
+    EXPECT_THROW(startCommand("C:\\x.exe", 1), Failure);
+    EXPECT_EQ(offline::machine().events.count(offline::EventKind::ShellExecute), 0u);
+}
+
+TEST_F(CommandStartOfflineTest, TheProgramIsAskedToOpenInTheGivenState) {
+    writeWholeFile(folder() + "weg.exe", "MZ");
+    for (const int state : {1, 0, 7}) {
+        startCommand(folder() + "weg.exe", state);
+        EXPECT_EQ(offline::machine().lastRequests.startState, state);
+    }
+}
+
 struct ErrorRow {
     long error;
     int number;
@@ -63,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(
                       ErrorRow{ERROR_ACCESS_DENIED, 70}, ErrorRow{ERROR_SHARING_VIOLATION, 70},
                       ErrorRow{ERROR_NOT_ENOUGH_MEMORY, 7}, ErrorRow{ERROR_INVALID_NAME, 52},
                       ErrorRow{ERROR_FILENAME_EXCED_RANGE, 52}, ErrorRow{ERROR_NOT_READY, 71},
-                      ErrorRow{ERROR_BAD_NETPATH, 76}, ErrorRow{ERROR_BAD_EXE_FORMAT, 5}),
+                      ErrorRow{ERROR_BAD_NETPATH, 76}, ErrorRow{ERROR_BAD_EXE_FORMAT, 5}, ErrorRow{740, 5}),
     [](const auto& info) { return "Error" + std::to_string(info.param.error); });
 
 }  // namespace

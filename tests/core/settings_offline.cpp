@@ -1,5 +1,6 @@
 #include "core/settings.h"
 
+#include "core/log.h"
 #include "core/state.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
@@ -30,6 +31,16 @@ TEST_F(SettingsFaults, AKeyThatCanBeNeitherReadNorMadeEndsWithOneReport) {
     EXPECT_FALSE(SettingsRead);
     EXPECT_EQ(FirstRun, 0);
     EXPECT_EQ(Form_Width, 0);
+}
+
+TEST_F(SettingsFaults, TheRepairIsLoggedAndNotShown) {
+    int dialogs = 0;
+    setErrorDialog([&](auto, auto, auto, auto, auto) { ++dialogs; });
+    ReadAppSwitch();
+    setErrorDialog(nullptr);
+    EXPECT_EQ(dialogs, 0);
+    EXPECT_EQ(logLines(), kReport);
+    EXPECT_TRUE(boxes().empty());
 }
 
 TEST_F(SettingsFaults, TheNextReadingTriesTheRepairAnew) {

@@ -1,4 +1,7 @@
 // The three buttons, on a machine whose shell and clock tell what was done.
+#include <functional>
+#include <utility>
+
 #include "core/runtime.h"
 #include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
@@ -33,7 +36,28 @@ class BackupButtonsTest : public BackupTest {
         return result;
     }
     static std::string path(const std::string& name) { return BackupPath + name; }
+    // What happens while the next question stands.
+    static void duringTheBox(std::function<void()> action) {
+        offline::machine().faults.observe([action, done = false](std::string_view operation) mutable {
+            if (operation != "MessageBoxA" || std::exchange(done, true)) return;
+            action();
+        });
+    }
 };
+
+// Every file that is handed to the shell opens in the normal state.
+TEST_F(BackupButtonsTest, EditorsOpenNormally) {
+    openPage({"a.reg"});
+    list().userSelect({1});
+    form().cmdBearbeiten.userClick();
+    list().userSelect({1});
+    answer(IDYES);
+    form().cmdEintragen.userClick();
+    const auto calls = offline::machine().events.of(EventKind::ShellExecute);
+    ASSERT_EQ(calls.size(), 2u);
+    for (const offline::Event& call : calls) EXPECT_EQ(call.number, 1u) << call.caption;
+    EXPECT_EQ(offline::machine().lastRequests.switches, "");
+}
 
 // --- Bearbeiten ---
 
@@ -241,6 +265,51 @@ TEST_F(BackupButtonsTest, DeletingLeavesTheFileOnNoAndSelectsTheFirstRow) {
     EXPECT_EQ(selected(), (Texts{"a.reg", "b.reg"}));
 }
 
+TEST_F(BackupButtonsTest, ClearDeletesLikeDelete) {
+    for (const int key : {12, 46}) {
+        openPage({"a.reg", "b.reg"});
+        list().userSelect({1});
+        answer(IDYES);
+        list().userKeyDown(key);
+        EXPECT_EQ(names(), Texts{"b.reg"}) << key;
+        EXPECT_EQ(filesLeft(), Texts{"b.reg"}) << key;
+    }
+    EXPECT_EQ(recycled(), (Texts{path("a.reg"), path("a.reg")}));
+}
+
+// The tray's menu may fill the list while the question stands.
+TEST_F(BackupButtonsTest, TheRowOfTheFileThatWasAskedForGoesThoughTheListWasFilledMeanwhile) {
+    openPage({"a.reg", "b.reg", "c.reg"});
+    list().userSelect({2});
+    LogAlways = true;
+    duringTheBox([&] {
+        undoFile("0.reg");
+        form().ReadBackupFiles();
+    });
+    answer(IDYES);
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(recycled(), Texts{path("b.reg")});
+    EXPECT_EQ(names(), (Texts{"0.reg", "a.reg", "c.reg"}));
+    EXPECT_EQ(filesLeft(), names());
+}
+
+TEST_F(BackupButtonsTest, NoRowGoesForAFileThatLeftTheListMeanwhile) {
+    openPage({"a.reg", "b.reg", "c.reg"});
+    list().userSelect({1});
+    duringTheBox([&] {
+        offline::machine().drives.erase(path("a.reg"));
+        form().ReadBackupFiles();
+    });
+    switchTracingOn();
+    answer(IDYES);
+    form().cmdLöschen.userClick();
+    EXPECT_EQ(names(), (Texts{"b.reg", "c.reg"}));
+    const Texts lines = logOf("cmdLöschen_Click");
+    EXPECT_EQ(lines, (Texts{"started; 0; ", "Datei a.reg wurde gelöscht; 0; ",
+                            "Es wurde keine Datei gewählt.; 35600; Index liegt außerhalb der Grenzen",
+                            "endet; 0; "}));
+}
+
 TEST_F(BackupButtonsTest, AllSelectedFilesAreDeletedOneAfterTheOther) {
     for (const bool tracing : {false, true}) {
         openPage({"a.reg", "b.reg", "c.reg", "d.reg"});
@@ -322,6 +391,17 @@ TEST_F(BackupButtonsTest, TheRightButtonOpensTheMenuWhoseEntriesDoAsTheButtons) 
     EXPECT_EQ(handed().back(), "Open " + path("a.reg"));
     list().userMouseUp(kRight);
     EXPECT_EQ(recycled(), Texts{path("a.reg")});
+}
+
+TEST_F(BackupButtonsTest, WithSeveralRowsTheOpenedMenuSpeaksOfAllOfThem) {
+    openPage({"a.reg", "b.reg"});
+    list().userSelect({1, 2});
+    list().userMouseUp(kRight);
+    const auto menus = offline::machine().events.of(EventKind::Menu);
+    ASSERT_EQ(menus.size(), 1u);
+    EXPECT_EQ(menus[0].text,
+              "markierte Einträge bearbeiten | markierte Einträge einfügen | markierte Einträge löschen");
+    EXPECT_EQ(menus[0].caption, "");
 }
 
 TEST_F(BackupButtonsTest, TheLeftButtonOpensNoMenu) {

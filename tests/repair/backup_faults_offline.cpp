@@ -1,5 +1,6 @@
 // Every call that the backup page makes of the platform fails in turn: nothing that should stay is lost, the
 // rest of the work goes on, and the log says what happened.
+#include "core/log.h"
 #include "core/runtime.h"
 #include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
@@ -68,6 +69,16 @@ TEST_P(BackupFaultsTest, AFileWhoseDateCannotBeReadStaysAndTheNextOneIsJudgedByI
     EXPECT_EQ(logLines(), (Texts{"modMain; AutoFileDel; ; 13; Typen unverträglich",
                                  "modMain; AutoFileDel; ; 13; Typen unverträglich"}));
     EXPECT_EQ(offline::openFileHandles(), 0u);
+}
+
+TEST_P(BackupFaultsTest, AFileWhoseDateCannotBeReadStaysBelowALimitThatEvenFilesOfTodayExceed) {
+    DelAfterDays = -1;
+    undoFile("a.reg", 3, {2026, 1, 0, 1, 0, 0, 0, 0});
+    undoFile("b.reg", 3, {2026, 1, 0, 1, 0, 0, 0, 0});
+    fail("OpenFile", 1);
+    AutoFileDel();
+    EXPECT_EQ(filesLeft(), Texts{"a.reg"});
+    EXPECT_EQ(logLines(), Texts{"modMain; AutoFileDel; ; 13; Typen unverträglich"});
 }
 
 TEST_P(BackupFaultsTest, AnOldFileThatCannotBeDeletedIsPassedOver) {
@@ -170,6 +181,44 @@ TEST_F(BackupVanishedTest, FailuresAreSortedByTheirNumber) {
     EXPECT_EQ(boxes()[1].style & 0xFFu, 64u);
     // The statement behind the failing wait is the deletion.
     EXPECT_EQ(filesLeft(), Texts{});
+}
+
+// What goes wrong on this page is for the log, whichever routine it happens in.
+TEST_F(BackupVanishedTest, NoFailureShowsTheErrorDialog) {
+    int dialogs = 0;
+    setErrorDialog([&](auto, auto, auto, auto, auto) { ++dialogs; });
+    AutoFileDelAfterReentry = 1;
+    offline::machine().faults.failFrom("FindFirstFileA", 2, ERROR_ACCESS_DENIED);
+    openPage({"a.reg", "b.reg"});
+    offline::machine().faults.clear();
+    list().userSelect({1});
+    answer(IDYES);
+    atPump(1, [] { bromvale::raise(7); });
+    form().cmdEintragen.userClick();
+    offline::machine().faults.fail("OpenFile", 1, ERROR_ACCESS_DENIED);
+    AutoFileDel();
+    for (auto* const button : {&form().cmdBearbeiten, &form().cmdLöschen}) {
+        for (const char* operation : {"ShellExecuteA", "MessageBoxA"}) {
+            offline::machine().faults.clear();
+            offline::machine().faults.observe([operation](std::string_view called) {
+                if (called == operation) bromvale::raise(7);
+            });
+            form().ReadBackupFiles();
+            list().userSelect({1});
+            button->userClick();
+        }
+    }
+    offline::machine().faults.clear();
+    setErrorDialog(nullptr);
+    EXPECT_EQ(dialogs, 0);
+    Texts routines;
+    for (const std::string& line : logLines()) {
+        const std::string routine = line.substr(0, line.find(";", line.find(";") + 1));
+        if (routines.empty() || routines.back() != routine) routines.push_back(routine);
+    }
+    EXPECT_EQ(routines,
+              (Texts{"frmMain; ReadBackupFiles", "frmMain; cmdEintragen_Click", "modMain; AutoFileDel",
+                     "frmMain; cmdBearbeiten_Click", "frmMain; cmdLöschen_Click"}));
 }
 
 TEST_F(BackupVanishedTest, TheRestartIsTriedThoughTheWaitFailed) {

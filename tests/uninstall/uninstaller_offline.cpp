@@ -1,4 +1,5 @@
 // The button of the programs page, on a machine that records what is started.
+#include "core/log.h"
 #include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/uninstall/programs_fixture.h"
@@ -43,6 +44,7 @@ TEST_F(UninstallerTest, UninstallingAsksAndStartsTheCommandOnYes) {
     EXPECT_EQ(boxes()[0].caption, "Bromvale");
     EXPECT_EQ(boxes()[0].style & 0xFFu, 36u);
     EXPECT_EQ(started(), Texts{commandOf("Alpha")});
+    EXPECT_EQ(offline::machine().lastRequests.startState, 1);
     // The row stays until the user refreshes the list.
     EXPECT_EQ(names(), Texts{"Alpha"});
     EXPECT_TRUE(list().item(1).selected());
@@ -299,6 +301,55 @@ TEST_F(UninstallerTest, AnyOtherFailureOfTheReadingIsShownAndEndsIt) {
     EXPECT_EQ(names(), Texts{});
     EXPECT_EQ(form().StatusBar_.panelText(1), "Status");
     EXPECT_EQ(form().mousePointer(), MousePointer::Default);
+}
+
+// What a report shows, beside its line in the log.
+struct ShownReport {
+    std::string routine;
+    std::int32_t number;
+    std::string description;
+    bool operator==(const ShownReport&) const = default;
+};
+
+class UninstallerReports : public UninstallerTest {
+  protected:
+    UninstallerReports() {
+        setErrorDialog([this](std::string_view modul, std::string_view funktion, std::int32_t number,
+                              std::string_view description, std::int32_t) {
+            shown_.push_back(
+                {std::string(modul) + "; " + std::string(funktion), number, std::string(description)});
+        });
+    }
+    ~UninstallerReports() override { setErrorDialog(nullptr); }
+    std::vector<ShownReport> shown_;
+};
+
+TEST_F(UninstallerReports, AnInvalidCallWhileReadingIsLoggedAndNotShown) {
+    atPump(1, [] { bromvale::raise(5); });
+    form().ShowDeinstall();
+    EXPECT_EQ(logLines(), Texts{"frmMain; ShowDeinstall; Programm Deinstallation konnte nicht angezeigt "
+                                "werden.; 5; Ungültiger Prozeduraufruf oder ungültiges Argument"});
+    EXPECT_TRUE(shown_.empty());
+}
+
+TEST_F(UninstallerReports, AnyOtherFailureOfTheReadingIsShownInTheErrorDialog) {
+    atPump(1, [] { bromvale::raise(7); });
+    form().ShowDeinstall();
+    EXPECT_EQ(logLines(), Texts{"frmMain; ShowDeinstall; Programm Deinstallation konnte nicht angezeigt "
+                                "werden.; 7; Nicht genügend Speicher"});
+    EXPECT_EQ(shown_, (std::vector<ShownReport>{{"frmMain; ShowDeinstall", 7, "Nicht genügend Speicher"}}));
+}
+
+TEST_F(UninstallerReports, AStartThatFailsIsLoggedAndNotShown) {
+    makeFolders({"Alpha"});
+    installed("Alpha");
+    openPage();
+    list().userSelect({1});
+    offline::machine().faults.fail("CreateProcessA", 1, ERROR_ACCESS_DENIED);
+    answer(IDYES);
+    click();
+    EXPECT_EQ(logLines(), Texts{"frmMain; cmdDeinstall_Click; ; 70; Zugriff verweigert"});
+    EXPECT_TRUE(shown_.empty());
 }
 
 // --- the menu ---
