@@ -8,6 +8,15 @@
 
 namespace bromvale {
 
+namespace {
+
+// A folder whose name the code page can't tell (see entry_names.h) would be taken for another one.
+bool leadsElsewhere(const std::string& path) {
+    return path.find_first_of("/*?\"<>|") != std::string::npos || path.find("\\\\", 1) != std::string::npos;
+}
+
+}  // namespace
+
 std::string BrowseForFolder() {
     std::array<char, MAX_PATH> displayName{};
     BROWSEINFOA info{};
@@ -20,7 +29,8 @@ std::string BrowseForFolder() {
     std::string path(MAX_PATH, '\0');
     static_cast<void>(SHGetPathFromIDListA(list, path.data()));
     CoTaskMemFree(list);
-    return TrimNull(path);
+    TrimNull(path);
+    return leadsElsewhere(path) ? std::string() : path;
 }
 
 }  // namespace bromvale

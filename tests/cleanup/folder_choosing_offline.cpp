@@ -41,6 +41,19 @@ TEST_F(FolderChoosing, ACancelledDialogOnlyReadsTheListAnew) {
     EXPECT_TRUE(boxes().empty());
 }
 
+// A name of one wide backslash comes as "C:\\Ablage\\\\", which is C:\Ablage itself; a Cyrillic one as
+// "????".
+TEST_F(FolderChoosing, AFolderWhosePathLeadsElsewhereIsNotTaken) {
+    openPage("");
+    for (const char* path : {"C:\\Ablage\\\\", "C:\\Ablage\\????", "C:\\Ablage\\x/y", "C:\\Ablage\\*"})
+        choose(path);
+    EXPECT_EQ(listFile(), "");
+    EXPECT_TRUE(boxes().empty());
+    answer(IDYES);
+    choose("\\\\Rechner\\Ablage");
+    EXPECT_EQ(listFile(), "\\\\Rechner\\Ablage\r\n");
+}
+
 TEST_F(FolderChoosing, AFolderThatIsNotForTemporaryFilesIsAskedFor) {
     openPage("C:\\Temp\r\n");
     answer(IDYES);
