@@ -93,6 +93,18 @@ TEST_F(Services, AFailureOfThePageIsReportedAndEndsTheSending) {
     EXPECT_EQ(eventsOf(EventKind::Fetch), Texts{});
 }
 
+TEST_F(Services, AFailureOfTheGreetingIsReportedAndEndsTheCheckForAnUpdate) {
+    const RecordingServer proxy("silent");
+    useProxy("127.0.0.1", proxy.port());
+    machine().faults.fail("send", 1, 1);
+    nav("Live-Update");
+    EXPECT_EQ(boxTexts(), Texts{});
+    EXPECT_EQ(logLines(),
+              Texts{"frmMain; mnuPopUpLiveUpdate_Click; ; 40006; Die Verbindung ist nicht in dem Zustand, "
+                    "den diese Anforderung verlangt"});
+    EXPECT_EQ(eventsOf(EventKind::Fetch), Texts{});
+}
+
 TEST_F(Services, TheWindowCanBeClosedWhileTheProxyIsWaitedFor) {
     const RecordingServer proxy("silent");
     useProxy("127.0.0.1", proxy.port());
