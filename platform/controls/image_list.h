@@ -18,7 +18,7 @@ class ImageList : public Control {
     // Failure 35600 for an index out of range.
     [[nodiscard]] const std::string& key(int index) const;
     [[nodiscard]] int resourceId(int index) const;
-    // The icon's handle, for the tray record; null offline. Lives as long as the process.
+    // The icon's handle, for the tray record. Lives as long as the process.
     [[nodiscard]] HICON icon(int index) const;
 
   private:
@@ -30,7 +30,8 @@ class ImageList : public Control {
     int size_;
 };
 
-// Provider: the handle of an icon of the program's resources in the given size in pixels; null offline.
+// Provider: the handle of an icon of the program's resources in the given size in pixels. Offline there is
+// no picture behind it: the number tells resource and size.
 [[nodiscard]] HICON loadResourceIcon(int resourceId, int pixels);
 
 // Shows one picture of an image list.

@@ -39,8 +39,8 @@ std::unique_ptr<ControlPeer> createPeer(Control&) {
     return nullptr;
 }
 
-HICON loadResourceIcon(int, int) {
-    return nullptr;
+HICON loadResourceIcon(int resourceId, int pixels) {
+    return reinterpret_cast<HICON>(static_cast<std::intptr_t>(resourceId * 1000 + pixels));
 }
 
 // Border and caption of the classic look at 96 DPI.

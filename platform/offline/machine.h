@@ -50,6 +50,17 @@ struct LibraryEntry {
     LONG result = 0;
 };
 
+// The last requests to the shell and to the start of programs, with what the events leave out. Pointers among
+// them are of no use any more.
+struct LastRequests {
+    NOTIFYICONDATAA trayIcon{};
+    SHFILEOPSTRUCTA deletion{};
+    std::string deletionTitle;
+    BROWSEINFOA folderDialog{};
+    std::string switches;  // of ShellExecuteA
+    int startState = -1;   // of CreateProcessA: how the window opens; -1 where the caller leaves it open
+};
+
 class Machine {
   public:
     Machine();
@@ -62,6 +73,8 @@ class Machine {
     ScreenSize screen;
     Registry& registry = currentRegistry();
     Faults& faults = bromvale::offline::faults();
+
+    LastRequests lastRequests;
 
     std::string user = "Benutzer";
     std::string computer = "RECHNER";

@@ -88,7 +88,8 @@ std::string trayTip(const NOTIFYICONDATAA& data) {
 
 }  // namespace
 
-HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show) {
+HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR, INT show) {
+    machine().lastRequests.switches = textOf(parameters);
     long result = 42;
     if (const auto fault = machine().faults.at("ShellExecuteA")) {
         result = *fault;
@@ -103,6 +104,8 @@ HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR, LPCSTR, INT show
 }
 
 int SHFileOperationA(LPSHFILEOPSTRUCTA operation) {
+    machine().lastRequests.deletion = *operation;
+    machine().lastRequests.deletionTitle = textOf(operation->lpszProgressTitle);
     if (const auto fault = machine().faults.at("SHFileOperationA")) return static_cast<int>(*fault);
     operation->fAnyOperationsAborted = FALSE;
     if (operation->wFunc != FO_DELETE || operation->pFrom == nullptr) return ERROR_INVALID_PARAMETER;
@@ -121,6 +124,7 @@ BOOL Shell_NotifyIconA(DWORD message, PNOTIFYICONDATAA data) {
     if (failsHere("Shell_NotifyIconA")) return FALSE;
     constexpr EventKind kKinds[] = {EventKind::TrayAdd, EventKind::TrayModify, EventKind::TrayDelete};
     if (message > NIM_DELETE) return FALSE;
+    machine().lastRequests.trayIcon = *data;
     machine().events.record({kKinds[message], trayTip(*data), "", data->uCallbackMessage, 0});
     return TRUE;
 }
@@ -134,6 +138,7 @@ BOOL SetForegroundWindow(HWND) {
 PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info) {
     auto& folders = machine().folders;
     if (failsHere("SHBrowseForFolderA")) return nullptr;
+    machine().lastRequests.folderDialog = *info;
     const std::string chosen = folders.empty() ? std::string() : folders.front();
     if (!folders.empty()) folders.pop_front();
     machine().events.record({EventKind::Browse, textOf(info->lpszTitle), chosen, 0, chosen.empty() ? 0 : 1});

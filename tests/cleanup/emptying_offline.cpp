@@ -3,8 +3,11 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 
 #include "cleanup/file_del.h"
+#include "core/log.h"
+#include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/cleanup/cleanup_fixture.h"
 
@@ -181,6 +184,56 @@ TEST_F(EmptyingOffline, TheShellIsAskedForTheBinWithoutAQuestionAndUnderThePages
     EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 1u);
     EXPECT_EQ(machine().faults.calls("DeleteFileA"), 0u);
     EXPECT_EQ(machine().events.of(EventKind::FileDeleted).back().caption, "Papierkorb");
+    const auto& request = machine().lastRequests;
+    EXPECT_EQ(request.deletion.hwnd, nullptr);
+    EXPECT_EQ(request.deletion.wFunc, 3u);
+    EXPECT_EQ(request.deletion.fFlags, 0x50u);
+    EXPECT_EQ(request.deletionTitle, "Bromvale leert die gewählten Ordner.");
+}
+
+TEST_F(EmptyingOffline, TheShellIsAskedForANamedFileInTheSameWords) {
+    put("C:\\Programme\\Bromvale\\Backup\\a.reg");
+    FileDel(BackupPath, "a.reg");
+    EXPECT_EQ(machine().lastRequests.deletion.fFlags, 0x50u);
+    EXPECT_EQ(machine().lastRequests.deletionTitle, "Bromvale leert die gewählten Ordner.");
+}
+
+// What goes wrong on this page is for the log.
+TEST_F(EmptyingOffline, NoFailureShowsTheErrorDialog) {
+    int dialogs = 0;
+    setErrorDialog([&](auto, auto, auto, auto, auto) { ++dialogs; });
+    openPage("C:\\eins\r\n");
+    const std::function<void()> clicks[] = {
+        [] { form().Ordnerliste_laden(); },
+        [] { form().cmdInhaltLöschen.userClick(); },
+        [] {
+            machine().folders = {"C:\\temp"};
+            form().cmdOrdnerWählen.userClick();
+        },
+        [] {
+            list().userSelect({1});
+            form().cmdOrdnerLöschen.userClick();
+        },
+    };
+    for (const auto& click : clicks) {
+        machine().faults.clear();
+        machine().faults.fail("CreateFileA", 1, ERROR_ACCESS_DENIED);
+        click();
+    }
+    machine().faults.clear();
+    const auto raising = [](std::string_view operation) {
+        if (operation == "SHFileOperationA") raise(7);
+    };
+    put("C:\\eins\\a");
+    machine().faults.observe(raising);
+    form().cmdInhaltLöschen.userClick();
+    machine().faults.clear();
+    setErrorDialog(nullptr);
+    EXPECT_EQ(dialogs, 0);
+    for (const char* routine : {"Ordnerliste_laden", "cmdInhaltLöschen_Click", "cmdOrdnerWählen_Click",
+                                "cmdOrdnerLöschen_Click", "FileDel"}) {
+        EXPECT_EQ(logOf(routine).size(), 1u) << routine;
+    }
 }
 
 // --- links ---

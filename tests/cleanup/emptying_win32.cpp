@@ -145,6 +145,7 @@ TEST_F(RealShell, AFolderOfTheListThatIsALinkIsEmptied) {
 
 std::string chosenFolder;
 std::string dialogText;
+HWND dialogOwner = nullptr;
 bool cancels = false;
 
 std::string textOf(HWND window) {
@@ -164,6 +165,7 @@ LRESULT CALLBACK answerDialog(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
     if (code == HC_ACTION && message.message == WM_INITDIALOG) {
         EnumChildWindows(message.hwnd, findTitle, 0);
+        dialogOwner = GetWindow(message.hwnd, GW_OWNER);
         if (!cancels) {
             PostMessageA(message.hwnd, BFFM_SETSELECTIONA, TRUE,
                          reinterpret_cast<LPARAM>(chosenFolder.c_str()));
@@ -175,6 +177,8 @@ LRESULT CALLBACK answerDialog(int code, WPARAM wParam, LPARAM lParam) {
 
 TEST_F(RealShell, TheFolderDialogGivesThePathOrNothing) {
     makeBin("Wahl");
+    form().load();
+    ASSERT_NE(form().window(), nullptr);
     chosenFolder = folder() + "Wahl";
     const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerDialog, nullptr, GetCurrentThreadId());
     cancels = false;
@@ -186,6 +190,7 @@ TEST_F(RealShell, TheFolderDialogGivesThePathOrNothing) {
     UnhookWindowsHookEx(hook);
     EXPECT_EQ(chosen, chosenFolder);
     EXPECT_EQ(cancelled, "");
+    EXPECT_EQ(dialogOwner, form().window());
     EXPECT_EQ(dialogText, "Wähle den Ordner, aus den die Dateien gelöscht werden sollen.");
 }
 

@@ -28,6 +28,8 @@ TEST_F(FolderChoosing, TheDialogsTitleSaysWhatItIsFor) {
     ASSERT_EQ(machine().events.count(EventKind::Browse), 1u);
     EXPECT_EQ(machine().events.of(EventKind::Browse)[0].text,
               "Wähle den Ordner, aus den die Dateien gelöscht werden sollen.");
+    EXPECT_EQ(machine().lastRequests.folderDialog.ulFlags, 1u);
+    EXPECT_EQ(machine().lastRequests.folderDialog.hwndOwner, form().window());
 }
 
 TEST_F(FolderChoosing, ACancelledDialogOnlyReadsTheListAnew) {
@@ -241,6 +243,7 @@ TEST_P(Cleaner, IsStartedFromTheFolderWhereTheSystemKeepsIt) {
     form().cmdHDDBereinigen.userClick();
     ASSERT_EQ(machine().events.count(EventKind::Run), 1u);
     EXPECT_EQ(machine().events.of(EventKind::Run)[0].text, GetParam().program);
+    EXPECT_EQ(machine().lastRequests.startState, 1);
 }
 INSTANTIATE_TEST_SUITE_P(Systems, Cleaner,
                          ::testing::Values(CleanerRow{"Windows 98", "C:\\WINDOWS\\cleanmgr.exe"},

@@ -1,4 +1,7 @@
 // The icon in the notification area: when it comes and goes, and which of its messages open the menu.
+#include <cstdint>
+#include <cstring>
+
 #include "platform/offline/machine.h"
 #include "platform/screen.h"
 #include "tests/ui/main_form_fixture.h"
@@ -90,6 +93,34 @@ TEST_F(Tray, QuitEndsTheProcessAndTheIconGoes) {
     EXPECT_THROW(report(kRightUp), offline::ProcessEnded);
     EXPECT_EQ(machine().events.count(EventKind::TrayDelete), 1u);
     EXPECT_EQ(machine().events.count(EventKind::End), 1u);
+}
+
+TEST_F(Tray, TheRecordTellsTheSystemWhatItNeeds) {
+    const NOTIFYICONDATAA record = machine().lastRequests.trayIcon;
+    // The oldest form of the record, up to the tip of 64 characters.
+    EXPECT_EQ(record.cbSize, sizeof(void*) == 8 ? 104u : 88u);
+    EXPECT_EQ(record.hWnd, frmMain().window());
+    EXPECT_EQ(
+        record.uID,
+        static_cast<UINT>(reinterpret_cast<std::uintptr_t>(loadResourceIcon(frmMain().iconResource(), 32))));
+    EXPECT_NE(record.uID, 0u);
+    EXPECT_EQ(record.uFlags, 7u);
+    EXPECT_EQ(record.uCallbackMessage, 512u);
+    EXPECT_EQ(frmMain().imgList.key(4), "TaskbarIcon");
+    EXPECT_EQ(record.hIcon, frmMain().imgList.icon(4));
+    EXPECT_NE(record.hIcon, frmMain().imgList.icon(3));
+    std::string tip = "Bromvale";
+    tip += '\0';
+    tip.resize(64, ' ');
+    EXPECT_EQ(std::string(record.szTip, 64), tip);
+}
+
+TEST_F(Tray, TheSameRecordTakesTheIconAway) {
+    const NOTIFYICONDATAA added = machine().lastRequests.trayIcon;
+    machine().lastRequests.trayIcon = {};
+    EXPECT_THROW(frmMain().unload(), offline::ProcessEnded);
+    const NOTIFYICONDATAA taken = machine().lastRequests.trayIcon;
+    EXPECT_EQ(std::memcmp(&added, &taken, sizeof added), 0);
 }
 
 TEST_F(Tray, TheIconIsPutBackWhenTheTaskBarStartsAnew) {
