@@ -34,8 +34,8 @@ void lowerInPlace(std::string& text);
 [[nodiscard]] std::string withBackslash(std::string_view folder);
 
 // --- numbers ---
-// A text as the system's number parser reads it (leading and trailing blanks, sign, decimal and thousands
-// sign of the locale, exponent), rounded half to even. Failure 13 where it is no number, 6 out of range.
+// A text as the system's number parser reads it (see core/number_parser.h), rounded half to even. Failure 13
+// where it is no number, 6 out of range.
 [[nodiscard]] std::int16_t toInt16(std::string_view text);
 [[nodiscard]] std::int32_t toInt32(std::string_view text);
 [[nodiscard]] std::uint8_t toByte(std::string_view text);

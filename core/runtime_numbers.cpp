@@ -1,132 +1,17 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
-#include <optional>
 
+#include "core/number_parser.h"
 #include "core/runtime.h"
-#include "platform/machine.h"
 
 namespace bromvale {
 namespace {
 
-char localeSign(LCTYPE which, char fallback) {
-    std::array<char, 8> sign{};
-    const int length = GetLocaleInfoA(LOCALE_USER_DEFAULT, which, sign.data(), static_cast<int>(sign.size()));
-    return length > 1 ? sign[0] : fallback;
-}
-
-bool isBlank(char c) {
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-int digitValue(char c) {
-    if (isDigit(c)) return c - '0';
-    const char low = static_cast<char>(c | 0x20);
-    return low >= 'a' && low <= 'f' ? low - 'a' + 10 : 16;
-}
-
-// A number read from a text. &H and &O texts are bit patterns: FFFF is -1 as a 16-bit number.
-struct Number {
-    double value;
-    bool pattern;
-};
-
-class NumberParser {
-  public:
-    explicit NumberParser(std::string_view text)
-        : rest_(text),
-          decimal_(localeSign(LOCALE_SDECIMAL, '.')),
-          thousands_(localeSign(LOCALE_STHOUSAND, ',')) {}
-
-    std::optional<Number> parse() {
-        skipBlanks();
-        const bool negative = takeSign();
-        if (take('&')) {
-            const auto pattern = parsePattern();
-            if (!pattern || !atEnd()) return std::nullopt;
-            return Number{negative ? -*pattern : *pattern, !negative};
-        }
-        std::string plain = negative ? "-" : "";
-        if (!takeMantissa(plain) || !takeExponent(plain) || !atEnd()) return std::nullopt;
-        return Number{std::strtod(plain.c_str(), nullptr), false};
-    }
-
-  private:
-    void skipBlanks() {
-        while (!rest_.empty() && isBlank(rest_.front())) rest_.remove_prefix(1);
-    }
-    bool atEnd() {
-        skipBlanks();
-        return rest_.empty();
-    }
-    bool take(char c) {
-        if (rest_.empty() || rest_.front() != c) return false;
-        rest_.remove_prefix(1);
-        return true;
-    }
-    bool takeSign() {
-        const bool negative = take('-');
-        if (!negative) take('+');
-        skipBlanks();
-        return negative;
-    }
-    // Copies digits; counts them.
-    int takeDigits(std::string& plain, bool grouped) {
-        int digits = 0;
-        for (; !rest_.empty(); rest_.remove_prefix(1)) {
-            if (isDigit(rest_.front())) {
-                plain += rest_.front();
-                ++digits;
-            } else if (!grouped || digits == 0 || rest_.front() != thousands_) {
-                break;
-            }
-        }
-        return digits;
-    }
-    bool takeMantissa(std::string& plain) {
-        int digits = takeDigits(plain, true);
-        if (take(decimal_)) {
-            plain += '.';
-            digits += takeDigits(plain, false);
-        }
-        return digits > 0;
-    }
-    bool takeExponent(std::string& plain) {
-        if (!take('e') && !take('E') && !take('d') && !take('D')) return true;
-        plain += 'e';
-        if (take('-')) {
-            plain += '-';
-        } else {
-            take('+');
-        }
-        return takeDigits(plain, false) > 0;
-    }
-    std::optional<double> parsePattern() {
-        const bool hex = take('h') || take('H');
-        if (!hex && !take('o') && !take('O')) return std::nullopt;
-        const int base = hex ? 16 : 8;
-        double value = 0;
-        int digits = 0;
-        for (; !rest_.empty() && digitValue(rest_.front()) < base; rest_.remove_prefix(1), ++digits) {
-            value = value * base + digitValue(rest_.front());
-        }
-        if (digits == 0) return std::nullopt;
-        return value;
-    }
-
-    std::string_view rest_;
-    char decimal_;
-    char thousands_;
-};
-
 template <class Integer>
 Integer toInteger(std::string_view text) {
-    const auto number = NumberParser(text).parse();
+    const auto number = parseNumber(text);
     if (!number) raise(13);
     using Limits = std::numeric_limits<Integer>;
     double value = std::nearbyint(number->value);
@@ -159,7 +44,7 @@ std::uint8_t toByte(std::string_view text) {
 }
 
 bool isNumeric(std::string_view text) {
-    return NumberParser(text).parse().has_value();
+    return parseNumber(text).has_value();
 }
 
 std::int16_t narrowInt16(std::int64_t value) {
@@ -192,7 +77,7 @@ std::string numberText(double value) {
     const int length = std::snprintf(digits.data(), digits.size(), "%.15G", value == 0 ? 0.0 : value);
     std::string text(digits.data(), static_cast<std::size_t>(length));
     const std::size_t point = text.find('.');
-    if (point != std::string::npos) text[point] = localeSign(LOCALE_SDECIMAL, '.');
+    if (point != std::string::npos) text[point] = decimalSign();
     return text;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // File functions under their own names: FindFirstFileA, FindNextFileA, FindClose, CreateFileA, ReadFile,
 // WriteFile, SetFilePointer, GetFileSize, CloseHandle, CreateDirectoryA, RemoveDirectoryA, DeleteFileA,
-// GetFileAttributesA, GetCurrentDirectoryA, SetCurrentDirectoryA, OpenFile, GetFileTime,
+// MoveFileA, GetFileAttributesA, GetCurrentDirectoryA, SetCurrentDirectoryA, OpenFile, GetFileTime,
 // FileTimeToLocalFileTime, FileTimeToSystemTime, GetLastError.
 // WriteFile hands its bytes to the operating system before it returns: they survive the end of the process.
 #ifdef _WIN32

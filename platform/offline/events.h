@@ -23,6 +23,7 @@ enum class EventKind {
     FileMade,       // text = path; an empty file, caption = "geleert" where there was one before
     FileWritten,    // text = path, caption = bytes
     FileDeleted,    // text = path; caption = "Papierkorb" where it went into the recycle bin
+    FileMoved,      // text = new path, caption = old path
     FolderMade,     // text = path
     FolderDeleted,  // text = path; caption as above
     KeyMade,        // text = key

@@ -19,6 +19,8 @@ BOOL CloseHandle(HANDLE handle);
 BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);
 BOOL RemoveDirectoryA(LPCSTR path);
 BOOL DeleteFileA(LPCSTR path);
+// Files only, and within their drive.
+BOOL MoveFileA(LPCSTR from, LPCSTR to);
 DWORD GetFileAttributesA(LPCSTR path);
 BOOL SetFileAttributesA(LPCSTR path, DWORD attributes);
 DWORD GetCurrentDirectoryA(DWORD size, LPSTR buffer);

@@ -70,6 +70,23 @@ BOOL DeleteFileA(LPCSTR path) {
     return TRUE;
 }
 
+BOOL MoveFileA(LPCSTR from, LPCSTR to) {
+    if (failsHere("MoveFileA")) return FALSE;
+    Location source;
+    Location target;
+    FileInfo info;
+    if (const DWORD error = locateName(from, source)) return failed(error);
+    if (const DWORD error = locateName(to, target)) return failed(error);
+    if (source.count == 0 || target.count == 0) return failed(ERROR_ACCESS_DENIED);
+    if (source.volume != target.volume) return failed(ERROR_NOT_SAME_DEVICE);
+    if (const DWORD error = source.volume->find(source.all(), &info)) return failed(error);
+    if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return failed(ERROR_ACCESS_DENIED);
+    if (isOpen(source.text())) return failed(ERROR_SHARING_VIOLATION);
+    if (const DWORD error = source.volume->move(source.all(), target.all())) return failed(error);
+    machine().events.record({EventKind::FileMoved, target.text(), source.text(), 0, 0});
+    return TRUE;
+}
+
 DWORD GetFileAttributesA(LPCSTR path) {
     if (failsHere("GetFileAttributesA")) return INVALID_FILE_ATTRIBUTES;
     Location location;

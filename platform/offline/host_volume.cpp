@@ -197,6 +197,17 @@ class HostVolume : public Volume {
         return result == 0 ? 0 : lastErrorOf(errno);
     }
 
+    DWORD move(PathNames from, PathNames to) override {
+        std::string path;
+        std::string target;
+        struct stat state {};
+        if (const DWORD error = resolve(from, path, state)) return error;
+        const DWORD missing = resolve(to, target, state);
+        if (missing != ERROR_FILE_NOT_FOUND) return missing == 0 ? ERROR_ALREADY_EXISTS : missing;
+        if (const DWORD error = pathOfNew(to, target)) return error;
+        return ::rename(path.c_str(), target.c_str()) == 0 ? 0 : lastErrorOf(errno);
+    }
+
     DWORD recycle(PathNames names, std::string& stored) override {
         std::string path;
         struct stat state {};

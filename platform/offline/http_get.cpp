@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view kScheme = "http://";
 constexpr int kMostForwardings = 10;
-constexpr std::size_t kLongestLine = 65536;
+constexpr std::size_t kLongestHead = 65536;  // of a line between chunks, too
 
 std::string_view trimmed(std::string_view text) {
     while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') text.remove_prefix(1);
@@ -83,8 +83,9 @@ std::optional<WebAddress> webAddress(std::string_view url) {
 
 std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view agent, int patience) {
     std::optional<WebAddress> address = webAddress(url);
+    const Deadline opening(patience);
     for (int i = 0; address && i < kMostForwardings; ++i) {
-        std::unique_ptr<HttpGet> get(new HttpGet(address->host, address->port, patience));
+        std::unique_ptr<HttpGet> get(new HttpGet(*address, patience, opening));
         if (!get->ask(requestFor(*address, agent))) return nullptr;
         if (!forwards(get->status_) || get->location_.empty()) return get;
         address = followed(*address, get->location_);
@@ -93,9 +94,9 @@ std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view ag
 }
 
 bool HttpGet::ask(std::string_view request) {
-    if (tcp_.state(patience_) != Tcp::State::Connected && tcp_.state(0) != Tcp::State::ClosedByPeer)
+    if (tcp_.state(silence_.left()) != Tcp::State::Connected && tcp_.state(0) != Tcp::State::ClosedByPeer)
         return false;
-    if (!tcp_.send(request, patience_)) return false;
+    if (!tcp_.send(request, silence_.left())) return false;
     do {
         if (!readHead()) return false;
     } while (status_ >= 100 && status_ < 200);
@@ -107,14 +108,24 @@ bool HttpGet::readHead() {
     left_.reset();
     chunked_ = false;
     location_.clear();
-    if (!readLine(line) || !startsWithNoCase(line, "HTTP/")) return false;
+    if (!readHeadLine(line) || !startsWithNoCase(line, "HTTP/")) return false;
     const std::size_t blank = std::min(line.find(' '), line.size() - 1);
     if (!toWhole(std::string_view(line).substr(blank + 1), status_)) return false;
-    while (readLine(line)) {
-        if (line.empty()) return !chunked_ || nextChunk();
+    while (readHeadLine(line)) {
+        if (line.empty()) {
+            if (!chunked_) length_ = left_;
+            return !chunked_ || nextChunk();
+        }
         takeField(line);
     }
     return false;
+}
+
+// All heads of an answer together have their limit, the preliminary ones too.
+bool HttpGet::readHeadLine(std::string& line) {
+    if (!readLine(line)) return false;
+    headSize_ += line.size() + 1;
+    return headSize_ <= kLongestHead;
 }
 
 void HttpGet::takeField(std::string_view line) {
@@ -129,7 +140,7 @@ void HttpGet::takeField(std::string_view line) {
 
 bool HttpGet::more() {
     std::array<char, 8192> buffer;
-    const long got = tcp_.receive(buffer.data(), buffer.size(), patience_);
+    const long got = tcp_.receive(buffer.data(), buffer.size(), silence_.left());
     if (got <= 0) return false;
     received_.append(buffer.data(), static_cast<std::size_t>(got));
     return true;
@@ -138,7 +149,7 @@ bool HttpGet::more() {
 bool HttpGet::readLine(std::string& line) {
     std::size_t end = 0;
     while ((end = received_.find('\n')) == std::string::npos) {
-        if (received_.size() > kLongestLine || !more()) return false;
+        if (received_.size() > kLongestHead || !more()) return false;
     }
     line = received_.substr(0, end);
     received_.erase(0, end + 1);
@@ -159,7 +170,7 @@ bool HttpGet::nextChunk() {
 long HttpGet::readSome(char* buffer, std::size_t size) {
     if (received_.empty()) {
         std::array<char, 8192> fresh;
-        const long got = tcp_.receive(fresh.data(), fresh.size(), patience_);
+        const long got = tcp_.receive(fresh.data(), fresh.size(), silence_.left());
         if (got <= 0) return got;
         received_.assign(fresh.data(), static_cast<std::size_t>(got));
     }
@@ -171,21 +182,30 @@ long HttpGet::readSome(char* buffer, std::size_t size) {
     return static_cast<long>(count);
 }
 
-long HttpGet::read(char* buffer, std::size_t size) {
-    std::size_t filled = 0;
-    while (filled < size && !ended_) {
+// What follows when a body or a chunk is through: the end, or one more chunk.
+bool HttpGet::nextPart() {
+    std::string lineEnd;
+    ended_ = !chunked_;
+    return ended_ || (readLine(lineEnd) && nextChunk());
+}
+
+bool HttpGet::read(char* buffer, std::size_t size, std::size_t& got) {
+    const Deadline patience(patience_);
+    got = 0;
+    silence_ = patience;
+    while (got < size && !ended_) {
         if (left_ == std::uint64_t{0}) {
-            std::string lineEnd;
-            ended_ = !chunked_;
-            if (chunked_ && (!readLine(lineEnd) || !nextChunk())) return -1;
+            if (!nextPart()) return false;
             continue;
         }
-        const long got = readSome(buffer + filled, size - filled);
-        if (got < 0 || (got == 0 && left_)) return -1;
-        if (got == 0) ended_ = true;
-        filled += static_cast<std::size_t>(got);
+        const long piece = readSome(buffer + got, size - got);
+        if (piece < 0 || (piece == 0 && left_)) return false;
+        ended_ = piece == 0;
+        got += static_cast<std::size_t>(piece);
+        if (patience.left() == 0) break;
+        silence_ = Deadline(patience_);
     }
-    return static_cast<long>(filled);
+    return true;
 }
 
 }  // namespace bromvale::offline

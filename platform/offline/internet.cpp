@@ -1,6 +1,8 @@
 // The internet of the offline machine: real connections, each address recorded.
 #include "platform/internet.h"
 
+#include <cstring>
+
 #include "platform/controls/socket.h"
 #include "platform/file_download.h"
 #include "platform/offline/handles.h"
@@ -41,7 +43,7 @@ class RealConnection : public Connection {
         return kSocketError;
     }
     bool send(std::string_view bytes) override {
-        return !failsHere("send") && tcp_.send(bytes, machine().internetPatience);
+        return !failsHere("send") && tcp_.send(bytes, static_cast<int>(internetPatience));
     }
 
   private:
@@ -60,7 +62,7 @@ HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char*, DWOR
     const InternetObject* object = objects().find(session);
     if (object == nullptr) return nullptr;
     machine().events.record({EventKind::Fetch, url, "", 0, 0});
-    auto answer = offline::HttpGet::open(url, object->agent, machine().internetPatience);
+    auto answer = offline::HttpGet::open(url, object->agent, static_cast<int>(internetPatience));
     return answer ? objects().open({"", std::move(answer)}) : nullptr;
 }
 
@@ -69,10 +71,25 @@ BOOL InternetReadFile(HINTERNET url, void* buffer, DWORD count, DWORD* read) {
     if (failsHere("InternetReadFile")) return FALSE;
     const InternetObject* object = objects().find(url);
     if (object == nullptr || !object->answer) return FALSE;
-    const long got = object->answer->read(static_cast<char*>(buffer), count);
-    if (got < 0) return FALSE;
+    std::size_t got = 0;
+    const bool worked = object->answer->read(static_cast<char*>(buffer), count, got);
     *read = static_cast<DWORD>(got);
-    return TRUE;
+    return worked ? TRUE : FALSE;
+}
+
+BOOL HttpQueryInfoA(HINTERNET url, DWORD what, void* number, DWORD*, DWORD*) {
+    if (failsHere("HttpQueryInfoA")) return FALSE;
+    const InternetObject* object = objects().find(url);
+    if (object == nullptr || !object->answer) return FALSE;
+    const auto length = object->answer->length();
+    const auto tell = [number](auto value) {
+        const auto told = static_cast<DWORD>(value);
+        std::memcpy(number, &told, sizeof told);
+        return TRUE;
+    };
+    if (what == (kQueryStatusCode | kQueryNumber)) return tell(object->answer->status());
+    if (what == (kQueryContentLength | kQueryNumber) && length) return tell(*length);
+    return FALSE;
 }
 
 BOOL InternetCloseHandle(HINTERNET handle) {

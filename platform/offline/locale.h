@@ -12,6 +12,7 @@ struct Locale {
     std::string name;
     std::string decimal;
     std::string thousand;
+    std::string currency;
     std::string list;
     std::string dateSign;
     std::string timeSign;

@@ -90,8 +90,6 @@ class Machine {
     std::deque<std::string> folders;
     // Files that the next dialogs "save as" name; without one they are cancelled.
     std::deque<std::string> savePaths;
-    // How long a server may say nothing, in milliseconds of real time.
-    int internetPatience = 60000;
     // What registration entries answer and lack, by the library's path; any other one answers 0 and lacks
     // nothing.
     std::map<std::string, LibraryEntry> libraryEntries;

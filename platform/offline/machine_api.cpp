@@ -36,6 +36,7 @@ std::string localeText(const bromvale::offline::Locale& locale, LCTYPE type) {
         case LOCALE_SLIST: return locale.list;
         case LOCALE_SDECIMAL: return locale.decimal;
         case LOCALE_STHOUSAND: return locale.thousand;
+        case LOCALE_SCURRENCY: return locale.currency;
         case LOCALE_SDATE: return locale.dateSign;
         case LOCALE_STIME: return locale.timeSign;
         case LOCALE_SSHORTDATE: return locale.shortDate;

@@ -114,6 +114,20 @@ class MemoryVolume : public Volume {
         return 0;
     }
 
+    DWORD move(PathNames from, PathNames to) override {
+        const Node* target = nullptr;
+        std::shared_ptr<Node> node;
+        if (const DWORD error = walkShared(from, node)) return error;
+        const DWORD missing = walk(to, target);
+        if (missing != ERROR_FILE_NOT_FOUND) return missing == 0 ? ERROR_ALREADY_EXISTS : missing;
+        std::shared_ptr<Node> made;
+        if (const DWORD error = add(to, node->attributes, made)) return error;
+        take(from);
+        node->name = made->name;
+        *made = std::move(*node);
+        return 0;
+    }
+
     DWORD recycle(PathNames names, std::string& stored) override {
         const Node* node = nullptr;
         if (names.empty()) return ERROR_ACCESS_DENIED;

@@ -51,6 +51,8 @@ class Volume {
     virtual DWORD makeFolder(PathNames names) = 0;
     // A folder must be empty.
     virtual DWORD remove(PathNames names) = 0;
+    // A file, to a name that must be free.
+    virtual DWORD move(PathNames from, PathNames to) = 0;
     // A file, or a folder with all below it. `stored` is the name that it has in the bin.
     virtual DWORD recycle(PathNames names, std::string& stored) = 0;
     virtual DWORD setAttributes(PathNames names, DWORD attributes) = 0;

@@ -241,6 +241,7 @@ static_assert(sizeof(OSVERSIONINFOA) == 148);
 #define LOCALE_SLIST 0x0Cu
 #define LOCALE_SDECIMAL 0x0Eu
 #define LOCALE_STHOUSAND 0x0Fu
+#define LOCALE_SCURRENCY 0x14u
 #define LOCALE_SDATE 0x1Du
 #define LOCALE_STIME 0x1Eu
 #define LOCALE_SSHORTDATE 0x1Fu

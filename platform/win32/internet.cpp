@@ -1,6 +1,9 @@
 #include "platform/internet.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cstring>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -11,13 +14,11 @@
 namespace bromvale {
 namespace {
 
-// How long a server may keep the program waiting, in milliseconds. The library's own limit is an hour in some
-// versions, and in others there is none that a caller could set before the answer has begun.
-constexpr DWORD kPatience = 60000;
-
 using OpenEntry = HINTERNET(WINAPI*)(LPCSTR, DWORD, LPCSTR, LPCSTR, DWORD);
 using OpenUrlEntry = HINTERNET(WINAPI*)(HINTERNET, LPCSTR, LPCSTR, DWORD, DWORD, DWORD_PTR);
 using ReadEntry = BOOL(WINAPI*)(HINTERNET, LPVOID, DWORD, LPDWORD);
+using AvailableEntry = BOOL(WINAPI*)(HINTERNET, LPDWORD, DWORD, DWORD_PTR);
+using QueryEntry = BOOL(WINAPI*)(HINTERNET, DWORD, LPVOID, LPDWORD, LPDWORD);
 using CloseEntry = BOOL(WINAPI*)(HINTERNET);
 using DownloadEntry = DWORD(WINAPI*)(LPCWSTR);
 
@@ -33,6 +34,11 @@ Entry internetEntry(const char* name) {
     return entryOf<Entry>(library, name);
 }
 
+BOOL closeEntry(HINTERNET handle) {
+    const auto close = internetEntry<CloseEntry>("InternetCloseHandle");
+    return close != nullptr ? close(handle) : FALSE;
+}
+
 class OpenUrl : public PatientCall {
   public:
     OpenUrl(OpenUrlEntry open, HINTERNET session, const char* url, const char* headers, DWORD headersLength,
@@ -46,7 +52,7 @@ class OpenUrl : public PatientCall {
           context_(context) {}
     // An answer that came too late for anybody.
     ~OpenUrl() override {
-        if (answer_ != nullptr) InternetCloseHandle(answer_);
+        if (answer_ != nullptr) closeEntry(answer_);
     }
     [[nodiscard]] HINTERNET takeAnswer() { return std::exchange(answer_, nullptr); }
 
@@ -67,26 +73,55 @@ class OpenUrl : public PatientCall {
     HINTERNET answer_ = nullptr;
 };
 
-// Reads into a buffer of its own: the caller's may be gone when a late answer comes.
+// Reads into a buffer of its own: the caller's may be gone when a late answer comes. What is there is taken
+// piece by piece, so that a slow server is told from a silent one.
 class ReadUrl : public PatientCall {
   public:
-    ReadUrl(ReadEntry read, HINTERNET url, DWORD count) : read_(read), url_(url), bytes_(count) {}
-    BOOL takeResult(void* buffer, DWORD* read) const {
-        std::memcpy(buffer, bytes_.data(), got_);
-        *read = got_;
-        return result_;
+    ReadUrl(ReadEntry read, AvailableEntry available, HINTERNET url, DWORD count)
+        : read_(read), available_(available), url_(url), patience_(internetPatience), bytes_(count) {}
+    // What has come, even while the reading is left to itself: it writes only behind that.
+    DWORD takeBytes(void* buffer) const {
+        const DWORD got = got_;
+        std::memcpy(buffer, bytes_.data(), got);
+        return got;
     }
+    // Of a reading that is done.
+    [[nodiscard]] BOOL result() const { return result_; }
 
   protected:
-    void run() override { result_ = read_(url_, bytes_.data(), static_cast<DWORD>(bytes_.size()), &got_); }
+    void run() override {
+        const DWORD start = GetTickCount();
+        while (got_ < bytes_.size()) {
+            DWORD piece = 0;
+            result_ = readPiece(piece);
+            got_ += piece;
+            const bool goesOn = mayGoOn() && result_ && piece > 0;
+            if (!goesOn || GetTickCount() - start >= patience_) return;
+        }
+    }
 
   private:
+    BOOL readPiece(DWORD& piece) {
+        DWORD available = 0;
+        if (!available_(url_, &available, 0, 0)) return FALSE;
+        if (available == 0) return TRUE;
+        const DWORD rest = static_cast<DWORD>(bytes_.size()) - got_;
+        return read_(url_, bytes_.data() + got_, std::min(available, rest), &piece);
+    }
     ReadEntry read_;
+    AvailableEntry available_;
     HINTERNET url_;
+    DWORD patience_;
     std::vector<char> bytes_;
-    DWORD got_ = 0;
-    BOOL result_ = FALSE;
+    std::atomic<DWORD> got_ = 0;
+    BOOL result_ = TRUE;
 };
+
+// Answers whose reading was left to itself: nothing may be read from them any more.
+std::set<HINTERNET>& silentAnswers() {
+    static std::set<HINTERNET> answers;
+    return answers;
+}
 
 // Wine has the entry of the download dialog, but nothing behind it.
 bool hasNoDownloadDialog() {
@@ -106,7 +141,7 @@ HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char* heade
     const auto open = internetEntry<OpenUrlEntry>("InternetOpenUrlA");
     if (open == nullptr) return nullptr;
     auto* call = new OpenUrl(open, session, url, headers, headersLength, flags, context);
-    const HINTERNET answer = call->doneInTime(kPatience) ? call->takeAnswer() : nullptr;
+    const HINTERNET answer = call->doneInTime(internetPatience) ? call->takeAnswer() : nullptr;
     call->release();
     return answer;
 }
@@ -114,16 +149,26 @@ HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char* heade
 BOOL InternetReadFile(HINTERNET url, void* buffer, DWORD count, DWORD* read) {
     *read = 0;
     const auto readFile = internetEntry<ReadEntry>("InternetReadFile");
-    if (readFile == nullptr || url == nullptr) return FALSE;
-    auto* call = new ReadUrl(readFile, url, count);
-    const BOOL result = call->doneInTime(kPatience) ? call->takeResult(buffer, read) : FALSE;
+    const auto available = internetEntry<AvailableEntry>("InternetQueryDataAvailable");
+    if (readFile == nullptr || available == nullptr || url == nullptr) return FALSE;
+    if (silentAnswers().contains(url)) return FALSE;
+    auto* call = new ReadUrl(readFile, available, url, count);
+    const bool done = call->doneInTime(internetPatience);
+    if (!done) silentAnswers().insert(url);
+    *read = call->takeBytes(buffer);
+    const BOOL result = done ? call->result() : FALSE;
     call->release();
     return result;
 }
 
+BOOL HttpQueryInfoA(HINTERNET url, DWORD what, void* number, DWORD* size, DWORD* index) {
+    const auto query = internetEntry<QueryEntry>("HttpQueryInfoA");
+    return query != nullptr ? query(url, what, number, size, index) : FALSE;
+}
+
 BOOL InternetCloseHandle(HINTERNET handle) {
-    const auto close = internetEntry<CloseEntry>("InternetCloseHandle");
-    return close != nullptr ? close(handle) : FALSE;
+    silentAnswers().erase(handle);
+    return closeEntry(handle);
 }
 
 DWORD DoFileDownload(const wchar_t* address) {

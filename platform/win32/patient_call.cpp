@@ -11,22 +11,42 @@ DWORD WINAPI PatientCall::runOnThread(LPVOID call) {
     return 0;
 }
 
-bool PatientCall::doneInTime(DWORD milliseconds) {
+bool PatientCall::mayGoOn() {
+    lastSign_ = GetTickCount();
+    return !leftAlone_;
+}
+
+bool PatientCall::waitFor(HANDLE thread, DWORD patience) {
+    for (;;) {
+        const DWORD silence = GetTickCount() - lastSign_;
+        if (silence < patience) {
+            if (waitServing(thread, patience - silence)) return true;
+            continue;
+        }
+        leftAlone_ = true;
+        // A sign at this very moment may come from work that still found itself waited for: it is waited for
+        // once more. Without one the work is sure to see that it has been left.
+        if (GetTickCount() - lastSign_ >= patience) return false;
+    }
+}
+
+bool PatientCall::doneInTime(DWORD patience) {
     DWORD id = 0;  // Windows 98 insists on telling it
-    InterlockedIncrement(&owners_);
+    lastSign_ = GetTickCount();
+    ++owners_;
     const HANDLE thread = CreateThread(nullptr, 0, runOnThread, this, 0, &id);
     if (thread == nullptr) {
-        InterlockedDecrement(&owners_);
+        --owners_;
         run();
         return true;
     }
-    const bool done = waitServing(thread, milliseconds);
+    const bool done = waitFor(thread, patience);
     CloseHandle(thread);
     return done;
 }
 
 void PatientCall::release() {
-    if (InterlockedDecrement(&owners_) == 0) delete this;
+    if (--owners_ == 0) delete this;
 }
 
 }  // namespace bromvale

@@ -22,6 +22,25 @@ class Files : public TestMachine {
     }
 };
 
+TEST_F(Files, AFileIsMovedToAFreeNameOnly) {
+    writeWholeFile(folder() + "a", "inhalt");
+    writeWholeFile(folder() + "b", "anderer");
+    makeFolderOnDisk(folder() + "Ordner");
+    const auto move = [this](const char* from, const char* to) -> DWORD {
+        const BOOL moved = MoveFileA((folder() + from).c_str(), (folder() + to).c_str());
+        return moved ? 0 : GetLastError();
+    };
+    EXPECT_EQ(move("a", "b"), 183u);
+    EXPECT_EQ(move("nichts", "c"), 2u);
+    EXPECT_EQ(move("a", "fehlt\\c"), 3u);
+    EXPECT_EQ(readWholeFile(folder() + "a"), "inhalt");
+    EXPECT_EQ(readWholeFile(folder() + "b"), "anderer");
+    EXPECT_EQ(move("a", "Ordner\\C"), 0u);
+    EXPECT_EQ(readWholeFile(folder() + "a"), "<missing>");
+    EXPECT_EQ(readWholeFile(folder() + "Ordner\\C"), "inhalt");
+    EXPECT_EQ(filesIn(folder() + "Ordner\\", "*"), std::vector<std::string>{"C"});
+}
+
 TEST_F(Files, DispositionsOnMissingAndExistingFiles) {
     struct Row {
         DWORD disposition;

@@ -34,7 +34,30 @@ TEST(NumbersByLocale, TheThousandsSignIsPassedOver) {
     EXPECT_EQ(toInt16("1.234"), 1234);
     EXPECT_EQ(toInt16("2.5"), 25);
     EXPECT_EQ(failureOfInt16(".5"), 13);
-    EXPECT_EQ(failureOfInt16("1,2.3"), 13);
+    EXPECT_EQ(toInt16("1..234."), 1234);
+    EXPECT_EQ(toInt16("1,2.3"), 1) << "behind the decimal sign, too";
+}
+
+TEST(NumbersByLocale, SignsMayStandBehindAndParenthesesAreAMinus) {
+    for (const char* text : {"80-", "80 -", "(80)", " ( 80 ) ", "-(80)", "(-80)", "(80)-", "- 80", "+80-"})
+        EXPECT_EQ(toInt16(text), -80) << text;
+    for (const char* text : {"80+", "80 +", "+ 80", "\t80\t",
+                             "\xA0"
+                             "80\r\n"})
+        EXPECT_EQ(toInt16(text), 80) << text;
+    for (const char* text : {"-80-", "(80", "80)", "((80))", "()", "80--", "- -80", "8-0", "8 0"})
+        EXPECT_EQ(failureOfInt16(text), 13) << text;
+}
+
+TEST(NumbersByLocale, TheCurrencyMayStandOnEitherSide) {
+    for (const char* text : {"80 €", "80€", "€80", "€ 80", "€80€"}) EXPECT_EQ(toInt16(text), 80) << text;
+    for (const char* text : {"-80 €", "80- €", "80 € -", "€-80", "(80 €)", "(80) €"})
+        EXPECT_EQ(toInt16(text), -80) << text;
+    for (const char* text : {"€", "80 $", "€€80", "8€0", "&H80€", "80 EUR"})
+        EXPECT_EQ(failureOfInt16(text), 13) << text;
+    offline::machine().locale = offline::englishLocale();
+    EXPECT_EQ(toInt16("$1,080"), 1080);
+    EXPECT_EQ(failureOfInt16("80€"), 13);
 }
 
 TEST(NumbersByLocale, EnglishSigns) {

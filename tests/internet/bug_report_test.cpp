@@ -1,6 +1,9 @@
 // The report itself: its address, its way, and what the user is told.
 #include "internet/bug_report.h"
 
+#include <chrono>
+
+#include "platform/internet.h"
 #include "tests/internet/internet_fixture.h"
 
 namespace bromvale::testing {
@@ -61,6 +64,13 @@ TEST(AcceptedAddress, TheSignAndThePointMustStandLateEnough) {
 class Report : public InternetTest {
   protected:
     static void serve(const RecordingServer& server) { WebHost = server.host(); }
+    // The machine's own clock doesn't know of a server's time.
+    template <class Action>
+    static double realSeconds(const Action& action) {
+        const auto start = std::chrono::steady_clock::now();
+        action();
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
 };
 
 TEST_F(Report, AnyAnswerCountsAsDelivered) {
@@ -152,6 +162,34 @@ TEST_F(Report, AnAnswerThatComesByteByByteIsWaitedFor) {
     serve(server);
     BugReport(kFields);
     EXPECT_EQ(boxTexts(), Texts{kSent});
+}
+
+TEST_F(Report, APageThatTricklesOnAndOnCountsAsDeliveredWhenThePatienceIsOver) {
+    internetPatience = 3000;
+    const RecordingServer server("trickle", std::string(60, 'x'));
+    serve(server);
+    const double seconds = realSeconds([] { BugReport(kFields); });
+    EXPECT_EQ(boxTexts(), Texts{kSent});
+    EXPECT_GE(seconds, 3);
+    EXPECT_LT(seconds, 20);
+}
+
+TEST_F(Report, WhatCameBeforeTheServerFellSilentCountsAsDelivered) {
+    internetPatience = 3000;
+    const RecordingServer server("stall", "ok");
+    serve(server);
+    const double seconds = realSeconds([] { BugReport(kFields); });
+    EXPECT_EQ(boxTexts(), Texts{kSent});
+    EXPECT_GE(seconds, 3);
+    EXPECT_LT(seconds, 20);
+}
+
+TEST_F(Report, AServerThatFallsSilentAfterBlanksLooksLikeAnEmptyAnswer) {
+    internetPatience = 3000;
+    const RecordingServer server("stall", "  x");
+    serve(server);
+    BugReport(kFields);
+    EXPECT_EQ(boxTexts(), Texts{kNotSent});
 }
 
 TEST_F(Report, AForwardingIsFollowed) {

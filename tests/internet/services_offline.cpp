@@ -62,7 +62,7 @@ TEST_F(Services, AFailureOnTheWayChangesNothingInTheCalls) {
 TEST_F(Services, AServerThatSaysNothingIsGivenUp) {
     const RecordingServer server("silent");
     WebHost = server.host();
-    machine().internetPatience = 300;
+    internetPatience = 300;
     BugReport({});
     EXPECT_EQ(boxTexts(), Texts{kNotSent});
 }
@@ -89,6 +89,18 @@ TEST_F(Services, AFailureOfThePageIsReportedAndEndsTheSending) {
     EXPECT_EQ(boxTexts(), Texts{});
     EXPECT_EQ(logLines(),
               Texts{"frmMain; cmdBugReportSenden_Click; ; 40006; Die Verbindung ist nicht in dem Zustand, "
+                    "den diese Anforderung verlangt"});
+    EXPECT_EQ(eventsOf(EventKind::Fetch), Texts{});
+}
+
+TEST_F(Services, AFailureOfTheGreetingIsReportedAndEndsTheCheckForAnUpdate) {
+    const RecordingServer proxy("silent");
+    useProxy("127.0.0.1", proxy.port());
+    machine().faults.fail("send", 1, 1);
+    nav("Live-Update");
+    EXPECT_EQ(boxTexts(), Texts{});
+    EXPECT_EQ(logLines(),
+              Texts{"frmMain; mnuPopUpLiveUpdate_Click; ; 40006; Die Verbindung ist nicht in dem Zustand, "
                     "den diese Anforderung verlangt"});
     EXPECT_EQ(eventsOf(EventKind::Fetch), Texts{});
 }
@@ -209,9 +221,8 @@ TEST(WebAddresses, AreTakenApart) {
 
 class Answers : public Services {
   protected:
-    // What a read of up to `count` gives for these bytes on the line; "<none>" for no answer at all.
-    static std::string read(const std::string& bytes, DWORD count = 100) {
-        const RecordingServer server("raw", bytes);
+    // What a read of up to `count` gives, and "<broken>" where it fails; "<none>" for no answer at all.
+    static std::string readFrom(const RecordingServer& server, DWORD count) {
         const HINTERNET session = InternetOpenA("Bromvale", kInternetOpenDirect, nullptr, nullptr, 0);
         const HINTERNET page = InternetOpenUrlA(session, ("http://" + server.host() + "/").c_str(), nullptr,
                                                 0, kInternetReload, 0);
@@ -221,7 +232,11 @@ class Answers : public Services {
         InternetCloseHandle(page);
         InternetCloseHandle(session);
         if (page == nullptr) return "<none>";
-        return worked ? buffer.substr(0, got) : "<broken>";
+        return buffer.substr(0, got) + (worked ? "" : "<broken>");
+    }
+    // The same for these bytes on the line.
+    static std::string read(const std::string& bytes, DWORD count = 100) {
+        return readFrom(RecordingServer("raw", bytes), count);
     }
 };
 
@@ -237,9 +252,9 @@ TEST_F(Answers, OfEveryKindAreRead) {
         {"HTTP/1.1 100 Weiter\r\n\r\nHTTP/1.1 200 OK\r\n\r\nabc", "abc"},
         {"HTTP/1.1 200 OK\r\nTransfer-Encoding: Chunked\r\n\r\n3;x=y\r\nabc\r\nA\r\n0123456789\r\n0\r\n\r\n",
          "abc0123456789"},
-        {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\nkaputt\r\n", "<broken>"},
+        {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n3\r\nabc\r\nkaputt\r\n", "abc<broken>"},
         {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nkaputt", "<none>"},
-        {"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nabc", "<broken>"},
+        {"HTTP/1.1 200 OK\r\nContent-Length: 9\r\n\r\nabc", "abc<broken>"},
         {"HTTP/1.1 200 OK\r\nContent-Length: 99999999999999999999\r\n\r\nabc", "abc"},
         {"HTTP/1.1 302 Found\r\nLocation: https://rechner/\r\n\r\n", "<none>"},
         {"HTTP/1.1 302 Found\r\n\r\nabc", "abc"},
@@ -257,6 +272,27 @@ TEST_F(Answers, AForwardingInACircleEnds) {
 
 TEST_F(Answers, AHeadWithoutEndEnds) {
     EXPECT_EQ(read("HTTP/1.1 200 OK\r\nX: " + std::string(200000, 'x')), "<none>");
+}
+
+TEST_F(Answers, AHeadOfEndlessLinesEnds) {
+    std::string bytes = "HTTP/1.1 200 OK\r\n";
+    for (int i = 0; i < 10000; ++i) bytes += "X: 3456\r\n";
+    EXPECT_EQ(read(bytes + "\r\nabc"), "<none>");
+    bytes.clear();
+    for (int i = 0; i < 5000; ++i) bytes += "HTTP/1.1 100 Weiter\r\n\r\n";
+    EXPECT_EQ(read(bytes + "HTTP/1.1 200 OK\r\n\r\nabc"), "<none>");
+}
+
+TEST_F(Answers, AHeadOfUpTo64KilobytesIsRead) {
+    std::string bytes = "HTTP/1.1 200 OK\r\n";
+    for (int i = 0; i < 6000; ++i) bytes += "X: 3456\r\n";
+    EXPECT_EQ(read(bytes + "\r\nabc"), "abc");
+}
+
+TEST_F(Answers, WhatCameBeforeASilenceIsCounted) {
+    internetPatience = 300;
+    const RecordingServer server("stall", "halb");
+    EXPECT_EQ(readFrom(server, 100), "hal<broken>");
 }
 
 TEST_F(Answers, AReadStopsAtItsCount) {

@@ -45,7 +45,8 @@ TEST_F(ToolInternet, AnUpdateIsSavedWhereTheScriptSays) {
     for (const std::string& line : {"fetch: http://" + server.host() + "/appver.txt",
                                     "download: http://" + server.host() + "/download.php?file=update",
                                     std::string("save dialog: Bromvale-Update.exe -> C:\\Update.exe"),
-                                    std::string("make file: C:\\Update.exe")}) {
+                                    std::string("make file: C:\\Update.exe.1.teil"),
+                                    std::string("move file: C:\\Update.exe.1.teil -> C:\\Update.exe")}) {
         EXPECT_NE(outcome.out.find("\n" + line + "\n"), std::string::npos) << line << "\n" << outcome.out;
     }
 }

@@ -16,6 +16,7 @@ TEST_F(Navigation, TheRegistryEditorIsStartedFromTheWindowsFolder) {
     nav("Registriereditor starten");
     ASSERT_EQ(machine().events.count(EventKind::Run), 1u);
     EXPECT_EQ(machine().events.of(EventKind::Run)[0].text, "C:\\WINDOWS\\Regedit.exe");
+    EXPECT_EQ(machine().lastRequests.startState, 1) << "in a window of its usual size, in front";
 }
 
 TEST_F(Navigation, AMissingRegistryEditorIsPassedOver) {

@@ -299,7 +299,8 @@ TEST_F(ProxyFields, ThePort0AndAnEmptyOneBecome80WithoutAWord) {
 }
 
 TEST_F(ProxyFields, EveryTextThatCountsAsANumberIsStoredAsItStands) {
-    for (const char* text : {"8080", "00", "-5", "1,5", "1e3", "99999", " 7 "}) {
+    for (const char* text :
+         {"8080", "00", "-5", "1,5", "1e3", "99999", " 7 ", "80-", "(80)", "8e1", "80,5"}) {
         type(text);
         EXPECT_EQ(stored("ProxyPort"), text);
         EXPECT_EQ(form().txtProxyPort.text(), text);

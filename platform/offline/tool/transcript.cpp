@@ -53,6 +53,7 @@ constexpr std::array kWordings{
             [](const Event& e) { return (e.caption.empty() ? "make file: " : "empty file: ") + e.text; }},
     Wording{EventKind::FileWritten, [](const Event& e) { return "write " + e.text + ": " + e.caption; }},
     Wording{EventKind::FileDeleted, [](const Event& e) { return fileVerb(e) + "file: " + e.text; }},
+    Wording{EventKind::FileMoved, [](const Event& e) { return "move file: " + e.caption + " -> " + e.text; }},
     Wording{EventKind::FolderMade, [](const Event& e) { return "make folder: " + e.text; }},
     Wording{EventKind::FolderDeleted, [](const Event& e) { return fileVerb(e) + "folder: " + e.text; }},
     Wording{EventKind::KeyMade, [](const Event& e) { return "make key: " + e.text; }},
