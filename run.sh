@@ -62,8 +62,7 @@ prepare_prefix() {
         seed_example || return 1
     fi
     add_components || return 1
-    # Wine has no editor for the undo files.
-    in_wine "$wine_loader" reg add 'HKCR\regfile\shell\edit\command' /ve /d 'C:\windows\notepad.exe "%1"' /f >/dev/null || return 1
+    associate_undo_files || return 1
     # The scan starts with the window, and the first start's help stays closed.
     set_setting AutoScan 1 && set_setting 1stRun 0 || return 1
     install_program build/try/Bromvale.exe

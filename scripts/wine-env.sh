@@ -11,6 +11,7 @@
 #                                program_folder says where that is
 #   add_components, remove_components   the classes that the start-up looks for, where they are not there yet
 #   seed_example                 the example machine's entries and files
+#   associate_undo_files         the shell's verbs "Open" and "Edit" for registry files
 #   start_xvfb, start_desktop, screenshot FILE.png
 #
 # Nothing outside the project folder is touched: the home folder, the locale and all caches lie in build/wine.
@@ -98,6 +99,13 @@ reset_prefix() {
         cp --remove-destination "$wine_top/base$prefix_bits/$file" "$prefix/$file"
     done
     rm -f "$(components_added)"
+}
+
+# What Windows sets up for registry files and Wine leaves out: "Open" merges them, "Edit" shows them.
+associate_undo_files() {
+    in_wine "$wine_loader" reg add 'HKLM\Software\Classes\.reg' /ve /d regfile /f >/dev/null &&
+        in_wine "$wine_loader" reg add 'HKLM\Software\Classes\regfile\shell\open\command' /ve /d 'C:\windows\regedit.exe "%1"' /f >/dev/null &&
+        in_wine "$wine_loader" reg add 'HKLM\Software\Classes\regfile\shell\edit\command' /ve /d 'C:\windows\notepad.exe "%1"' /f >/dev/null
 }
 
 # The registry editor of the prefix's own width, so that no entry is redirected.

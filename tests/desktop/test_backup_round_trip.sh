@@ -3,15 +3,7 @@
 # other direction: what came back is found and removed again.
 . "$(dirname "$0")/lib.sh"
 prepare_example
-# What Windows sets up for registry files and Wine leaves out.
-associate() { # VERB COMMAND
-    in_wine "$wine_loader" reg add "HKLM\\Software\\Classes\\regfile\\shell\\$1\\command" /ve /d "$2" /f >/dev/null 2>&1
-}
-in_wine "$wine_loader" reg add 'HKLM\Software\Classes\.reg' /ve /d regfile /f >/dev/null 2>&1
-associate open 'C:\windows\regedit.exe "%1"'
-associate edit 'C:\windows\notepad.exe "%1"'
-# Wine's recycle bin; it makes the bin's own folder and nothing above.
-mkdir -p "$wine_top/home/.local/share"
+associate_undo_files
 trash=$wine_top/home/.local/share/Trash/files
 rm -rf "${trash%/files}"
 start_program
