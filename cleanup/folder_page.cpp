@@ -1,15 +1,13 @@
 // The page of the folders: its switches, and how mouse and keyboard work on its list.
-#include <algorithm>
 #include <array>
 #include <string>
-#include <string_view>
 
 #include "core/attempt.h"
 #include "core/command_start.h"
 #include "core/registry_layer.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/machine.h"
+#include "platform/program_file.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
 #include "ui/list_selection.h"
@@ -39,11 +37,8 @@ constexpr std::array<KeyAction, 8> kKeyActions{{
 
 // The program file's name without folder and extension.
 std::string programName() {
-    std::array<char, MAX_PATH> buffer{};
-    const DWORD length = GetModuleFileNameA(nullptr, buffer.data(), MAX_PATH);
-    std::string_view name(buffer.data(), std::min<std::size_t>(length, buffer.size()));
-    name.remove_prefix(name.rfind('\\') + 1);  // without one: npos + 1 is 0
-    return std::string(name.substr(0, name.rfind('.')));
+    const std::string name = programFile().name;
+    return name.substr(0, name.rfind('.'));
 }
 
 }  // namespace

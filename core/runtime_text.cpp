@@ -57,18 +57,18 @@ std::string Replace(std::string_view text, std::string_view sought, std::string_
 
 std::string LCase(std::string_view text) {
     std::string result(text);
-    mapInPlace(result, kLowerCase);
+    mapInPlace(result, lowerCaseTable());
     return result;
 }
 
 std::string UCase(std::string_view text) {
     std::string result(text);
-    mapInPlace(result, kUpperCase);
+    mapInPlace(result, upperCaseTable());
     return result;
 }
 
 void lowerInPlace(std::string& text) {
-    mapInPlace(text, kLowerCase);
+    mapInPlace(text, lowerCaseTable());
 }
 
 std::string withBackslash(std::string_view folder) {

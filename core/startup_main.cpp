@@ -16,8 +16,10 @@
 #include "core/text_file.h"
 #include "core/version.h"
 #include "platform/events.h"
+#include "platform/exact_text.h"
 #include "platform/machine.h"
 #include "platform/process.h"
+#include "platform/program_file.h"
 #include "repair/backup_area.h"
 #include "ui/frm_error.h"
 #include "ui/frm_main.h"
@@ -58,10 +60,7 @@ void nameProgram() {
 }
 
 void findProgramFolder() {
-    std::array<char, MAX_PATH> buffer{};
-    const DWORD length = GetModuleFileNameA(nullptr, buffer.data(), MAX_PATH);
-    const std::string_view file(buffer.data(), length);
-    AppPath = withBackslash(file.substr(0, std::min(file.rfind('\\'), file.size())));
+    AppPath = withBackslash(programFile().folder);
 }
 
 // Read before all other settings, so that their reading can be traced already.
@@ -122,17 +121,35 @@ void readProgramsFolder() {
 }
 
 // The start record comes before the program's folder is known, so it lands in the current directory.
+constexpr std::array kFirstSteps{nameProgram, WriteLogStart, findProgramFolder};
+
 constexpr std::array kStateSteps{
-    nameProgram,        WriteLogStart,
-    findProgramFolder,  readTraceSwitch,
-    readSettings,       nameBackupFolder,
-    readComputerName,   readUserName,
-    readWindowsFolder,  nameAgentFolders,
-    readSystemFolder,   readTemporaryFolder,
-    readProgramsFolder, OS,
+    readTraceSwitch,
+    readSettings,
+    nameBackupFolder,
+    readComputerName,
+    readUserName,
+    readWindowsFolder,
+    nameAgentFolders,
+    readSystemFolder,
+    readTemporaryFolder,
+    readProgramsFolder,
+    OS,
 };
 
 // --- refusal and checks ---
+
+// Log, undo files and folder list would go nowhere, or into a folder of nearly the same name: nothing that is
+// removed could come back.
+void refuseFolder() {
+    MsgBox(
+        "Der Name des Ordners, in dem " + AppTitle +
+            " liegt, enthält Zeichen, die das Programm auf diesem System nicht verwenden kann:\r\n" +
+            plainText(AppPath) +
+            "\r\n\r\nDas Protokoll und die Sicherungsdateien könnten dort nicht angelegt werden. Verschieben "
+            "Sie das Programm in einen anderen Ordner und starten Sie es erneut.",
+        kStyleExclamation);
+}
 
 void refuse() {
     MsgBox(OSName + " wird nicht unterstützt.", kStyleInformation);
@@ -238,6 +255,11 @@ void Main() {
     const auto all = [&](const auto& steps) { return std::all_of(steps.begin(), steps.end(), step); };
 
     if (previousInstanceRuns()) return;
+    if (!all(kFirstSteps)) return;
+    if (!isExact(AppPath)) {
+        step(refuseFolder);
+        return;
+    }
     if (!all(kStateSteps)) return;
     if (OSName == "Windows 95") {
         step(refuse);

@@ -68,12 +68,12 @@ char16_t markedUnit(std::string_view text) {
     return static_cast<char16_t>(number);
 }
 
-void appendWide(std::u16string& wide, std::string_view ansi) {
+void appendWide(std::u16string& wide, std::string_view ansi, UINT number = CP_ACP) {
     if (ansi.empty()) return;
     const std::size_t start = wide.size();
     wide.resize(start + ansi.size());  // no character of any code page is longer in UTF-16 than in bytes
     const int written =
-        MultiByteToWideChar(CP_ACP, 0, ansi.data(), static_cast<int>(ansi.size()),
+        MultiByteToWideChar(number, 0, ansi.data(), static_cast<int>(ansi.size()),
                             reinterpret_cast<WCHAR*>(wide.data() + start), static_cast<int>(ansi.size()));
     wide.resize(start + static_cast<std::size_t>(written));
 }
@@ -85,6 +85,27 @@ std::string nearest(std::u16string_view wide) {
                             static_cast<int>(text.size()), nullptr, nullptr);
     text.resize(static_cast<std::size_t>(written));
     return text;
+}
+
+// How German writes its letters where they are missing.
+std::string_view spelling(char16_t unit) {
+    switch (unit) {
+        case u'ä': return "ae";
+        case u'ö': return "oe";
+        case u'ü': return "ue";
+        case u'Ä': return "Ae";
+        case u'Ö': return "Oe";
+        case u'Ü': return "Ue";
+        case u'ß': return "ss";
+        default: return "_";
+    }
+}
+
+std::u16string wideLiteral(std::string_view literal) {
+    constexpr UINT kWestern = 1252;
+    std::u16string wide;
+    appendWide(wide, literal, kWestern);
+    return wide;
 }
 
 }  // namespace
@@ -132,6 +153,24 @@ std::u16string wideText(std::string_view text) {
 
 std::string plainText(std::string_view text) {
     return isExact(text) ? std::string(text) : nearest(wideText(text));
+}
+
+std::string fileNameText(std::string_view literal) {
+    std::string text;
+    for (const char16_t unit : wideLiteral(literal)) {
+        if (isPlainAscii(unit)) {
+            text += static_cast<char>(unit);
+        } else if (const auto byte = byteOf(codePage(), unit)) {
+            text += *byte;
+        } else {
+            text += spelling(unit);
+        }
+    }
+    return text;
+}
+
+std::string systemText(std::string_view literal) {
+    return nearest(wideLiteral(literal));
 }
 
 std::size_t ansiSize(std::u16string_view wide) {

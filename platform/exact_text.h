@@ -30,6 +30,13 @@ void appendExact(std::string& text, std::u16string_view wide);
 // records, captions and the log.
 [[nodiscard]] std::string plainText(std::string_view text);
 
+// A text of the program's own, whose literals are Windows-1252, in the system's code page. For the names of
+// files: exact on every page, "ü" stands as "ue" where the page has none (and on pages with several bytes a
+// character).
+[[nodiscard]] std::string fileNameText(std::string_view literal);
+// For what is written into files: the nearest letter where the page has none.
+[[nodiscard]] std::string systemText(std::string_view literal);
+
 // Bytes that the ANSI functions would need for a text, without a NUL.
 [[nodiscard]] std::size_t ansiSize(std::u16string_view wide);
 

@@ -2,46 +2,91 @@
 
 #include <algorithm>
 
+#include "platform/exact_text.h"
+#include "platform/machine.h"
+
 namespace bromvale {
 namespace {
 
-struct Pair {
-    int upper;
-    int lower;
+constexpr UINT kWestern = 1252;
+
+struct Tables {
+    UINT codePage = 0;
+    CaseTable upper{};
+    CaseTable lower{};
+
+    constexpr void pair(int upperCode, int lowerCode) {
+        upper[static_cast<std::size_t>(lowerCode)] = static_cast<char>(upperCode);
+        lower[static_cast<std::size_t>(upperCode)] = static_cast<char>(lowerCode);
+    }
 };
 
-// Š š, Œ œ, Ž ž, Ÿ ÿ: the pairs that are not 0x20 apart.
-constexpr Pair kOddPairs[] = {{0x8A, 0x9A}, {0x8C, 0x9C}, {0x8E, 0x9E}, {0x9F, 0xFF}};
-// The signs of multiplication and division stand among the letters.
-constexpr int kTimes = 0xD7;
+constexpr Tables asciiTables(UINT codePage) {
+    Tables tables;
+    tables.codePage = codePage;
+    for (std::size_t code = 0; code < 256; ++code)
+        tables.upper[code] = tables.lower[code] = static_cast<char>(code);
+    for (int code = 'A'; code <= 'Z'; ++code) tables.pair(code, code + 0x20);
+    return tables;
+}
 
-constexpr CaseTable makeTable(bool toUpper) {
-    CaseTable table{};
-    const auto pair = [&](int upper, int lower) {
-        const int from = toUpper ? lower : upper;
-        const int to = toUpper ? upper : lower;
-        table[static_cast<std::size_t>(from)] = static_cast<char>(to);
-    };
-    for (int code = 0; code < 256; ++code) table[static_cast<std::size_t>(code)] = static_cast<char>(code);
-    for (int code = 'A'; code <= 'Z'; ++code) pair(code, code + 0x20);
+// Known by heart, so that the usual system is asked nothing.
+constexpr Tables westernTables() {
+    constexpr int kTimes = 0xD7;  // the signs of multiplication and division stand among the letters
+    Tables tables = asciiTables(kWestern);
     for (int code = 0xC0; code <= 0xDE; ++code) {
-        if (code != kTimes) pair(code, code + 0x20);
+        if (code != kTimes) tables.pair(code, code + 0x20);
     }
-    for (const Pair& odd : kOddPairs) pair(odd.upper, odd.lower);
-    return table;
+    tables.pair(0x8A, 0x9A);
+    tables.pair(0x8C, 0x9C);
+    tables.pair(0x8E, 0x9E);
+    tables.pair(0x9F, 0xFF);
+    return tables;
+}
+
+char systemCase(DWORD(WINAPI* change)(LPSTR, DWORD), char c) {
+    change(&c, 1);
+    return c;
+}
+
+Tables systemTables(UINT codePage) {
+    Tables tables = asciiTables(codePage);
+    if (!codePageHasSingleBytes()) return tables;
+    for (int code = 0x80; code < 0x100; ++code) {
+        const char c = static_cast<char>(code);
+        const char small = systemCase(CharLowerBuffA, c);
+        if (small == c || static_cast<unsigned char>(small) < 0x80 || systemCase(CharUpperBuffA, small) != c)
+            continue;
+        tables.pair(code, static_cast<unsigned char>(small));
+    }
+    return tables;
+}
+
+const Tables& tables() {
+    static Tables current = westernTables();
+    if (const UINT now = GetACP(); now != current.codePage)
+        current = now == kWestern ? westernTables() : systemTables(now);
+    return current;
 }
 
 }  // namespace
 
-constexpr CaseTable kUpperCase = makeTable(true);
-constexpr CaseTable kLowerCase = makeTable(false);
+const CaseTable& upperCaseTable() {
+    return tables().upper;
+}
+
+const CaseTable& lowerCaseTable() {
+    return tables().lower;
+}
 
 int compareWithoutCase(std::string_view a, std::string_view b) {
+    const CaseTable& lower = lowerCaseTable();
+    const auto code = [&lower](char c) {
+        return static_cast<int>(static_cast<unsigned char>(lower[static_cast<unsigned char>(c)]));
+    };
     const std::size_t common = std::min(a.size(), b.size());
     for (std::size_t i = 0; i < common; ++i) {
-        const int left = static_cast<unsigned char>(lowerCase(a[i]));
-        const int right = static_cast<unsigned char>(lowerCase(b[i]));
-        if (left != right) return left - right;
+        if (code(a[i]) != code(b[i])) return code(a[i]) - code(b[i]);
     }
     return a.size() == b.size() ? 0 : (a.size() < b.size() ? -1 : 1);
 }

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/program_file.h"
+
 namespace bromvale {
 
 namespace {
@@ -29,11 +31,7 @@ Entry loadViewer() {
 std::string besideProgram(const char* file) {
     const std::string name = file != nullptr ? file : "";
     if (name.empty() || name.find_first_of("\\/:") != std::string::npos) return name;
-    char program[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, program, MAX_PATH - 1);
-    std::string path = program;
-    path.erase(path.find_last_of('\\') + 1);
-    path += name;
+    const std::string path = programFile().folder + name;
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES ? path : name;
 }
 
