@@ -26,20 +26,23 @@ xvfb_pid=
 have_wine() { command -v wine >/dev/null && command -v wineserver >/dev/null; }
 have_wine32() { have_wine && [ -x /usr/lib/wine/wine ]; }
 
-# German dates need a German locale, which a small machine lacks; one of our own saves changing the system's.
+# German dates need a German locale, which a small machine lacks; one of our own saves changing the system's. The
+# locale decides the code page of the prefix, too.
+wine_locale=${wine_locale:-de_DE}
 make_locale() {
-    [ -d "$wine_top/locale/de_DE.UTF-8" ] && return 0
+    local made=$wine_top/locale/$wine_locale.UTF-8
+    [ -d "$made" ] && return 0
     mkdir -p "$wine_top/locale"
-    localedef -i de_DE -f UTF-8 "$wine_top/locale/new.$$" >/dev/null 2>&1
-    mv -T "$wine_top/locale/new.$$" "$wine_top/locale/de_DE.UTF-8" 2>/dev/null || rm -rf "$wine_top/locale/new.$$"
-    [ -d "$wine_top/locale/de_DE.UTF-8" ] || echo "The German locale can't be made; is the package 'locales' there?" >&2
+    localedef -i "$wine_locale" -f UTF-8 "$wine_top/locale/new.$$" >/dev/null 2>&1
+    mv -T "$wine_top/locale/new.$$" "$made" 2>/dev/null || rm -rf "$wine_top/locale/new.$$"
+    [ -d "$made" ] || echo "The locale $wine_locale can't be made; is the package 'locales' there?" >&2
 }
 
 in_wine() {
     env -u LANG -u LANGUAGE -u XDG_RUNTIME_DIR \
         WINEPREFIX="$prefix" WINEARCH="win$prefix_bits" WINEDEBUG="${WINEDEBUG:--all}" \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' \
-        LOCPATH="$wine_top/locale" LC_ALL=de_DE.UTF-8 XAUTHORITY="$XAUTHORITY" \
+        LOCPATH="$wine_top/locale" LC_ALL="$wine_locale.UTF-8" XAUTHORITY="$XAUTHORITY" \
         HOME="$wine_top/home" XDG_CONFIG_HOME="$wine_top/home/.config" XDG_DATA_HOME="$wine_top/home/.local/share" \
         XDG_CACHE_HOME="$wine_top/home/.cache" "$@"
 }
