@@ -33,3 +33,7 @@ int GetLocaleInfoA(LCID locale, LCTYPE type, LPSTR buffer, int size);
 
 DWORD GetLastError();
 void SetLastError(DWORD error);
+
+// Of the code page; a letter whose other case the page lacks stays.
+DWORD CharLowerBuffA(LPSTR text, DWORD length);
+DWORD CharUpperBuffA(LPSTR text, DWORD length);
