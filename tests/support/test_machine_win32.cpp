@@ -68,22 +68,29 @@ void deleteTree(HKEY parent, const std::string& path) {
     RegDeleteKeyA(parent, path.c_str());
 }
 
-void deleteFolder(const std::string& folder) {
-    WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
+// By its wide functions, so that names beyond the code page go, too.
+void deleteFolder(const std::wstring& folder) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((folder + L"*").c_str(), &found);
     if (search == INVALID_HANDLE_VALUE) return;
     do {
-        const std::string name = found.cFileName;
-        if (name == "." || name == "..") continue;
-        SetFileAttributesA((folder + name).c_str(), FILE_ATTRIBUTE_NORMAL);
+        const std::wstring name = found.cFileName;
+        if (name == L"." || name == L"..") continue;
+        SetFileAttributesW((folder + name).c_str(), FILE_ATTRIBUTE_NORMAL);
         if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-            deleteFolder(folder + name + "\\");
+            deleteFolder(folder + name + L"\\");
         } else {
-            DeleteFileA((folder + name).c_str());
+            DeleteFileW((folder + name).c_str());
         }
-    } while (FindNextFileA(search, &found) != 0);
+    } while (FindNextFileW(search, &found) != 0);
     FindClose(search);
-    RemoveDirectoryA(folder.c_str());
+    RemoveDirectoryW(folder.c_str());
+}
+
+void deleteFolder(const std::string& folder) {
+    wchar_t wide[MAX_PATH] = L"";
+    MultiByteToWideChar(CP_ACP, 0, folder.c_str(), -1, wide, MAX_PATH);
+    deleteFolder(std::wstring(wide));
 }
 
 }  // namespace
