@@ -96,7 +96,9 @@ void deleteFolder(const std::wstring& folder) {
 }
 
 void deleteFolder(const std::string& folder) {
-    deleteFolder(std::wstring(folder.begin(), folder.end()));
+    wchar_t wide[MAX_PATH] = L"";
+    MultiByteToWideChar(CP_ACP, 0, folder.c_str(), -1, wide, MAX_PATH);
+    deleteFolder(std::wstring(wide));
 }
 
 HKEY createWideKey(HKEY hive, std::u16string_view path) {
