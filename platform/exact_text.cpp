@@ -68,7 +68,13 @@ void appendWide(std::u16string& wide, std::string_view ansi, UINT number = CP_AC
     const int written =
         MultiByteToWideChar(number, 0, ansi.data(), static_cast<int>(ansi.size()),
                             reinterpret_cast<WCHAR*>(wide.data() + start), static_cast<int>(ansi.size()));
-    wide.resize(start + static_cast<std::size_t>(written));
+    if (written > 0) {
+        wide.resize(start + static_cast<std::size_t>(written));
+    } else {
+        // An old system may come without the page: then each byte counts as the character of its number.
+        std::transform(ansi.begin(), ansi.end(), wide.begin() + static_cast<std::ptrdiff_t>(start),
+                       [](char c) { return static_cast<char16_t>(static_cast<unsigned char>(c)); });
+    }
 }
 
 std::string nearest(std::u16string_view wide) {

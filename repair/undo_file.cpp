@@ -1,6 +1,7 @@
 #include "repair/undo_file.h"
 
 #include "core/runtime.h"
+#include "platform/exact_text.h"
 
 namespace bromvale {
 
@@ -21,11 +22,11 @@ std::string undoStamp() {
 }
 
 std::string undoFileName(std::string_view stamp) {
-    return joined({"Rückgängig_", stamp, ".reg"});
+    return joined({fileNameText("Rückgängig_"), stamp, ".reg"});
 }
 
 std::string completeCopyName(std::string_view stamp) {
-    return joined({"Vollständig_", stamp, ".reg"});
+    return joined({fileNameText("Vollständig_"), stamp, ".reg"});
 }
 
 std::string undoCreated() {
@@ -39,10 +40,11 @@ std::string undoCreated() {
 std::vector<std::string> undoHeaderLines(const UndoHeader& header) {
     return {
         std::string(header.regFileHeader),
-        joined({"; Die nachfolgenden  Registryschlüssel wurden von ", header.appTitle, " Version ",
-                header.appVersion, "\r\n; als falsch erkannt und entfernt.\r\n",
+        joined({systemText("; Die nachfolgenden  Registryschlüssel wurden von "), header.appTitle,
+                " Version ", header.appVersion, "\r\n; als falsch erkannt und entfernt.\r\n",
                 "; Mit einem Doppelklick im Windows-Explorer auf diese Datei, werden die hier\r\n",
-                "; gesicherten Registryschlüssel wieder in die Registrierungs-Datenbank eingetragen."}),
+                systemText(
+                    "; gesicherten Registryschlüssel wieder in die Registrierungs-Datenbank eingetragen.")}),
         "\r\n",
         joined({"; erstellt am: ", header.created}),
         joined({"; erstellt von: ", header.userName, " Computername: ", header.computerName}),
