@@ -1,6 +1,6 @@
 #pragma once
 // The folder dialog of the shell under its own names: SHBrowseForFolderA, SHGetPathFromIDListA,
-// CoTaskMemFree.
+// CoTaskMemFree; of the NT family only: SHGetPathFromIDListW.
 #ifdef _WIN32
 #include "platform/win32/shell_objects.h"
 #else

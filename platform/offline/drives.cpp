@@ -56,15 +56,27 @@ DWORD appendNames(std::string_view rest, Location& location) {
     return cut ? ERROR_INVALID_NAME : 0;
 }
 
+constexpr std::string_view kLiteral = "\\\\?\\";
+constexpr std::string_view kLiteralShare = "\\\\?\\UNC\\";
+
 std::string shareKey(std::string_view server, std::string_view share) {
     return upper(server) + "\\" + upper(share);
 }
 
 }  // namespace
 
+bool holdsWildcards(std::string_view path) {
+    if (path.starts_with(kLiteral)) path.remove_prefix(kLiteral.size());
+    return path.find_first_of("*?") != std::string_view::npos;
+}
+
+std::string Location::rootText() const {
+    return root[0] != '\0' ? std::string{root[0], ':'}
+                           : "\\\\" + std::string(server) + "\\" + std::string(share);
+}
+
 std::string Location::text() const {
-    std::string text = root[0] != '\0' ? std::string{root[0], ':'}
-                                       : "\\\\" + std::string(server) + "\\" + std::string(share);
+    std::string text = rootText();
     for (const std::string_view name : all()) text.append("\\").append(name);
     if (count == 0) text += "\\";
     return text;

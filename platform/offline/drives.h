@@ -13,6 +13,10 @@ namespace bromvale::offline {
 
 // Where a path leads.
 struct Location {
+    Location() = default;
+    Location(const Location&) = delete;
+    Location& operator=(const Location&) = delete;
+
     static constexpr std::size_t kMostNames = 132;
     Volume* volume = nullptr;
     bool onHost = false;
@@ -21,9 +25,12 @@ struct Location {
     char root[2] = {};  // drive letter, upper case; NUL for a share
     std::string_view server;
     std::string_view share;
+    std::string path;  // what the names are parts of, where the caller's path was converted
 
     [[nodiscard]] PathNames all() const { return {names.data(), count}; }
     [[nodiscard]] PathNames parent() const { return {names.data(), count - 1}; }
+    // The drive or share without a trailing backslash, and the whole path.
+    [[nodiscard]] std::string rootText() const;
     [[nodiscard]] std::string text() const;
 };
 
@@ -44,6 +51,9 @@ class Drives {
     // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. `path` must outlive
     // `location`.
     DWORD locate(std::string_view path, Location& location) const;
+    DWORD locate(std::u16string_view path, Location& location) const;
+    // The same for a path in the stored form (stored_text.h).
+    DWORD locateStored(std::string_view path, Location& location) const;
 
     // Without fault points and events, for those who set up the machine. Makers make the folders above, too.
     bool makeFolder(std::string_view path);
@@ -53,6 +63,18 @@ class Drives {
     // Local time of the last write.
     bool setFileTime(std::string_view path, const SYSTEMTIME& local);
     bool erase(std::string_view path);
+
+    // The same with real names.
+    bool makeFolder(std::u16string_view path);
+    bool writeFile(std::u16string_view path, std::string_view bytes);
+    [[nodiscard]] std::optional<std::string> readFile(std::u16string_view path) const;
+    [[nodiscard]] bool exists(std::u16string_view path) const;
+    bool setFileTime(std::u16string_view path, const SYSTEMTIME& local);
+    bool erase(std::u16string_view path);
+
+    // Whether entries have names of eight letters and three beside their own. Until it is set, only what the
+    // program can't reach by its own name has one, and only on host folders.
+    std::optional<bool> shortNames;
 
     // Without a trailing backslash but at a root.
     std::string currentDirectory = "C:\\";
@@ -77,6 +99,9 @@ class Drives {
     std::array<Mounted, 26> drives_;
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
 };
+
+// Whether a path holds characters of masks; the "?" of the prefix "\\?\" is none.
+[[nodiscard]] bool holdsWildcards(std::string_view path);
 
 // Whether `name` matches a mask of FindFirstFileA.
 [[nodiscard]] bool matchesMask(std::string_view mask, std::string_view name);

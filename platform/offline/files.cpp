@@ -6,6 +6,8 @@
 #include "platform/offline/files_api.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
+#include "platform/offline/true_path.h"
 
 namespace bromvale::offline {
 
@@ -89,13 +91,30 @@ DWORD obstacle(const Location& location, const Wanted& wanted, DWORD access, DWO
     return isLocked(location.text(), access, share) ? ERROR_SHARING_VIOLATION : 0;
 }
 
-DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD disposition, HANDLE& handle,
-               bool& existed) {
+bool isFolder(const Location& location) {
+    FileInfo info;
+    return location.volume->find(location.all(), &info) == 0 &&
+           (info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+// A handle to a folder tells its path and nothing else.
+DWORD openFolder(const Location& location, HANDLE& handle) {
+    KernelObject object;
+    object.path = location.text();
+    object.truePath = truePath(location);
+    handle = kernelObjects().open(std::move(object));
+    return 0;
+}
+
+// `path` is in the stored form.
+DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD disposition, bool folders,
+               HANDLE& handle, bool& existed) {
     Wanted wanted{};
     if (!readDisposition(disposition, wanted)) return ERROR_INVALID_PARAMETER;
     Location location;
-    if (path.find_first_of("*?") != std::string_view::npos) return ERROR_INVALID_NAME;
-    if (const DWORD error = machine().drives.locate(path, location)) return error;
+    if (holdsWildcards(path)) return ERROR_INVALID_NAME;
+    if (const DWORD error = machine().drives.locateStored(path, location)) return error;
+    if (folders && wanted.mustExist && isFolder(location)) return openFolder(location, handle);
     if (path.ends_with('\\') || path.ends_with('/')) {
         const bool isFolder = location.volume->find(location.all(), nullptr) == 0;
         return isFolder ? ERROR_PATH_NOT_FOUND : ERROR_FILE_NOT_FOUND;
@@ -107,6 +126,7 @@ DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD dispositi
         return error;
     if (wanted.empties && existed) (void)object.file->truncate(0);
     object.path = location.text();
+    object.truePath = truePath(location);
     if (!existed || wanted.empties) {
         machine().events.record({EventKind::FileMade, object.path, existed ? "geleert" : "", 0, 0});
     }
@@ -121,12 +141,16 @@ DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD dispositi
 
 using namespace bromvale::offline;
 
-HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD,
-                   HANDLE) {
+namespace {
+
+template <class Text>
+HANDLE createFile(Text path, DWORD access, DWORD share, DWORD disposition, DWORD attributes) {
     if (failsHere("CreateFileA")) return INVALID_HANDLE_VALUE;
     HANDLE handle = INVALID_HANDLE_VALUE;
     bool existed = false;
-    const DWORD error = openFile(path, access, share, disposition, handle, existed);
+    const bool folders = (attributes & FILE_FLAG_BACKUP_SEMANTICS) != 0;
+    const DWORD error =
+        openFile(StoredText(path).view(), access, share, disposition, folders, handle, existed);
     if (error != 0) {
         SetLastError(error);
         return INVALID_HANDLE_VALUE;
@@ -134,6 +158,18 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
     const bool tellsExistence = disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS;
     SetLastError(tellsExistence && existed ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
     return handle;
+}
+
+}  // namespace
+
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition,
+                   DWORD attributes, HANDLE) {
+    return createFile(path, access, share, disposition, attributes);
+}
+
+HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES, DWORD disposition,
+                   DWORD attributes, HANDLE) {
+    return refusesWide() ? INVALID_HANDLE_VALUE : createFile(path, access, share, disposition, attributes);
 }
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED) {
@@ -218,14 +254,17 @@ HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style) {
     HANDLE handle = INVALID_HANDLE_VALUE;
     bool existed = false;
     const DWORD disposition = (style & OF_CREATE) != 0 ? CREATE_ALWAYS : OPEN_EXISTING;
-    const DWORD error =
-        openFile(path, kAccess[style & 3], FILE_SHARE_READ | FILE_SHARE_WRITE, disposition, handle, existed);
+    const StoredText stored(path);
+    const DWORD error = openFile(stored.view(), kAccess[style & 3], FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                 disposition, false, handle, existed);
     *opened = {};
     opened->cBytes = sizeof(OFSTRUCT);
     opened->nErrCode = static_cast<WORD>(error);
     Location location;
-    if (machine().drives.locate(path, location) == 0) {
-        const std::string full = location.text();
+    if (machine().drives.locateStored(stored.view(), location) == 0) {
+        const std::string text = location.text();
+        const AnsiText converted(text);
+        const std::string_view full = converted.view();
         full.copy(opened->szPathName, std::min(full.size(), sizeof opened->szPathName - 1));
         opened->fFixedDisk = 1;
     }

@@ -6,6 +6,7 @@
 #include "platform/offline/files_api.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
@@ -21,19 +22,30 @@ HandleTable<Search>& searches() {
     return table;
 }
 
-void fill(WIN32_FIND_DATAA& data, const FileInfo& info) {
+template <class Char, std::size_t Size>
+void copyName(std::basic_string_view<Char> name, Char (&buffer)[Size]) {
+    buffer[name.copy(buffer, Size - 1)] = Char{};
+}
+
+void fillNames(WIN32_FIND_DATAA& data, const FileInfo& info) {
+    copyName(AnsiText(info.name).view(), data.cFileName);
+    copyName(AnsiText(info.shortName).view(), data.cAlternateFileName);
+}
+
+void fillNames(WIN32_FIND_DATAW& data, const FileInfo& info) {
+    copyName<WCHAR>(wideFromStored(info.name), data.cFileName);
+    copyName<WCHAR>(wideFromStored(info.shortName), data.cAlternateFileName);
+}
+
+template <class Data>
+void fill(Data& data, const FileInfo& info) {
     const FILETIME time = toFileTime(info.written);
     data.dwFileAttributes = info.attributes;
     data.ftCreationTime = data.ftLastAccessTime = data.ftLastWriteTime = time;
     data.nFileSizeHigh = static_cast<DWORD>(info.size >> 32);
     data.nFileSizeLow = static_cast<DWORD>(info.size);
     data.dwReserved0 = data.dwReserved1 = 0;
-    const std::size_t length = std::min(info.name.size(), sizeof data.cFileName - 1);
-    std::memcpy(data.cFileName, info.name.data(), length);
-    data.cFileName[length] = '\0';
-    const std::size_t shortLength = std::min(info.shortName.size(), sizeof data.cAlternateFileName - 1);
-    std::memcpy(data.cAlternateFileName, info.shortName.data(), shortLength);
-    data.cAlternateFileName[shortLength] = '\0';
+    fillNames(data, info);
 }
 
 HANDLE fail(DWORD error) {
@@ -41,9 +53,10 @@ HANDLE fail(DWORD error) {
     return INVALID_HANDLE_VALUE;
 }
 
-HANDLE findOne(std::string_view path, WIN32_FIND_DATAA& data) {
+template <class Data>
+HANDLE findOne(std::string_view path, Data& data) {
     Location location;
-    if (const DWORD error = machine().drives.locate(path, location)) return fail(error);
+    if (const DWORD error = machine().drives.locateStored(path, location)) return fail(error);
     FileInfo info;
     // A root has no entry of its own that could be found.
     if (location.count == 0) return fail(ERROR_FILE_NOT_FOUND);
@@ -52,11 +65,12 @@ HANDLE findOne(std::string_view path, WIN32_FIND_DATAA& data) {
     return searches().open({});
 }
 
-HANDLE findMany(std::string_view folder, std::string_view mask, WIN32_FIND_DATAA& data) {
+template <class Data>
+HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     if (mask.find_first_of("|:") != std::string_view::npos) return fail(ERROR_INVALID_NAME);
     Location location;
     const std::string_view where = folder.empty() ? std::string_view(".") : folder;
-    if (const DWORD error = machine().drives.locate(where, location)) return fail(error);
+    if (const DWORD error = machine().drives.locateStored(where, location)) return fail(error);
     Search search;
     const DWORD error = location.volume->list(location.all(), search.entries);
     if (error != 0) return fail(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
@@ -92,9 +106,11 @@ std::size_t openFindHandles() {
 
 using namespace bromvale::offline;
 
-HANDLE FindFirstFileA(LPCSTR path, LPWIN32_FIND_DATAA data) {
-    if (failsHere("FindFirstFileA")) return INVALID_HANDLE_VALUE;
-    const std::string_view whole = path;
+namespace {
+
+// `whole` is in the stored form.
+template <class Data>
+HANDLE findFirst(std::string_view whole, Data& data) {
     if (whole.empty()) return fail(ERROR_PATH_NOT_FOUND);
     const std::size_t slash = whole.find_last_of("\\/");
     std::size_t start = slash == std::string_view::npos ? 0 : slash + 1;
@@ -102,14 +118,15 @@ HANDLE FindFirstFileA(LPCSTR path, LPWIN32_FIND_DATAA data) {
     const std::string_view mask = whole.substr(start);
     if (slash != std::string_view::npos && mask.empty()) {
         Location location;
-        const DWORD error = machine().drives.locate(whole, location);
+        const DWORD error = machine().drives.locateStored(whole, location);
         return fail(error != 0 ? error : ERROR_FILE_NOT_FOUND);
     }
-    if (mask.find_first_of("*?") == std::string_view::npos) return findOne(whole, *data);
-    return findMany(whole.substr(0, start), mask, *data);
+    if (mask.find_first_of("*?") == std::string_view::npos) return findOne(whole, data);
+    return findMany(whole.substr(0, start), mask, data);
 }
 
-BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data) {
+template <class Data>
+BOOL findNext(HANDLE find, Data& data) {
     if (failsHere("FindNextFileA")) return FALSE;
     Search* search = searches().find(find);
     if (search == nullptr) {
@@ -120,8 +137,27 @@ BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data) {
         SetLastError(ERROR_NO_MORE_FILES);
         return FALSE;
     }
-    fill(*data, search->entries[search->next++]);
+    fill(data, search->entries[search->next++]);
     return TRUE;
+}
+
+}  // namespace
+
+HANDLE FindFirstFileA(LPCSTR path, LPWIN32_FIND_DATAA data) {
+    return failsHere("FindFirstFileA") ? INVALID_HANDLE_VALUE : findFirst(StoredText(path).view(), *data);
+}
+
+HANDLE FindFirstFileW(LPCWSTR path, LPWIN32_FIND_DATAW data) {
+    if (refusesWide() || failsHere("FindFirstFileA")) return INVALID_HANDLE_VALUE;
+    return findFirst(StoredText(path).view(), *data);
+}
+
+BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data) {
+    return findNext(find, *data);
+}
+
+BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data) {
+    return refusesWide() ? FALSE : findNext(find, *data);
 }
 
 BOOL FindClose(HANDLE find) {

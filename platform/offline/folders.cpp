@@ -5,6 +5,7 @@
 #include "platform/offline/files_api.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 using namespace bromvale::offline;
 
@@ -16,8 +17,9 @@ BOOL failed(DWORD error) {
 }
 
 DWORD locateName(LPCSTR path, Location& location) {
-    if (std::strpbrk(path, "*?") != nullptr) return ERROR_INVALID_NAME;
-    return machine().drives.locate(path, location);
+    location.path = StoredText(path).view();
+    if (holdsWildcards(location.path)) return ERROR_INVALID_NAME;
+    return machine().drives.locateStored(location.path, location);
 }
 
 bool isOpen(const std::string& path) {

@@ -57,6 +57,7 @@ class HandleTable {
 struct KernelObject {
     std::unique_ptr<OpenedFile> file;
     std::string path;
+    std::string truePath;  // past links and short names; a folder's object has this and `path` only
     std::uint64_t position = 0;
     DWORD access = 0;
     DWORD share = 0;

@@ -47,6 +47,8 @@ std::optional<OsVersion> osByName(std::string_view name) {
     return osByNumbers(name);
 }
 
+ChosenFolder::ChosenFolder(std::string_view ansi) : path(utf16FromAnsi(ansi)) {}
+
 Machine::Machine() {
     drives.addMemory('C');
     clock.beforeAdvance = [this] {
@@ -86,6 +88,12 @@ void Machine::prepareFolders() {
 Machine& machine() {
     static Machine instance;
     return instance;
+}
+
+bool refusesWide() {
+    if (machine().os().isNt()) return false;
+    SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
+    return true;
 }
 
 bool failsHere(std::string_view operation) {

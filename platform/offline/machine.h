@@ -61,9 +61,22 @@ struct LastRequests {
     int startState = -1;   // of CreateProcessA: how the window opens; -1 where the caller leaves it open
 };
 
+// A folder as its dialog gives it.
+struct ChosenFolder {
+    std::u16string path;
+    ChosenFolder(std::u16string_view wide) : path(wide) {}
+    ChosenFolder(const char16_t* wide) : path(wide) {}
+    ChosenFolder(std::string_view ansi);  // Windows-1252
+    ChosenFolder(const char* ansi) : ChosenFolder(std::string_view(ansi)) {}
+    ChosenFolder(const std::string& ansi) : ChosenFolder(std::string_view(ansi)) {}
+};
+
 class Machine {
   public:
     Machine();
+
+    // The ANSI code page: 1252, 1250, 932 (a part of it) or 65001.
+    UINT codePage = 1252;
 
     Clock& clock = currentClock();
     Locale locale = germanLocale();
@@ -87,7 +100,7 @@ class Machine {
     // Answers to the next message boxes. Without one: IDOK, IDNO for Yes and No, else IDCANCEL.
     std::deque<int> answers;
     // Folders that the next folder dialogs choose; without one they are cancelled.
-    std::deque<std::string> folders;
+    std::deque<ChosenFolder> folders;
     // Files that the next dialogs "save as" name; without one they are cancelled.
     std::deque<std::string> savePaths;
     // What registration entries answer and lack, by the library's path; any other one answers 0 and lacks
@@ -121,6 +134,9 @@ Machine& machine();
 
 // Sessions and addresses that were opened and not closed.
 [[nodiscard]] std::size_t openInternetHandles();
+
+// On the 9x family, which has no wide functions: sets ERROR_CALL_NOT_IMPLEMENTED and returns true.
+[[nodiscard]] bool refusesWide();
 
 // A fault that is due for the operation: sets the last error and returns true.
 [[nodiscard]] bool failsHere(std::string_view operation);

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 using bromvale::offline::failsHere;
 using bromvale::offline::machine;
@@ -29,6 +30,21 @@ int answerWithNul(const std::string& text, LPSTR buffer, int size) {
     }
     std::memcpy(buffer, text.c_str(), text.size() + 1);
     return needed;
+}
+
+// Where a file name does not fit, its beginning stands in the buffer.
+template <class Char>
+DWORD answerCut(std::basic_string_view<Char> text, Char* buffer, DWORD size) {
+    const DWORD length = bromvale::offline::answerLength(text, buffer, size);
+    if (length < size || size == 0) return size == 0 ? 0 : length;
+    buffer[text.copy(buffer, size - 1)] = Char{};
+    SetLastError(ERROR_INSUFFICIENT_BUFFER);
+    return size;
+}
+
+// In the stored form.
+std::string programPath() {
+    return machine().appPath() + "\\" + machine().exeName;
 }
 
 std::string localeText(const bromvale::offline::Locale& locale, LCTYPE type) {
@@ -119,13 +135,13 @@ BOOL GetVersionExA(LPOSVERSIONINFOA info) {
 
 DWORD GetModuleFileNameA(HMODULE, LPSTR buffer, DWORD size) {
     if (failsHere("GetModuleFileNameA")) return 0;
-    const std::string path = machine().appPath() + "\\" + machine().exeName;
-    const DWORD length = answer(path, buffer, size);
-    if (length < size || size == 0) return size == 0 ? 0 : length;
-    std::memcpy(buffer, path.data(), size - 1);
-    buffer[size - 1] = '\0';
-    SetLastError(ERROR_INSUFFICIENT_BUFFER);
-    return size;
+    return answerCut(bromvale::offline::AnsiText(programPath()).view(), buffer, size);
+}
+
+DWORD GetModuleFileNameW(HMODULE, LPWSTR buffer, DWORD size) {
+    if (bromvale::offline::refusesWide() || failsHere("GetModuleFileNameA")) return 0;
+    const std::u16string path = bromvale::offline::wideFromStored(programPath());
+    return answerCut<WCHAR>(path, buffer, size);
 }
 
 LPSTR GetCommandLineA() {

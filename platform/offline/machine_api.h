@@ -10,6 +10,16 @@ DWORD GetTempPathA(DWORD size, LPSTR buffer);
 BOOL GetVersionExA(LPOSVERSIONINFOA info);
 DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
 LPSTR GetCommandLineA();
+// On the 9x family it fails with ERROR_CALL_NOT_IMPLEMENTED.
+DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
+
+// Code pages: CP_ACP is the machine's. Known are those that code_page.h names; another one gives 0 and
+// ERROR_INVALID_PARAMETER.
+UINT GetACP();
+BOOL GetCPInfo(UINT codePage, LPCPINFO info);
+int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int size, LPWSTR wide, int wideSize);
+int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideSize, LPSTR text, int size,
+                        LPCSTR defaultChar, LPBOOL usedDefault);
 
 void GetLocalTime(LPSYSTEMTIME time);
 // Milliseconds since the machine was made.

@@ -27,6 +27,13 @@ struct RegistryValue {
     bool operator==(const RegistryValue&) const = default;
 };
 
+struct WideRegistryValue {
+    std::u16string name;
+    DWORD type = REG_NONE;
+    std::string bytes;  // as Windows stores them: texts in UTF-16LE, with their NUL
+    bool operator==(const WideRegistryValue&) const = default;
+};
+
 inline constexpr std::size_t kHiveCount = 7;
 inline constexpr std::size_t kLongestKeyName = 255;
 inline constexpr std::size_t kLongestValueName = 16383;
@@ -71,6 +78,23 @@ class Registry {
     [[nodiscard]] std::optional<RegistryValue> value(std::string_view path, std::string_view name) const;
     [[nodiscard]] std::vector<RegistryValue> values(std::string_view path) const;
     [[nodiscard]] std::vector<std::string> subKeys(std::string_view path) const;
+
+    // The same with real names and texts.
+    bool deny(std::u16string_view path) { return setDenied(path, true); }
+    bool allow(std::u16string_view path) { return setDenied(path, false); }
+    [[nodiscard]] bool exists(std::u16string_view path) const;
+    bool createKey(std::u16string_view path);
+    bool deleteKey(std::u16string_view path);
+    // `bytes` as Windows stores them: texts in UTF-16LE.
+    bool setValue(std::u16string_view path, std::u16string_view name, DWORD type, std::string_view bytes);
+    bool setText(std::u16string_view path, std::u16string_view name, std::u16string_view text);
+    bool setNumber(std::u16string_view path, std::u16string_view name, DWORD number);
+    bool deleteValue(std::u16string_view path, std::u16string_view name);
+    [[nodiscard]] std::optional<WideRegistryValue> wideValue(std::u16string_view path,
+                                                             std::u16string_view name) const;
+    [[nodiscard]] std::vector<WideRegistryValue> wideValues(std::u16string_view path) const;
+    [[nodiscard]] std::vector<std::u16string> wideSubKeys(std::u16string_view path) const;
+
     // Without the hives.
     [[nodiscard]] std::size_t keyCount() const { return tree_.keyCount(); }
     [[nodiscard]] std::size_t valueCount() const { return tree_.valueCount(); }
@@ -109,6 +133,7 @@ class Registry {
     [[nodiscard]] RegistryKey* findPath(std::string_view path) const;
     RegistryKey* makePath(std::string_view path);
     bool setDenied(std::string_view path, bool denied);
+    bool setDenied(std::u16string_view path, bool denied);
     void makeRoots();
     void dropAll();
 

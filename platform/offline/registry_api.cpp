@@ -1,26 +1,22 @@
-// Keys: opening, creating, deleting, enumerating.
+// Keys: opening, creating, deleting.
 #include "platform/offline/registry_api.h"
 
-#include <cstring>
 #include <string_view>
 
 #include "platform/offline/faults.h"
 #include "platform/offline/registry.h"
 #include "platform/offline/registry_events.h"
+#include "platform/offline/stored_text.h"
 
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
-using bromvale::offline::kLongestKeyName;
 using bromvale::offline::nextPathName;
 using bromvale::offline::recordKeyMade;
 using bromvale::offline::Registry;
 using bromvale::offline::RegistryKey;
+using bromvale::offline::StoredText;
 
 namespace {
-
-std::string_view textOf(LPCSTR text) {
-    return text == nullptr ? std::string_view() : std::string_view(text);
-}
 
 DWORD specificAccess(REGSAM access) {
     DWORD result = access & ~(GENERIC_ALL | GENERIC_EXECUTE | GENERIC_WRITE | GENERIC_READ | MAXIMUM_ALLOWED);
@@ -89,21 +85,14 @@ LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, 
     return ERROR_SUCCESS;
 }
 
-LONG enumeratedKey(HKEY handle, DWORD index, std::string_view& name) {
-    RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_ENUMERATE_SUB_KEYS, key);
-    if (result != ERROR_SUCCESS) return result;
-    const RegistryKey* subKey = currentRegistry().tree().subKey(key, index);
-    if (subKey == nullptr) return ERROR_NO_MORE_ITEMS;
-    name = subKey->name();
-    return ERROR_SUCCESS;
-}
-
-LONG copyName(std::string_view name, LPSTR buffer, DWORD size) {
-    if (name.size() >= size) return ERROR_MORE_DATA;
-    if (!name.empty()) std::memcpy(buffer, name.data(), name.size());
-    buffer[name.size()] = '\0';
-    return ERROR_SUCCESS;
+template <class Text>
+LONG openKeyEx(HKEY key, Text subKey, REGSAM access, PHKEY result) {
+    if (result == nullptr) return ERROR_INVALID_PARAMETER;
+    if (const auto fault = faults().at("RegOpenKeyExA")) {
+        if (*fault != ERROR_SUCCESS) *result = nullptr;
+        return static_cast<LONG>(*fault);
+    }
+    return openKey(key, StoredText(subKey).view(), access, *result);
 }
 
 }  // namespace
@@ -118,16 +107,16 @@ LONG RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result) {
         *result = key;
         return ERROR_SUCCESS;
     }
-    return openKey(key, subKey, MAXIMUM_ALLOWED, *result);
+    return openKey(key, StoredText(subKey).view(), MAXIMUM_ALLOWED, *result);
 }
 
 LONG RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {
-    if (result == nullptr) return ERROR_INVALID_PARAMETER;
-    if (const auto fault = faults().at("RegOpenKeyExA")) {
-        if (*fault != ERROR_SUCCESS) *result = nullptr;
-        return static_cast<LONG>(*fault);
-    }
-    return openKey(key, textOf(subKey), access, *result);
+    return openKeyEx(key, subKey, access, result);
+}
+
+LONG RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {
+    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    return openKeyEx(key, subKey, access, result);
 }
 
 LONG RegCloseKey(HKEY key) {
@@ -148,7 +137,7 @@ LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/
     *result = nullptr;
     if (const auto fault = faults().at("RegCreateKeyExA")) return static_cast<LONG>(*fault);
     DWORD done = 0;
-    const LONG status = createKey(key, textOf(subKey), access, *result, done);
+    const LONG status = createKey(key, StoredText(subKey).view(), access, *result, done);
     if (status == ERROR_SUCCESS && done == REG_CREATED_NEW_KEY) recordKeyMade(*result);
     if (status == ERROR_SUCCESS && disposition != nullptr) *disposition = done;
     return status;
@@ -157,7 +146,8 @@ LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/
 LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
     if (const auto fault = faults().at("RegDeleteKeyA")) return static_cast<LONG>(*fault);
     if (subKey == nullptr) return ERROR_INVALID_PARAMETER;
-    const std::string_view path(subKey);
+    const StoredText stored(subKey);
+    const std::string_view path = stored.view();
     RegistryKey* key = nullptr;
     const LONG result = findKey(handle, path, key);
     if (result != ERROR_SUCCESS) return result;
@@ -166,27 +156,5 @@ LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
     if (registry.ntFamily() && key->subKeyCount() != 0) return ERROR_ACCESS_DENIED;
     recordKeyDeleted(*key);
     registry.tree().remove(key);
-    return ERROR_SUCCESS;
-}
-
-LONG RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD nameSize) {
-    if (const auto fault = faults().at("RegEnumKeyA")) return static_cast<LONG>(*fault);
-    std::string_view found;
-    const LONG result = enumeratedKey(key, index, found);
-    return result == ERROR_SUCCESS ? copyName(found, name, nameSize) : result;
-}
-
-LONG RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPSTR keyClass,
-                   LPDWORD classSize, LPFILETIME lastWrite) {
-    if (const auto fault = faults().at("RegEnumKeyExA")) return static_cast<LONG>(*fault);
-    if (name == nullptr || nameSize == nullptr || reserved != nullptr) return ERROR_INVALID_PARAMETER;
-    std::string_view found;
-    LONG result = enumeratedKey(key, index, found);
-    if (result == ERROR_SUCCESS) result = copyName(found, name, *nameSize);
-    if (result != ERROR_SUCCESS) return result;
-    *nameSize = static_cast<DWORD>(found.size());
-    if (keyClass != nullptr && classSize != nullptr && *classSize > 0) *keyClass = '\0';
-    if (classSize != nullptr) *classSize = 0;
-    if (lastWrite != nullptr) *lastWrite = {};
     return ERROR_SUCCESS;
 }

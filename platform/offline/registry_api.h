@@ -27,3 +27,17 @@ LONG RegSetValueExA(HKEY key, LPCSTR valueName, DWORD reserved, DWORD type, cons
 LONG RegQueryInfoKeyA(HKEY key, LPSTR keyClass, LPDWORD classSize, LPDWORD reserved, LPDWORD subKeys,
                       LPDWORD longestSubKey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
                       LPDWORD longestData, LPDWORD securitySize, LPFILETIME lastWrite);
+
+// The wide functions of the NT family: real names, texts as UTF-16. On the 9x family they do nothing and give
+// ERROR_CALL_NOT_IMPLEMENTED. Their fault points are those of the ANSI functions beside them, RegEnumKeyExW's
+// that of RegEnumKeyA.
+LONG RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result);
+LONG RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPWSTR keyClass,
+                   LPDWORD classSize, LPFILETIME lastWrite);
+LONG RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
+                   LPBYTE data, LPDWORD dataSize);
+LONG RegQueryValueExW(HKEY key, LPCWSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                      LPDWORD dataSize);
+LONG RegQueryInfoKeyW(HKEY key, LPWSTR keyClass, LPDWORD classSize, LPDWORD reserved, LPDWORD subKeys,
+                      LPDWORD longestSubKey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
+                      LPDWORD longestData, LPDWORD securitySize, LPFILETIME lastWrite);

@@ -6,68 +6,79 @@
 #include "platform/offline/faults.h"
 #include "platform/offline/registry.h"
 #include "platform/offline/registry_api.h"
+#include "platform/offline/registry_data.h"
 #include "platform/offline/registry_events.h"
+#include "platform/offline/stored_text.h"
 
+using bromvale::offline::AnsiData;
+using bromvale::offline::AnsiText;
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
+using bromvale::offline::isText;
 using bromvale::offline::kLongestValueName;
 using bromvale::offline::RegistryKey;
 using bromvale::offline::RegistryValueNode;
+using bromvale::offline::StoredText;
+using bromvale::offline::WideData;
+using bromvale::offline::wideFromStored;
 
 namespace {
-
-std::string_view textOf(LPCSTR text) {
-    return text == nullptr ? std::string_view() : std::string_view(text);
-}
-
-bool isText(DWORD type) {
-    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-}
 
 DWORD sizeOf(std::string_view text) {
     return static_cast<DWORD>(text.size());
 }
 
+bool endsWithNul(std::string_view stored, std::size_t width) {
+    const std::size_t tail = std::min(width, stored.size());
+    return stored.substr(stored.size() - tail).find_first_not_of('\0') == std::string_view::npos;
+}
+
 // Copies the data if the buffer holds it, and reports its size in any case. A text stored without its NUL
-// gets one in the buffer when there is room; the size does not count it.
-LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize) {
+// gets one of `width` bytes in the buffer when there is room; the size does not count it.
+LONG copyData(std::string_view stored, bool text, std::size_t width, LPBYTE data, LPDWORD dataSize) {
     LONG result = ERROR_SUCCESS;
-    const std::string_view stored = value.data();
     if (data != nullptr) {
         if (stored.size() > *dataSize) {
             result = ERROR_MORE_DATA;
         } else if (!stored.empty()) {
             std::memcpy(data, stored.data(), stored.size());
-            const bool addNul = isText(value.type()) && stored.back() != '\0' && stored.size() < *dataSize;
-            if (addNul) data[stored.size()] = 0;
+            const bool room = stored.size() + width <= *dataSize;
+            if (text && !endsWithNul(stored, width) && room) std::memset(data + stored.size(), 0, width);
         }
     }
     if (dataSize != nullptr) *dataSize = sizeOf(stored);
     return result;
 }
 
+LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, const char*) {
+    return copyData(AnsiData(value).view(), isText(value.type()), 1, data, dataSize);
+}
+
+LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, const WCHAR*) {
+    return copyData(WideData(value).view(), isText(value.type()), sizeof(WCHAR), data, dataSize);
+}
+
 // A name that does not fit is cut to the buffer, and the size stays what it was.
-LONG copyValueName(std::string_view found, LPSTR name, LPDWORD nameSize) {
+template <class Char>
+LONG copyFound(std::basic_string_view<Char> found, Char* name, LPDWORD nameSize) {
     const bool fits = found.size() < *nameSize;
-    if (*nameSize > 0) {
-        const std::size_t copied = fits ? found.size() : *nameSize - 1;
-        if (copied > 0) std::memcpy(name, found.data(), copied);
-        name[copied] = '\0';
-    }
+    if (*nameSize > 0) name[found.copy(name, *nameSize - 1)] = Char{};
     if (!fits) return ERROR_MORE_DATA;
-    *nameSize = sizeOf(found);
+    *nameSize = static_cast<DWORD>(found.size());
     return ERROR_SUCCESS;
 }
 
-template <typename Number>
-void report(Number* out, std::size_t value) {
-    if (out != nullptr) *out = static_cast<Number>(value);
+LONG copyValueName(std::string_view stored, LPSTR name, LPDWORD nameSize) {
+    return copyFound(AnsiText(stored).view(), name, nameSize);
 }
 
-}  // namespace
+LONG copyValueName(std::string_view stored, LPWSTR name, LPDWORD nameSize) {
+    return copyFound<WCHAR>(wideFromStored(stored), name, nameSize);
+}
 
-LONG RegEnumValueA(HKEY handle, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
-                   LPBYTE data, LPDWORD dataSize) {
+template <class Char>
+LONG enumValue(HKEY handle, DWORD index, Char* name, LPDWORD nameSize, const DWORD* reserved, LPDWORD type,
+               LPBYTE data, LPDWORD dataSize) {
     if (const auto fault = faults().at("RegEnumValueA")) return static_cast<LONG>(*fault);
     const bool noSize = data != nullptr && dataSize == nullptr;
     if (name == nullptr || nameSize == nullptr || reserved != nullptr || noSize)
@@ -78,25 +89,50 @@ LONG RegEnumValueA(HKEY handle, DWORD index, LPSTR name, LPDWORD nameSize, LPDWO
     if (index >= key->valueCount()) return ERROR_NO_MORE_ITEMS;
     const RegistryValueNode& value = key->value(index);
     if (type != nullptr) *type = value.type();
-    result = copyData(value, data, dataSize);
+    result = copyData(value, data, dataSize, name);
     return result == ERROR_SUCCESS ? copyValueName(value.name(), name, nameSize) : result;
 }
 
-LONG RegQueryValueExA(HKEY handle, LPCSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
-                      LPDWORD dataSize) {
+template <class Char>
+LONG queryValue(HKEY handle, const Char* valueName, const DWORD* reserved, LPDWORD type, LPBYTE data,
+                LPDWORD dataSize) {
     if (const auto fault = faults().at("RegQueryValueExA")) return static_cast<LONG>(*fault);
     if (reserved != nullptr || (data != nullptr && dataSize == nullptr)) return ERROR_INVALID_PARAMETER;
     RegistryKey* key = nullptr;
     const LONG result = currentRegistry().resolve(handle, KEY_QUERY_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
-    const RegistryValueNode* value = currentRegistry().tree().value(key, textOf(valueName));
+    const RegistryValueNode* value = currentRegistry().tree().value(key, StoredText(valueName).view());
     if (value == nullptr) {
         if (type != nullptr) *type = REG_NONE;
         if (data == nullptr && dataSize != nullptr) *dataSize = 0;
         return ERROR_FILE_NOT_FOUND;
     }
     if (type != nullptr) *type = value->type();
-    return copyData(*value, data, dataSize);
+    return copyData(*value, data, dataSize, valueName);
+}
+
+}  // namespace
+
+LONG RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
+                   LPBYTE data, LPDWORD dataSize) {
+    return enumValue(key, index, name, nameSize, reserved, type, data, dataSize);
+}
+
+LONG RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
+                   LPBYTE data, LPDWORD dataSize) {
+    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    return enumValue(key, index, name, nameSize, reserved, type, data, dataSize);
+}
+
+LONG RegQueryValueExA(HKEY key, LPCSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                      LPDWORD dataSize) {
+    return queryValue(key, valueName, reserved, type, data, dataSize);
+}
+
+LONG RegQueryValueExW(HKEY key, LPCWSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
+                      LPDWORD dataSize) {
+    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    return queryValue(key, valueName, reserved, type, data, dataSize);
 }
 
 LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD type, const BYTE* data,
@@ -105,14 +141,15 @@ LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD typ
     RegistryKey* key = nullptr;
     const LONG result = currentRegistry().resolve(handle, KEY_SET_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
-    const std::string_view name = textOf(valueName);
+    const StoredText stored(valueName);
+    const std::string_view name = stored.view();
     if (name.size() > kLongestValueName) return ERROR_INVALID_PARAMETER;
     if (dataSize > 0 && data == nullptr) return ERROR_NOACCESS;
-    std::size_t stored = dataSize;
+    std::size_t size = dataSize;
     // The callers give a text's length without its NUL. Windows looks one byte further and takes the NUL
     // along.
-    if (isText(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) ++stored;
-    const std::string_view bytes(reinterpret_cast<const char*>(data), stored);
+    if (isText(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) ++size;
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     currentRegistry().tree().setValue(key, name, type, bytes);
     recordValueSet(*key, name, type, bytes);
     return ERROR_SUCCESS;
@@ -123,38 +160,8 @@ LONG RegDeleteValueA(HKEY handle, LPCSTR valueName) {
     RegistryKey* key = nullptr;
     const LONG result = currentRegistry().resolve(handle, KEY_SET_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
-    if (!currentRegistry().tree().removeValue(key, textOf(valueName))) return ERROR_FILE_NOT_FOUND;
-    recordValueDeleted(*key, textOf(valueName));
-    return ERROR_SUCCESS;
-}
-
-LONG RegQueryInfoKeyA(HKEY handle, LPSTR keyClass, LPDWORD classSize, LPDWORD reserved, LPDWORD subKeys,
-                      LPDWORD longestSubKey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
-                      LPDWORD longestData, LPDWORD securitySize, LPFILETIME lastWrite) {
-    if (const auto fault = faults().at("RegQueryInfoKeyA")) return static_cast<LONG>(*fault);
-    if (reserved != nullptr || (keyClass != nullptr && classSize == nullptr)) return ERROR_INVALID_PARAMETER;
-    RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_QUERY_VALUE, key);
-    if (result != ERROR_SUCCESS) return result;
-    std::size_t subKeyName = 0;
-    std::size_t valueName = 0;
-    std::size_t valueData = 0;
-    for (std::size_t i = 0; i < key->subKeyCount(); ++i) {
-        subKeyName = std::max(subKeyName, currentRegistry().tree().subKey(key, i)->name().size());
-    }
-    for (std::size_t i = 0; i < key->valueCount(); ++i) {
-        valueName = std::max(valueName, key->value(i).name().size());
-        valueData = std::max(valueData, key->value(i).data().size());
-    }
-    if (keyClass != nullptr && *classSize > 0) *keyClass = '\0';
-    report(classSize, 0);
-    report(subKeys, key->subKeyCount());
-    report(longestSubKey, subKeyName);
-    report(longestClass, 0);
-    report(values, key->valueCount());
-    report(longestValueName, valueName);
-    report(longestData, valueData);
-    report(securitySize, 0);
-    if (lastWrite != nullptr) *lastWrite = {};
+    const StoredText name(valueName);
+    if (!currentRegistry().tree().removeValue(key, name.view())) return ERROR_FILE_NOT_FOUND;
+    recordValueDeleted(*key, name.view());
     return ERROR_SUCCESS;
 }

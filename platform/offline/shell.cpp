@@ -7,6 +7,7 @@
 #include "platform/offline/files_api.h"
 #include "platform/offline/machine.h"
 #include "platform/offline/reg_file_merge.h"
+#include "platform/offline/stored_text.h"
 
 using namespace bromvale::offline;
 
@@ -139,23 +140,30 @@ PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info) {
     auto& folders = machine().folders;
     if (failsHere("SHBrowseForFolderA")) return nullptr;
     machine().lastRequests.folderDialog = *info;
-    const std::string chosen = folders.empty() ? std::string() : folders.front();
+    const std::u16string chosen = folders.empty() ? std::u16string() : folders.front().path;
     if (!folders.empty()) folders.pop_front();
-    machine().events.record({EventKind::Browse, textOf(info->lpszTitle), chosen, 0, chosen.empty() ? 0 : 1});
+    machine().events.record(
+        {EventKind::Browse, textOf(info->lpszTitle), ansiFromUtf16(chosen), 0, chosen.empty() ? 0 : 1});
     if (chosen.empty()) return nullptr;
-    char* list = new char[chosen.size() + 1];
-    std::memcpy(list, chosen.c_str(), chosen.size() + 1);
+    char16_t* list = new char16_t[chosen.size() + 1];
+    list[chosen.copy(list, chosen.size())] = u'\0';
     return reinterpret_cast<PIDLIST_ABSOLUTE>(list);
 }
 
 BOOL SHGetPathFromIDListA(PCIDLIST_ABSOLUTE list, LPSTR path) {
     if (failsHere("SHGetPathFromIDListA") || list == nullptr) return FALSE;
-    std::strcpy(path, reinterpret_cast<const char*>(list));
-    return TRUE;
+    const std::string stored = storedFromWide(reinterpret_cast<const char16_t*>(list));
+    return answerLength(AnsiText(stored).view(), path, MAX_PATH) < MAX_PATH ? TRUE : FALSE;
+}
+
+BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE list, LPWSTR path) {
+    if (refusesWide() || failsHere("SHGetPathFromIDListA") || list == nullptr) return FALSE;
+    const std::u16string_view chosen = reinterpret_cast<const char16_t*>(list);
+    return answerLength(chosen, path, MAX_PATH) < MAX_PATH ? TRUE : FALSE;
 }
 
 void CoTaskMemFree(LPVOID memory) {
-    delete[] static_cast<char*>(memory);
+    delete[] static_cast<char16_t*>(memory);
 }
 
 LPSTR lstrcatA(LPSTR text, LPCSTR more) {

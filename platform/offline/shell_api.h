@@ -12,5 +12,6 @@ BOOL SetForegroundWindow(HWND window);
 // The folder that the machine's script has named, null without one.
 PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info);
 BOOL SHGetPathFromIDListA(PCIDLIST_ABSOLUTE list, LPSTR path);
+BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE list, LPWSTR path);
 void CoTaskMemFree(LPVOID memory);
 LPSTR lstrcatA(LPSTR text, LPCSTR more);

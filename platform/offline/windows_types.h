@@ -23,6 +23,7 @@
 using BYTE = std::uint8_t;
 using UCHAR = unsigned char;
 using CHAR = char;
+using WCHAR = char16_t;
 using SHORT = std::int16_t;
 using WORD = std::uint16_t;
 using USHORT = std::uint16_t;
@@ -63,8 +64,10 @@ using LPSTR = char*;
 using PSTR = char*;
 using LPCSTR = const char*;
 using PCSTR = const char*;
-using LPWSTR = char16_t*;
-using LPCWSTR = const char16_t*;
+using LPWSTR = WCHAR*;
+using PWSTR = WCHAR*;
+using LPCWSTR = const WCHAR*;
+using PCWSTR = const WCHAR*;
 using LPBYTE = BYTE*;
 using PBYTE = BYTE*;
 using LPWORD = WORD*;
@@ -139,6 +142,13 @@ using BFFCALLBACK = int (*)(HWND, UINT, LPARAM, LPARAM);
 #define FILE_ATTRIBUTE_TEMPORARY 0x100u
 #define FILE_ATTRIBUTE_REPARSE_POINT 0x400u
 #define FILE_FLAG_WRITE_THROUGH 0x80000000u
+#define FILE_FLAG_BACKUP_SEMANTICS 0x02000000u
+#define FILE_FLAG_OPEN_REPARSE_POINT 0x00200000u
+#define FILE_NAME_NORMALIZED 0x0u
+#define FILE_READ_ATTRIBUTES 0x80u
+#define VOLUME_NAME_DOS 0x0u
+#define IO_REPARSE_TAG_MOUNT_POINT 0xA0000003u
+#define IO_REPARSE_TAG_SYMLINK 0xA000000Cu
 #define DRIVE_UNKNOWN 0u
 #define DRIVE_NO_ROOT_DIR 1u
 #define DRIVE_REMOVABLE 2u
@@ -194,6 +204,21 @@ struct WIN32_FIND_DATAA {
 using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
 static_assert(sizeof(WIN32_FIND_DATAA) == 320);
 
+struct WIN32_FIND_DATAW {
+    DWORD dwFileAttributes;
+    FILETIME ftCreationTime;
+    FILETIME ftLastAccessTime;
+    FILETIME ftLastWriteTime;
+    DWORD nFileSizeHigh;
+    DWORD nFileSizeLow;
+    DWORD dwReserved0;
+    DWORD dwReserved1;
+    WCHAR cFileName[MAX_PATH];
+    WCHAR cAlternateFileName[14];
+};
+using LPWIN32_FIND_DATAW = WIN32_FIND_DATAW*;
+static_assert(sizeof(WIN32_FIND_DATAW) == 592);
+
 struct OFSTRUCT {
     BYTE cBytes;
     BYTE fFixedDisk;
@@ -234,6 +259,18 @@ static_assert(sizeof(OSVERSIONINFOA) == 148);
 
 #define CP_ACP 0u
 #define CP_UTF8 65001u
+#define MB_ERR_INVALID_CHARS 0x8u
+#define WC_NO_BEST_FIT_CHARS 0x400u
+#define MAX_LEADBYTES 12
+#define MAX_DEFAULTCHAR 2
+
+struct CPINFO {
+    UINT MaxCharSize;
+    BYTE DefaultChar[MAX_DEFAULTCHAR];
+    BYTE LeadByte[MAX_LEADBYTES];
+};
+using LPCPINFO = CPINFO*;
+
 #define LOCALE_SYSTEM_DEFAULT 0x0800u
 #define LOCALE_USER_DEFAULT 0x0400u
 #define LOCALE_INVARIANT 0x007Fu

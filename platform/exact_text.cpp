@@ -1,0 +1,147 @@
+#include "platform/exact_text.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+
+#include "platform/machine.h"
+
+namespace bromvale {
+namespace {
+
+constexpr char16_t kSubstitute = 0x1A;
+constexpr std::size_t kHighBytes = 128;
+
+// The characters of the bytes 80 to FF.
+struct CodePage {
+    UINT number = 0;
+    bool singleBytes = false;
+    std::array<char16_t, kHighBytes> high{};
+};
+
+const WCHAR* windowsText(const char16_t* text) {
+    return reinterpret_cast<const WCHAR*>(text);
+}
+
+CodePage readCodePage(UINT number) {
+    CodePage page;
+    page.number = number;
+    CPINFO info{};
+    page.singleBytes = GetCPInfo(number, &info) != 0 && info.MaxCharSize == 1;
+    for (std::size_t i = 0; page.singleBytes && i < kHighBytes; ++i) {
+        const char byte = static_cast<char>(0x80 + i);
+        MultiByteToWideChar(number, 0, &byte, 1, reinterpret_cast<WCHAR*>(&page.high[i]), 1);
+    }
+    return page;
+}
+
+// A running system keeps its code page; the one of an offline machine may be set anew.
+const CodePage& codePage() {
+    static CodePage page = readCodePage(GetACP());
+    if (const UINT now = GetACP(); now != page.number) page = readCodePage(now);
+    return page;
+}
+
+std::optional<char> byteOf(const CodePage& page, char16_t unit) {
+    if (!page.singleBytes) return std::nullopt;
+    const auto* const found = std::find(page.high.begin(), page.high.end(), unit);
+    if (found == page.high.end()) return std::nullopt;
+    return static_cast<char>(0x80 + (found - page.high.begin()));
+}
+
+void appendMark(std::string& text, char16_t unit) {
+    std::array<char, kMarkSize> mark{kMark};
+    unsigned number = unit;
+    for (std::size_t i = kMarkSize; i-- > 1; number /= 10) mark[i] = static_cast<char>('0' + number % 10);
+    text.append(mark.data(), mark.size());
+}
+
+bool isPlainAscii(char16_t unit) {
+    return unit < 0x80 && unit != kSubstitute;
+}
+
+// The unit that a mark at the front of the text stands for.
+char16_t markedUnit(std::string_view text) {
+    unsigned number = 0;
+    for (const char digit : text.substr(1, kMarkSize - 1))
+        number = number * 10 + static_cast<unsigned>(digit - '0');
+    return static_cast<char16_t>(number);
+}
+
+void appendWide(std::u16string& wide, std::string_view ansi) {
+    if (ansi.empty()) return;
+    const std::size_t start = wide.size();
+    wide.resize(start + ansi.size());  // no character of any code page is longer in UTF-16 than in bytes
+    const int written =
+        MultiByteToWideChar(CP_ACP, 0, ansi.data(), static_cast<int>(ansi.size()),
+                            reinterpret_cast<WCHAR*>(wide.data() + start), static_cast<int>(ansi.size()));
+    wide.resize(start + static_cast<std::size_t>(written));
+}
+
+std::string nearest(std::u16string_view wide) {
+    std::string text(wide.size() * 4, '\0');
+    const int written =
+        WideCharToMultiByte(CP_ACP, 0, windowsText(wide.data()), static_cast<int>(wide.size()), text.data(),
+                            static_cast<int>(text.size()), nullptr, nullptr);
+    text.resize(static_cast<std::size_t>(written));
+    return text;
+}
+
+}  // namespace
+
+bool isExact(std::string_view text) {
+    return text.find(kMark) == std::string_view::npos;
+}
+
+void appendExact(std::string& text, std::u16string_view wide) {
+    const std::size_t ascii =
+        static_cast<std::size_t>(std::find_if_not(wide.begin(), wide.end(), isPlainAscii) - wide.begin());
+    text.append(wide.begin(), wide.begin() + static_cast<std::ptrdiff_t>(ascii));
+    if (ascii == wide.size()) return;
+    const CodePage& page = codePage();
+    for (const char16_t unit : wide.substr(ascii)) {
+        if (isPlainAscii(unit)) {
+            text += static_cast<char>(unit);
+        } else if (const auto byte = unit < 0x80 ? std::nullopt : byteOf(page, unit)) {
+            text += *byte;
+        } else {
+            appendMark(text, unit);
+        }
+    }
+}
+
+std::string exactText(std::u16string_view wide) {
+    std::string text;
+    appendExact(text, wide);
+    return text;
+}
+
+std::u16string wideText(std::string_view text) {
+    std::u16string wide;
+    wide.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t plain = std::min(text.find(kMark), text.size());
+        appendWide(wide, text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) break;
+        wide += markedUnit(text);
+        text.remove_prefix(std::min(kMarkSize, text.size()));
+    }
+    return wide;
+}
+
+std::string plainText(std::string_view text) {
+    return isExact(text) ? std::string(text) : nearest(wideText(text));
+}
+
+std::size_t ansiSize(std::u16string_view wide) {
+    if (codePage().singleBytes || wide.empty()) return wide.size();
+    return static_cast<std::size_t>(WideCharToMultiByte(
+        CP_ACP, 0, windowsText(wide.data()), static_cast<int>(wide.size()), nullptr, 0, nullptr, nullptr));
+}
+
+bool codePageHasSingleBytes() {
+    return codePage().singleBytes;
+}
+
+}  // namespace bromvale
