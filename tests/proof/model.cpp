@@ -5,6 +5,8 @@
 namespace bromvale::proof {
 namespace {
 
+constexpr std::size_t kMostShown = 160;
+
 template <class Things>
 auto* named(Things& things, View name) {
     const auto found =
@@ -19,7 +21,9 @@ void describe(const Key& key, const std::string& path, std::string& text) {
         text += "    \"" + readable(value.name) + "\" type " + std::to_string(value.type) + ", " +
                 std::to_string(value.bytes.size()) + " bytes: ";
         const bool isText = value.type == kText || value.type == kExpandText || value.type == kMultiText;
-        text += (isText ? readable(textOf(value.bytes)) : readable(std::string_view(value.bytes))) + "\n";
+        std::string data = isText ? readable(textOf(value.bytes)) : readable(std::string_view(value.bytes));
+        if (data.size() > kMostShown) data.replace(kMostShown / 2, data.size() - kMostShown, " ... ");
+        text += data + "\n";
     }
     for (const Key& below : key.keys) describe(below, own, text);
 }

@@ -14,11 +14,13 @@ struct Row {
     std::string valueName;
     std::string valueData;
     std::string hive;
-    bool operator==(const Row&) const = default;
+    auto operator<=>(const Row&) const = default;
 };
 
 struct Findings {
     std::vector<Row> rows;
+    // The keys that a removal of the rows aims at, with the hive's name, where they really lie.
+    std::vector<Text> targets;
     int entries = 0;
 };
 
@@ -53,6 +55,7 @@ class Oracle {
   private:
     struct Found {
         Row row;
+        Text target;
         std::size_t group;
     };
     void checkReg(const Line& line);

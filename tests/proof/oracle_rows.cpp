@@ -46,8 +46,8 @@ bool belongsToNoObject(const Text& key) {
     return a <= 1 && b <= 1 && (c <= 1 || c + 1 >= key.size());
 }
 
-const char* nameOfHive(std::int32_t hive) {
-    return hive == kUser ? "HKEY_CURRENT_USER" : "HKEY_LOCAL_MACHINE";
+View nameOfHive(std::int32_t hive) {
+    return hive == kUser ? u"HKEY_CURRENT_USER" : u"HKEY_LOCAL_MACHINE";
 }
 
 }  // namespace
@@ -64,7 +64,10 @@ Findings Oracle::scan(const Model& model) {
     }
     if (leftAlone_) std::erase_if(found_, [this](const Found& found) { return found.group == number_; });
     Findings findings;
-    for (Found& found : found_) findings.rows.push_back(std::move(found.row));
+    for (Found& found : found_) {
+        findings.rows.push_back(std::move(found.row));
+        findings.targets.push_back(std::move(found.target));
+    }
     findings.entries = static_cast<int>(lines.size());
     return findings;
 }
@@ -151,9 +154,7 @@ void Oracle::checkLink(const Line& line) {
     if (group_.size() > 2) return add(line.hive, kind->slash, line, false, false);
     for (std::size_t i = group_.size(); i-- > 0;) {
         Line entry = group_[i];
-        const std::int32_t own = entry.hive;
         entry.hive = line.hive;
-        static_cast<void>(own);
         add(line.hive, kind->slash, entry, false, false);
     }
 }
@@ -164,8 +165,11 @@ void Oracle::add(std::int32_t hiveNamed, bool slash, const Line& entry, bool quo
     if (doubled) replaceAll(data, u"\\", u"\\\\");
     std::string name = ansi(system, entry.name);
     if (quoted && entry.name != u"@") name = "\"" + name + "\"";
-    found_.push_back({{std::string("[") + nameOfHive(hiveNamed) + (slash ? "\\" : "") + ansi(system, entry.key), name,
-                       ansi(system, data), std::to_string(entry.hive)},
+    const Text line = Text(u"[") + Text(nameOfHive(hiveNamed)) + (slash ? u"\\" : u"") + entry.key;
+    // The sub key is what stands behind the first backslash, without the "]".
+    const Text subKey = line.substr(line.find(u'\\') + 1, line.size() - line.find(u'\\') - 2);
+    found_.push_back({{ansi(system, line), name, ansi(system, data), std::to_string(entry.hive)},
+                      Text(nameOfHive(entry.hive)) + u"\\" + realKeyPath(system, entry.hive, subKey),
                       number_});
 }
 
