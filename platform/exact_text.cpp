@@ -49,13 +49,6 @@ std::optional<char> byteOf(const CodePage& page, char16_t unit) {
     return static_cast<char>(0x80 + (found - page.high.begin()));
 }
 
-void appendMark(std::string& text, char16_t unit) {
-    std::array<char, kMarkSize> mark{kMark};
-    unsigned number = unit;
-    for (std::size_t i = kMarkSize; i-- > 1; number /= 10) mark[i] = static_cast<char>('0' + number % 10);
-    text.append(mark.data(), mark.size());
-}
-
 bool isPlainAscii(char16_t unit) {
     return unit < 0x80 && unit != kSubstitute;
 }
@@ -91,6 +84,13 @@ std::string nearest(std::u16string_view wide) {
 
 bool isExact(std::string_view text) {
     return text.find(kMark) == std::string_view::npos;
+}
+
+void appendMark(std::string& text, char16_t unit) {
+    std::array<char, kMarkSize> mark{kMark};
+    unsigned number = unit;
+    for (std::size_t i = kMarkSize; i-- > 1; number /= 10) mark[i] = static_cast<char>('0' + number % 10);
+    text.append(mark.data(), mark.size());
 }
 
 void appendExact(std::string& text, std::u16string_view wide) {

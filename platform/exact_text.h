@@ -22,6 +22,8 @@ inline constexpr std::size_t kMarkSize = 6;
 // Adds a text of Windows with its marks.
 void appendExact(std::string& text, std::u16string_view wide);
 [[nodiscard]] std::string exactText(std::u16string_view wide);
+// Adds the mark of one unit, whether the code page has it or not.
+void appendMark(std::string& text, char16_t unit);
 
 // The text that Windows holds. Bytes that aren't marks count as the code page has them.
 [[nodiscard]] std::u16string wideText(std::string_view text);

@@ -8,6 +8,8 @@
 #include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
+#include "platform/exact_text.h"
+#include "scanner/left_alone.h"
 #include "scanner/registry_checks.h"
 #include "scanner/text_parts.h"
 #include "ui/frm_main.h"
@@ -72,16 +74,16 @@ void listAndRemove(std::string_view hiveName, int index, Data form) {
     attempt(onFailure, [&] {
         std::string keyLine = "[";
         keyLine.append(hiveName).append("\\").append(group.key(index));
-        std::string name = group.name(index);
-        if (name != "@") name = '"' + name + '"';
-        std::string data = group.value(index);
+        std::string name = plainText(group.name(index));
+        if (group.name(index) != "@") name = '"' + name + '"';
+        std::string data = plainText(group.value(index));
         if (form == Data::BackslashesDoubled) replaceAll(data, "\\", "\\\\");
         frmMain().lvwRegKeys.add({keyLine, name, data, NumberPart(group.hive(index)).text()}, 1);
     });
     attempt(onFailure, [&] {
         kTags.trace([&] {
-            return std::string(hiveName) + "\\" + group.key(index) + ";" + group.name(index) + "=" +
-                   group.value(index) + "; wird zum Entfernen vorgesehen";
+            return std::string(hiveName) + "\\" + group.key(index) + ";" + plainText(group.name(index)) +
+                   "=" + plainText(group.value(index)) + "; wird zum Entfernen vorgesehen";
         });
     });
     attempt(onFailure, [&] { group.remove(index); });
@@ -106,10 +108,23 @@ bool isStaleUninstallEntry(const EntryGroup& group, int index) {
            group.name(index) != "SystemComponent" && group.name(index) != "UninstallString";
 }
 
-// The first file that exists clears the whole object, whatever its other entries say.
-void judgeFile(std::string_view hiveName, std::string_view reference) {
-    if (FileExists(reference)) {
-        entryGroup().clear();
+// Whether a text of the entry's data leaves open which file it names. All of it counts and not only what the
+// cuts have left: they may have cut off what the code page lacks, as in D:\a.exe-Ordner\... with a letter
+// beyond it, and the file that is meant then is another one. The folders that were put in count as well.
+bool isUncertain(std::string_view value, std::string_view reference) {
+    return !isExact(value) || !isExact(reference);
+}
+
+// The first file that exists clears the whole object, whatever its other entries say. So does one of which
+// nobody can tell whether it exists.
+void judgeFile(std::string_view hiveName, int index, std::string_view reference) {
+    EntryGroup& group = entryGroup();
+    if (isUncertain(group.value(index), reference)) {
+        kTags.trace(
+            [&] { return leftAloneText(hiveName, group.key(index), group.name(index), group.value(index)); });
+        group.clear();
+    } else if (FileExists(reference)) {
+        group.clear();
     } else {
         listWholeGroup(hiveName, Data::BackslashesDoubled);
     }
@@ -141,7 +156,7 @@ void CheckFile(std::int32_t /*hive*/, std::string_view hiveName, int index) {
         static std::string reference;
         toFileReference(group.value(index), reference);
         if (isFileReference(group, index, reference)) {
-            judgeFile(hiveName, reference);
+            judgeFile(hiveName, index, reference);
         } else if (isStaleUninstallEntry(group, index)) {
             listWholeGroup(hiveName, Data::AsItIs);
         }

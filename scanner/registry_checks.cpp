@@ -7,7 +7,9 @@
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "platform/events.h"
+#include "platform/exact_text.h"
 #include "scanner/file_checks.h"
+#include "scanner/left_alone.h"
 #include "scanner/scan_state.h"
 #include "scanner/text_parts.h"
 #include "ui/frm_main.h"
@@ -61,9 +63,10 @@ bool belongsToGroup(std::string_view key) {
 void judgeGroup(std::int32_t hive, std::string_view hiveName) {
     const auto onFailure = reportAndGoOn({"modCheckKeys", "CheckReg"});
     const int count = entryGroup().count();
+    if (entryGroup().isLeftAlone()) attempt(onFailure, [&] { traceLeftAlone(entryGroup(), hiveName); });
     for (int index = 1; index <= count; ++index) {
         attempt(onFailure, DoEvents);
-        attempt(onFailure, [&] { CheckFile(hive, hiveName, index); });
+        if (!entryGroup().isLeftAlone()) attempt(onFailure, [&] { CheckFile(hive, hiveName, index); });
         if (entryGroup().count() == 0) break;
     }
     entryGroup().clear();
@@ -100,12 +103,24 @@ bool linkIsAlive(const CrossLink& link, std::string_view guid) {
            KeyExist(kHiveCurrentUser, path, kReadControl) != 0;
 }
 
-// Names stand without quotes here, those of buffered entries too.
+// Names stand without quotes here, those of buffered entries too. The group knows of the row: should a key
+// that leaves the object alone come behind it, it is taken back.
 void addCrossLinkRow(const CrossLink& link, std::string_view hiveName, std::string_view key,
                      std::string_view name, std::string_view value, std::int32_t hive) {
     std::string keyLine = "[";
     keyLine.append(hiveName).append(link.behindHiveName).append(key);
-    frmMain().lvwRegKeys.add({keyLine, name, value, NumberPart(hive).text()}, 1);
+    const EntryGroup::Row row{std::move(keyLine), plainText(name), plainText(value),
+                              std::string(NumberPart(hive).text())};
+    entryGroup().remember(row);
+    frmMain().lvwRegKeys.add({row[kKeyLine], row[kValueName], row[kValueData], row[kHiveHandle]}, 1);
+}
+
+// A GUID with marks is another one than the ANSI functions could look for, and nobody can tell whether it is
+// there.
+bool canBeLookedFor(std::string_view hiveName, std::string_view key, std::string_view guid) {
+    if (isExact(guid)) return true;
+    trace("modCheckKeys", "CheckQuerVerbindung", [&] { return leftAloneText(hiveName, key, "@", guid); });
+    return false;
 }
 
 }  // namespace
@@ -121,6 +136,7 @@ void CheckReg(std::int32_t hive, std::string_view hiveName, std::string_view key
     if (!GroupOpen) attempt(onFailure, [&] { setGroupPrefix(lower, "app paths\\"); });
     if (belongsToGroup(lower)) {
         attempt(onFailure, [&] { entryGroup().append(key, lower, name, value, hive); });
+        if (entryGroup().isLeftAlone()) attempt(onFailure, [&] { takeBackRows(entryGroup()); });
         GroupOpen = true;
         return;
     }
@@ -133,10 +149,10 @@ void CheckQuerVerbindung(std::int32_t hive, std::string_view hiveName, std::stri
                          std::string_view name, std::string_view value) {
     if (name != "@" || !value.starts_with('{') || !value.ends_with('}')) return;
     const CrossLink* const link = crossLinkOf(key);
-    if (link == nullptr) return;
+    if (link == nullptr || entryGroup().isLeftAlone()) return;
     const auto onFailure = reportAndGoOn({"modCheckKeys", "CheckQuerVerbindung"});
     bool alive = false;
-    attempt(onFailure, [&] { alive = linkIsAlive(*link, value); });
+    attempt(onFailure, [&] { alive = !canBeLookedFor(hiveName, key, value) || linkIsAlive(*link, value); });
     if (alive) return;
     // A small object is listed whole, a larger one only with its dead link. With an empty group (this entry
     // is just closing the one before) nothing is listed; the entry comes once more.

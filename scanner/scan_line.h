@@ -20,9 +20,9 @@ struct EntryParts {
 
   private:
     // Places of "[", "]" and "=".
-    std::int16_t p1 = 0;
-    std::int16_t p2 = 0;
-    std::int16_t p3 = 0;
+    std::int32_t p1 = 0;
+    std::int32_t p2 = 0;
+    std::int32_t p3 = 0;
 };
 
 }  // namespace bromvale

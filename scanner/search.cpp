@@ -1,13 +1,13 @@
 #include "scanner/search.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "core/attempt.h"
 #include "core/log.h"
 #include "core/registry_layer.h"
 #include "platform/events.h"
-#include "platform/registry.h"
+#include "platform/exact_registry.h"
+#include "platform/exact_text.h"
 #include "scanner/scan_state.h"
 #include "scanner/text_parts.h"
 
@@ -19,12 +19,9 @@ namespace {
 
 constexpr REGSAM kQueryValue = 1;
 constexpr REGSAM kEnumerateSubKeys = 8;
-constexpr DWORD kNameLength = 255;
-constexpr DWORD kDataLength = 256;
 
-// One pair of buffers for all levels: no event is pumped between a call and the use of what it gave.
-char nameBuffer[kNameLength + 1];
-BYTE dataBuffer[kDataLength + 1];
+// One for all levels: no event is pumped between a query and the use of what it gave.
+std::string queriedText;
 
 // Names one behind the other, each ended by a NUL: a list costs one block of memory, and each name is ready
 // for the platform. Never empty: a list of nothing holds the one name "".
@@ -34,65 +31,47 @@ std::string_view nameAt(const PackedNames& names, std::size_t place) {
     return names.c_str() + place;
 }
 
-void addName(PackedNames& names) {
-    names.append(nameBuffer, strnlen(nameBuffer, kNameLength));
-    names += '\0';
-}
-
 HKEY openKey(std::int32_t hive, const char* key, REGSAM access) {
     HKEY handle = nullptr;
-    LastRegStatus = static_cast<std::int32_t>(RegOpenKeyExA(hiveHandle(hive), key, 0, access, &handle));
+    LastRegStatus = static_cast<std::int32_t>(openExactKey(hiveHandle(hive), key, access, handle));
     return LastRegStatus == 0 ? handle : nullptr;
 }
 
-// Any status but 0 is the end, ERROR_MORE_DATA too: a value that doesn't fit hides itself and all behind it.
-// That limit is part of what a scan sees.
-void listValueNames(std::int32_t hive, const char* key, PackedNames& names) {
+// Names come with marks where the code page lacks a character, so that no two of them are taken for one and
+// each is found again. Any status but 0 is the end, ERROR_MORE_DATA too: a value that doesn't fit hides
+// itself and all behind it. That limit is part of what a scan sees.
+template <class Enumerate>
+void listNames(std::int32_t hive, const char* key, REGSAM access, Enumerate enumerate, PackedNames& names) {
     names.clear();
-    if (const HKEY handle = openKey(hive, key, kQueryValue); handle != nullptr) {
+    if (const HKEY handle = openKey(hive, key, access); handle != nullptr) {
         for (DWORD index = 0;; ++index) {
-            DWORD nameLength = kNameLength;
-            DWORD dataLength = kDataLength;
-            DWORD type = 0;
-            LastRegStatus = static_cast<std::int32_t>(RegEnumValueA(handle, index, nameBuffer, &nameLength,
-                                                                    nullptr, &type, dataBuffer, &dataLength));
+            LastRegStatus = static_cast<std::int32_t>(enumerate(handle, index, names));
             if (LastRegStatus != 0) break;
-            addName(names);
+            names += '\0';
         }
         RegCloseKey(handle);
     }
     if (names.empty()) names.assign(1, '\0');
 }
 
+void listValueNames(std::int32_t hive, const char* key, PackedNames& names) {
+    listNames(hive, key, kQueryValue, enumExactValue, names);
+}
+
 void listSubKeys(std::int32_t hive, const char* key, PackedNames& names) {
-    names.clear();
-    if (const HKEY handle = openKey(hive, key, kEnumerateSubKeys); handle != nullptr) {
-        for (DWORD index = 0;; ++index) {
-            LastRegStatus = static_cast<std::int32_t>(RegEnumKeyA(handle, index, nameBuffer, kNameLength));
-            if (LastRegStatus != 0) break;
-            addName(names);
-        }
-        RegCloseKey(handle);
-    }
-    if (names.empty()) names.assign(1, '\0');
+    listNames(hive, key, kEnumerateSubKeys, enumExactKey, names);
 }
 
 // The text lives until the next call. A query that fails leaves the key open: the closing belongs to the road
 // of success alone, and a test counts the handles.
 std::string_view queryText(std::int32_t hive, const char* key, const char* name) {
+    queriedText.clear();
     const HKEY handle = openKey(hive, key, kQueryValue);
     if (handle == nullptr) return {};
-    DWORD type = 0;
-    DWORD length = kDataLength;
-    std::memset(dataBuffer, ' ', kDataLength);
-    LastRegStatus =
-        static_cast<std::int32_t>(RegQueryValueExA(handle, name, nullptr, &type, dataBuffer, &length));
+    LastRegStatus = static_cast<std::int32_t>(queryExactText(handle, name, queriedText));
     if (LastRegStatus != 0) return {};
     RegCloseKey(handle);
-    if (type != REG_SZ && type != REG_EXPAND_SZ) return {};
-    // A text that fills the buffer without a NUL (256 bytes, stored without one) is taken whole.
-    const auto* text = reinterpret_cast<const char*>(dataBuffer);
-    return {text, strnlen(text, length)};
+    return queriedText;
 }
 
 std::vector<std::string> unpacked(const PackedNames& names) {
@@ -141,14 +120,31 @@ void growByOne(ScanLines& lines) {
     lines.emplace_back();
 }
 
+// A "]" in a key with marks gets one as well: the line is taken apart at its first "]", and the key would
+// look exact where the marks stand behind it.
+void appendKey(std::string& line, std::string_view key) {
+    if (isExact(key)) {
+        line.append(key);
+        return;
+    }
+    for (const char c : key) {
+        if (c == ']') {
+            appendMark(line, u']');
+        } else {
+            line += c;
+        }
+    }
+}
+
 void writeLine(std::string& line, const SearchSpec& spec, std::string_view name, std::string_view data) {
     const NumberPart hive(spec.SearchHive);
     const std::string_view slash = spec.SearchKey.find('\\') == std::string::npos ? "\\" : "";
     if (name.empty()) name = "@";
     line.clear();
     line.reserve(hive.text().size() + slash.size() + spec.SearchKey.size() + name.size() + data.size() + 3);
-    line.append(hive.text()).append(1, '[').append(slash).append(spec.SearchKey).append(1, ']');
-    line.append(name).append(1, '=').append(data);
+    line.append(hive.text()).append(1, '[').append(slash);
+    appendKey(line, spec.SearchKey);
+    line.append(1, ']').append(name).append(1, '=').append(data);
 }
 
 bool isMatch(const SearchSpec& spec, std::string_view name, std::string_view data) {

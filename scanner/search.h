@@ -7,8 +7,9 @@
 namespace bromvale {
 
 // Registry entries as text, one line a value: hive handle in signed decimal, "[", key, "]", name, "=", data.
-// Nothing is escaped. An empty name stands as "@", data that is no string as nothing. Element 0 is the
-// caller's placeholder and stays empty; entries start at 1.
+// Nothing is escaped; what the code page lacks has its marks (platform/exact_text.h). An empty name stands as
+// "@", data that is no string as nothing. Element 0 is the caller's placeholder and stays empty; entries
+// start at 1.
 using ScanLines = std::vector<std::string>;
 
 // What FindString looks for, and where it stands. One record serves the whole walk: SearchKey changes on the
@@ -33,8 +34,8 @@ extern std::int32_t LastRegStatus;
 // element 0 first, and the first line lands there.
 void FindString(SearchSpec& spec, ScanLines& lines);
 
-// At least one element, "" where there is nothing. Values whose data is longer than 256 bytes, or whose name
-// has 255 characters or more, end the list.
+// Keys and names come and are given with their marks. At least one element, "" where there is nothing. Values
+// whose data is longer than 256 bytes, or whose name has 255 characters or more, end the list.
 [[nodiscard]] std::vector<std::string> EnumValueNames(std::int32_t hive, std::string_view key);
 [[nodiscard]] std::vector<std::string> EnumSubKeys(std::int32_t hive, std::string_view key);
 // Text of a REG_SZ or REG_EXPAND_SZ (unexpanded), empty for other types and where it can't be read.

@@ -10,6 +10,14 @@ namespace bromvale::testing {
 // Takes everything back, the folder included.
 void endTest(const std::string& folder);
 
+// Past the code page; all tell whether it worked. The hives of the tests' machine.
+bool makeWideKey(HKEY hive, std::u16string_view path);
+bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text);
+[[nodiscard]] bool wideKeyExists(HKEY hive, std::u16string_view path);
+bool writeWideFile(const std::u16string& path, std::string_view bytes);
+bool makeWideFolder(const std::u16string& path);
+[[nodiscard]] bool wideFileExists(const std::u16string& path);
+
 void answerNextBox(int id);
 [[nodiscard]] const std::vector<ShownBox>& shownBoxes();
 

@@ -144,6 +144,19 @@ bool TestMachine::keyExists(HKEY hive, std::string_view path) {
     return Key(hive, path).get() != nullptr;
 }
 
+void TestMachine::makeKey(HKEY hive, std::u16string_view path) {
+    ASSERT_TRUE(makeWideKey(hive, path));
+}
+
+void TestMachine::setString(HKEY hive, std::u16string_view path, std::u16string_view name,
+                            std::u16string_view text) {
+    ASSERT_TRUE(setWideString(hive, path, name, text));
+}
+
+bool TestMachine::keyExists(HKEY hive, std::u16string_view path) {
+    return wideKeyExists(hive, path);
+}
+
 std::string TestMachine::stringValue(HKEY hive, std::string_view path, std::string_view name) {
     const StoredValue stored = storedValue(hive, path, name);
     if (stored.type == kNoValue) return "<missing>";
@@ -214,6 +227,18 @@ std::string TestMachine::readWholeFile(const std::string& path) {
 
 void TestMachine::makeFolderOnDisk(const std::string& path) {
     ASSERT_NE(CreateDirectoryA(path.c_str(), nullptr), 0) << path;
+}
+
+void TestMachine::writeWholeFile(const std::u16string& path, std::string_view bytes) {
+    ASSERT_TRUE(writeWideFile(path, bytes));
+}
+
+void TestMachine::makeFolderOnDisk(const std::u16string& path) {
+    ASSERT_TRUE(makeWideFolder(path));
+}
+
+bool TestMachine::isOnDisk(const std::u16string& path) {
+    return wideFileExists(path);
 }
 
 std::vector<std::string> TestMachine::filesIn(const std::string& folder, std::string_view pattern) {

@@ -63,10 +63,21 @@ class TestMachine : public ::testing::Test {
     // which nothing is missing. `systemFolder` with a trailing backslash.
     void makeComponents(const std::string& systemFolder);
 
+    // The same with names and texts that the code page may lack: what Windows keeps is given.
+    void makeKey(HKEY hive, std::u16string_view path);
+    void setString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text);
+    [[nodiscard]] bool keyExists(HKEY hive, std::u16string_view path);
+
     // --- files ---
     void writeWholeFile(const std::string& path, std::string_view bytes);
     [[nodiscard]] std::string readWholeFile(const std::string& path);  // "<missing>" where there is none
     void makeFolderOnDisk(const std::string& path);
+    // The same with names that the code page may lack.
+    void writeWholeFile(const std::u16string& path, std::string_view bytes);
+    void makeFolderOnDisk(const std::u16string& path);
+    [[nodiscard]] bool isOnDisk(const std::u16string& path);
+    // folder() for those names.
+    [[nodiscard]] std::u16string wideFolder() const { return {folder_.begin(), folder_.end()}; }
     // Names in a folder that match the pattern, sorted.
     [[nodiscard]] std::vector<std::string> filesIn(const std::string& folder, std::string_view pattern);
     // Records of AppPath's bromvale.log without date and time: "modMain; Main; Text; 0; ".

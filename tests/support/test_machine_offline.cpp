@@ -1,8 +1,42 @@
+#include "core/registry_layer.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/machine.h"
 #include "tests/support/provider.h"
 
 namespace bromvale::testing {
+namespace {
+
+std::u16string wholePath(HKEY hive, std::u16string_view path) {
+    const std::string_view name = HiveName(handleNumber(hive));
+    std::u16string whole(name.begin(), name.end());
+    return whole.append(u"\\").append(path);
+}
+
+}  // namespace
+
+bool makeWideKey(HKEY hive, std::u16string_view path) {
+    return offline::machine().registry.createKey(wholePath(hive, path));
+}
+
+bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text) {
+    return offline::machine().registry.setText(wholePath(hive, path), name, text);
+}
+
+bool wideKeyExists(HKEY hive, std::u16string_view path) {
+    return offline::machine().registry.exists(wholePath(hive, path));
+}
+
+bool writeWideFile(const std::u16string& path, std::string_view bytes) {
+    return offline::machine().drives.writeFile(path, bytes);
+}
+
+bool makeWideFolder(const std::u16string& path) {
+    return offline::machine().drives.makeFolder(path);
+}
+
+bool wideFileExists(const std::u16string& path) {
+    return offline::machine().drives.exists(path);
+}
 
 // The machine as it is by default: Windows XP, German, a drive C: in memory, empty hives.
 std::string beginTest() {

@@ -53,37 +53,57 @@ void redirect(HKEY hive, const std::string& path) {
     RegCloseKey(key);
 }
 
-void deleteTree(HKEY parent, const std::string& path) {
+const WCHAR* wide(const std::u16string& text) {
+    return reinterpret_cast<const WCHAR*>(text.c_str());
+}
+
+// By the names that Windows keeps: a test may have made some that the code page lacks.
+void deleteTree(HKEY parent, const std::wstring& path) {
     HKEY key = nullptr;
-    if (RegOpenKeyExA(parent, path.c_str(), 0, KEY_ALL_ACCESS, &key) != 0) return;
-    char name[256];
-    while (RegEnumKeyA(key, 0, name, sizeof(name)) == 0) {
+    if (RegOpenKeyExW(parent, path.c_str(), 0, KEY_ALL_ACCESS, &key) != 0) return;
+    WCHAR name[256];
+    while (RegEnumKeyW(key, 0, name, 256) == 0) {
         deleteTree(key, name);
         HKEY left = nullptr;
-        if (RegOpenKeyExA(key, name, 0, KEY_QUERY_VALUE, &left) != 0) continue;
+        if (RegOpenKeyExW(key, name, 0, KEY_QUERY_VALUE, &left) != 0) continue;
         RegCloseKey(left);  // refuses to go; the test that meets it will tell
         break;
     }
     RegCloseKey(key);
-    RegDeleteKeyA(parent, path.c_str());
+    RegDeleteKeyW(parent, path.c_str());
+}
+
+void deleteTree(HKEY parent, const std::string& path) {
+    deleteTree(parent, std::wstring(path.begin(), path.end()));
+}
+
+void deleteFolder(const std::wstring& folder) {
+    WIN32_FIND_DATAW found{};
+    const HANDLE search = FindFirstFileW((folder + L"*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do {
+        const std::wstring name = found.cFileName;
+        if (name == L"." || name == L"..") continue;
+        SetFileAttributesW((folder + name).c_str(), FILE_ATTRIBUTE_NORMAL);
+        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+            deleteFolder(folder + name + L"\\");
+        } else {
+            DeleteFileW((folder + name).c_str());
+        }
+    } while (FindNextFileW(search, &found) != 0);
+    FindClose(search);
+    RemoveDirectoryW(folder.c_str());
 }
 
 void deleteFolder(const std::string& folder) {
-    WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-        const std::string name = found.cFileName;
-        if (name == "." || name == "..") continue;
-        SetFileAttributesA((folder + name).c_str(), FILE_ATTRIBUTE_NORMAL);
-        if ((found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
-            deleteFolder(folder + name + "\\");
-        } else {
-            DeleteFileA((folder + name).c_str());
-        }
-    } while (FindNextFileA(search, &found) != 0);
-    FindClose(search);
-    RemoveDirectoryA(folder.c_str());
+    deleteFolder(std::wstring(folder.begin(), folder.end()));
+}
+
+HKEY createWideKey(HKEY hive, std::u16string_view path) {
+    HKEY key = nullptr;
+    const std::u16string text(path);
+    const LONG status = RegCreateKeyExW(hive, wide(text), 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr);
+    return status == ERROR_SUCCESS ? key : nullptr;
 }
 
 }  // namespace
@@ -110,6 +130,47 @@ void endTest(const std::string& folder) {
     deleteTree(HKEY_CURRENT_USER, ownKey());
     SetCurrentDirectoryA("C:\\");
     deleteFolder(folder);
+}
+
+bool makeWideKey(HKEY hive, std::u16string_view path) {
+    const HKEY key = createWideKey(hive, path);
+    return key != nullptr && RegCloseKey(key) == ERROR_SUCCESS;
+}
+
+bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text) {
+    const HKEY key = createWideKey(hive, path);
+    if (key == nullptr) return false;
+    const std::u16string data(text);
+    const LONG status = RegSetValueExW(key, wide(std::u16string(name)), 0, REG_SZ,
+                                       reinterpret_cast<const BYTE*>(data.c_str()),
+                                       static_cast<DWORD>((data.size() + 1) * sizeof(char16_t)));
+    RegCloseKey(key);
+    return status == ERROR_SUCCESS;
+}
+
+bool wideKeyExists(HKEY hive, std::u16string_view path) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(hive, wide(std::u16string(path)), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
+    RegCloseKey(key);
+    return true;
+}
+
+bool writeWideFile(const std::u16string& path, std::string_view bytes) {
+    const HANDLE file =
+        CreateFileW(wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return false;
+    DWORD written = 0;
+    WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    CloseHandle(file);
+    return written == bytes.size();
+}
+
+bool makeWideFolder(const std::u16string& path) {
+    return CreateDirectoryW(wide(path), nullptr) != 0;
+}
+
+bool wideFileExists(const std::u16string& path) {
+    return GetFileAttributesW(wide(path)) != INVALID_FILE_ATTRIBUTES;
 }
 
 void answerNextBox(int id) {
