@@ -124,6 +124,27 @@ void writeFile(int number, std::string_view bytes) {
     if (written != bytes.size()) raise(61);
 }
 
+void writeWholeOrNothing(int number, std::string_view bytes) {
+    const HANDLE handle = fileOf(number).handle;
+    LONG high = 0;
+    const DWORD low = SetFilePointer(handle, 0, &high, FILE_CURRENT);
+    if (low == INVALID_SET_FILE_POINTER && GetLastError() != NO_ERROR) raise(57);
+    try {
+        writeFile(number, bytes);
+    } catch (const Failure&) {
+        SetFilePointer(handle, static_cast<LONG>(low), &high, FILE_BEGIN);
+        SetEndOfFile(handle);
+        throw;
+    }
+}
+
+bool isEmptyFile(int number) {
+    DWORD high = 0;
+    const DWORD low = GetFileSize(fileOf(number).handle, &high);
+    if (low == INVALID_FILE_SIZE && GetLastError() != NO_ERROR) raise(57);
+    return low == 0 && high == 0;
+}
+
 void writeLine(int number, std::string_view text) {
     std::string line;
     line.reserve(text.size() + 2);

@@ -18,7 +18,11 @@ void openFile(std::string_view path, FileMode mode, int number);
 // One write of exactly these bytes; Failure 52 for a number that isn't open, 61 disk full, 57 other write
 // failures.
 void writeFile(int number, std::string_view bytes);
-// The same with CR LF behind it, still one write.
+// The same for bytes that are of no use in part: where the write fails the file is cut back to what it was.
+void writeWholeOrNothing(int number, std::string_view bytes);
+// Nothing was ever written to it.
+[[nodiscard]] bool isEmptyFile(int number);
+// The same as writeFile with CR LF behind it, still one write.
 void writeLine(int number, std::string_view text);
 [[nodiscard]] bool endOfFile(int number);
 // Without its line end (CR, LF or CR LF); Failure 62 behind the end.

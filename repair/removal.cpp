@@ -1,4 +1,6 @@
-// Turns the rows of the result list into deletions, each saved in the undo file before its key goes.
+// Turns the rows of the result list into deletions. Before a key goes, its row is saved in the undo file and
+// all of the key in the complete copy beside it.
+#include <optional>
 #include <string>
 
 #include "core/attempt.h"
@@ -7,6 +9,7 @@
 #include "core/runtime.h"
 #include "core/state.h"
 #include "core/text_file.h"
+#include "repair/complete_copy.h"
 #include "repair/undo_file.h"
 #include "ui/frm_main.h"
 
@@ -16,17 +19,9 @@ namespace {
 
 constexpr Tags kTags{"frmMain", "ProblemeEntfernen"};
 
-// A missing backup folder is made and the failing statement repeated; a failure of that goes to the caller.
-// Any other failure is shown and ends the removal: the file stays as far as it was written, and open.
+// A failure that ends the removal leaves the undo file as far as it was written, and open.
 Ending handle(const Failure& failure) {
-    if (failure.number == 75 || failure.number == 76) {
-        makeFolder(BackupPath);
-        ErrHandle(kTags.modul, kTags.funktion, "Ordner " + BackupPath + " angelegt", failure.number,
-                  failure.description, kStyleExclamation, kHide);
-        return Ending::Retry;
-    }
-    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation, kShow);
-    return Ending::Leave;
+    return onBackupFailure(kTags, failure);
 }
 
 // One run. The steps return false once the removal has ended early.
@@ -41,6 +36,7 @@ class Removal {
     [[nodiscard]] bool removeSelected();
     [[nodiscard]] bool removeAll();
     [[nodiscard]] bool saveAndDelete(int row);
+    [[nodiscard]] bool copyAndDelete(const std::string& hiveHandle, const std::string& subKey);
     [[nodiscard]] bool show(std::string_view message);
 
     template <class Statement>
@@ -51,6 +47,7 @@ class Removal {
     FrmMain& form_;
     ListView& list_;
     int file_ = 0;
+    std::optional<CompleteCopy> copy_;
 };
 
 void Removal::run() {
@@ -65,6 +62,7 @@ void Removal::run() {
 bool Removal::openUndoFile() {
     std::string stamp;
     if (!step([&] { file_ = freeFile(); }) || !step([&] { stamp = undoStamp(); })) return false;
+    copy_.emplace(stamp);
     kTags.trace([&] { return "Sicherungsdatei: " + undoFileName(stamp); });
     // Once, before any row is read: rows are taken in the order that the list shows.
     return step([&] { list_.setSortKey(kKeyLine); }) &&
@@ -108,8 +106,9 @@ bool Removal::removeAll() {
 
 // The record is with the operating system, in one write, before its key is deleted.
 // The sub key is what stands behind the first backslash without the closing "]": rows of a dead link have
-// none behind the hive's name and lose the first element of their path, so that their deletion meets no key.
-// They are handled like all others on purpose.
+// none behind the hive's name and lose the first element of their path, so that their deletion aims at a key
+// below `Classes` of the hive, which as a rule isn't there. They are handled like all others on purpose:
+// where it is there, it goes, and the complete copy has it.
 bool Removal::saveAndDelete(int row) {
     const ListItem& item = list_.item(row);
     const std::string& keyLine = item.column(kKeyLine);
@@ -126,7 +125,19 @@ bool Removal::saveAndDelete(int row) {
         return false;
     // This one line carries the module of the checks, unlike the rest of the routine.
     trace("modCheckKeys", kTags.funktion, [&] { return undoRecordText(keyLine, name, data); });
-    return step([&] { DelKey(toInt32(item.column(kHiveHandle)), subKey, kReadControl); });
+    return copyAndDelete(item.column(kHiveHandle), subKey);
+}
+
+// Whole and with the operating system, in one write, before the key is deleted. A key that can't be copied
+// whole stays, and its row counts as removed like that of any key that refuses.
+bool Removal::copyAndDelete(const std::string& hiveHandle, const std::string& subKey) {
+    std::int32_t hive = 0;
+    KeyCopy copy = KeyCopy::NoKey;
+    if (!step([&] { hive = toInt32(hiveHandle); }) || !step([&] { copy = copy_->save(hive, subKey); }))
+        return false;
+    return step([&] {
+        if (mayGo(copy, kTags, hive, subKey, kHide)) DelKey(hive, subKey, kReadControl);
+    });
 }
 
 bool Removal::show(std::string_view message) {

@@ -24,6 +24,10 @@ std::string undoFileName(std::string_view stamp) {
     return joined({"Rückgängig_", stamp, ".reg"});
 }
 
+std::string completeCopyName(std::string_view stamp) {
+    return joined({"Vollständig_", stamp, ".reg"});
+}
+
 std::string undoCreated() {
     std::string created = dateText("dddd, dd. MMM yyyy");
     created += " - ";

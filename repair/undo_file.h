@@ -12,6 +12,8 @@ namespace bromvale {
 [[nodiscard]] std::string undoStamp();
 // "Rückgängig_" stamp ".reg", without folder.
 [[nodiscard]] std::string undoFileName(std::string_view stamp);
+// "Vollständig_" stamp ".reg", the file of whole keys beside it.
+[[nodiscard]] std::string completeCopyName(std::string_view stamp);
 
 struct UndoHeader {
     std::string_view regFileHeader;  // with two CR LF of its own

@@ -9,6 +9,7 @@
 #include "core/runtime.h"
 #include "core/state.h"
 #include "platform/shell.h"
+#include "repair/complete_copy.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {
@@ -34,12 +35,12 @@ struct Program {
           key(row.column(kProgramKey)) {}
 };
 
-// The whole key goes, with no undo file.
+// The whole key goes, with a complete copy and no undo file.
 void removeEntry(FrmMain& form, const Program& program) {
     const std::int32_t hive = toInt32(program.hive);
     const std::string key = Left(program.key, static_cast<std::int64_t>(program.key.size()) - 1);
     kTags.trace([&] { return "Das Programm " + program.name + " kann nicht deinstalliert werden."; });
-    DelKey(hive, key, kReadControl);
+    if (copyBeforeDeletion(kTags, hive, key)) DelKey(hive, key, kReadControl);
     form.ShowDeinstall();
 }
 

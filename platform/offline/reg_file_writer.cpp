@@ -3,28 +3,23 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <string_view>
 #include <vector>
 
-#include "platform/offline/code_page.h"
+#include "platform/offline/registry_data.h"
+#include "platform/offline/stored_text.h"
+#include "platform/registry_file_text.h"
 
 namespace bromvale::offline {
 
 namespace {
 
 constexpr std::size_t kFlushAt = std::size_t{64} * 1024;
-constexpr std::size_t kColumns = 80;
-constexpr char kHexDigits[] = "0123456789abcdef";
 
-// One file being written, in Windows-1252 up to the last step.
+// One file being written.
 class Writer {
   public:
-    explicit Writer(std::FILE* file) : file_(file) {}
+    explicit Writer(std::FILE* file) : file_(file) { text_.bytes() = RegistryFileText<char16_t>::header(); }
 
-    void begin() {
-        std::fwrite("\xFF\xFE", 1, 2, file_);
-        text_ = "Windows Registry Editor Version 5.00\r\n";
-    }
     void hive(const Registry& registry, std::size_t index);
     bool finish() {
         flush();
@@ -34,34 +29,15 @@ class Writer {
 
   private:
     void key(const std::string& path, const RegistryKey& key);
-    void value(const RegistryValueNode& value);
-    void number(std::string_view data);
-    void bytes(const RegistryValueNode& value, std::size_t column);
-    void escaped(std::string_view text);
     void flush() {
-        const std::string wide = utf16BytesFromAnsi(text_);
-        std::fwrite(wide.data(), 1, wide.size(), file_);
-        text_.clear();
+        std::fwrite(text_.bytes().data(), 1, text_.bytes().size(), file_);
+        text_.bytes().clear();
     }
 
     std::FILE* file_;
-    std::string text_;
+    RegistryFileText<char16_t> text_;
     std::string problem_;
 };
-
-bool holdsLineBreak(std::string_view text) {
-    return text.find_first_of("\r\n") != std::string_view::npos;
-}
-
-// A text with one NUL, at its end, can be written between quotes.
-bool isPlainText(const RegistryValueNode& value) {
-    const std::string_view data = value.data();
-    return value.type() == REG_SZ && !data.empty() && data.find('\0') == data.size() - 1;
-}
-
-bool isText(std::uint32_t type) {
-    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-}
 
 // Depth first along a path of its own, since keys can lie thousands of levels deep.
 void Writer::hive(const Registry& registry, std::size_t index) {
@@ -88,84 +64,23 @@ void Writer::hive(const Registry& registry, std::size_t index) {
     }
 }
 
+// Value names may hold line breaks, which the reader takes as they stand.
 void Writer::key(const std::string& path, const RegistryKey& key) {
-    if (holdsLineBreak(key.name()) || key.name().find('\0') != std::string_view::npos) {
+    const std::u16string wide = wideFromStored(path);
+    if (!text_.holdsKey(wide)) {
         problem_ = "the key name holds a line break or a NUL: " + path;
         return;
     }
-    text_ += "\r\n[";
-    text_ += path;
-    text_ += "]\r\n";
-    for (std::size_t i = 0; i < key.valueCount() && problem_.empty(); ++i) {
-        if (key.value(i).name().find('\0') != std::string_view::npos) {
+    text_.key(wide);
+    for (std::size_t i = 0; i < key.valueCount(); ++i) {
+        const std::u16string name = wideFromStored(key.value(i).name());
+        if (name.find(u'\0') != std::u16string::npos) {
             problem_ = "a value name holds a NUL, in the key " + path;
             return;
         }
-        value(key.value(i));
+        text_.value(name, key.value(i).type(), WideData(key.value(i)).view());
     }
-    if (text_.size() >= kFlushAt) flush();
-}
-
-void Writer::value(const RegistryValueNode& value) {
-    const std::size_t start = text_.size();
-    if (value.name().empty()) {
-        text_ += '@';
-    } else {
-        escaped(value.name());
-    }
-    text_ += '=';
-    if (isPlainText(value)) {
-        escaped(value.data().substr(0, value.data().size() - 1));
-    } else if (value.type() == REG_DWORD && value.data().size() == 4) {
-        number(value.data());
-    } else {
-        bytes(value, text_.size() - start);
-    }
-    text_ += "\r\n";
-}
-
-void Writer::escaped(std::string_view text) {
-    text_ += '"';
-    for (const char c : text) {
-        if (c == '"' || c == '\\') text_ += '\\';
-        text_ += c;
-    }
-    text_ += '"';
-}
-
-void Writer::number(std::string_view data) {
-    text_ += "dword:";
-    for (std::size_t i = 4; i-- > 0;) {
-        const auto byte = static_cast<unsigned char>(data[i]);
-        text_ += kHexDigits[byte >> 4];
-        text_ += kHexDigits[byte & 0xF];
-    }
-}
-
-void Writer::bytes(const RegistryValueNode& value, std::size_t column) {
-    const std::size_t start = text_.size();
-    text_ += "hex";
-    if (value.type() != REG_BINARY) {
-        char number[16];
-        std::snprintf(number, sizeof number, "(%x)", value.type());
-        text_ += number;
-    }
-    text_ += ':';
-    const std::string data =
-        isText(value.type()) ? utf16BytesFromAnsi(value.data()) : std::string(value.data());
-    column += text_.size() - start;
-    for (std::size_t i = 0; i < data.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(data[i]);
-        text_ += kHexDigits[byte >> 4];
-        text_ += kHexDigits[byte & 0xF];
-        column += 3;
-        if (i + 1 == data.size()) break;
-        text_ += ',';
-        if (column + 3 >= kColumns) {
-            text_ += "\\\r\n  ";
-            column = 2;
-        }
-    }
+    if (text_.bytes().size() >= kFlushAt) flush();
 }
 
 RegFileError systemError(const std::string& path) {
@@ -179,7 +94,6 @@ std::optional<RegFileError> saveRegFile(const Registry& registry, const std::str
     std::FILE* file = std::fopen(unfinished.c_str(), "wb");
     if (file == nullptr) return systemError(path);
     Writer writer(file);
-    writer.begin();
     for (std::size_t hive = 0; hive < kHiveCount && writer.problem().empty(); ++hive) {
         writer.hive(registry, hive);
     }

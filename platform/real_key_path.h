@@ -1,0 +1,22 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/registry.h"
+
+namespace bromvale {
+
+// A 32-bit program on a 64-bit Windows is shown another half of the registry under the usual names. True
+// there, and only there a key has to be asked where it lies.
+[[nodiscard]] bool seesAnotherHalf();
+
+// Where the opened key lies, as a 64-bit registry editor names it:
+// "HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\...". Nothing where the system doesn't tell.
+[[nodiscard]] std::optional<std::u16string> realKeyPath(HKEY key);
+
+// The registry editor's name for the system's own one, "\REGISTRY\MACHINE\..." or "\REGISTRY\USER\...".
+// Nothing for any other.
+[[nodiscard]] std::optional<std::u16string> editorKeyPath(std::u16string_view systemPath);
+
+}  // namespace bromvale

@@ -1,0 +1,119 @@
+#include "repair/complete_copy.h"
+
+#include "core/c_text.h"
+#include "core/handling.h"
+#include "core/registry_layer.h"
+#include "core/state.h"
+#include "core/text_file.h"
+#include "platform/exact_registry.h"
+#include "repair/key_record.h"
+#include "repair/undo_file.h"
+
+namespace bromvale {
+namespace {
+
+constexpr REGSAM kReadWhole = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
+constexpr int kNoAccess = 75;
+constexpr int kNoFolder = 76;
+
+bool meansNoKey(LONG status) {
+    return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND || status == ERROR_BAD_PATHNAME ||
+           status == ERROR_KEY_DELETED;
+}
+
+class OpenedKey {
+  public:
+    OpenedKey(std::int32_t hive, std::string_view subKey)
+        : status_(openExactKey(hiveHandle(hive), CText(subKey).get(), kReadWhole, key_)) {}
+    OpenedKey(const OpenedKey&) = delete;
+    OpenedKey& operator=(const OpenedKey&) = delete;
+    ~OpenedKey() {
+        if (status_ == ERROR_SUCCESS) static_cast<void>(RegCloseKey(key_));
+    }
+    [[nodiscard]] LONG status() const { return status_; }
+    [[nodiscard]] HKEY get() const { return key_; }
+
+  private:
+    HKEY key_ = nullptr;
+    LONG status_;
+};
+
+// The hives themselves never go.
+bool namesHive(std::string_view subKey) {
+    return subKey.find_first_not_of('\\') == std::string_view::npos;
+}
+
+std::string_view reasonOf(KeyCopy copy) {
+    return copy == KeyCopy::Unreadable
+               ? "Der Schlüssel kann nicht vollständig gelesen und daher nicht gesichert werden."
+               : "Die Sicherungsdatei kann den Schlüssel nicht vollständig aufnehmen.";
+}
+
+}  // namespace
+
+CompleteCopy::CompleteCopy(std::string_view stamp) : path_(BackupPath + completeCopyName(stamp)) {}
+
+CompleteCopy::~CompleteCopy() {
+    closeFile(file_);
+}
+
+KeyCopy CompleteCopy::save(std::int32_t hive, std::string_view subKey) {
+    if (namesHive(subKey)) return KeyCopy::NoForm;
+    const OpenedKey key(hive, subKey);
+    if (meansNoKey(key.status())) return KeyCopy::NoKey;
+    if (key.status() != ERROR_SUCCESS) return KeyCopy::Unreadable;
+    std::string record;
+    switch (keyRecord(key.get(), hive, subKey, record)) {
+        case KeyRecord::Unreadable: return KeyCopy::Unreadable;
+        case KeyRecord::NoForm: return KeyCopy::NoForm;
+        case KeyRecord::Whole: break;
+    }
+    write(record);
+    return KeyCopy::Whole;
+}
+
+// Two removals within one second share a file: the second one adds its records.
+void CompleteCopy::write(std::string_view record) {
+    if (file_ == 0) {
+        const int file = freeFile();
+        openFile(path_, FileMode::Append, file);
+        file_ = file;
+    }
+    writeWholeOrNothing(file_, isEmptyFile(file_) ? keyFileHeader().append(record) : std::string(record));
+}
+
+bool mayGo(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey, std::int16_t show) {
+    if (copy == KeyCopy::NoKey || copy == KeyCopy::Whole) return true;
+    const std::string text = std::string("Der Schlüssel [")
+                                 .append(HiveName(hive))
+                                 .append("\\")
+                                 .append(subKey)
+                                 .append("] wurde nicht entfernt.");
+    ErrHandle(tags.modul, tags.funktion, text, 0, reasonOf(copy), kStyleExclamation, show);
+    return false;
+}
+
+Ending onBackupFailure(const Tags& tags, const Failure& failure) {
+    if (failure.number == kNoAccess || failure.number == kNoFolder) {
+        makeFolder(BackupPath);
+        ErrHandle(tags.modul, tags.funktion, "Ordner " + BackupPath + " angelegt", failure.number,
+                  failure.description, kStyleExclamation, kHide);
+        return Ending::Retry;
+    }
+    ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation, kShow);
+    return Ending::Leave;
+}
+
+bool copyBeforeDeletion(const Tags& tags, std::int32_t hive, std::string_view subKey) {
+    KeyCopy copy = KeyCopy::Unreadable;
+    bool written = false;
+    const auto onFailure = [&](const Failure& failure) { return onBackupFailure(tags, failure); };
+    // A folder that can't be made either is shown as well.
+    const ReportAnd show{Ending::Leave, tags, kStyleExclamation, kShow};
+    attempt(show, [&] {
+        written = attempt(onFailure, [&] { copy = CompleteCopy(undoStamp()).save(hive, subKey); });
+    });
+    return written && mayGo(copy, tags, hive, subKey, kShow);
+}
+
+}  // namespace bromvale

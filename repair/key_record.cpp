@@ -1,0 +1,131 @@
+#include "repair/key_record.h"
+
+#include <optional>
+#include <vector>
+
+#include "core/registry_layer.h"
+#include "platform/exact_text.h"
+#include "platform/machine.h"
+#include "platform/real_key_path.h"
+#include "platform/registry_file_text.h"
+#include "platform/whole_key.h"
+#include "platform/wide.h"
+
+namespace bromvale {
+namespace {
+
+constexpr DWORD kWindows2000 = 5;
+
+// By the system itself: the header of the undo file is that of an old system on every one behind Windows XP.
+bool editorHasUnicode() {
+    OSVERSIONINFOA info{};
+    info.dwOSVersionInfoSize = sizeof info;
+    return GetVersionExA(&info) != 0 && info.dwPlatformId == VER_PLATFORM_WIN32_NT &&
+           info.dwMajorVersion >= kWindows2000;
+}
+
+bool isText(DWORD type) {
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+}
+
+// The hive's name and the sub key without empty elements, which no key has.
+std::string namedPath(std::int32_t hive, std::string_view subKey) {
+    std::string path(HiveName(hive));
+    while (!subKey.empty()) {
+        const std::size_t end = std::min(subKey.find('\\'), subKey.size());
+        if (end > 0) path.append("\\").append(subKey.substr(0, end));
+        subKey.remove_prefix(std::min(end + 1, subKey.size()));
+    }
+    return path;
+}
+
+// Nothing where the system doesn't tell where the key lies.
+std::optional<std::u16string> widePath(HKEY key, std::int32_t hive, std::string_view subKey) {
+    if (seesAnotherHalf()) return realKeyPath(key);
+    return wideText(namedPath(hive, subKey));
+}
+
+template <class Char>
+bool addKey(RegistryFileText<Char>& file, const std::basic_string<Char>& path,
+            const std::vector<WholeValue<Char>>& values) {
+    if (!file.holdsKey(path)) return false;
+    file.key(path);
+    for (const WholeValue<Char>& value : values) {
+        if (!file.holdsName(value.name) || !file.holdsData(value.type, value.data)) return false;
+        file.value(value.name, value.type, value.data);
+    }
+    return true;
+}
+
+std::u16string unitsOf(std::string_view data) {
+    std::u16string units;
+    for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
+        units += static_cast<char16_t>(static_cast<unsigned char>(data[i]) |
+                                       static_cast<unsigned char>(data[i + 1]) << 8);
+    }
+    return units;
+}
+
+// The value in the code page, nothing where that lacks a character of it.
+std::optional<WholeValue<char>> inCodePage(const WholeValue<char16_t>& value) {
+    WholeValue<char> result{exactText(value.name), value.type, value.data};
+    if (isText(value.type)) {
+        if (value.data.size() % sizeof(char16_t) != 0) return std::nullopt;
+        result.data = exactText(unitsOf(value.data));
+        if (!isExact(result.data)) return std::nullopt;
+    }
+    if (!isExact(result.name)) return std::nullopt;
+    return result;
+}
+
+KeyRecord wideRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
+    WholeKey<char16_t> whole;
+    if (!readWholeKey(key, whole)) return KeyRecord::Unreadable;
+    const auto path = widePath(key, hive, subKey);
+    RegistryFileText<char16_t> file;
+    if (!path || !addKey(file, *path, whole.values)) return KeyRecord::NoForm;
+    record = std::move(file.bytes());
+    return KeyRecord::Whole;
+}
+
+// Windows NT4 keeps Unicode, and its registry editor can't write it down.
+KeyRecord narrowedRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
+    WholeKey<char16_t> whole;
+    if (!readWholeKey(key, whole)) return KeyRecord::Unreadable;
+    std::vector<WholeValue<char>> values;
+    for (const WholeValue<char16_t>& value : whole.values) {
+        const auto narrowed = inCodePage(value);
+        if (!narrowed) return KeyRecord::NoForm;
+        values.push_back(*narrowed);
+    }
+    RegistryFileText<char> file(codePageHasSingleBytes());
+    if (!isExact(subKey) || !addKey(file, namedPath(hive, subKey), values)) return KeyRecord::NoForm;
+    record = std::move(file.bytes());
+    return KeyRecord::Whole;
+}
+
+KeyRecord treeRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
+    std::vector<WholeKey<char>> keys;
+    if (!readWholeTree(key, keys)) return KeyRecord::Unreadable;
+    RegistryFileText<char> file(codePageHasSingleBytes());
+    const std::string top = namedPath(hive, subKey);
+    for (const WholeKey<char>& whole : keys) {
+        if (!addKey(file, top + whole.path, whole.values)) return KeyRecord::NoForm;
+    }
+    record = std::move(file.bytes());
+    return KeyRecord::Whole;
+}
+
+}  // namespace
+
+std::string keyFileHeader() {
+    return editorHasUnicode() ? RegistryFileText<char16_t>::header() : RegistryFileText<char>::header();
+}
+
+KeyRecord keyRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
+    if (wide() == nullptr) return treeRecord(key, hive, subKey, record);
+    return editorHasUnicode() ? wideRecord(key, hive, subKey, record)
+                              : narrowedRecord(key, hive, subKey, record);
+}
+
+}  // namespace bromvale
