@@ -11,8 +11,9 @@ namespace bromvale::proof {
 
 class Stage : public testing::TestMachine {
   public:
-    // `hostFolder` must exist and be empty; the drive becomes a folder below it.
-    Stage(const Model& model, const std::string& hostFolder);
+    // `hostFolder` must exist and be empty; the drive becomes a folder below it. Without one the drive lies in
+    // memory, where there are no links.
+    explicit Stage(const Model& model, const std::string& hostFolder = {});
 
     [[nodiscard]] std::string hostDrive() const { return host_ + "/C"; }
     // A file of the drive by its path below it, in UTF-8; empty where there is none.
@@ -34,6 +35,8 @@ class Stage : public testing::TestMachine {
 [[nodiscard]] RegistrySnapshot readRegistry();
 // The model's hives.
 [[nodiscard]] RegistrySnapshot snapshotOf(const Model& model);
+// The drive C: of a machine in memory, by paths with backslashes in UTF-8.
+[[nodiscard]] DriveSnapshot readMemoryDrive();
 // Puts the hives of the machine into the model, so that the oracle sees them as they are now. What is denied
 // in the model stays so.
 void readBack(Model& model);

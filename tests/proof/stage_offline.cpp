@@ -7,6 +7,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::proof {
 namespace {
@@ -28,6 +29,30 @@ void putUpFiles(const Entry& entry, const std::string& hostPath, const std::stri
         }
         case EntryKind::DanglingLink: fs::create_symlink(drive + "/nirgends", hostPath); return;
         case EntryKind::File: std::ofstream(hostPath) << "Inhalt von " << hostPath.substr(drive.size()); return;
+    }
+}
+
+void putUpInMemory(const Entry& entry, const Text& path) {
+    if (entry.kind == EntryKind::File) {
+        machine().drives.writeFile(View(path), "Inhalt");
+    } else {
+        machine().drives.makeFolder(View(path));
+    }
+    for (const Entry& below : entry.entries) putUpInMemory(below, path + u"\\" + below.name);
+}
+
+void readFolder(const offline::Location& drive, std::vector<std::string>& names, DriveSnapshot& snapshot) {
+    std::vector<std::string_view> views(names.begin(), names.end());
+    std::vector<offline::FileInfo> entries;
+    if (drive.volume->list(views, entries) != 0) return;
+    for (const offline::FileInfo& entry : entries) {
+        names.push_back(entry.name);
+        std::string path;
+        for (const std::string& name : names) path += "\\" + utf8(offline::wideFromStored(name));
+        const bool folder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        snapshot[path] = folder ? "<folder>" : machine().drives.readFile(fromUtf8("C:" + path)).value_or("<none>");
+        if (folder) readFolder(drive, names, snapshot);
+        names.pop_back();
     }
 }
 
@@ -75,8 +100,12 @@ constexpr View kUserName = u"HKEY_CURRENT_USER";
 
 Stage::Stage(const Model& model, const std::string& hostFolder) : host_(hostFolder) {
     putUpSystem(model.system);
-    putUpFiles(model.drive, hostDrive(), hostDrive());
-    machine().drives.addFolder('C', hostDrive());
+    if (host_.empty()) {
+        for (const Entry& entry : model.drive.entries) putUpInMemory(entry, u"C:\\" + entry.name);
+    } else {
+        putUpFiles(model.drive, hostDrive(), hostDrive());
+        machine().drives.addFolder('C', hostDrive());
+    }
     machine().drives.currentDirectory = "C:\\Programme\\Bromvale";
     putUpState(model.system);
     putUpKeys(model.machine, Text(kMachineName));
@@ -106,6 +135,14 @@ RegistrySnapshot readRegistry() {
     RegistrySnapshot registry;
     for (const View hive : {kMachineName, kUserName}) readKeys(Text(hive), registry);
     return registry;
+}
+
+DriveSnapshot readMemoryDrive() {
+    DriveSnapshot snapshot;
+    offline::Location drive;
+    std::vector<std::string> names;
+    if (machine().drives.locate(View(u"C:\\"), drive) == 0) readFolder(drive, names, snapshot);
+    return snapshot;
 }
 
 RegistrySnapshot snapshotOf(const Model& model) {
