@@ -5,8 +5,11 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/exact_machine.h"
+#include "platform/exact_text.h"
 #include "platform/failure.h"
 #include "platform/files.h"
+#include "platform/other_view.h"
 #include "platform/process.h"
 #include "platform/shell.h"
 
@@ -14,6 +17,10 @@ namespace bromvale {
 namespace {
 
 constexpr int kInvalidCall = 5;
+constexpr int kBadFileName = 52;
+constexpr int kFileNotFound = 53;
+constexpr int kDiskNotReady = 71;
+constexpr int kPathNotFound = 76;
 constexpr DWORD kElevationRequired = 740;  // Windows Vista and later, for a program that wants more rights
 constexpr std::intptr_t kLastShellError = 32;
 constexpr std::string_view kBlanks = " \t";
@@ -26,12 +33,18 @@ struct FailureRow {
 // Only a file that is surely not there counts as missing: a caller may offer to forget the program then. A
 // drive without its disc or a server that is away says nothing about the file.
 constexpr std::array kFailures{
-    FailureRow{ERROR_FILE_NOT_FOUND, 53},       FailureRow{ERROR_PATH_NOT_FOUND, 53},
-    FailureRow{ERROR_ACCESS_DENIED, 70},        FailureRow{ERROR_SHARING_VIOLATION, 70},
-    FailureRow{ERROR_NOT_ENOUGH_MEMORY, 7},     FailureRow{ERROR_OUTOFMEMORY, 7},
-    FailureRow{ERROR_INVALID_NAME, 52},         FailureRow{ERROR_BAD_PATHNAME, 52},
-    FailureRow{ERROR_FILENAME_EXCED_RANGE, 52}, FailureRow{ERROR_NOT_READY, 71},
-    FailureRow{ERROR_BAD_NETPATH, 76},          FailureRow{ERROR_BAD_NET_NAME, 76},
+    FailureRow{ERROR_FILE_NOT_FOUND, kFileNotFound},
+    FailureRow{ERROR_PATH_NOT_FOUND, kFileNotFound},
+    FailureRow{ERROR_ACCESS_DENIED, 70},
+    FailureRow{ERROR_SHARING_VIOLATION, 70},
+    FailureRow{ERROR_NOT_ENOUGH_MEMORY, 7},
+    FailureRow{ERROR_OUTOFMEMORY, 7},
+    FailureRow{ERROR_INVALID_NAME, 52},
+    FailureRow{ERROR_BAD_PATHNAME, 52},
+    FailureRow{ERROR_FILENAME_EXCED_RANGE, 52},
+    FailureRow{ERROR_NOT_READY, 71},
+    FailureRow{ERROR_BAD_NETPATH, 76},
+    FailureRow{ERROR_BAD_NET_NAME, 76},
 };
 
 int failureOf(DWORD error) {
@@ -39,18 +52,6 @@ int failureOf(DWORD error) {
         if (row.error == error) return row.number;
     }
     return kInvalidCall;
-}
-
-std::string withVariables(const std::string& text) {
-    std::string expanded(text.size() + MAX_PATH, '\0');
-    DWORD size = 0;  // with its NUL
-    while ((size = ExpandEnvironmentStringsA(text.c_str(), expanded.data(),
-                                             static_cast<DWORD>(expanded.size()))) > expanded.size()) {
-        expanded.resize(size);
-    }
-    if (size == 0) return text;
-    expanded.resize(expanded.find('\0'));
-    return expanded;
 }
 
 // A command line as CreateProcessA takes it apart.
@@ -71,14 +72,14 @@ CommandParts partsAt(std::string_view line, std::size_t end, std::size_t switche
             switches == std::string_view::npos ? std::string() : std::string(line.substr(switches))};
 }
 
-bool namesProgram(std::string_view text) {
-    const DWORD attributes = GetFileAttributesA(withExtension(text).c_str());
+bool isProgram(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
 
 // A name without folder may be found in many places; it ends at its first blank.
-CommandParts takeApart(std::string_view line) {
-    line.remove_prefix(line.find_first_not_of(kBlanks));
+template <class NamesProgram>
+CommandParts takeApart(std::string_view line, NamesProgram namesProgram) {
     if (line.front() == '"') {
         line.remove_prefix(1);
         const std::size_t quote = std::min(line.find('"'), line.size());
@@ -86,39 +87,103 @@ CommandParts takeApart(std::string_view line) {
     }
     for (std::size_t end = 0; end != std::string_view::npos;) {
         end = line.find_first_of(kBlanks, end + 1);
-        if (namesProgram(line.substr(0, end))) return partsAt(line, end, end);
+        if (namesProgram(withExtension(line.substr(0, end)))) return partsAt(line, end, end);
     }
     const std::size_t end = line.find_first_of(kBlanks);
     return partsAt(line, end, end);
 }
 
 // The shell asks the user for the rights that the program wants.
-bool startByShell(std::string_view line, int showState) {
-    const auto [program, switches] = takeApart(line);
+bool startByShell(const CommandParts& parts, int showState) {
     const HINSTANCE result =
-        ShellExecuteA(nullptr, nullptr, program.c_str(), switches.c_str(), nullptr, showState);
+        ShellExecuteA(nullptr, nullptr, parts.program.c_str(), parts.switches.c_str(), nullptr, showState);
     return reinterpret_cast<std::intptr_t>(result) > kLastShellError;
 }
 
-}  // namespace
-
-void startCommand(std::string_view commandLine, int showState) {
-    if (commandLine.find_first_not_of(kBlanks) == std::string_view::npos) raise(kInvalidCall);
+// 0 or the error of the system. `parts` takes the line apart, where the shell is to start it.
+template <class Parts>
+DWORD start(const std::string& line, Parts parts, int showState) {
     STARTUPINFOA start{};
     start.cb = sizeof start;
     start.dwFlags = STARTF_USESHOWWINDOW;
     start.wShowWindow = static_cast<WORD>(showState);
     PROCESS_INFORMATION made{};
-    const std::string line = withVariables(std::string(commandLine));
     std::string writable = line;  // the call may write into it
     if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
                         &made)) {
         const DWORD error = GetLastError();
-        if (error == kElevationRequired && startByShell(line, showState)) return;
-        raise(failureOf(error));
+        return error == kElevationRequired && startByShell(parts(), showState) ? ERROR_SUCCESS : error;
     }
     CloseHandle(made.hThread);
     CloseHandle(made.hProcess);
+    return ERROR_SUCCESS;
+}
+
+// A name without folder is looked for in the system folder, among others.
+std::string inSystemFolder(const std::string& program) {
+    return program.find_first_of("\\/:") == std::string::npos ? systemFolderName() + "\\" + program : program;
+}
+
+// Whether the program is one of the other half of a 64-bit Windows. It is started from there.
+bool startInOtherView(const std::string& line, int showState) {
+    const auto isThere = [](const std::string& program) {
+        const OtherView view(inSystemFolder(program));
+        return !view.path().empty() && isProgram(view.path());
+    };
+    CommandParts parts = takeApart(line, isThere);
+    if (!isThere(parts.program)) return false;
+    const OtherView view(inSystemFolder(parts.program));
+    parts.program = view.path();
+    std::string there = '"' + parts.program + '"';
+    if (!parts.switches.empty()) there.append(" ").append(parts.switches);
+    const DWORD error = start(
+        there, [&] { return parts; }, showState);
+    // The file is there: whatever the system says, it isn't missing.
+    if (error != ERROR_SUCCESS) raise(failureOf(error) == kFileNotFound ? kInvalidCall : failureOf(error));
+    return true;
+}
+
+// The drive or share that the program is said to lie on, with its backslash; empty for a path without one.
+std::string rootOf(std::string_view program) {
+    if (program.size() > 1 && program[1] == ':') return std::string(program.substr(0, 2)) + "\\";
+    if (!program.starts_with("\\\\")) return {};
+    const std::size_t server = program.find('\\', 2);
+    if (server == std::string_view::npos) return std::string(program) + "\\";
+    return std::string(program.substr(0, program.find('\\', server + 1))) + "\\";
+}
+
+// A drive that isn't there, as one that was unplugged, or a share out of reach says nothing about its files.
+int failureOfMissing(std::string_view program) {
+    const std::string root = rootOf(program);
+    if (root.empty() || GetFileAttributesA(root.c_str()) != INVALID_FILE_ATTRIBUTES) return kFileNotFound;
+    return root.front() == '\\' ? kPathNotFound : kDiskNotReady;
+}
+
+std::string_view withoutBlanksBefore(std::string_view line) {
+    return line.substr(std::min(line.find_first_not_of(kBlanks), line.size()));
+}
+
+// As it is started, with marks.
+std::string expanded(std::string_view commandLine) {
+    return std::string(withoutBlanksBefore(expandedExactly(std::string(withoutBlanksBefore(commandLine)))));
+}
+
+}  // namespace
+
+bool isExactCommand(std::string_view commandLine) {
+    return isExact(expanded(commandLine));
+}
+
+void startCommand(std::string_view commandLine, int showState) {
+    const std::string line = expanded(commandLine);
+    if (line.empty()) raise(kInvalidCall);
+    if (!isExact(line)) raise(kBadFileName);
+    const auto parts = [&] { return takeApart(line, isProgram); };
+    const DWORD error = start(line, parts, showState);
+    if (error == ERROR_SUCCESS) return;
+    const int failure = failureOf(error);
+    if (failure != kFileNotFound) raise(failure);
+    if (!startInOtherView(line, showState)) raise(failureOfMissing(parts().program));
 }
 
 }  // namespace bromvale

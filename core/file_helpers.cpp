@@ -5,6 +5,7 @@
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "platform/files.h"
+#include "platform/other_view.h"
 
 namespace bromvale {
 namespace {
@@ -46,6 +47,10 @@ bool FileExists(std::string_view path) {
     const bool exists = search != INVALID_HANDLE_VALUE && search != nullptr;
     if (!exists) trace(kModule, "FileExists", [&] { return std::string(path).append("; Falsch"); });
     return exists;
+}
+
+bool FileExistsInAnyView(std::string_view path) {
+    return FileExists(path) || existsInOtherView(path);
 }
 
 }  // namespace bromvale

@@ -12,4 +12,7 @@ void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::s
 // Files and folders alike, wildcards work. One FindFirstFileA whose handle is not closed.
 [[nodiscard]] bool FileExists(std::string_view path);
 
+// FileExists; where it finds nothing, the other view of a 64-bit Windows is asked (platform/other_view.h).
+[[nodiscard]] bool FileExistsInAnyView(std::string_view path);
+
 }  // namespace bromvale

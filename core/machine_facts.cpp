@@ -8,6 +8,8 @@
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "core/state.h"
+#include "platform/exact_machine.h"
+#include "platform/exact_text.h"
 #include "platform/machine.h"
 
 namespace bromvale {
@@ -97,6 +99,11 @@ std::string ReadWinDir() {
         std::string buffer(200, '\0');
         const UINT length = GetWindowsDirectoryA(buffer.data(), 200);
         folder = Left(buffer, length);
+    });
+    // With its marks a folder makes every file below it one of which nobody can tell whether it exists.
+    attempt(reporting("ReadWinDir"), [&] {
+        std::string exact = exactWindowsFolder();
+        if (!isExact(exact)) folder = std::move(exact);
     });
     return folder;
 }

@@ -16,6 +16,8 @@
 #include "core/text_file.h"
 #include "core/version.h"
 #include "platform/events.h"
+#include "platform/exact_registry.h"
+#include "platform/exact_text.h"
 #include "platform/machine.h"
 #include "platform/process.h"
 #include "repair/backup_area.h"
@@ -94,7 +96,7 @@ void readUserName() {
 
 void readWindowsFolder() {
     WinDir = withBackslash(ReadWinDir());
-    kTags.trace(WinDir);
+    kTags.trace([] { return plainText(WinDir); });
 }
 
 void nameAgentFolders() {
@@ -113,12 +115,24 @@ void readTemporaryFolder() {
     kTags.trace(TmpDir);
 }
 
+constexpr const char* kVersionKey = "Software\\Microsoft\\Windows\\CurrentVersion";
+constexpr const char* kProgramFilesDir = "ProgramFilesDir";
+
+// The folder with its marks, where it is another one than its ANSI text says.
+std::string exactProgramsFolder(const std::string& ansi) {
+    std::string folder;
+    HKEY key = nullptr;
+    if (openExactKey(HKEY_LOCAL_MACHINE, kVersionKey, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return ansi;
+    const bool read = queryExactText(key, kProgramFilesDir, folder) == ERROR_SUCCESS;
+    static_cast<void>(RegCloseKey(key));
+    return read && !isExact(folder) ? folder : ansi;
+}
+
 void readProgramsFolder() {
-    const RegistryValue value =
-        ReadValue(kHiveLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion", "ProgramFilesDir");
+    const RegistryValue value = ReadValue(kHiveLocalMachine, kVersionKey, kProgramFilesDir);
     const std::string* folder = std::get_if<std::string>(&value);
-    ProgramFilesDir = withBackslash(folder != nullptr ? *folder : std::string());
-    kTags.trace(ProgramFilesDir);
+    ProgramFilesDir = withBackslash(folder != nullptr ? exactProgramsFolder(*folder) : std::string());
+    kTags.trace([] { return plainText(ProgramFilesDir); });
 }
 
 // The start record comes before the program's folder is known, so it lands in the current directory.

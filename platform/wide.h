@@ -2,6 +2,7 @@
 #include "platform/files.h"
 #include "platform/folder_dialog.h"
 #include "platform/machine.h"
+#include "platform/process.h"
 #include "platform/registry.h"
 
 namespace bromvale {
@@ -19,6 +20,8 @@ struct WideFunctions {
     decltype(&::FindNextFileW) findNextFile;
     decltype(&::CreateFileW) createFile;
     decltype(&::GetModuleFileNameW) moduleFileName;
+    decltype(&::GetWindowsDirectoryW) windowsDirectory;
+    decltype(&::ExpandEnvironmentStringsW) expandEnvironmentStrings;
     decltype(&::GetShortPathNameW) shortPathName;
     decltype(&::SHGetPathFromIDListW) pathFromIdList;
     // Null before Windows Vista.

@@ -123,7 +123,7 @@ void judgeFile(std::string_view hiveName, int index, std::string_view reference)
         kTags.trace(
             [&] { return leftAloneText(hiveName, group.key(index), group.name(index), group.value(index)); });
         group.clear();
-    } else if (FileExists(reference)) {
+    } else if (FileExistsInAnyView(reference)) {
         group.clear();
     } else {
         listWholeGroup(hiveName, Data::BackslashesDoubled);

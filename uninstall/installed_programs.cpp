@@ -7,6 +7,7 @@
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "platform/events.h"
+#include "platform/exact_text.h"
 #include "scanner/scan_state.h"
 #include "scanner/search.h"
 #include "scanner/sort.h"
@@ -39,7 +40,7 @@ constexpr std::array<KeyAction, 5> kKeyActions{{
 }};
 
 // Turns the sorted entries into rows: a program per "DisplayName", its command from the "UninstallString" of
-// the same key, which sorts behind it.
+// the same key, which sorts behind it. The name is there to be read; command and key are the true texts.
 class ProgramRows {
   public:
     explicit ProgramRows(ListView& list) : list_(list) {}
@@ -47,8 +48,8 @@ class ProgramRows {
     void take(std::string_view line) {
         const ProgramEntry entry = takeApart(line);
         if (entry.name == "DisplayName") {
-            row_ =
-                &list_.add({entry.data, "", std::to_string(toInt32(entry.hive)), entry.key}, kDeinstallIcon);
+            row_ = &list_.add({plainText(entry.data), "", std::to_string(toInt32(entry.hive)), entry.key},
+                              kDeinstallIcon);
             key_ = entry.key;
         } else if (entry.name == "UninstallString" && entry.key == key_) {
             row_->setSubItem(kUninstallCommand, entry.data);

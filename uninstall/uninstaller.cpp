@@ -8,6 +8,7 @@
 #include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "core/state.h"
+#include "platform/exact_text.h"
 #include "platform/shell.h"
 #include "repair/complete_copy.h"
 #include "ui/frm_main.h"
@@ -24,7 +25,7 @@ constexpr int kYes = 6;
 // A row's texts, taken once: what the user is asked about is what is started or removed.
 struct Program {
     std::string name;
-    std::string command;
+    std::string command;  // with marks, as the key (platform/exact_text.h)
     std::string hive;
     std::string key;  // with its closing "]"
 
@@ -44,7 +45,37 @@ void removeEntry(FrmMain& form, const Program& program) {
     form.ShowDeinstall();
 }
 
+// What the ANSI functions would start or delete in place of a text with marks is something else, or nothing.
+constexpr std::string_view kReason =
+    "Zeichen enthält, die nicht dargestellt werden können. Verwenden Sie bitte die Windows Systemsteuerung.";
+
+void tellThatItStays(const Program& program, const std::string& before, std::string_view text) {
+    kTags.trace([&] { return program.name + " bleibt unberührt: " + plainText(text); });
+    MsgBox(before + "\r" + plainText(text) + "\r" + std::string(kReason), kStyleInformation);
+}
+
+// True where the user was told that this command line is not started.
+bool refusesCommand(const Program& program) {
+    if (isExactCommand(program.command)) return false;
+    tellThatItStays(program,
+                    "Das Programm " + program.name +
+                        " kann von hier aus nicht deinstalliert werden, da sein Deinstallationsaufruf",
+                    program.command);
+    return true;
+}
+
+// The same for the removal of the entry.
+bool refusesRemoval(const Program& program) {
+    if (isExact(program.key)) return false;
+    tellThatItStays(program,
+                    "Das Deinstallationsprogramm von " + program.name +
+                        " fehlt. Der Eintrag wird nicht entfernt, da der Name seines Schlüssels",
+                    "[" + program.key);
+    return true;
+}
+
 Ending offerRemoval(FrmMain& form, const Program& program) {
+    if (refusesRemoval(program)) return Ending::Next;
     const int answer = MsgBox(
         "Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
         "Soll der Eintrag jetzt entfernt werden?",
@@ -97,6 +128,9 @@ void FrmMain::cmdDeinstall_Click() {
                    kStyleInformation);
             return;
         }
+        bool refused = true;
+        attempt(report, [&] { refused = refusesCommand(program); });
+        if (refused) continue;
         if (confirmed(program) && !uninstall(*this, program)) break;
     }
     kTags.trace("endet");

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
@@ -12,7 +13,8 @@ constexpr std::string_view kBlanks = " \t";
 bool isFile(const std::string& path) {
     Location location;
     FileInfo info;
-    return machine().drives.locate(path, location) == 0 && location.count > 0 &&
+    const StoredText stored(path.c_str());
+    return machine().drives.locateStored(stored.view(), location) == 0 && location.count > 0 &&
            location.volume->find(location.all(), &info) == 0 &&
            (info.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }

@@ -1,16 +1,20 @@
 // The drives by real names, for those who set up a machine and look at it.
 #include "platform/offline/drives.h"
+
+#include "platform/offline/other_half.h"
 #include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 
 DWORD Drives::locate(std::u16string_view path, Location& location) const {
     location.path = storedFromWide(path);
-    return locateStored(location.path, location);
+    return locate(std::string_view(location.path), location);
 }
 
 DWORD Drives::locateStored(std::string_view path, Location& location) const {
-    return locate(path, location);
+    const DWORD error = locate(path, location);
+    if (error == 0) followRedirection(location);
+    return error;
 }
 
 bool Drives::makeFolder(std::u16string_view path) {

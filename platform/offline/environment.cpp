@@ -1,10 +1,10 @@
 // The machine's environment variables.
-#include <cstring>
 #include <optional>
 
 #include "platform/offline/code_page.h"
 #include "platform/offline/machine.h"
 #include "platform/offline/process_api.h"
+#include "platform/offline/stored_text.h"
 
 using namespace bromvale::offline;
 
@@ -25,9 +25,12 @@ std::optional<std::string> variable(std::string_view name) {
     for (const auto& [known, value] : variables) {
         if (equalNoCase(known, name)) return value;
     }
+    const auto further = own.environment.find(upper(name));
+    if (further != own.environment.end()) return storedFromWide(further->second);
     return std::nullopt;
 }
 
+// In the stored form, as the text is.
 std::string expand(std::string_view text) {
     std::string expanded;
     while (!text.empty()) {
@@ -49,7 +52,15 @@ std::string expand(std::string_view text) {
 
 DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR expanded, DWORD size) {
     if (failsHere("ExpandEnvironmentStringsA")) return 0;
-    const std::string result = expand(text);
-    if (result.size() < size) std::memcpy(expanded, result.c_str(), result.size() + 1);
+    const std::string result = expand(StoredText(text).view());
+    const AnsiText ansi(result);
+    if (ansi.view().size() < size) expanded[ansi.view().copy(expanded, size)] = '\0';
+    return static_cast<DWORD>(ansi.view().size() + 1);
+}
+
+DWORD ExpandEnvironmentStringsW(LPCWSTR text, LPWSTR expanded, DWORD size) {
+    if (refusesWide() || failsHere("ExpandEnvironmentStringsA")) return 0;
+    const std::u16string result = wideFromStored(expand(StoredText(text).view()));
+    if (result.size() < size) expanded[result.copy(expanded, size)] = u'\0';
     return static_cast<DWORD>(result.size() + 1);
 }

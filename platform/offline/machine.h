@@ -91,6 +91,10 @@ class Machine {
 
     std::string user = "Benutzer";
     std::string computer = "RECHNER";
+    // What a terminal server tells the user as the folder of Windows; empty: the machine's.
+    std::u16string userWindowsFolder;
+    // Environment variables beside the machine's own, by their names in upper case.
+    std::map<std::string, std::u16string, std::less<>> environment;
     std::string commandLine;  // without the program's own name
     std::string exeName = "Bromvale.exe";
     bool previousInstance = false;

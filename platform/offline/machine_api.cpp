@@ -47,6 +47,11 @@ std::string programPath() {
     return machine().appPath() + "\\" + machine().exeName;
 }
 
+std::string toldWindowsFolder() {
+    const std::u16string& own = machine().userWindowsFolder;
+    return own.empty() ? machine().windowsFolder() : bromvale::offline::storedFromWide(own);
+}
+
 std::string localeText(const bromvale::offline::Locale& locale, LCTYPE type) {
     switch (type) {
         case LOCALE_SLIST: return locale.list;
@@ -107,7 +112,15 @@ BOOL GetUserNameA(LPSTR buffer, LPDWORD size) {
 }
 
 UINT GetWindowsDirectoryA(LPSTR buffer, UINT size) {
-    return failsHere("GetWindowsDirectoryA") ? 0 : answer(machine().windowsFolder(), buffer, size);
+    if (failsHere("GetWindowsDirectoryA")) return 0;
+    return bromvale::offline::answerLength(bromvale::offline::AnsiText(toldWindowsFolder()).view(), buffer,
+                                           size);
+}
+
+UINT GetWindowsDirectoryW(LPWSTR buffer, UINT size) {
+    if (bromvale::offline::refusesWide() || failsHere("GetWindowsDirectoryA")) return 0;
+    return bromvale::offline::answerLength(bromvale::offline::wideFromStored(toldWindowsFolder()), buffer,
+                                           size);
 }
 
 UINT GetSystemDirectoryA(LPSTR buffer, UINT size) {

@@ -12,6 +12,7 @@ DWORD GetModuleFileNameA(HMODULE module, LPSTR buffer, DWORD size);
 LPSTR GetCommandLineA();
 // On the 9x family it fails with ERROR_CALL_NOT_IMPLEMENTED.
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR buffer, DWORD size);
+UINT GetWindowsDirectoryW(LPWSTR buffer, UINT size);
 
 // Code pages: CP_ACP is the machine's. Known are those that code_page.h names; another one gives 0 and
 // ERROR_INVALID_PARAMETER.

@@ -46,6 +46,8 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
 UINT WinExec(LPCSTR commandLine, UINT show);
 // Knows the variables that tell the machine's own folders and names; others stay as they are written.
 DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR expanded, DWORD size);
+// The same with the same fault point; only on the NT family.
+DWORD ExpandEnvironmentStringsW(LPCWSTR text, LPWSTR expanded, DWORD size);
 
 BOOL OpenProcessToken(HANDLE process, DWORD access, PHANDLE token);
 BOOL LookupPrivilegeValueA(LPCSTR system, LPCSTR name, PLUID id);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/offline/other_half.h"
+
 namespace bromvale::offline {
 
 namespace {
@@ -171,13 +173,17 @@ RegistryKey* Registry::findOrMakeClass(std::string_view path, bool& created) {
 }
 
 RegistryKey* Registry::find(HKEY handle, RegistryKey* key, std::string_view path) const {
-    const bool view = hiveOf(handle) == kClassesRoot && !path.empty();
+    const auto hive = hiveOf(handle);
+    if (hive && isRedirected(*hive, path)) return tree_.find(key, redirectedKey(*hive, path));
+    const bool view = hive == kClassesRoot && !path.empty();
     return view ? findClass(path) : tree_.find(key, path);
 }
 
 RegistryKey* Registry::findOrMake(HKEY handle, RegistryKey* key, std::string_view path, bool& created) {
     if (!namesFit(path)) return nullptr;
-    if (hiveOf(handle) == kClassesRoot) return findOrMakeClass(path, created);
+    const auto hive = hiveOf(handle);
+    if (hive && isRedirected(*hive, path)) return tree_.findOrMake(key, redirectedKey(*hive, path), created);
+    if (hive == kClassesRoot) return findOrMakeClass(path, created);
     return tree_.findOrMake(key, path, created);
 }
 

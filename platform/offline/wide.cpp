@@ -6,9 +6,20 @@ namespace bromvale {
 
 const WideFunctions* wide() {
     static constexpr WideFunctions kFunctions{
-        &::RegOpenKeyExW,      &::RegEnumKeyExW,     &::RegEnumValueW,        &::RegQueryValueExW,
-        &::RegQueryInfoKeyW,   &::FindFirstFileW,    &::FindNextFileW,        &::CreateFileW,
-        &::GetModuleFileNameW, &::GetShortPathNameW, &::SHGetPathFromIDListW, &::GetFinalPathNameByHandleW,
+        &::RegOpenKeyExW,
+        &::RegEnumKeyExW,
+        &::RegEnumValueW,
+        &::RegQueryValueExW,
+        &::RegQueryInfoKeyW,
+        &::FindFirstFileW,
+        &::FindNextFileW,
+        &::CreateFileW,
+        &::GetModuleFileNameW,
+        &::GetWindowsDirectoryW,
+        &::ExpandEnvironmentStringsW,
+        &::GetShortPathNameW,
+        &::SHGetPathFromIDListW,
+        &::GetFinalPathNameByHandleW,
     };
     return offline::machine().os().isNt() ? &kFunctions : nullptr;
 }

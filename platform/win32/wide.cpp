@@ -29,6 +29,8 @@ WideFunctions load() {
     take(functions.findNextFile, "kernel32.dll", "FindNextFileW");
     take(functions.createFile, "kernel32.dll", "CreateFileW");
     take(functions.moduleFileName, "kernel32.dll", "GetModuleFileNameW");
+    take(functions.windowsDirectory, "kernel32.dll", "GetWindowsDirectoryW");
+    take(functions.expandEnvironmentStrings, "kernel32.dll", "ExpandEnvironmentStringsW");
     take(functions.shortPathName, "kernel32.dll", "GetShortPathNameW");
     take(functions.pathFromIdList, "shell32.dll", "SHGetPathFromIDListW");
     take(functions.finalPathName, "kernel32.dll", "GetFinalPathNameByHandleW");

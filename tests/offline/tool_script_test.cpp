@@ -86,6 +86,8 @@ write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: ; erstellt 
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: ; Betriebssystem: Windows XP\n
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: \r\n
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: [HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tot.exe\Unten]\n"Wert"="x"\n\n
+make file: C:\Programme\Bromvale\Backup\Vollständig_15112026_071209.reg
+write C:\Programme\Bromvale\Backup\Vollständig_15112026_071209.reg: Windows Registry Editor Version 5.00\n\n[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tot.exe\Unten]\n"Wert"="x"\n
 delete key: HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tot.exe\Unten
 Die markierten Fehler wurden erfolgreich entfernt und gesichert.
 [HKEY_LOCAL_MACHINE\Software\Microsoft\Windows\CurrentVersion\App Paths\tot.exe]	@	C:\\Programme\\Weg\\tot.exe	-2147483646
@@ -136,6 +138,7 @@ TEST_F(Script, SettingsAloneScanRemoveAndEnd) {
         read("c/programme/Bromvale/bromvale.log").starts_with("15.11.2026 07:12:09; started; Bromvale; "));
 }
 
+// In the undo file and then in the complete copy.
 TEST_F(Script, EachRecordIsWrittenBeforeItsKeyIsDeleted) {
     const std::vector<std::string> lines = linesOf(run(machine(kAutomatic)).out);
     int deletions = 0;
@@ -144,6 +147,11 @@ TEST_F(Script, EachRecordIsWrittenBeforeItsKeyIsDeleted) {
         ++deletions;
         const std::string key = "[" + lines[i].substr(12) + "]\\n";
         EXPECT_NE(lines[i - 1].find(key), std::string::npos) << lines[i - 1];
+        EXPECT_NE(lines[i - 1].find("Vollst"), std::string::npos) << lines[i - 1];
+        std::size_t undo = i - 2;
+        while (undo > 0 && !lines[undo].starts_with("write ")) --undo;
+        EXPECT_NE(lines[undo].find(key), std::string::npos) << lines[undo];
+        EXPECT_EQ(lines[undo].find("Vollst"), std::string::npos) << lines[undo];
     }
     EXPECT_EQ(deletions, 2);
 }

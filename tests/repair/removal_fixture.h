@@ -54,8 +54,11 @@ class RemovalTest : public TestMachine {
     }
 
     // The bytes of the one undo file.
-    std::string undoFile() {
-        const Texts files = filesIn(BackupPath, "*.reg");
+    std::string undoFile() { return oneFile("R\xFC*.reg"); }
+    // The bytes of the one complete copy.
+    std::string completeCopy() { return oneFile("V*.reg"); }
+    std::string oneFile(std::string_view pattern) {
+        const Texts files = filesIn(BackupPath, pattern);
         return files.size() == 1 ? readWholeFile(BackupPath + files[0])
                                  : std::string("<") + std::to_string(files.size()) + " files>";
     }

@@ -137,7 +137,8 @@ TEST_F(RemovalOfflineTest, TheDialogOfSuchAFailureIsShown) {
 
 TEST_F(RemovalOfflineTest, AFullDiskStopsInTheMiddleWithAllRowsStillListed) {
     for (const char* name : {"A", "B", "C"}) addKey(name);
-    offline::faults().fail("WriteFile", 7 + 2, 112);  // the header is seven writes, then comes C, then B
+    // The header is seven writes, then come C and its copy, then B.
+    offline::faults().fail("WriteFile", 7 + 3, 112);
     form().ProblemeEntfernen();
     EXPECT_TRUE(isGone("C"));
     EXPECT_FALSE(isGone("B"));
@@ -152,7 +153,7 @@ TEST_F(RemovalOfflineTest, AFullDiskStopsInTheMiddleWithAllRowsStillListed) {
 TEST_F(RemovalOfflineTest, OfMarkedRowsThoseRemovedBeforeAFailureAreGoneFromTheList) {
     for (const char* name : {"A", "B", "C"}) addKey(name);
     select({"\\A]", "\\B]", "\\C]"});
-    offline::faults().fail("WriteFile", 7 + 2, 112);
+    offline::faults().fail("WriteFile", 7 + 3, 112);
     removeMarked();
     EXPECT_EQ(rowKeys(), (Texts{"[HKEY_LOCAL_MACHINE\\Software\\Probe\\B]",
                                 "[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]"}));
@@ -167,6 +168,7 @@ TEST_F(RemovalOfflineTest, OnThe9xFamilyTheSubTreeGoesAlong) {
     EXPECT_TRUE(isGone("A"));
 }
 
+// Of the row into the undo file, then of the whole key into the copy.
 TEST_F(RemovalOfflineTest, EachRecordIsOneWriteBeforeItsDeletion) {
     for (const char* name : {"A", "B"}) addKey(name);
     static_cast<void>(form());
@@ -177,7 +179,8 @@ TEST_F(RemovalOfflineTest, EachRecordIsOneWriteBeforeItsDeletion) {
     form().ProblemeEntfernen();
     offline::faults().clear();
     EXPECT_EQ(calls, (Texts{"WriteFile", "WriteFile", "WriteFile", "WriteFile", "WriteFile", "WriteFile",
-                            "WriteFile", "WriteFile", "RegDeleteKeyA", "WriteFile", "RegDeleteKeyA"}));
+                            "WriteFile", "WriteFile", "WriteFile", "RegDeleteKeyA", "WriteFile", "WriteFile",
+                            "RegDeleteKeyA"}));
 }
 
 TEST_F(RemovalOfflineTest, NothingPumpsEventsDuringARemoval) {

@@ -163,14 +163,15 @@ TEST_F(UninstallerTest, AMissingUninstallerLeadsToTheQuestionAndOnYesToTheRemova
     EXPECT_EQ(boxes()[1].caption, "Bromvale");
     EXPECT_EQ(boxes()[1].style & 0xFFu, 36u);
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, keyOf("Alpha")));
-    // The loop ends here, with a fresh list and no undo file.
+    // The loop ends here, with a fresh list and a complete copy of the key, but no undo file.
     EXPECT_TRUE(keyExists(HKEY_CURRENT_USER, keyOf("Beta")));
     EXPECT_EQ(names(), Texts{"Beta"});
-    EXPECT_EQ(filesIn(BackupPath, "*.*"), Texts{});
-    EXPECT_EQ(logOf("cmdDeinstall_Click"),
-              (Texts{"started; 0; ",
-                     "Das Programm Alpha kann nicht deinstalliert werden.; 53; Datei nicht gefunden",
-                     "endet; 0; "}));
+    EXPECT_EQ(filesIn(BackupPath, "*.*"), Texts{"Vollst\xE4ndig_15112026_071209.reg"});
+    EXPECT_EQ(
+        logOf("cmdDeinstall_Click"),
+        (Texts{"started; 0; ",
+               "Das Programm Alpha kann nicht deinstalliert werden.; 53; Datei nicht gefunden",
+               "Ordner C:\\Programme\\Bromvale\\Backup\\ angelegt; 76; Pfad nicht gefunden", "endet; 0; "}));
 }
 
 TEST_F(UninstallerTest, OnNoTheEntryStaysAndTheNextRowFollows) {

@@ -27,6 +27,13 @@ std::string fileVerb(const Event& event) {
     return event.caption.empty() ? "delete " : "recycle ";
 }
 
+// A complete copy is written in UTF-16LE, the records behind its head without a mark.
+std::string writtenText(const std::string& bytes) {
+    const bool marked = bytes.starts_with("\xFF\xFE");
+    const bool wide = bytes.size() % 2 == 0 && (marked || (bytes.size() > 1 && bytes[1] == '\0'));
+    return wide ? ansiFromUtf16Bytes(std::string_view(bytes).substr(marked ? 2 : 0)) : bytes;
+}
+
 struct Wording {
     EventKind kind;
     std::string (*line)(const Event&);
@@ -51,7 +58,8 @@ constexpr std::array kWordings{
             }},
     Wording{EventKind::FileMade,
             [](const Event& e) { return (e.caption.empty() ? "make file: " : "empty file: ") + e.text; }},
-    Wording{EventKind::FileWritten, [](const Event& e) { return "write " + e.text + ": " + e.caption; }},
+    Wording{EventKind::FileWritten,
+            [](const Event& e) { return "write " + e.text + ": " + writtenText(e.caption); }},
     Wording{EventKind::FileDeleted, [](const Event& e) { return fileVerb(e) + "file: " + e.text; }},
     Wording{EventKind::FileMoved, [](const Event& e) { return "move file: " + e.caption + " -> " + e.text; }},
     Wording{EventKind::FolderMade, [](const Event& e) { return "make folder: " + e.text; }},
