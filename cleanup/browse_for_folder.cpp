@@ -2,20 +2,14 @@
 
 #include <array>
 
-#include "core/registry_layer.h"
+#include "cleanup/folder_paths.h"
+#include "core/log.h"
+#include "platform/exact_dialog.h"
+#include "platform/exact_text.h"
 #include "platform/folder_dialog.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {
-
-namespace {
-
-// A folder whose name the code page can't tell (see entry_names.h) would be taken for another one.
-bool leadsElsewhere(const std::string& path) {
-    return path.find_first_of("/*?\"<>|") != std::string::npos || path.find("\\\\", 1) != std::string::npos;
-}
-
-}  // namespace
 
 std::string BrowseForFolder() {
     std::array<char, MAX_PATH> displayName{};
@@ -26,11 +20,13 @@ std::string BrowseForFolder() {
     info.ulFlags = BIF_RETURNONLYFSDIRS;
     const auto list = SHBrowseForFolderA(&info);
     if (list == nullptr) return {};
-    std::string path(MAX_PATH, '\0');
-    static_cast<void>(SHGetPathFromIDListA(list, path.data()));
+    const std::string path = exactPathFromIdList(list);
     CoTaskMemFree(list);
-    TrimNull(path);
-    return leadsElsewhere(path) ? std::string() : path;
+    const std::string reason = path.empty() ? std::string() : refusalOf(path);
+    if (reason.empty()) return path;
+    MsgBox("Der Ordner " + plainText(path) + " kann nicht in die Liste aufgenommen werden.\r\n" + reason,
+           kStyleInformation);
+    return {};
 }
 
 }  // namespace bromvale

@@ -3,9 +3,9 @@
 
 namespace bromvale {
 
-// Lets the user choose a folder; empty where the dialog is cancelled, and for a folder whose path the code
-// page can't tell without leading elsewhere. The path stands as the dialog gives it, so a drive's root ends
-// in a backslash and nothing else does.
+// Lets the user choose a folder; empty where the dialog is cancelled, and for a folder that can't be emptied
+// by its path (folder_paths.h), of which the user is told why. The path stands as the dialog gives it, so a
+// drive's root ends in a backslash and nothing else does.
 [[nodiscard]] std::string BrowseForFolder();
 
 }  // namespace bromvale

@@ -30,6 +30,19 @@ const std::string& folderOfCleaner() {
     return SysDir;
 }
 
+using OnRefused = std::function<void(const RefusedFolder&)>;
+
+OnRefused collectIn(RefusedFolders& refused) {
+    return [&refused](const RefusedFolder& folder) { refused.push_back(folder); };
+}
+
+// `line` is the folder as the list names it, and `path` as it is emptied.
+void emptyFolder(const std::string& line, std::string& path, const OnRefused& onRefused) {
+    const std::string reason = refusalOf(line);
+    if (reason.empty()) return FileDel(path, "");
+    onRefused({line, reason});
+}
+
 }  // namespace
 
 void showEmptyingWindow() {
@@ -39,12 +52,12 @@ void showEmptyingWindow() {
     Pause(0.1);
 }
 
-void emptyListedFolders(int number) {
+void emptyListedFolders(int number, const OnRefused& onRefused) {
     while (!endOfFile(number)) {
         const std::string line = readLine(number);
         if (line.empty()) continue;
         std::string folder = withBackslash(line);
-        FileDel(folder, "");
+        emptyFolder(line, folder, onRefused);
     }
 }
 
@@ -57,26 +70,30 @@ void FrmMain::cmdInhaltLöschen_Click() {
         return Ending::Next;
     };
     const int number = freeFile();
+    RefusedFolders refused;
     attempt(onFailure, [] { showEmptyingWindow(); });
     attempt(onFailure, [&] {
         openFile(AppPath + "liste.txt", FileMode::Input, number);
-        emptyListedFolders(number);
+        emptyListedFolders(number, collectIn(refused));
     });
     attempt(onFailure, [&] { closeFile(number); });
     attempt(onFailure, [] { frmLogin().unload(); });
+    attempt(onFailure, [&] { tellRefused(refused); });
 }
 
 void FrmMain::mnuPopUpOrdnerEinzeln_Click() {
     attempt(kGoOn, [] { showEmptyingWindow(); });
     const int rows = lvwOrdnerList.count();
+    RefusedFolders refused;
     for (int row = 1; row <= rows; ++row) {
         attempt(kGoOn, [&] {
             if (!lvwOrdnerList.item(row).selected()) return;
             std::string folder = lvwOrdnerList.item(row).text();
-            FileDel(folder, "");
+            emptyFolder(lvwOrdnerList.item(row).text(), folder, collectIn(refused));
         });
     }
     attempt(kGoOn, [] { frmLogin().unload(); });
+    attempt(kGoOn, [&] { tellRefused(refused); });
 }
 
 // Some systems come without it, which is nobody's fault.

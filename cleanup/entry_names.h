@@ -1,31 +1,27 @@
 #pragma once
 #include <string>
 #include <string_view>
-#include <vector>
 
-#include "platform/files.h"
+#include "platform/exact_files.h"
 
 namespace bromvale {
 
-// What a folder lists is written in the code page of the program, which lacks most of the characters that a
-// name may hold and takes the nearest one instead: a wide backslash comes as "\", a wide star as "*", a
-// Cyrillic letter as "?". Such a name opens something else, in another folder maybe, or stands for many
-// files.
+// Which names lead to what they name. One that the code page can't hold carries marks (exact_text.h), and its
+// plain text opens something else, in another folder maybe, or stands for many files. Others are exact and
+// are read otherwise all the same: the system cuts dots and blanks off an end, and takes "nul.txt" for a
+// device.
 
-// Whether an entry of this name can be reached by it: no character that separates, is a wildcard or is
-// allowed in no name, and no dot or blank at its end, which the system would cut off.
+// Whether nothing reads the name otherwise, marks aside: no character that separates, is a wildcard or is
+// allowed in no name, no dot or blank at the end, no device.
+[[nodiscard]] bool isSoundName(std::string_view name);
+
+// A sound name without marks: the ANSI functions and the shell reach the entry by it.
 [[nodiscard]] bool isPlainName(std::string_view name);
 
-// The name by which an entry can be reached: its own, else its short one. Empty where neither is plain, as on
-// drives that keep no short names.
-[[nodiscard]] std::string reachableName(const WIN32_FIND_DATAA& found);
-
-// An entry whose own name isn't plain.
-struct ForeignEntry {
-    std::string shortName;
-    std::string listedName;
-};
-// Those of a folder (with its backslash) that can be reached by their short names.
-[[nodiscard]] std::vector<ForeignEntry> foreignEntries(const std::string& path);
+// The name by which the ANSI functions and the shell reach an entry of a folder (with its backslash): its
+// own, else its short one where that is proved to lead to the same entry. Empty where neither does.
+[[nodiscard]] std::string reachableName(const std::string& folder, const FoundEntry& entry);
+// The same for an entry that is given by its name alone.
+[[nodiscard]] std::string reachableName(const std::string& folder, const std::string& name);
 
 }  // namespace bromvale

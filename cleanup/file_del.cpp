@@ -9,6 +9,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/events.h"
+#include "platform/exact_text.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 
@@ -38,24 +39,43 @@ void deleteForGood(const std::string& path) {
 }
 
 void traceAttempt(const std::string& path) {
-    kTags.trace([&] { return "Versuch die Datei " + path + " zu löschen; Ergebnis unbekannt"; });
+    kTags.trace([&] { return "Versuch die Datei " + plainText(path) + " zu löschen; Ergebnis unbekannt"; });
 }
 
-// One entry of a folder that is emptied. `listed` is the name under which the folder lists it, which is
-// another one where `name` is its short name.
-void deleteEntry(const EmptiedFolder& folder, const std::string& path, const std::string& name,
-                 const std::string& listed) {
-    const std::string whole = path + name;
+constexpr std::string_view kNoName = "ihr Name ist nicht genau bekannt, und kein Kurzname führt zu ihr";
+constexpr std::string_view kLeadsElsewhere = "ob ihr Name zu ihr selbst führt, ist nicht bekannt";
+constexpr std::string_view kNotAllSeen = "nicht alles an ihr ließ sich ansehen oder als Verweis entfernen";
+
+// Deletes the entry that the folder lists as `listed`, by the name that reaches it. Answers why it is left
+// alone, or nothing.
+std::string_view deleteReached(const EmptiedFolder& folder, const std::string& path, const std::string& name,
+                               const std::string& listed) {
+    using Finding = EmptiedFolder::Finding;
+    if (name.empty()) return kNoName;
+    if (DelFilePermanent != 1) {
+        const Finding finding = folder.takeLinksOut(name, listed);
+        if (finding == Finding::Clear) moveToRecycleBin(path + name);
+        return finding == Finding::Unsure ? kNotAllSeen : std::string_view();
+    }
+    if (!folder.holds(name, listed)) return kLeadsElsewhere;
+    deleteForGood(path + name);
+    return {};
+}
+
+void deleteEntry(const EmptiedFolder& folder, const std::string& path, const FoundEntry& entry) {
+    const auto onFailure = reportAndGoOn(kTags);
+    std::string name;
+    std::string_view leftAlone;
     ServeWindows();
-    attempt(reportAndGoOn(kTags), [&] {
-        if (!isPlainName(name)) return;
-        if (DelFilePermanent != 1) {
-            if (folder.takeLinksOut(name)) moveToRecycleBin(whole);
-        } else if (folder.holds(name, listed)) {
-            deleteForGood(whole);
-        }
+    attempt(onFailure, [&] { name = reachableName(path, entry); });
+    attempt(onFailure, [&] { leftAlone = deleteReached(folder, path, name, entry.name); });
+    traceAttempt(path + entry.name);
+    if (!name.empty() && name != entry.name) traceAttempt(path + name);
+    if (leftAlone.empty()) return;
+    kTags.trace([&] {
+        const std::string text = "Die Datei " + plainText(path + entry.name) + " bleibt stehen: ";
+        return text + std::string(leftAlone);
     });
-    traceAttempt(whole);
 }
 
 }  // namespace
@@ -64,21 +84,18 @@ void FileDel(std::string& path, std::string_view file) {
     const auto onFailure = reportAndGoOn(kTags);
     if (!file.empty()) {
         // A named file always goes to the recycle bin, whatever DelFilePermanent says. The shell would take a
-        // name that isn't plain for another file, or for many.
+        // name that isn't plain for another file, or for many, and it cuts a path that is too long.
         const std::string whole = std::string(path).append(file);
-        if (isPlainName(file)) attempt(onFailure, [&] { moveToRecycleBin(whole); });
+        const bool reached = isExact(path) && isPlainName(file) && fitsPath(whole);
+        if (reached) attempt(onFailure, [&] { moveToRecycleBin(whole); });
         return traceAttempt(whole);
     }
-    std::vector<std::string> names;
-    attempt(onFailure, [&] { FindFileAPI(path, "*.*", names); });
+    std::vector<FoundEntry> entries;
+    attempt(onFailure, [&] { FindFileAPI(path, "*.*", entries); });
     kTags.trace([] { return "Dateien permanent löschen=" + std::to_string(DelFilePermanent); });
     const EmptiedFolder folder(path);
-    for (const std::string& name : names) {
-        if (!name.empty() && name != path) deleteEntry(folder, path, name, name);
-    }
-    // Those that were passed over above since their own names lead elsewhere.
-    for (const ForeignEntry& entry : foreignEntries(path)) {
-        deleteEntry(folder, path, entry.shortName, entry.listedName);
+    for (const FoundEntry& entry : entries) {
+        if (!entry.name.empty() && entry.name != path) deleteEntry(folder, path, entry);
     }
 }
 

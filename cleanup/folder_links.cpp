@@ -3,84 +3,107 @@
 #include <utility>
 
 #include "cleanup/entry_names.h"
-#include "core/runtime.h"
 #include "platform/events.h"
-#include "platform/files.h"
+#include "platform/exact_text.h"
 #include "platform/final_path.h"
-#include "platform/text_case.h"
 
 namespace bromvale {
 namespace {
 
-bool isFolder(const WIN32_FIND_DATAA& found) {
-    return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+bool isFolder(const FoundEntry& found) {
+    return (found.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// The two entries that every folder has of itself and of the one above; they have no short names, while an
-// entry whose wide dots are merely listed as dots may have one.
-bool isDots(const WIN32_FIND_DATAA& found) {
-    const std::string_view name = found.cFileName;
-    return (name == "." || name == "..") && !isPlainName(found.cAlternateFileName);
+// The two entries that every folder has of itself and of the one above.
+bool isDots(const FoundEntry& found) {
+    return found.name == "." || found.name == "..";
 }
 
 // A link to a folder, or a folder where another volume is mounted. Some systems tell the attribute alone; and
 // folders of other kinds (kept by a network service, say) carry it too, with a tag that lacks this bit.
-bool isFolderLink(const WIN32_FIND_DATAA& found) {
+bool isFolderLink(const FoundEntry& found) {
     constexpr DWORD kStandsForAnotherName = 0x20000000;
-    return isFolder(found) && (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
-           (found.dwReserved0 == 0 || (found.dwReserved0 & kStandsForAnotherName) != 0);
+    return isFolder(found) && (found.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (found.reparseTag == 0 || (found.reparseTag & kStandsForAnotherName) != 0);
+}
+
+bool removeLink(const std::string& path) {
+    return isExact(path) && RemoveDirectoryA(path.c_str()) != 0;
 }
 
 }  // namespace
 
 EmptiedFolder::EmptiedFolder(std::string path)
     : path_(std::move(path)), finalPath_(finalPath(path_, Links::Follow)) {
-    if (!finalPath_.empty()) finalPath_ = withBackslash(finalPath_);
+    if (!finalPath_.empty() && finalPath_.back() != u'\\') finalPath_ += u'\\';
+}
+
+EmptiedFolder::EmptiedFolder(std::string path, std::u16string finalPath)
+    : path_(std::move(path)), finalPath_(std::move(finalPath)) {}
+
+// Its final path isn't asked for anew: where a link was put in its place by now, what lies below is found to
+// be elsewhere.
+EmptiedFolder EmptiedFolder::sub(const SubFolder& folder) const {
+    const std::u16string below = tellsFinalPaths() ? finalPath_ + wideText(folder.listed) + u'\\' : u"";
+    return {path_ + folder.name + "\\", below};
 }
 
 bool EmptiedFolder::holds(const std::string& name, const std::string& listed) const {
-    if (finalPath_.empty()) return true;
-    const std::string entry = finalPath(path_ + name, Links::Open);
-    return entry.empty() || compareWithoutCase(entry, finalPath_ + listed) == 0;
+    const std::string path = path_ + name;
+    if (!fitsPath(path)) return false;
+    if (!tellsFinalPaths()) return true;
+    return !finalPath_.empty() && finalPath(path, Links::Open) == finalPath_ + wideText(listed);
 }
 
-bool EmptiedFolder::takeLinksOut(const std::string& name) const {
-    return takeLinksOut(name, true);
+EmptiedFolder::Finding EmptiedFolder::takeLinksOut(const std::string& name, const std::string& listed) const {
+    FoundEntry found;
+    if (findEntry(path_ + name, found) != 0) return hasVanished(listed) ? Finding::Gone : Finding::Unsure;
+    if (found.name != listed || !holds(name, listed)) return Finding::Unsure;
+    if (isFolderLink(found)) return removeLink(path_ + name) ? Finding::Gone : Finding::Unsure;
+    if (!isFolder(found)) return Finding::Clear;
+    // It is asked once more where it leads, since looking through a folder takes its time.
+    const bool clear = sub({name, listed}).takeAllLinksOut() && holds(name, listed);
+    return clear ? Finding::Clear : Finding::Unsure;
 }
 
-bool EmptiedFolder::takeLink(const WIN32_FIND_DATAA& found, bool entries,
-                             std::vector<std::string>& folders) const {
+// An entry that the ANSI functions don't reach is looked at under its true name, and goes with its folder.
+bool EmptiedFolder::takeLink(const FoundEntry& found, std::vector<SubFolder>& folders) const {
     if (isDots(found)) return true;
-    const std::string name = reachableName(found);
-    // A file that has no usable name goes with its folder, for which nobody need name it. A folder that has
-    // none can't be looked into.
-    if (name.empty()) return !isFolder(found);
-    if (!holds(name, found.cFileName)) return false;
-    if (isFolderLink(found)) return RemoveDirectoryA((path_ + name).c_str()) != 0 && !entries;
-    if (isFolder(found)) folders.push_back(name);
+    const std::string reachable = reachableName(path_, found);
+    const std::string& name = reachable.empty() ? found.name : reachable;
+    if (!isSoundName(name) || !holds(name, found.name)) return false;
+    if (isFolderLink(found)) return removeLink(path_ + name);
+    if (isFolder(found)) folders.push_back({name, found.name});
     return true;
 }
 
-bool EmptiedFolder::takeLinksOut(const std::string& pattern, bool entries) const {
-    WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA((path_ + pattern).c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) {
-        const DWORD error = GetLastError();
-        const bool vanished = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
-        return vanished && !entries;
+bool EmptiedFolder::takeAllLinksOut() const {
+    if (!fitsPath(path_ + "*")) return false;
+    std::vector<SubFolder> folders;
+    {
+        FolderSearch search(path_ + "*");
+        FoundEntry found;
+        while (search.next(found)) {
+            ServeWindows();
+            if (!takeLink(found, folders) && !hasVanished(found.name)) return false;
+        }
+        if (search.error() != 0) return false;
     }
-    bool clean = true;
-    std::vector<std::string> folders;
-    do {
-        ServeWindows();
-        clean = takeLink(found, entries, folders) && clean;
-    } while (FindNextFileA(search, &found) != 0);
-    clean = clean && GetLastError() == ERROR_NO_MORE_FILES;
-    FindClose(search);
-    for (const std::string& name : folders) {
-        clean = EmptiedFolder(path_ + name + "\\").takeLinksOut("*", false) && clean;
+    for (const SubFolder& folder : folders) {
+        if (!sub(folder).takeAllLinksOut() && !hasVanished(folder.listed)) return false;
     }
-    return clean;
+    return true;
+}
+
+// No error tells that: a path that is too long looks like a missing one. Only a folder that is listed to its
+// end without the entry has lost it.
+bool EmptiedFolder::hasVanished(const std::string& listed) const {
+    FolderSearch search(path_ + "*");
+    FoundEntry found;
+    while (search.next(found)) {
+        if (found.name == listed) return false;
+    }
+    return search.error() == 0;
 }
 
 }  // namespace bromvale

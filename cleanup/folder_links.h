@@ -2,35 +2,48 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "platform/exact_files.h"
 
 namespace bromvale {
 
-// A folder that is to be emptied, asked entry by entry what may be deleted without leaving it.
+// A folder that is to be emptied, asked entry by entry what may be deleted without leaving it. What can't be
+// found out is no permission: not which path the system arrives at, and not what a sub folder holds.
 class EmptiedFolder {
   public:
     // With its trailing backslash.
     explicit EmptiedFolder(std::string path);
 
-    // False for a link that cannot be told from what it points to: some systems open the target under the
-    // link's name whatever they are asked for, so that deleting the link would delete the target. `listed` is
-    // the name under which the folder lists the entry, where `name` is its short one.
+    // Whether `name` leads to the entry that the folder lists as `listed`, and to nothing else: false for a
+    // link that can't be told from what it points to (some systems open the target under the link's name
+    // whatever they are asked for, so that deleting the link would delete the target), for an entry in whose
+    // place something else was put, and for a path that is too long. Systems that tell no final paths are
+    // taken at their word.
     [[nodiscard]] bool holds(const std::string& name, const std::string& listed) const;
 
-    // Takes an entry of this name (or short name) that is a link away, and out of an entry that is a folder
-    // all links at any depth. True where the shell may then have the entry: where the recycle bin can't take
-    // a folder the shell deletes what lies below, and that of several systems goes on behind the links. False
-    // where a link stays, where nobody can look, and where nothing is left to be deleted.
-    [[nodiscard]] bool takeLinksOut(const std::string& name) const;
+    enum class Finding {
+        Clear,   // the shell may have it
+        Gone,    // a link, which went; or it had vanished
+        Unsure,  // a link that stays, or something that can't be looked into
+    };
+    // Takes an entry away that is a link, and out of an entry that is a folder all links at any depth: where
+    // the recycle bin can't take a folder the shell deletes what lies below, and that of several systems goes
+    // on behind the links.
+    [[nodiscard]] Finding takeLinksOut(const std::string& name, const std::string& listed) const;
 
   private:
-    [[nodiscard]] bool takeLinksOut(const std::string& pattern, bool entries) const;
-    // False where a link stays or has been the entry itself; adds to `folders` what must be looked into.
-    [[nodiscard]] bool takeLink(const WIN32_FIND_DATAA& found, bool entries,
-                                std::vector<std::string>& folders) const;
+    struct SubFolder {
+        std::string name;
+        std::string listed;
+    };
+    EmptiedFolder(std::string path, std::u16string finalPath);
+    [[nodiscard]] EmptiedFolder sub(const SubFolder& folder) const;
+    [[nodiscard]] bool takeAllLinksOut() const;
+    // False where something can't be told; adds to `folders` what must be looked into.
+    [[nodiscard]] bool takeLink(const FoundEntry& found, std::vector<SubFolder>& folders) const;
+    [[nodiscard]] bool hasVanished(const std::string& listed) const;
 
     std::string path_;
-    std::string finalPath_;  // empty where the system doesn't tell
+    std::u16string finalPath_;  // with its backslash; empty where it can't be told
 };
 
 }  // namespace bromvale

@@ -1,10 +1,11 @@
 #include "core/file_helpers.h"
 
+#include <utility>
+
 #include "core/c_text.h"
 #include "core/handling.h"
-#include "core/registry_layer.h"
 #include "core/runtime.h"
-#include "platform/files.h"
+#include "platform/exact_files.h"
 #include "platform/other_view.h"
 
 namespace bromvale {
@@ -12,32 +13,35 @@ namespace {
 
 constexpr std::string_view kModule = "modFiles";
 
-void collectNames(const std::string& sought, std::vector<std::string>& names) {
-    WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA(sought.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
-    do {
-        std::string name(found.cFileName, sizeof(found.cFileName));
-        TrimNull(name);
-        if (name == "." || name == "..") continue;
-        names.back() = name;
-        names.emplace_back();
-    } while (FindNextFileA(search, &found) != 0);
-    FindClose(search);
+void collectEntries(const std::string& sought, std::vector<FoundEntry>& entries) {
+    FolderSearch search(sought);
+    FoundEntry found;
+    while (search.next(found)) {
+        if (found.name != "." && found.name != "..") entries.push_back(found);
+    }
 }
 
 }  // namespace
 
-void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::string>& names) {
+void FindFileAPI(std::string& path, std::string_view pattern, std::vector<FoundEntry>& entries) {
     const Tags tags{kModule, "FindFileAPI"};
     const auto onFailure = reportAndGoOn(tags);
     tags.trace("started");
     if (path.empty() || path.back() != '\\') path += '\\';
     tags.trace([&] { return "durchsuchter Ordner " + path; });
-    names.assign(1, std::string());
-    attempt(onFailure, [&] { collectNames(std::string(path).append(pattern), names); });
-    tags.trace([&] { return "Darin wurden " + std::to_string(names.size() - 1) + " Dateien gefunden."; });
+    entries.clear();
+    attempt(onFailure, [&] { collectEntries(std::string(path).append(pattern), entries); });
+    tags.trace([&] { return "Darin wurden " + std::to_string(entries.size()) + " Dateien gefunden."; });
     tags.trace("endet");
+}
+
+void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::string>& names) {
+    std::vector<FoundEntry> entries;
+    FindFileAPI(path, pattern, entries);
+    names.clear();
+    names.reserve(entries.size() + 1);
+    for (FoundEntry& entry : entries) names.push_back(std::move(entry.name));
+    names.emplace_back();
 }
 
 bool FileExists(std::string_view path) {

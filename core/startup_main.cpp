@@ -164,8 +164,14 @@ void openFolderList(int number) {
     kTags.trace([] { return "Tempfiledelete: " + AppPath + "\\liste.txt geöffnet"; });
 }
 
+// Nobody sits before a start of this kind, so the log tells it, tracing or not.
+void logRefused(const RefusedFolder& folder) {
+    const std::string text = "Tempfiledelete: " + plainText(folder.path) + " wird nicht geleert. ";
+    ErrHandle(kTags.modul, kTags.funktion, text + folder.reason, 0, "", kStyleExclamation, kHide);
+}
+
 void emptyFolders(int number) {
-    emptyListedFolders(number);
+    emptyListedFolders(number, logRefused);
     kTags.trace("Tempfiledelete: Dateien und Ordner gelöscht");
 }
 

@@ -5,14 +5,14 @@
 #include <vector>
 
 #include "core/attempt.h"
-#include "core/c_text.h"
 #include "core/calendar.h"
 #include "core/file_helpers.h"
 #include "core/log.h"
 #include "core/runtime.h"
 #include "core/state.h"
 #include "platform/events.h"
-#include "platform/files.h"
+#include "platform/exact_files.h"
+#include "platform/exact_text.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
 #include "ui/list_selection.h"
@@ -43,21 +43,15 @@ constexpr std::array<KeyAction, 9> kKeyActions{{
     {43, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Execute
 }};
 
-WIN32_FIND_DATAA find(std::string_view path) {
-    WIN32_FIND_DATAA found{};
-    const HANDLE search = FindFirstFileA(CText(path).get(), &found);
-    if (search == INVALID_HANDLE_VALUE) raise(kFileNotFound);
-    FindClose(search);
-    return found;
-}
-
 // A row per file; what can't be found out about a file leaves its cell as it is, and the next file is listed
-// all the same.
+// all the same. A name that the code page can't hold is shown by its nearest letters, which may be those of
+// another file, so the row keeps the name itself.
 template <class Handler>
 void addFile(ListView& list, const std::string& name, const Handler& onFailure) {
     ListItem* row = nullptr;
-    attempt(onFailure, [&] { row = &list.add(name, kRegFileIcon); });
+    attempt(onFailure, [&] { row = &list.add(plainText(name), kRegFileIcon); });
     if (row == nullptr) return;
+    if (!isExact(name)) row->setTag(name);
     attempt(onFailure, [&] {
         const FileFacts facts = fileFacts(BackupPath + name);
         row->setSubItem(kSizeColumn, sizeText(facts.size));
@@ -68,12 +62,12 @@ void addFile(ListView& list, const std::string& name, const Handler& onFailure) 
 }  // namespace
 
 FileFacts fileFacts(std::string_view path) {
-    const WIN32_FIND_DATAA found = find(path);
-    constexpr double kHighWord = 4294967296.0;
+    FoundEntry found;
+    if (findEntry(std::string(path), found) != 0) raise(kFileNotFound);
     FileFacts facts;
-    facts.size = found.nFileSizeHigh * kHighWord + found.nFileSizeLow;
+    facts.size = static_cast<double>(found.size);
     FILETIME local{};
-    FileTimeToLocalFileTime(&found.ftLastWriteTime, &local);
+    FileTimeToLocalFileTime(&found.written, &local);
     FileTimeToSystemTime(&local, &facts.written);
     return facts;
 }

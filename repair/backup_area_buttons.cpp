@@ -2,6 +2,7 @@
 // editors that it starts and never learns what they did.
 #include <string>
 
+#include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
 #include "core/attempt.h"
 #include "core/log.h"
@@ -44,10 +45,22 @@ class Click {
     [[nodiscard]] bool takeSelected(int row) {
         bool selected = false;
         step([&] { selected = list_.item(row).selected(); });
-        if (selected) name_ = list_.item(row).text();
-        return selected;
+        if (!selected) return false;
+        name_ = list_.item(row).text();
+        tag_ = list_.item(row).tag();
+        if (!reached().empty()) return true;
+        step([&] { tellUnreachable(); });
+        return false;
     }
+    // As the row shows it.
     [[nodiscard]] const std::string& name() const { return name_; }
+    // The row that stands for the file by now; 0 where there is none.
+    [[nodiscard]] int rowOfFile() const {
+        for (int row = 1; row <= list_.count(); ++row) {
+            if (list_.item(row).text() == name_ && list_.item(row).tag() == tag_) return row;
+        }
+        return 0;
+    }
 
     [[nodiscard]] bool confirmed(const std::string& question) const {
         int answer = 0;
@@ -56,16 +69,33 @@ class Click {
     }
     void hand(const char* verb) const {
         step([&] {
+            const std::string name = reached();
+            if (name.empty()) return;
             // What comes back isn't looked at: the shell tells its failures itself.
             static_cast<void>(
-                ShellExecuteA(nullptr, verb, (BackupPath + name_).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
+                ShellExecuteA(nullptr, verb, (BackupPath + name).c_str(), nullptr, nullptr, SW_SHOWNORMAL));
         });
     }
     void deleteFile() const {
-        step([&] { FileDel(BackupPath, name_); });
+        step([&] {
+            // FileDel would take an empty name for all files of the folder.
+            const std::string name = reached();
+            if (!name.empty()) FileDel(BackupPath, name);
+        });
     }
 
   private:
+    // The name by which the file is handed on: of one whose own name the code page can't hold the short one,
+    // or nothing.
+    [[nodiscard]] std::string reached() const {
+        return tag_.empty() ? name_ : reachableName(BackupPath, tag_);
+    }
+    void tellUnreachable() const {
+        MsgBox("Die Datei " + name_ +
+                   " kann weder geöffnet noch gelöscht werden: Ihr Name enthält Zeichen, die dieses Programm "
+                   "nicht genau wiedergeben kann.",
+               kStyleInformation);
+    }
     Ending handle(const Failure& failure) const {
         const auto report = [&](const std::string& text, std::int32_t style, std::int16_t show) {
             ErrHandle(tags_.modul, tags_.funktion, text, failure.number, failure.description, style, show);
@@ -84,15 +114,8 @@ class Click {
     ListView& list_;
     Tags tags_;
     std::string name_;
+    std::string tag_;  // the name itself, where the row can't show it
 };
-
-// 0 where no row names the file.
-int rowOf(const ListView& list, const std::string& name) {
-    for (int row = 1; row <= list.count(); ++row) {
-        if (list.item(row).text() == name) return row;
-    }
-    return 0;
-}
 
 std::string reentryQuestion(const std::string& name) {
     return "Wollen Sie wirklich die Datei " + name +
@@ -161,7 +184,7 @@ void FrmMain::cmdLöschen_Click() {
             continue;
         click.deleteFile();
         click.trace([&] { return "Datei " + click.name() + " wurde gelöscht"; });
-        const int deleted = rowOf(lvwBackup, click.name());
+        const int deleted = click.rowOfFile();
         if (deleted == 0) continue;
         click.step([&] { lvwBackup.remove(deleted); });
         --row;

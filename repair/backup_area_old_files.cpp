@@ -2,6 +2,7 @@
 #include <optional>
 #include <vector>
 
+#include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
 #include "core/attempt.h"
 #include "core/c_text.h"
@@ -11,6 +12,7 @@
 #include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
+#include "platform/exact_text.h"
 #include "platform/files.h"
 #include "repair/backup_area.h"
 
@@ -36,8 +38,14 @@ Ending report(const Failure& failure) {
 }
 
 // Strictly older: a file of exactly DelAfterDays days stays. So does one whose date can't be read, be the
-// limit below 0, which even the files of today exceed.
-void deleteIfOld(const std::string& name, const std::string& today) {
+// limit below 0, which even the files of today exceed. A name that the code page can't hold leads to another
+// file or to none: such a file goes by its short name or stays.
+void deleteIfOld(const std::string& listed, const std::string& today) {
+    const std::string name = reachableName(BackupPath, listed);
+    if (name.empty()) {
+        return kTags.trace(
+            [&] { return BackupPath + plainText(listed) + " bleibt: der Name ist nicht genau bekannt"; });
+    }
     std::optional<std::int32_t> age;
     attempt(report, [&] { age = daysBetween(GetFileDate(BackupPath + name), today); });
     if (!age || *age <= DelAfterDays) return;

@@ -24,12 +24,16 @@ class ListItem {
     [[nodiscard]] int smallIcon() const { return smallIcon_; }
     [[nodiscard]] bool selected() const { return selected_; }
     void setSelected(bool selected);
+    // What the row's owner keeps with it; never shown, nor sorted by.
+    [[nodiscard]] const std::string& tag() const { return tag_; }
+    void setTag(std::string_view tag) { tag_ = tag; }
 
   private:
     friend class ListView;
     void setColumn(int index, std::string_view text);
     ListView* list_;
     std::vector<std::string> texts_;
+    std::string tag_;
     int smallIcon_;
     bool selected_ = false;
 };

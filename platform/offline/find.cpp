@@ -84,6 +84,7 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     if (location.count > 0) {
         FileInfo self;
         (void)location.volume->find(location.all(), &self);
+        self.shortName.clear();
         for (const char* name : {"..", "."}) {
             if (!matchesMask(mask, name)) continue;
             self.name = name;

@@ -4,24 +4,26 @@
 
 namespace bromvale {
 
+namespace {
+
+constexpr WideFunctions kUpToXp{
+    &::RegOpenKeyExW,      &::RegEnumKeyExW,     &::RegEnumValueW,        &::RegQueryValueExW,
+    &::RegQueryInfoKeyW,   &::FindFirstFileW,    &::FindNextFileW,        &::CreateFileW,
+    &::GetModuleFileNameW, &::GetWindowsDirectoryW, &::ExpandEnvironmentStringsW, &::GetShortPathNameW, &::SHGetPathFromIDListW, nullptr,
+};
+
+constexpr WideFunctions withFinalPaths(WideFunctions functions) {
+    functions.finalPathName = &::GetFinalPathNameByHandleW;
+    return functions;
+}
+constexpr WideFunctions kFromVistaOn = withFinalPaths(kUpToXp);
+
+}  // namespace
+
 const WideFunctions* wide() {
-    static constexpr WideFunctions kFunctions{
-        &::RegOpenKeyExW,
-        &::RegEnumKeyExW,
-        &::RegEnumValueW,
-        &::RegQueryValueExW,
-        &::RegQueryInfoKeyW,
-        &::FindFirstFileW,
-        &::FindNextFileW,
-        &::CreateFileW,
-        &::GetModuleFileNameW,
-        &::GetWindowsDirectoryW,
-        &::ExpandEnvironmentStringsW,
-        &::GetShortPathNameW,
-        &::SHGetPathFromIDListW,
-        &::GetFinalPathNameByHandleW,
-    };
-    return offline::machine().os().isNt() ? &kFunctions : nullptr;
+    const offline::OsVersion& os = offline::machine().os();
+    if (!os.isNt()) return nullptr;
+    return os.major < 6 ? &kUpToXp : &kFromVistaOn;
 }
 
 }  // namespace bromvale

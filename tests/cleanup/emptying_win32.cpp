@@ -5,6 +5,7 @@
 #include "cleanup/file_del.h"
 #include "platform/folder_dialog.h"
 #include "tests/cleanup/cleanup_fixture.h"
+#include "tests/cleanup/host_links_win32.h"
 
 namespace bromvale::testing {
 namespace {
@@ -26,40 +27,6 @@ class RealShell : public CleanupTest {
             if (c == '/') c = '\\';
         }
         return path;
-    }
-    // A link, made by the system below; false where there is none.
-    static bool makeLink(const std::string& target, const std::string& name) {
-        const std::string targetPath = hostPath(target);
-        if (targetPath.empty()) return false;
-        onHost("Z:\\bin\\ln -s \"" + targetPath + "\" \"" + hostPath(name) + "\"");
-        return exists(name);
-    }
-    static void removeLink(const std::string& folder, const std::string& name) {
-        onHost("Z:\\bin\\rm -f \"" + hostPath(folder) + "/" + name + "\"");
-    }
-    static void onHost(std::string line) {
-        STARTUPINFOA start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION made{};
-        if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                            &made))
-            return;
-        WaitForSingleObject(made.hProcess, 10000);
-        CloseHandle(made.hThread);
-        CloseHandle(made.hProcess);
-        Sleep(200);  // such a program may end behind its handle
-    }
-    static std::string hostPath(const std::string& path) {
-        using Convert = char*(__cdecl*)(const wchar_t*);
-        const auto convert = reinterpret_cast<Convert>(reinterpret_cast<void*>(
-            GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-        if (convert == nullptr) return {};
-        wchar_t wide[MAX_PATH] = L"";
-        MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
-        char* const host = convert(wide);
-        const std::string result = host != nullptr ? host : "";
-        if (host != nullptr) HeapFree(GetProcessHeap(), 0, host);
-        return result;
     }
 };
 
@@ -143,7 +110,13 @@ TEST_F(RealShell, AFolderOfTheListThatIsALinkIsEmptied) {
 
 // --- the folder dialog ---
 
-std::string chosenFolder;
+std::wstring wide(const std::string& text) {
+    wchar_t result[MAX_PATH] = L"";
+    MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, result, MAX_PATH);
+    return result;
+}
+
+std::wstring chosenFolder;
 std::string dialogText;
 HWND dialogOwner = nullptr;
 bool cancels = false;
@@ -163,11 +136,12 @@ BOOL CALLBACK findTitle(HWND child, LPARAM) {
 // The user's side: chooses a folder as soon as the dialog stands, or cancels it.
 LRESULT CALLBACK answerDialog(int code, WPARAM wParam, LPARAM lParam) {
     const auto& message = *reinterpret_cast<const CWPRETSTRUCT*>(lParam);
-    if (code == HC_ACTION && message.message == WM_INITDIALOG) {
+    const bool box = GetDlgItem(message.hwnd, 0xFFFF) != nullptr;  // a message box's text
+    if (code == HC_ACTION && message.message == WM_INITDIALOG && !box) {
         EnumChildWindows(message.hwnd, findTitle, 0);
         dialogOwner = GetWindow(message.hwnd, GW_OWNER);
         if (!cancels) {
-            PostMessageA(message.hwnd, BFFM_SETSELECTIONA, TRUE,
+            PostMessageA(message.hwnd, BFFM_SETSELECTIONW, TRUE,
                          reinterpret_cast<LPARAM>(chosenFolder.c_str()));
         }
         PostMessageA(message.hwnd, WM_COMMAND, cancels ? IDCANCEL : IDOK, 0);
@@ -179,19 +153,36 @@ TEST_F(RealShell, TheFolderDialogGivesThePathOrNothing) {
     makeBin("Wahl");
     form().load();
     ASSERT_NE(form().window(), nullptr);
-    chosenFolder = folder() + "Wahl";
+    chosenFolder = wide(folder() + "Wahl");
     const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerDialog, nullptr, GetCurrentThreadId());
     cancels = false;
     // Wine opens the levels of its tree in its own time, and a selection may come before its level is there.
     std::string chosen;
-    for (int tries = 0; tries < 6 && chosen != chosenFolder; ++tries) chosen = BrowseForFolder();
+    for (int tries = 0; tries < 6 && chosen != folder() + "Wahl"; ++tries) chosen = BrowseForFolder();
     cancels = true;
     const std::string cancelled = BrowseForFolder();
     UnhookWindowsHookEx(hook);
-    EXPECT_EQ(chosen, chosenFolder);
+    EXPECT_EQ(chosen, folder() + "Wahl");
     EXPECT_EQ(cancelled, "");
     EXPECT_EQ(dialogOwner, form().window());
     EXPECT_EQ(dialogText, "Wähle den Ordner, aus den die Dateien gelöscht werden sollen.");
+}
+
+TEST_F(RealShell, TheFolderDialogRefusesAFolderBeyondTheCodePageAndSaysSo) {
+    makeBin("Foto-Alt");
+    chosenFolder = wide(folder()) + L"Foto\u2011Alt";
+    ASSERT_TRUE(CreateDirectoryW(chosenFolder.c_str(), nullptr));
+    form().load();
+    const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerDialog, nullptr, GetCurrentThreadId());
+    cancels = false;
+    for (int tries = 0; tries < 6 && boxes().empty(); ++tries)
+        EXPECT_NE(BrowseForFolder(), folder() + "Foto-Alt");
+    UnhookWindowsHookEx(hook);
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(boxes()[0].text, "Der Ordner " + folder() +
+                                   "Foto-Alt kann nicht in die Liste aufgenommen werden.\r\nDer Pfad enthält "
+                                   "Zeichen, die dieses Programm nicht genau wiedergeben kann.");
+    EXPECT_EQ(boxes()[0].caption, "Bromvale");
 }
 
 }  // namespace

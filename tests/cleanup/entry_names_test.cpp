@@ -1,19 +1,11 @@
 // Which names lead to what they name.
 #include "cleanup/entry_names.h"
 
-#include <cstring>
-
+#include "platform/exact_text.h"
 #include "tests/cleanup/cleanup_fixture.h"
 
 namespace bromvale::testing {
 namespace {
-
-WIN32_FIND_DATAA found(const char* name, const char* shortName) {
-    WIN32_FIND_DATAA data{};
-    std::strcpy(data.cFileName, name);
-    std::strcpy(data.cAlternateFileName, shortName);
-    return data;
-}
 
 TEST(EntryNames, ANameIsPlainThatNothingReadsOtherwise) {
     for (const char* name : {"a", "a.txt", ".a", " a", "a b", "Müll {1} [2] ~1 % & '.x", "..a"})
@@ -21,29 +13,66 @@ TEST(EntryNames, ANameIsPlainThatNothingReadsOtherwise) {
 }
 
 TEST(EntryNames, NoNameIsPlainThatSeparatesStandsForManyOrLosesItsEnd) {
-    for (const char* name : {"", "..\\Dokumente\\*", "a\\b", "a/b", "a:b", "*", "*.reg", "????.reg", "a\"b",
-                             "a<b", "a>b", "a|b", ".", "..", "...", "a.", "a ", ".. "}) {
+    for (const char* name : {"",      "..\\Dokumente\\*",
+                             "a\\b",  "a/b",
+                             "a:b",   "*",
+                             "*.reg", "????.reg",
+                             "a\"b",  "a<b",
+                             "a>b",   "a|b",
+                             ".",     "..",
+                             "...",   "a.",
+                             "a ",    ".. ",
+                             "a\tb",  "a\n"}) {
         EXPECT_FALSE(isPlainName(name)) << name;
+        EXPECT_FALSE(isSoundName(name)) << name;
     }
 }
 
-TEST(EntryNames, AnEntryIsReachedByItsOwnNameElseByItsShortOne) {
-    EXPECT_EQ(reachableName(found("Lange Datei.txt", "LANGED~1.TXT")), "Lange Datei.txt");
-    EXPECT_EQ(reachableName(found("?????.txt", "1A2B~1.TXT")), "1A2B~1.TXT");
-    EXPECT_EQ(reachableName(found("..\\x", "_X~1")), "_X~1");
-    EXPECT_EQ(reachableName(found("?????.txt", "")), "");
-    EXPECT_EQ(reachableName(found("?????.txt", "???~1.TXT")), "");
-    EXPECT_EQ(reachableName(found("..", "")), "");
+TEST(EntryNames, NoDeviceIsPlainWhateverItsCaseAndExtension) {
+    for (const char* name : {"con", "PRN", "aux.txt", "Nul.tar.gz", "nul .txt", "COM1", "lpt9.x", "com\xB2",
+                             "com0", "CONIN$", "clock$"})
+        EXPECT_FALSE(isPlainName(name)) << name;
+    for (const char* name : {"cone", "aux1", "xcon", "com", "com10", "lptx", "a.nul", " con"})
+        EXPECT_TRUE(isPlainName(name)) << name;
+}
+
+TEST(EntryNames, ANameWithMarksIsSoundButNotPlain) {
+    for (const char16_t* name : {u"Zdj\u0119cie.txt", u"\uFF0E\uFF0E", u"a\uFF3Cb", u"\uFF0A", u"a\u3000"}) {
+        EXPECT_TRUE(isSoundName(exactText(name)));
+        EXPECT_FALSE(isPlainName(exactText(name)));
+    }
+    EXPECT_FALSE(isSoundName(exactText(u"\u0119.")));
+    EXPECT_FALSE(isSoundName(exactText(u"\u0119*")));
 }
 
 using EntryNamesOfAFolder = CleanupTest;
 
-TEST_F(EntryNamesOfAFolder, AFolderOfPlainNamesHasNoForeignEntries) {
+TEST_F(EntryNamesOfAFolder, AnEntryIsReachedByItsOwnName) {
     const std::string path = makeBin("Leeren");
     writeWholeFile(path + "Eine lange Datei.txt", "x");
-    makeFolderOnDisk(path + "Ein langer Ordner");
-    EXPECT_TRUE(foreignEntries(path).empty());
-    EXPECT_TRUE(foreignEntries(folder() + "Fehlt\\").empty());
+    FoundEntry entry;
+    ASSERT_EQ(findEntry(path + "Eine lange Datei.txt", entry), 0u);
+    EXPECT_EQ(reachableName(path, entry), "Eine lange Datei.txt");
+    EXPECT_EQ(reachableName(path, "Eine lange Datei.txt"), "Eine lange Datei.txt");
+}
+
+TEST_F(EntryNamesOfAFolder, AShortNameThatLeadsToAnotherEntryOrToNoneReachesNothing) {
+    const std::string path = makeBin("Leeren");
+    writeWholeFile(path + "ZDJECI~1.TXT", "x");
+    FoundEntry entry;
+    entry.name = exactText(u"Zdj\u0119cie.txt");
+    for (const char* name : {"", "ZDJECI~1.TXT", "FEHLT~1.TXT", "..\\A~1", "???~1.TXT"}) {
+        entry.shortName = name;
+        EXPECT_EQ(reachableName(path, entry), "") << name;
+    }
+    EXPECT_EQ(reachableName(path, entry.name), "");
+}
+
+TEST_F(EntryNamesOfAFolder, ANameThatTheSystemReadsOtherwiseReachesNothing) {
+    const std::string path = makeBin("Leeren");
+    writeWholeFile(path + "Daten", "x");
+    for (const char* name : {"Daten.", "Daten ", "*", "D?ten", ".", "..", "nul"})
+        EXPECT_EQ(reachableName(path, name), "") << name;
 }
 
 }  // namespace

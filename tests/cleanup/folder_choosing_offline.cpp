@@ -41,14 +41,54 @@ TEST_F(FolderChoosing, ACancelledDialogOnlyReadsTheListAnew) {
     EXPECT_TRUE(boxes().empty());
 }
 
-// A name of one wide backslash comes as "C:\\Ablage\\\\", which is C:\Ablage itself; a Cyrillic one as
-// "????".
-TEST_F(FolderChoosing, AFolderWhosePathLeadsElsewhereIsNotTaken) {
-    openPage("");
-    for (const char* path : {"C:\\Ablage\\\\", "C:\\Ablage\\????", "C:\\Ablage\\x/y", "C:\\Ablage\\*"})
+struct RefusedChoice {
+    const char16_t* path;
+    const char* words;
+};
+
+constexpr const char* kInexact =
+    " kann nicht in die Liste aufgenommen werden.\r\nDer Pfad enthält Zeichen, die dieses Programm nicht "
+    "genau "
+    "wiedergeben kann.";
+
+// Their plain texts are those of other folders, which are there.
+TEST_F(FolderChoosing, AFolderWhosePathLeadsElsewhereIsRefusedAndTheUserIsToldWhy) {
+    for (const char* other : {"C:\\Leeren", "C:\\a\\b", "C:\\Zdjecia", "C:\\Foto-Alt"})
+        machine().drives.makeFolder(other);
+    const RefusedChoice choices[] = {
+        {u"C:\\Leeren\\\uFF0E\uFF0E", "C:\\Leeren\\.."},
+        {u"C:\\a\uFF3Cb", "C:\\a\\b"},
+        {u"C:\\Zdj\u0119cia", "C:\\Zdjecia"},
+        {u"C:\\Foto\u2011Alt", "C:\\Foto-Alt"},
+        {u"C:\\Ablage\\\u041F\u0430", "C:\\Ablage\\??"},
+    };
+    for (const RefusedChoice& row : choices) {
+        openPage("C:\\Temp\r\n");
+        machine().events.clear();
+        machine().folders = {row.path};
+        form().cmdOrdnerWählen.userClick();
+        ASSERT_EQ(boxes().size(), 1u) << row.words;
+        EXPECT_EQ(boxes()[0].text, std::string("Der Ordner ") + row.words + kInexact);
+        EXPECT_EQ(boxes()[0].caption, "Bromvale");
+        EXPECT_EQ(boxes()[0].style, 64u);
+        EXPECT_EQ(listFile(), "C:\\Temp\r\n");
+        EXPECT_EQ(rows(), Texts{"C:\\Temp"});
+    }
+}
+
+TEST_F(FolderChoosing, AFolderOfAPathThatIsReadOtherwiseIsRefused) {
+    for (const char* path : {"C:\\Ablage\\\\", "C:\\Ablage\\????", "C:\\Ablage\\x/y", "C:\\Ablage\\*",
+                             "C:\\Ablage\\..", "C:\\Ablage\\Daten.", "C:\\Ablage\\Daten "}) {
+        openPage("");
+        machine().events.clear();
         choose(path);
-    EXPECT_EQ(listFile(), "");
-    EXPECT_TRUE(boxes().empty());
+        EXPECT_EQ(listFile(), "") << path;
+        EXPECT_EQ(boxes().size(), 1u) << path;
+    }
+}
+
+TEST_F(FolderChoosing, AFolderOfAShareIsTaken) {
+    openPage("");
     answer(IDYES);
     choose("\\\\Rechner\\Ablage");
     EXPECT_EQ(listFile(), "\\\\Rechner\\Ablage\r\n");

@@ -1,11 +1,14 @@
 // Emptying folders whose entries have names that the program's code page can't tell: on a folder of the host,
-// which keeps short names for them, and in memory, which keeps none.
+// which keeps short names for them, and in memory with and without.
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
+#include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
+#include "cleanup/folder_links.h"
+#include "platform/exact_text.h"
 #include "platform/offline/machine.h"
 #include "tests/cleanup/cleanup_fixture.h"
 
@@ -23,6 +26,8 @@ constexpr const char* kStar = "\xEF\xBC\x8A";                                  /
 class ForeignNames : public CleanupTest {
   protected:
     ForeignNames() {
+        // A system that tells final paths.
+        machine().setOs(*offline::osByName("2.6.1.7601"));
         std::string pattern = (fs::temp_directory_path() / "bromvale-names-XXXXXX").string();
         host_ = ::mkdtemp(pattern.data());
         fs::create_directories(drive() / "Leeren");
@@ -87,6 +92,29 @@ TEST_F(ForeignNames, OfLinksGoAsLinksAtAnyDepth) {
     EXPECT_FALSE(fs::exists(fs::symlink_status(bin() / "unten" / kFolder / kStar)));
 }
 
+// The folder's plain text names its twin, in which there is nothing.
+TEST_F(ForeignNames, OfAFolderWithALinkLeaveWhatLiesBehindItAlone) {
+    const fs::path photos = drive() / "Leeren" /
+                            "Zdj\xC4\x99"
+                            "cia";
+    for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
+        for (const bool shortNames : {true, false}) {
+            machine().drives.shortNames = shortNames;
+            write("Ziel/tief/bleibt.txt");
+            fs::create_directories(photos);
+            fs::create_directories(drive() / "Leeren/Zdjecia");
+            fs::create_symlink(drive() / "Ziel", photos / "Verweis");
+            empty();
+            EXPECT_TRUE(fs::exists(drive() / "Ziel/tief/bleibt.txt")) << DelFilePermanent << shortNames;
+            EXPECT_FALSE(fs::exists(drive() / "Leeren/Zdjecia")) << DelFilePermanent << shortNames;
+            // Into the bin the folder goes without its link, for good a filled one stays.
+            EXPECT_EQ(fs::exists(photos), DelFilePermanent == 1 || !shortNames) << shortNames;
+            EXPECT_EQ(fs::is_symlink(photos / "Verweis"), DelFilePermanent == 1 || !shortNames);
+            fs::remove_all(photos);
+        }
+    }
+}
+
 TEST_F(ForeignNames, WithABackslashNeverLeaveTheFolder) {
     for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
         write("Dokumente/brief.txt");
@@ -110,16 +138,67 @@ TEST_F(ForeignNames, AreTracedAsTheyAreListedAndAsTheyAreReached) {
     EXPECT_EQ(lines[2].substr(34), "~1.TXT zu löschen; Ergebnis unbekannt; 0; ");
 }
 
-// A drive without short names.
-TEST_F(ForeignNames, WithoutAShortNameStayWithTheFolderThatHoldsThem) {
-    for (const char* name : {"C:\\Leeren\\?.txt", "C:\\Leeren\\a.txt", "C:\\Leeren\\unten\\?\\b.txt",
-                             "C:\\Leeren\\voll\\?.txt"}) {
-        machine().drives.writeFile(name, "x");
+constexpr const char16_t* kPhoto = u"Zdj\u0119cie.txt";
+constexpr const char16_t* kPhotos = u"Zdj\u0119cia";
+
+std::u16string leeren(std::u16string_view name) {
+    return std::u16string(u"C:\\Leeren\\").append(name);
+}
+
+// Beside its twin, which is what its plain text names.
+TEST_F(ForeignNames, WithAShortNameGoAndWithoutOneStay) {
+    for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
+        for (const bool shortNames : {true, false}) {
+            machine().drives.shortNames = shortNames;
+            machine().drives.writeFile(leeren(kPhoto), "x");
+            machine().drives.writeFile("C:\\Leeren\\Zdjecie.txt", "x");
+            std::string path = "C:\\Leeren";
+            FileDel(path, "");
+            EXPECT_EQ(machine().drives.exists(leeren(kPhoto)), !shortNames) << DelFilePermanent;
+            EXPECT_FALSE(machine().drives.exists("C:\\Leeren\\Zdjecie.txt")) << DelFilePermanent;
+        }
     }
+}
+
+// The short name is another file's own by now.
+TEST_F(ForeignNames, WhoseShortNameLeadsToAnotherEntryStay) {
+    machine().drives.shortNames = true;
+    machine().drives.writeFile(leeren(kPhoto), "x");
+    const EmptiedFolder folder("C:\\Leeren\\");
+    FoundEntry entry;
+    ASSERT_EQ(findEntry("C:\\Leeren\\" + exactText(kPhoto), entry), 0u);
+    EXPECT_TRUE(folder.holds(entry.shortName, entry.name));
+    EXPECT_EQ(reachableName("C:\\Leeren\\", entry), entry.shortName);
+    machine().drives.erase(leeren(kPhoto));
+    machine().drives.writeFile("C:\\Leeren\\" + entry.shortName, "x");
+    EXPECT_FALSE(folder.holds(entry.shortName, entry.name));
+    EXPECT_EQ(reachableName("C:\\Leeren\\", entry), "");
+}
+
+// What lies below is looked at by true names, so a folder goes into the bin whole.
+TEST_F(ForeignNames, WithoutShortNamesGoIntoTheBinWithTheFolderThatHoldsThem) {
+    machine().drives.shortNames = false;
+    machine().drives.writeFile(leeren(u"unten\\Zdj\u0119cia\\\u0142.txt"), "x");
     std::string path = "C:\\Leeren";
     FileDel(path, "");
-    EXPECT_EQ(filesIn(path, "*"), (Texts{"?.txt", "unten"}));
-    EXPECT_TRUE(machine().drives.exists("C:\\Leeren\\unten\\?\\b.txt"));
+    EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), Texts{});
+    ASSERT_EQ(machine().drives.recycled.size(), 1u);
+    EXPECT_EQ(machine().drives.recycled[0].path, "C:\\Leeren\\unten");
+}
+
+TEST_F(ForeignNames, ThatStayAreToldByTheLogWithTheirReason) {
+    machine().drives.shortNames = false;
+    machine().drives.writeFile(leeren(kPhoto), "x");
+    switchTracingOn();
+    std::string path = "C:\\Leeren";
+    FileDel(path, "");
+    const Texts lines = logOf("FileDel");
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[1], "Versuch die Datei C:\\Leeren\\Zdjecie.txt zu löschen; Ergebnis unbekannt; 0; ");
+    EXPECT_EQ(lines[2],
+              "Die Datei C:\\Leeren\\Zdjecie.txt bleibt stehen: ihr Name ist nicht genau bekannt, und kein "
+              "Kurzname "
+              "führt zu ihr; 0; ");
 }
 
 // Handed to the shell they would stand for other files of the folder, or of another one.

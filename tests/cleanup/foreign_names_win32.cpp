@@ -5,8 +5,10 @@
 
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
+#include "platform/exact_text.h"
 #include "repair/backup_area.h"
 #include "tests/cleanup/cleanup_fixture.h"
+#include "tests/cleanup/host_links_win32.h"
 
 namespace bromvale::testing {
 namespace {
@@ -22,6 +24,9 @@ Wide wide(const std::string& text) {
     MultiByteToWideChar(CP_ACP, 0, text.data(), static_cast<int>(text.size()), result.data(),
                         static_cast<int>(result.size()));
     return result;
+}
+std::u16string units(const Wide& text) {
+    return {text.begin(), text.end()};
 }
 bool existsWide(const Wide& path) {
     return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -99,7 +104,7 @@ TEST_F(ForeignNames, AtTheTopGoLikeAllOthers) {
     const Wide file = own(Wide(kCyrillic) + L".txt");
     for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
         writeWide(in(file));
-        const Wide shortName = wide(foreignEntries(path_).at(0).shortName);
+        const Wide shortName = wide(reachableName(path_, exactText(units(file))));
         writeWide(in(kStar));
         makeFolderWide(in(kCyrillic));
         writeWholeFile(path_ + "a.txt", "x");
@@ -143,15 +148,68 @@ TEST_F(ForeignNames, InsideASubFolderGoIntoTheBinWithIt) {
     takeAway(in(below) + L"\\" + kLeavesTheFolder);
 }
 
-TEST_F(ForeignNames, AreListedWithTheirShortNames) {
+TEST_F(ForeignNames, AreReachedByTheirShortNames) {
     writeWide(in(kStar));
-    writeWholeFile(path_ + "Eine lange Datei.txt", "x");
-    const auto entries = foreignEntries(path_);
-    ASSERT_EQ(entries.size(), 1u);
-    EXPECT_EQ(entries[0].listedName, "*");
-    EXPECT_TRUE(isPlainName(entries[0].shortName)) << entries[0].shortName;
-    EXPECT_TRUE(exists(path_ + entries[0].shortName));
+    FoundEntry entry;
+    ASSERT_EQ(findEntry(path_ + exactText(u"\uFF0A"), entry), 0u);
+    EXPECT_EQ(entry.name, exactText(u"\uFF0A"));
+    const std::string name = reachableName(path_, entry);
+    EXPECT_TRUE(isPlainName(name)) << name;
+    EXPECT_TRUE(exists(path_ + name));
+    EXPECT_EQ(reachableName(path_, entry.name), name);
     takeAway(in(kStar));
+}
+
+// The listed name of the folder is that of its twin, in which there is nothing.
+TEST_F(ForeignNames, OfAFolderWithALinkLeaveWhatLiesBehindItAlone) {
+    for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
+        const std::string number = std::to_string(DelFilePermanent);
+        const std::string bin = makeBin("Leeren" + number);
+        const std::string made = makeBin("Leeren" + number + "\\a");
+        makeFolderOnDisk(bin + "Zdjecia");
+        makeFolderOnDisk(neighbour_ + "leer" + number);
+        if (!makeLink(neighbour_, made + "Verweis")) GTEST_SKIP() << "no links can be made here";
+        EXPECT_TRUE(makeLink(neighbour_ + "leer" + number, made + "Leerer"));
+        const Wide folder = wide(bin) + L"Zdj\u0119cia";
+        ASSERT_TRUE(MoveFileW(wide(bin + "a").c_str(), folder.c_str()));
+        std::string path = bin;
+        FileDel(path, "");
+        expectNeighbourWhole();
+        EXPECT_TRUE(exists(neighbour_ + "leer" + number)) << DelFilePermanent;
+        EXPECT_FALSE(exists(bin + "Zdjecia")) << DelFilePermanent;
+        // Where links can't be told from what they point to, they stay with their folder.
+        if (existsWide(folder)) MoveFileW(folder.c_str(), wide(bin + "a").c_str());
+        for (const char* name : {"Verweis", "Leerer"}) removeLink(made, name);
+    }
+}
+
+TEST_F(ForeignNames, OfEveryKindAreEmptiedAndNothingElse) {
+    const Wide names[] = {L"Zdj\u0119cie.txt",  L"\u0142ap",   L"Foto\u2011Alt", L"a\uFF3Cb", L"\uFF0E\uFF0E",
+                          L"..\uFF3CDokumente", L"\uFF0A.txt", L"Daten\uFF0E",   L"a\u3000",  L"C\uFF1A"};
+    for (const Wide& name : names) {
+        writeWide(in(name));
+        makeFolderWide(in(L"O" + name));
+        writeWide(in(L"O" + name) + L"\\" + name);
+    }
+    FileDel(path_, "");
+    expectNeighbourWhole();
+    EXPECT_EQ(filesIn(path_, "*"), Texts{});
+    EXPECT_EQ(filesIn(neighbour_, "*"), Texts{"brief.txt"});
+    for (const Wide& name : names) EXPECT_FALSE(existsWide(in(name)) || existsWide(in(L"O" + name)));
+}
+
+// Such names are made and read with the prefix that switches the system's own reading of a path off.
+TEST_F(ForeignNames, ThatTheSystemCutsNeverMeanTheOthers) {
+    DelFilePermanent = 1;
+    const Wide whole = L"\\\\?\\" + in(L"");
+    makeFolderOnDisk(path_ + "voll");
+    writeWholeFile(path_ + "voll\\a.txt", "x");
+    makeFolderWide(whole + L"voll.");
+    writeWide(whole + L"voll.\\b.txt");
+    FileDel(path_, "");
+    EXPECT_TRUE(takeAway(whole + L"voll\\a.txt"));
+    EXPECT_TRUE(takeAway(whole + L"voll.\\b.txt"));
+    EXPECT_TRUE(takeAway(whole + L"voll."));
 }
 
 // --- one file by its name ---
@@ -174,13 +232,19 @@ TEST_F(ForeignNames, OfAFileThatIsNamedDeleteNoOther) {
     for (const Wide& name : names) takeAway(backup + name);
 }
 
-// Nobody can tell how old such a file is.
-TEST_F(ForeignNames, OfUndoFilesStayWhateverTheLimitOfDays) {
-    DelAfterDays = -1;
+// Its age is that of the entry to which the short name leads.
+TEST_F(ForeignNames, OfUndoFilesGoByTheirShortNamesWhenTheyAreOld) {
     makeFolderOnDisk(BackupPath);
-    writeWide(wide(BackupPath) + L"\uFF0A.reg");
+    const Wide file = wide(BackupPath) + L"\uFF0A.reg";
+    writeWide(file);
+    writeWholeFile(BackupPath + "a.txt", "x");
+    DelAfterDays = 0;
     AutoFileDel();
-    EXPECT_TRUE(takeAway(wide(BackupPath) + L"\uFF0A.reg"));
+    EXPECT_TRUE(existsWide(file));
+    DelAfterDays = -1;
+    AutoFileDel();
+    EXPECT_FALSE(takeAway(file));
+    EXPECT_TRUE(exists(BackupPath + "a.txt"));
 }
 
 }  // namespace

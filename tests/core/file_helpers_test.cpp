@@ -4,6 +4,7 @@
 
 #include "core/log.h"
 #include "tests/support/test_machine.h"
+#include "tests/support/true_names.h"
 
 namespace bromvale {
 namespace {
@@ -88,6 +89,38 @@ TEST_F(FileHelpers, FindFileApiTellsWhatItFound) {
                                  "modFiles; FindFileAPI; durchsuchter Ordner " + folder() + "Ordner\\; 0; ",
                                  "modFiles; FindFileAPI; Darin wurden 1 Dateien gefunden.; 0; ",
                                  "modFiles; FindFileAPI; endet; 0; "}));
+}
+
+// The names that the ANSI functions would give are those of other files, or of many.
+TEST_F(FileHelpers, FindFileApiMarksNamesThatTheCodePageCannotHold) {
+    makeFolderOnDisk(folder() + "Ordner");
+    const std::string inside = folder() + "Ordner\\";
+    testing::writeTrueFile(testing::in(inside, u"Zdj\u0119cie.reg"));
+    testing::writeTrueFile(testing::in(inside, u"\uFF0A.reg"));
+    writeWholeFile(inside + "Zdjecie.reg", "x");
+    std::string path = folder() + "Ordner";
+    Lines names;
+    FindFileAPI(path, "*.reg", names);
+    ASSERT_EQ(names.size(), 4u);
+    EXPECT_EQ(names.back(), "");
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (Lines{"", exactText(u"\uFF0A.reg"), exactText(u"Zdj\u0119cie.reg"), "Zdjecie.reg"}));
+}
+
+TEST_F(FileHelpers, FindFileApiTellsWhatTheFolderTellsOfItsEntries) {
+    makeFolderOnDisk(folder() + "Ordner");
+    makeFolderOnDisk(folder() + "Ordner\\innen");
+    writeWholeFile(folder() + "Ordner\\a.reg", "123");
+    std::string path = folder() + "Ordner";
+    std::vector<FoundEntry> entries(1);
+    FindFileAPI(path, "*.*", entries);
+    ASSERT_EQ(entries.size(), 2u);
+    const FoundEntry& file = entries[entries[0].name == "a.reg" ? 0 : 1];
+    const FoundEntry& inner = entries[entries[0].name == "a.reg" ? 1 : 0];
+    EXPECT_EQ(file.name, "a.reg");
+    EXPECT_EQ(file.size, 3u);
+    EXPECT_EQ(inner.name, "innen");
+    EXPECT_NE(inner.attributes & FILE_ATTRIBUTE_DIRECTORY, 0u);
 }
 
 }  // namespace

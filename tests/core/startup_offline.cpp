@@ -254,6 +254,37 @@ TEST_F(StartUp, TheEmptyingRoadTracesItsWay) {
     EXPECT_TRUE(boxes().empty());
 }
 
+// Without a word on the screen, tracing or not; the other lines are worked on.
+TEST_F(StartUp, TheEmptyingRoadLogsTheLinesThatLeadElsewhere) {
+    set("AutoScan", "0");
+    for (const char* path :
+         {"C:\\Leeren\\a.txt", "C:\\Leeren\\Daten\\a.txt", "C:\\WINDOWS\\b.txt", "C:\\Müll\\a.txt"})
+        machine().drives.writeFile(path, "x");
+    SetCurrentDirectoryA("C:\\WINDOWS");
+    writeWholeFile(folder() + "liste.txt",
+                   "C:\\Leeren\\Daten.\r\nC:\\Leeren\\Daten\\..\r\n.\r\nC:\\Leeren\\\\\r\nC:\\Müll\r\n");
+    machine().commandLine = "-d";
+    Main();
+    EXPECT_EQ(filesIn("C:\\Müll\\", "*"), Lines{});
+    EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), (Lines{"Daten", "a.txt"}));
+    EXPECT_EQ(filesIn("C:\\Leeren\\Daten\\", "*"), Lines{"a.txt"});
+    EXPECT_TRUE(machine().drives.exists("C:\\WINDOWS\\b.txt"));
+    EXPECT_TRUE(boxes().empty());
+    const std::string start = "modMain; Main; Tempfiledelete: ";
+    EXPECT_EQ(
+        logLines(),
+        (Lines{
+            start + "C:\\Leeren\\Daten. wird nicht geleert. Windows liest den Teil \"Daten.\" des Pfads "
+                    "anders, als er dort steht.; 0; ",
+            start +
+                "C:\\Leeren\\Daten\\.. wird nicht geleert. Windows liest den Teil \"..\" des Pfads anders, "
+                "als er dort steht.; 0; ",
+            start + ". wird nicht geleert. Der Pfad ist nicht vollständig: er beginnt weder mit einem "
+                    "Laufwerk noch mit einer Netzwerkfreigabe.; 0; ",
+            start +
+                "C:\\Leeren\\\\ wird nicht geleert. Im Pfad stehen zwei Trennzeichen hintereinander.; 0; "}));
+}
+
 // --- failures ---
 
 TEST_F(StartUp, AnyOtherFailureLeavesTheErrorDialogAndSkipsTheRest) {

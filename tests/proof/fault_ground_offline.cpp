@@ -1,7 +1,8 @@
 // The machine of the scripts, and what must hold behind each of them.
 #include <algorithm>
 
-#include "core/state.h"
+#include "platform/events.h"
+#include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/proof/fault_scripts.h"
 #include "ui/frm_main.h"
@@ -30,6 +31,7 @@ Model smallMachine() {
     current.make(u"App Paths\\lap.exe").setText(u"", u"C:\\x\\fort.exe");
     current.make(u"App Paths\\łap.exe").setText(u"", u"C:\\x\\łap.exe");
     current.make(u"Uninstall\\Alt").setText(u"DisplayName", u"Żółw");
+    current.make(u"Uninstall\\Alter").setText(u"DisplayName", u"Żółw");
     current.make(u"Uninstall\\Da").setText(u"DisplayName", u"Da");
     current.make(u"Uninstall\\Da").setText(u"UninstallString", u"\"C:\\x\\weg da.exe\" /still");
     current.make(u"Uninstall\\Fort").setText(u"DisplayName", u"Fort");

@@ -49,9 +49,9 @@ struct Script {
     std::function<bool()> isDone;
     bool removesKeys = false;   // with record and copy
     bool needsRecord = true;    // the programs page keeps copies only
-    std::string writes;         // a folder in which files may change, with its backslash; or a file
-    std::string writesKey;      // a key whose values may change
-    std::vector<std::string> starts;  // what may be started or opened
+    std::string writes{};       // a folder in which files may change, with its backslash; or a file
+    std::string writesKey{};    // a key whose values may change
+    std::vector<std::string> starts{};  // what may be started or opened
 };
 
 [[nodiscard]] const std::vector<Script>& scripts();

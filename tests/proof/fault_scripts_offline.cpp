@@ -40,7 +40,7 @@ bool onlyTheKeyWithALostNameIsLeft() {
 
 // --- the scripts ---
 
-constexpr int kRowsOfTheMachine = 6;
+constexpr int kRowsOfTheMachine = 5;
 
 Script scan() {
     return {.name = "Scan",

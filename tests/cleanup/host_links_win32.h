@@ -1,0 +1,46 @@
+#pragma once
+// Links, made by the system below the Windows functions, which can make none themselves there.
+#include <string>
+
+#include "platform/files.h"
+
+namespace bromvale::testing {
+
+inline std::string hostPath(const std::string& path) {
+    using Convert = char*(__cdecl*)(const wchar_t*);
+    const auto convert = reinterpret_cast<Convert>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+    if (convert == nullptr) return {};
+    wchar_t wide[MAX_PATH] = L"";
+    MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
+    char* const host = convert(wide);
+    const std::string result = host != nullptr ? host : "";
+    if (host != nullptr) HeapFree(GetProcessHeap(), 0, host);
+    return result;
+}
+
+inline void onHost(std::string line) {
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION made{};
+    if (!CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &made))
+        return;
+    WaitForSingleObject(made.hProcess, 10000);
+    CloseHandle(made.hThread);
+    CloseHandle(made.hProcess);
+    Sleep(200);  // such a program may end behind its handle
+}
+
+// False where there are no links.
+inline bool makeLink(const std::string& target, const std::string& name) {
+    const std::string targetPath = hostPath(target);
+    if (targetPath.empty()) return false;
+    onHost("Z:\\bin\\ln -s \"" + targetPath + "\" \"" + hostPath(name) + "\"");
+    return GetFileAttributesA(name.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+inline void removeLink(const std::string& folder, const std::string& name) {
+    onHost("Z:\\bin\\rm -f \"" + hostPath(folder) + "/" + name + "\"");
+}
+
+}  // namespace bromvale::testing
