@@ -40,7 +40,7 @@ bool onlyTheKeyWithALostNameIsLeft() {
 
 // --- the scripts ---
 
-constexpr int kRowsOfTheMachine = 5;
+constexpr int kRowsOfTheMachine = 6;
 
 Script scan() {
     return {.name = "Scan",
@@ -139,7 +139,7 @@ Script uninstalling() {
                     selectProgram("Da");
                 },
             .isDone = [] { return eventCount(offline::EventKind::Run) > 0; },
-            .starts = {"C:\\x\\weg da.exe /still"}};
+            .starts = {"\"C:\\x\\weg da.exe\" /still"}};
 }
 
 Script removingAnEntry() {

@@ -55,8 +55,10 @@ std::span<const long> faultsOf(std::string_view operation) {
 }
 
 bool mayLeak(std::string_view operation) {
-    constexpr std::string_view kOperations[] = {"RegQueryValueExA", "RegEnumValueA",  "RegCloseKey",        "CloseHandle",
-                                                "FindClose",        "WriteFile",      "InternetCloseHandle"};
+    // A list of values that can't be read is a list of the default value, and asking for one that isn't there
+    // is a query that fails.
+    constexpr std::string_view kOperations[] = {"RegQueryValueExA", "RegEnumValueA", "RegOpenKeyExA", "RegCloseKey",
+                                                "CloseHandle",      "FindClose",     "WriteFile",     "InternetCloseHandle"};
     return std::find(std::begin(kOperations), std::end(kOperations), operation) != std::end(kOperations);
 }
 

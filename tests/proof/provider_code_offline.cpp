@@ -3,14 +3,16 @@
 
 #include <elf.h>
 #include <execinfo.h>
+#include <fcntl.h>
 #include <link.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <fstream>
 #include <iterator>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -55,21 +57,31 @@ std::uintptr_t baseOfProgram() {
     return base;
 }
 
+// For as long as the process lives; null where it can't be read.
+const char* mappedProgram() {
+    const int file = ::open("/proc/self/exe", O_RDONLY | O_CLOEXEC);
+    struct stat state {};
+    if (file < 0 || ::fstat(file, &state) != 0) return nullptr;
+    void* image = ::mmap(nullptr, static_cast<std::size_t>(state.st_size), PROT_READ, MAP_PRIVATE, file, 0);
+    ::close(file);
+    return image == MAP_FAILED ? nullptr : static_cast<const char*>(image);
+}
+
 std::vector<Range> readRanges() {
-    std::ifstream in("/proc/self/exe", std::ios::binary);
-    const std::string image{std::istreambuf_iterator<char>(in), {}};
     std::vector<Range> ranges;
+    const char* image = mappedProgram();
+    if (image == nullptr) return ranges;
     Elf64_Ehdr header;
-    std::memcpy(&header, image.data(), sizeof header);
+    std::memcpy(&header, image, sizeof header);
     std::vector<Elf64_Shdr> sections(header.e_shnum);
-    std::memcpy(sections.data(), image.data() + header.e_shoff, sections.size() * sizeof(Elf64_Shdr));
+    std::memcpy(sections.data(), image + header.e_shoff, sections.size() * sizeof(Elf64_Shdr));
     const std::uintptr_t base = baseOfProgram();
     for (const Elf64_Shdr& section : sections) {
         if (section.sh_type != SHT_SYMTAB) continue;
-        const char* names = image.data() + sections[section.sh_link].sh_offset;
+        const char* names = image + sections[section.sh_link].sh_offset;
         for (std::size_t at = 0; at < section.sh_size; at += sizeof(Elf64_Sym)) {
             Elf64_Sym symbol;
-            std::memcpy(&symbol, image.data() + section.sh_offset + at, sizeof symbol);
+            std::memcpy(&symbol, image + section.sh_offset + at, sizeof symbol);
             if (ELF64_ST_TYPE(symbol.st_info) != STT_FUNC || symbol.st_size == 0) continue;
             const std::string_view name = names + symbol.st_name;
             const bool provider = isProvider(name);

@@ -2,6 +2,7 @@
 // may go.
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "platform/offline/machine.h"
 #include "tests/proof/trial.h"
@@ -43,6 +44,24 @@ Text trimmed(const Text& command) {
     return start == Text::npos ? Text() : command.substr(start);
 }
 
+Text byByte(const std::string& bytes) {
+    Text text;
+    for (const char byte : bytes) text += static_cast<char16_t>(static_cast<unsigned char>(byte));
+    return text;
+}
+
+// Variables stand for their folders, and a program of the other half of a 64-bit system is started from there.
+Text asStarted(const Text& command) {
+    Text line = lower(View(trimmed(command)));
+    constexpr std::pair<View, View> kWords[] = {{u"%systemroot%", u"c:\\windows"}, {u"%windir%", u"c:\\windows"},
+                                                {u"%programfiles%", u"c:\\programme"}, {u"\"", u""},
+                                                {u"\\syswow64\\", u"\\system32\\"}, {u"\\sysnative\\", u"\\system32\\"}};
+    for (const auto& [word, by] : kWords) {
+        for (std::size_t at = line.find(word); at != Text::npos; at = line.find(word, at)) line.replace(at, word.size(), by);
+    }
+    return line;
+}
+
 // Every way in which the system could read the command's program.
 std::vector<Text> programsIn(const Text& command) {
     std::vector<Text> paths;
@@ -55,7 +74,7 @@ std::vector<Text> programsIn(const Text& command) {
 
 bool isSurelyMissing(const Model& model, const Text& command) {
     if (!isExactOn(model.system.codePage, command)) return false;
-    for (const Text& path : programsIn(command)) {
+    for (const Text& path : programsIn(asStarted(command))) {
         if (path.size() > 1 && path[1] == u':' && lower(path[0]) != u'c') return false;  // no such drive
         if (path.starts_with(u"\\\\")) return false;
         if (fileExists(model, path) || fileExists(model, path + u".exe")) return false;
@@ -100,9 +119,8 @@ void Trial::checkStarted(const std::string& name, const std::vector<Text>& comma
         if (event.kind != EventKind::Run && event.kind != EventKind::ShellExecute) continue;
         ++counts_.started;
         const bool named = std::any_of(commands.begin(), commands.end(), [&](const Text& command) {
-            const std::string whole = ansi(model_.system, command);
-            const bool same = event.kind == EventKind::Run ? event.text == whole : whole.find(event.text) != std::string::npos;
-            return isExactOn(model_.system.codePage, command) && !whole.empty() && same;
+            const Text whole = asStarted(byByte(ansi(model_.system, command)));
+            return isExactOn(model_.system.codePage, command) && !whole.empty() && asStarted(byByte(event.text)) == whole;
         });
         if (!named) problem("started for " + name + " without being named: " + readable(event.text));
     }
