@@ -15,14 +15,31 @@ constexpr DWORD kDataBytes = 256;
 using WideName = std::array<char16_t, kNameBytes + 1>;
 using WideData = std::array<char16_t, kDataBytes>;
 
-// A text with a NUL behind it, in UTF-16.
+// A text with a NUL behind it, in UTF-16. A value's name of plain letters, which nearly all are, needs no
+// memory of its own: this stands in the middle of the scan.
 class WideZ {
   public:
-    explicit WideZ(const char* text) : text_(wideText(text)) {}
-    [[nodiscard]] const WCHAR* get() const { return reinterpret_cast<const WCHAR*>(text_.c_str()); }
+    explicit WideZ(const char* text) {
+        std::size_t length = 0;
+        for (; length < short_.size() && isPlainLetter(text[length]); ++length)
+            short_[length] = static_cast<char16_t>(text[length]);
+        if (length < short_.size() && text[length] == '\0') {
+            short_[length] = u'\0';
+        } else {
+            long_ = wideText(text);
+            text_ = long_.c_str();
+        }
+    }
+    WideZ(const WideZ&) = delete;
+    WideZ& operator=(const WideZ&) = delete;
+    [[nodiscard]] const WCHAR* get() const { return reinterpret_cast<const WCHAR*>(text_); }
 
   private:
-    std::u16string text_;
+    static bool isPlainLetter(char c) { return c > kMark && static_cast<unsigned char>(c) < 0x80; }
+
+    std::array<char16_t, kNameBytes + 1> short_;
+    std::u16string long_;
+    const char16_t* text_ = short_.data();
 };
 
 WCHAR* buffer(char16_t* units) {

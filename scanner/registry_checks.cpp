@@ -119,7 +119,9 @@ void addCrossLinkRow(const CrossLink& link, std::string_view hiveName, std::stri
 // there.
 bool canBeLookedFor(std::string_view hiveName, std::string_view key, std::string_view guid) {
     if (isExact(guid)) return true;
-    trace("modCheckKeys", "CheckQuerVerbindung", [&] { return leftAloneText(hiveName, key, "@", guid); });
+    // An entry that is just closing the group before comes once more.
+    if (entryGroup().count() > 0)
+        trace("modCheckKeys", "CheckQuerVerbindung", [&] { return leftAloneText(hiveName, key, "@", guid); });
     return false;
 }
 
