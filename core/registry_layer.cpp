@@ -89,6 +89,10 @@ void DelKey(std::int32_t hive, std::string_view subKey, REGSAM access) {
     static_cast<void>(RegCloseKey(key));
 }
 
+void DelMissingKey(std::int32_t hive, std::string_view subKey) {
+    trace(kModule, "DelKey", [&] { return keyText(hive, subKey, "0"); });
+}
+
 void DelKeyValue(std::int32_t hive, std::string_view subKey, std::string_view name) {
     try {
         const HKEY key = openKey(hive, subKey);

@@ -25,6 +25,9 @@ inline constexpr REGSAM kSetValue = 2;
 std::int32_t KeyExist(std::int32_t hive, std::string_view subKey, REGSAM access);
 // Deletes the key; a missing or refusing one is passed over.
 void DelKey(std::int32_t hive, std::string_view subKey, REGSAM access);
+// What is left of DelKey where its caller has found no key just before: one that has come into being since
+// then stays.
+void DelMissingKey(std::int32_t hive, std::string_view subKey);
 void DelKeyValue(std::int32_t hive, std::string_view subKey, std::string_view name);
 // The key must exist; a failed open goes unnoticed. Types other than 1 store a byte in a 32-bit word: Failure
 // 6 above 255, Failure 13 for no number.

@@ -1,11 +1,14 @@
 #include "repair/complete_copy.h"
 
+#include <optional>
+
 #include "core/c_text.h"
 #include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "platform/exact_registry.h"
+#include "platform/exact_text.h"
 #include "repair/key_record.h"
 #include "repair/undo_file.h"
 
@@ -82,15 +85,16 @@ void CompleteCopy::write(std::string_view record) {
     writeWholeOrNothing(file_, isEmptyFile(file_) ? keyFileHeader().append(record) : std::string(record));
 }
 
-bool mayGo(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey, std::int16_t show) {
-    if (copy == KeyCopy::NoKey || copy == KeyCopy::Whole) return true;
+void deleteCopied(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey,
+                  std::int16_t show) {
+    if (copy == KeyCopy::Whole) return DelKey(hive, subKey, kReadControl);
+    if (copy == KeyCopy::NoKey) return DelMissingKey(hive, subKey);
     const std::string text = std::string("Der Schlüssel [")
                                  .append(HiveName(hive))
                                  .append("\\")
-                                 .append(subKey)
+                                 .append(plainText(subKey))
                                  .append("] wurde nicht entfernt.");
     ErrHandle(tags.modul, tags.funktion, text, 0, reasonOf(copy), kStyleExclamation, show);
-    return false;
 }
 
 Ending onBackupFailure(const Tags& tags, const Failure& failure) {
@@ -104,16 +108,13 @@ Ending onBackupFailure(const Tags& tags, const Failure& failure) {
     return Ending::Leave;
 }
 
-bool copyBeforeDeletion(const Tags& tags, std::int32_t hive, std::string_view subKey) {
-    KeyCopy copy = KeyCopy::Unreadable;
-    bool written = false;
+void copyAndDelete(const Tags& tags, std::int32_t hive, std::string_view subKey) {
     const auto onFailure = [&](const Failure& failure) { return onBackupFailure(tags, failure); };
     // A folder that can't be made either is shown as well.
     const ReportAnd show{Ending::Leave, tags, kStyleExclamation, kShow};
-    attempt(show, [&] {
-        written = attempt(onFailure, [&] { copy = CompleteCopy(undoStamp()).save(hive, subKey); });
-    });
-    return written && mayGo(copy, tags, hive, subKey, kShow);
+    std::optional<KeyCopy> copy;
+    attempt(show, [&] { attempt(onFailure, [&] { copy = CompleteCopy(undoStamp()).save(hive, subKey); }); });
+    if (copy) deleteCopied(*copy, tags, hive, subKey, kShow);
 }
 
 }  // namespace bromvale

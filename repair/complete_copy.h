@@ -38,17 +38,17 @@ class CompleteCopy {
     int file_ = 0;
 };
 
-// Whether a key may go that was saved so; one that may not is named in the log and, with kShow, in the error
-// dialog.
-[[nodiscard]] bool mayGo(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey,
-                         std::int16_t show);
+// Deletes a key that was saved so. One that is not whole in the copy stays; it is named in the log and, with
+// kShow, in the error dialog.
+void deleteCopied(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey,
+                  std::int16_t show);
 
 // The handler of what is written to the backup folder. A missing folder is made and the failing statement
 // repeated; a failure of that goes to the caller. Any other failure is shown and ends the routine's work.
 Ending onBackupFailure(const Tags& tags, const Failure& failure);
 
-// One key that goes without an undo file: its copy has a file of its own, with the stamp of now. False where
-// the key must stay; the error dialog has told it.
-[[nodiscard]] bool copyBeforeDeletion(const Tags& tags, std::int32_t hive, std::string_view subKey);
+// One key that goes without an undo file: its copy has a file of its own, with the stamp of now. Where the
+// key can't be copied it stays, and the error dialog tells it.
+void copyAndDelete(const Tags& tags, std::int32_t hive, std::string_view subKey);
 
 }  // namespace bromvale

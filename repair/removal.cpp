@@ -135,9 +135,7 @@ bool Removal::copyAndDelete(const std::string& hiveHandle, const std::string& su
     KeyCopy copy = KeyCopy::NoKey;
     if (!step([&] { hive = toInt32(hiveHandle); }) || !step([&] { copy = copy_->save(hive, subKey); }))
         return false;
-    return step([&] {
-        if (mayGo(copy, kTags, hive, subKey, kHide)) DelKey(hive, subKey, kReadControl);
-    });
+    return step([&] { deleteCopied(copy, kTags, hive, subKey, kHide); });
 }
 
 bool Removal::show(std::string_view message) {

@@ -5,7 +5,6 @@
 #include "core/attempt.h"
 #include "core/command_start.h"
 #include "core/log.h"
-#include "core/registry_layer.h"
 #include "core/runtime.h"
 #include "core/state.h"
 #include "platform/exact_text.h"
@@ -41,7 +40,7 @@ void removeEntry(FrmMain& form, const Program& program) {
     const std::int32_t hive = toInt32(program.hive);
     const std::string key = Left(program.key, static_cast<std::int64_t>(program.key.size()) - 1);
     kTags.trace([&] { return "Das Programm " + program.name + " kann nicht deinstalliert werden."; });
-    if (copyBeforeDeletion(kTags, hive, key)) DelKey(hive, key, kReadControl);
+    copyAndDelete(kTags, hive, key);
     form.ShowDeinstall();
 }
 

@@ -1,5 +1,5 @@
-// The process is ended at every platform call of a removal in turn. Whatever the moment: a key that is gone
-// has its whole record in the file.
+// The process is ended at every platform call of a removal in turn, and the disk is full at every write.
+// Whatever the moment: a key that is gone has its record in the undo file and is whole in the complete copy.
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,6 +15,7 @@ namespace bromvale::testing {
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 constexpr int kEnded = 0;
 constexpr int kKilled = 9;
@@ -27,7 +28,11 @@ class KillTest : public RemovalTest {
         host_ = mkdtemp(pattern.data());
         fs::create_directories(host_ / "Programme/Bromvale");
         offline::machine().drives.addFolder('C', host_.string());
-        for (const std::string& name : kNames) addKey(name);
+        for (const std::string& name : kNames) {
+            addKey(name);
+            setRaw(HKEY_LOCAL_MACHINE, "Software\\Probe\\" + name, "Zahl", REG_DWORD, "\7\0\0\0"s);
+            setRaw(HKEY_LOCAL_MACHINE, "Software\\Probe\\" + name, "Bytes", REG_BINARY, "\1\2"s);
+        }
     }
     ~KillTest() override { fs::remove_all(host_); }
 
@@ -36,9 +41,10 @@ class KillTest : public RemovalTest {
         std::string gone;  // names of the keys that were deleted at the end
     };
 
-    // Runs the removal in a process of its own that ends at the nth platform call. The registry lives in that
-    // process, so it tells what is gone in its last moment; the files are on the disk.
-    Outcome removeAndKillAt(unsigned long nth, bool marked) {
+    // Runs the removal in a process of its own that ends at the nth platform call, or in which the disk is
+    // full from the nth write on. The registry lives in that process, so it tells what is gone in its last
+    // moment; the files are on the disk.
+    Outcome removeAndKillAt(unsigned long nth, bool marked, bool fullDisk = false) {
         fs::remove_all(host_ / "Programme/Bromvale/Backup");
         int ends[2];
         EXPECT_EQ(pipe(ends), 0);
@@ -53,9 +59,13 @@ class KillTest : public RemovalTest {
                 _exit(status);
             };
             unsigned long calls = 0;
-            offline::faults().observe([&](std::string_view) {
-                if (++calls == nth) tell(kKilled);
-            });
+            if (fullDisk) {
+                offline::faults().failFrom("WriteFile", static_cast<unsigned>(nth), 112);
+            } else {
+                offline::faults().observe([&](std::string_view) {
+                    if (++calls == nth) tell(kKilled);
+                });
+            }
             if (marked) {
                 removeMarked();
             } else {
@@ -74,15 +84,37 @@ class KillTest : public RemovalTest {
         return outcome;
     }
 
-    std::string fileOnDisk() const {
+    // Of the files whose names begin with this letter.
+    std::string onDisk(char first) const {
         std::string bytes;
         const fs::path backup = host_ / "Programme/Bromvale/Backup";
         if (!fs::exists(backup)) return bytes;
         for (const auto& entry : fs::directory_iterator(backup)) {
+            if (entry.path().filename().string().front() != first) continue;
             std::ifstream in(entry.path(), std::ios::binary);
             bytes.append(std::istreambuf_iterator<char>(in), {});
         }
         return bytes;
+    }
+    static std::string copyOf(const std::string& name) {
+        const std::string record = "\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\" + name + "]\r\n@=\"Wert " +
+                                   name + "\"\r\n\"Zahl\"=dword:00000007\r\n\"Bytes\"=hex:01,02\r\n";
+        std::string wide;
+        for (const char c : record) wide += {c, '\0'};
+        return wide;
+    }
+    void hasBothRecords(const std::string& gone, unsigned long nth) const {
+        const std::string undo = onDisk('R');
+        const std::string copy = onDisk('V');
+        for (const char letter : gone) {
+            const std::string name(1, letter);
+            EXPECT_NE(undo.find("[HKEY_LOCAL_MACHINE\\Software\\Probe\\" + name + "]\r\n@=\"Wert " + name +
+                                "\"\r\n\r\n"),
+                      std::string::npos)
+                << "at call " << nth << ", no record of " << name;
+            EXPECT_NE(copy.find(copyOf(name)), std::string::npos)
+                << "at call " << nth << ", no whole copy of " << name;
+        }
     }
 
     void killAtEveryCall(bool marked) {
@@ -93,14 +125,7 @@ class KillTest : public RemovalTest {
         unsigned long kills = 0;
         for (unsigned long nth = 1;; ++nth) {
             const Outcome outcome = removeAndKillAt(nth, marked);
-            const std::string bytes = fileOnDisk();
-            for (const char name : outcome.gone) {
-                const std::string text(1, name);
-                EXPECT_NE(bytes.find("[HKEY_LOCAL_MACHINE\\Software\\Probe\\" + text + "]\r\n@=\"Wert " +
-                                     text + "\"\r\n\r\n"),
-                          std::string::npos)
-                    << "killed at call " << nth << ", no record of " << text;
-            }
+            hasBothRecords(outcome.gone, nth);
             EXPECT_GE(outcome.gone.size(), gone.size()) << nth;
             gone = outcome.gone;
             if (outcome.status == kEnded) break;
@@ -108,8 +133,9 @@ class KillTest : public RemovalTest {
             ++kills;
         }
         EXPECT_EQ(gone, "ABCD");
-        // Folder and file, seven header writes, then per row a write, an open, a deletion and a close.
-        EXPECT_GE(kills, 2u + 7u + 4u * 4u);
+        // Folder and file, seven header writes and the copy's file, then per row a write, an open, the
+        // reading of five calls at least, a close and a write, an open, a deletion and a close.
+        EXPECT_GE(kills, 2u + 7u + 1u + 4u * 12u);
     }
 
   private:
@@ -122,6 +148,19 @@ TEST_F(KillTest, AtEveryCallOfARemovalOfAllRows) {
 
 TEST_F(KillTest, AtEveryCallOfARemovalOfMarkedRows) {
     killAtEveryCall(true);
+}
+
+// The new folder in the log, 7 writes of the head, then two a row.
+TEST_F(KillTest, OnAFullDiskAtEveryWriteNothingGoesWithoutBothRecords) {
+    std::string gone;
+    for (unsigned long nth = 1; nth <= 1 + 7 + 4 * 2 + 1; ++nth) {
+        const Outcome outcome = removeAndKillAt(nth, false, true);
+        EXPECT_EQ(outcome.status, kEnded) << nth;
+        hasBothRecords(outcome.gone, nth);
+        gone = outcome.gone;
+        EXPECT_EQ(gone.size(), nth < 11 ? 0u : (nth - 9) / 2) << nth;
+    }
+    EXPECT_EQ(gone, "ABCD");
 }
 
 TEST_F(KillTest, AtEveryCallWhileTheLogIsWrittenToo) {
