@@ -45,6 +45,19 @@ std::optional<std::u16string> widePath(HKEY key, std::int32_t hive, std::string_
     return wideText(namedPath(hive, subKey));
 }
 
+// The same in the code page. A program that runs in the manner of an old system on a 64-bit Windows is a
+// 32-bit one there, too.
+std::optional<std::string> narrowPath(HKEY key, std::int32_t hive, std::string_view subKey) {
+    std::string path = namedPath(hive, subKey);
+    if (seesAnotherHalf()) {
+        const auto real = realKeyPath(key);
+        if (!real) return std::nullopt;
+        path = exactText(*real);
+    }
+    if (!isExact(path)) return std::nullopt;
+    return path;
+}
+
 template <class Char>
 bool addKey(RegistryFileText<Char>& file, const std::basic_string<Char>& path,
             const std::vector<WholeValue<Char>>& values) {
@@ -99,7 +112,8 @@ KeyRecord narrowedRecord(HKEY key, std::int32_t hive, std::string_view subKey, s
         values.push_back(*narrowed);
     }
     RegistryFileText<char> file(codePageHasSingleBytes());
-    if (!isExact(subKey) || !addKey(file, namedPath(hive, subKey), values)) return KeyRecord::NoForm;
+    const auto path = narrowPath(key, hive, subKey);
+    if (!path || !addKey(file, *path, values)) return KeyRecord::NoForm;
     record = std::move(file.bytes());
     return KeyRecord::Whole;
 }
@@ -108,9 +122,10 @@ KeyRecord treeRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::
     std::vector<WholeKey<char>> keys;
     if (!readWholeTree(key, keys)) return KeyRecord::Unreadable;
     RegistryFileText<char> file(codePageHasSingleBytes());
-    const std::string top = namedPath(hive, subKey);
+    const auto top = narrowPath(key, hive, subKey);
+    if (!top) return KeyRecord::NoForm;
     for (const WholeKey<char>& whole : keys) {
-        if (!addKey(file, top + whole.path, whole.values)) return KeyRecord::NoForm;
+        if (!addKey(file, *top + whole.path, whole.values)) return KeyRecord::NoForm;
     }
     record = std::move(file.bytes());
     return KeyRecord::Whole;

@@ -42,6 +42,38 @@ TEST_F(CommandStartOfflineTest, ALineStaysAsItIsWhereVariablesCannotBeReplaced) 
     EXPECT_EQ(started(), std::vector<std::string>{"C:\\Programme\\A\\weg.exe /x"});
 }
 
+TEST_F(CommandStartOfflineTest, BlanksBeforeTheLineAreNotHandedOn) {
+    offline::machine().drives.writeFile("C:\\a.exe", "MZ");
+    startCommand(" \t \"C:\\a.exe\" /x", 1);
+    EXPECT_EQ(started(), std::vector<std::string>{"\"C:\\a.exe\" /x"});
+}
+
+// A user's own folder has the name of the user.
+TEST_F(CommandStartOfflineTest, AVariableMayHoldWhatTheCodePageLacks) {
+    auto& machine = offline::machine();
+    machine.environment["USERPROFILE"] = u"C:\\\u0141ukasz";
+    machine.drives.writeFile(u"C:\\\u0141ukasz\\weg.exe", "MZ");
+    machine.drives.writeFile(u"C:\\Lukasz\\weg.exe", "MZ");
+    EXPECT_FALSE(isExactCommand("%UserProfile%\\weg.exe"));
+    EXPECT_THROW(startCommand("%UserProfile%\\weg.exe", 1), Failure);
+    machine.environment["USERPROFILE"] = u"C:\\J\u00F6rg";
+    machine.drives.writeFile(u"C:\\J\u00F6rg\\weg.exe", "MZ");
+    EXPECT_TRUE(isExactCommand("%UserProfile%\\weg.exe"));
+    startCommand("%UserProfile%\\weg.exe", 1);
+    EXPECT_EQ(started(), std::vector<std::string>{"C:\\Jörg\\weg.exe"});
+}
+
+TEST_F(CommandStartOfflineTest, ADriveThatRefusesToTellIsNoMissingFile) {
+    offline::machine().faults.fail("CreateProcessA", 1, ERROR_PATH_NOT_FOUND);
+    offline::machine().faults.fail("GetFileAttributesA", 2, ERROR_ACCESS_DENIED);
+    try {
+        startCommand("C:\\Weg\\weg.exe", 1);
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, 71);
+    }
+}
+
 // --- a program that wants more rights ---
 
 constexpr long kElevationRequired = 740;

@@ -35,6 +35,20 @@ TEST_F(OldFilesTest, AFileOfExactlyTheLimitStaysAndOneADayOlderGoes) {
     EXPECT_EQ(logLines(), Texts{});
 }
 
+TEST_F(OldFilesTest, ACompleteCopyAgesLikeTheUndoFile) {
+    DelAfterDays = 10;
+    for (const char* name : {"R\xFC"
+                             "ckg\xE4ngig_",
+                             "Vollst\xE4ndig_"}) {
+        undoFile(std::string(name) + "jung.reg", 3, daysAgo(10));
+        undoFile(std::string(name) + "alt.reg", 3, daysAgo(11));
+    }
+    AutoFileDel();
+    EXPECT_EQ(filesLeft(), (Texts{"R\xFC"
+                                  "ckg\xE4ngig_jung.reg",
+                                  "Vollst\xE4ndig_jung.reg"}));
+}
+
 TEST_F(OldFilesTest, ALimitOfNoDaysKeepsTheFilesOfToday) {
     DelAfterDays = 0;
     undoFile("heute.reg", 3, daysAgo(0));

@@ -1,5 +1,5 @@
 // The process is ended at every call of the system that a removal makes, in a process of its own each time.
-// Whatever the moment: a key that is gone has its whole record in the file.
+// Whatever the moment: a key that is gone has its record in the undo file and is whole in the complete copy.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -122,6 +122,8 @@ class KillRun {
             EXPECT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, keyOf(*name).c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
                                       nullptr, &made, nullptr),
                       0);
+            const DWORD number = 7;
+            RegSetValueExA(made, "Zahl", 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
             RegCloseKey(made);
         }
         SetEnvironmentVariableA("BROMVALE_KILL_AT", std::to_string(nth).c_str());
@@ -157,6 +159,14 @@ class KillRun {
     }
     std::string recordOf(char name) const {
         return "[HKEY_CURRENT_USER\\" + keyOf(name) + "]\r\n@=\"Wert " + name + "\"\r\n\r\n";
+    }
+    // The wide form of Windows 2000 and later.
+    std::string copyOf(char name) const {
+        const std::string text =
+            "\r\n[HKEY_CURRENT_USER\\" + keyOf(name) + "]\r\n\"Zahl\"=dword:00000007\r\n";
+        std::string wide;
+        for (const char c : text) wide += {c, '\0'};
+        return wide;
     }
     std::string fileBytes() const {
         std::string bytes;
@@ -205,14 +215,17 @@ TEST(RemovalKill, AtEveryCallEachDeletedKeyHasItsRecord) {
         for (const char name : gone) {
             EXPECT_NE(bytes.find(run.recordOf(name)), std::string::npos)
                 << "ended at call " << nth << ", no record of " << name;
+            EXPECT_NE(bytes.find(run.copyOf(name)), std::string::npos)
+                << "ended at call " << nth << ", no whole copy of " << name;
         }
         if (code == 0) break;
         ASSERT_EQ(code, kKilled) << nth;
         ++kills;
     }
     EXPECT_EQ(gone, "ABC");
-    // Folder and file, seven header writes, then per row a write, an open, a deletion and a close.
-    EXPECT_GE(kills, 2 + 7 + 3 * 4);
+    // Folder and file, seven header writes and the copy's file, then per row two writes, and an open and a
+    // close each for the reading and for the deletion.
+    EXPECT_GE(kills, 2 + 7 + 1 + 3 * 7);
 }
 
 }  // namespace
