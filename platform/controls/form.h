@@ -61,8 +61,10 @@ class Form : public Control {
     void userTaskbarCreated();
     // Tab, Shift+Tab, Return, Escape, arrows in a group of option buttons and access keys as in any dialog.
     // `key` is a virtual key code; with `alt` it is the character on the key, upper case, so that umlauts
-    // work on any keyboard. True when the key was used up.
-    bool userKey(int key, bool shift, bool alt);
+    // work on any keyboard. `held` for the repetitions of a key that is held down: they click nothing, so
+    // that nothing is done twice and no question that follows is answered unseen. True when the key was used
+    // up.
+    bool userKey(int key, bool shift, bool alt, bool held = false);
 
   protected:
     virtual void design() = 0;
@@ -87,7 +89,7 @@ class Form : public Control {
     [[nodiscard]] std::vector<Control*> tabOrder() const;
     bool moveFocus(bool backwards);
     bool moveInGroup(bool backwards);
-    bool useAccessKey(int key);
+    bool useAccessKey(int key, bool held);
 
     std::vector<Control*> controls_;
     Control* focused_ = nullptr;

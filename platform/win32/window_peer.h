@@ -39,6 +39,10 @@ class WindowPeer : public ControlPeer {
     // Brush behind the control's text, with the text's colours set; null for Windows' own.
     virtual HBRUSH colours(HDC dc, UINT message);
 
+    // True for a key that the control itself needs before the form looks at it; `focus` is the window that
+    // has the keyboard, this one or one inside it.
+    [[nodiscard]] virtual bool keepsKey(WPARAM key, HWND focus) const;
+
     // The window's own messages. The peer may be gone when a call of userMessage or baseMessage returns.
     virtual LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT baseMessage(UINT message, WPARAM wParam, LPARAM lParam);
