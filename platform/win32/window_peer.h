@@ -16,7 +16,7 @@ struct WindowShape {
 };
 
 // One control's real window. Writes that only change what is painted are collected and made together, at most
-// some 60 times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
+// a dozen times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
 // `busy` holds and the notifications that come back are not taken for the user's.
 class WindowPeer : public ControlPeer {
   public:
