@@ -111,8 +111,10 @@ void startCommand(std::string_view commandLine, int showState) {
     PROCESS_INFORMATION made{};
     const std::string line = withVariables(std::string(commandLine));
     std::string writable = line;  // the call may write into it
-    if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &made)) {
+    // A program of others gets the system's boxes for missing discs, which this one has switched off for
+    // itself.
+    if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
+                        nullptr, &start, &made)) {
         const DWORD error = GetLastError();
         if (error == kElevationRequired && startByShell(line, showState)) return;
         raise(failureOf(error));
