@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "platform/controls/control.h"
+#include "platform/screen.h"
 
 namespace bromvale {
 
@@ -38,6 +39,8 @@ class Form : public Control {
     [[nodiscard]] int iconResource() const { return iconResource_; }
     void setPlace(const Place& place) override;
     void centreOnScreen();
+    // Moves a window whose caption can't be reached back onto the screen that it is nearest to.
+    void keepOnScreen();
 
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
     // By name, exact; null where there is none.
@@ -103,6 +106,10 @@ class Form : public Control {
     bool building_ = false;
     bool unloading_ = false;
 };
+
+// The place as it is while its caption begins within the area, the nearest such place otherwise. Windows that
+// are larger than the area begin at its corner.
+[[nodiscard]] Place withCaptionIn(const ScreenArea& area, const Place& place);
 
 // All loaded forms in the order of their loading.
 [[nodiscard]] const std::vector<Form*>& loadedForms();

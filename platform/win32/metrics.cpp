@@ -103,13 +103,6 @@ int twipsPerPixelY() {
     return twips;
 }
 
-int screenWidth() {
-    return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX();
-}
-int screenHeight() {
-    return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY();
-}
-
 int pixelsX(int twips) {
     return roundedPixels(twips, twipsPerPixelX());
 }
