@@ -1,12 +1,10 @@
-// Upper and lower case of texts in the machine's code page.
-#include <clocale>
-#include <cwctype>
-
+// Upper and lower case of texts in the machine's code page, a byte a character.
 #include "platform/offline/machine_api.h"
+#include "platform/offline/unit_case.h"
 
 namespace {
 
-using Change = wint_t (*)(wint_t, locale_t);
+using bromvale::offline::upperUnit;
 
 char16_t unitOf(char c) {
     char16_t unit = 0;
@@ -14,26 +12,34 @@ char16_t unitOf(char c) {
     return unit;
 }
 
-// A byte whose other case is a byte of the same page.
-char changed(char c, Change change) {
-    static const locale_t unicode = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    const auto other = static_cast<char16_t>(change(unitOf(c), unicode));
-    char found = c;
-    if (WideCharToMultiByte(CP_ACP, 0, &other, 1, &found, 1, nullptr, nullptr) != 1) return c;
-    return unitOf(found) == other ? found : c;
+// The byte of a letter; `otherwise` where the page has none.
+char byteOf(char16_t unit, char otherwise) {
+    char byte = otherwise;
+    const bool converted = WideCharToMultiByte(CP_ACP, 0, &unit, 1, &byte, 1, nullptr, nullptr) == 1;
+    return converted && unitOf(byte) == unit ? byte : otherwise;
 }
 
-DWORD changeAll(LPSTR text, DWORD length, Change change) {
-    for (DWORD i = 0; i < length; ++i) text[i] = changed(text[i], change);
-    return length;
+char upperOf(char c) {
+    return byteOf(upperUnit(unitOf(c)), c);
+}
+
+// The byte whose capital this is.
+char lowerOf(char c) {
+    for (int code = 0; code < 256; ++code) {
+        const char small = static_cast<char>(code);
+        if (small != c && upperOf(small) == c) return small;
+    }
+    return c;
 }
 
 }  // namespace
 
 DWORD CharLowerBuffA(LPSTR text, DWORD length) {
-    return changeAll(text, length, towlower_l);
+    for (DWORD i = 0; i < length; ++i) text[i] = lowerOf(text[i]);
+    return length;
 }
 
 DWORD CharUpperBuffA(LPSTR text, DWORD length) {
-    return changeAll(text, length, towupper_l);
+    for (DWORD i = 0; i < length; ++i) text[i] = upperOf(text[i]);
+    return length;
 }
