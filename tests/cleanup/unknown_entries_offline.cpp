@@ -149,7 +149,7 @@ TEST_F(UnknownEntries, ThatAreNamedLikeADeviceStay) {
 
 // --- what changes meanwhile ---
 
-// The n-th search from now is the moment at which a link to C:\Ziel takes the folder's place.
+// The n-th of these calls from now is the moment at which a link to C:\Ziel takes the folder's place.
 class SwappedEntries : public UnknownEntries {
   protected:
     SwappedEntries() {
@@ -158,9 +158,9 @@ class SwappedEntries : public UnknownEntries {
         machine().drives.makeFolder("C:\\Anderes");
         machine().drives.linkFolder(u"C:\\Ziel\\Verweis", u"C:\\Anderes");
     }
-    void swapAt(unsigned search, const std::string& folder) {
-        machine().faults.observe([this, search, folder](std::string_view operation) {
-            if (operation != "FindFirstFileA" || ++searches_ != search) return;
+    void swapAt(std::string_view call, unsigned nth, const std::string& folder) {
+        machine().faults.observe([this, call, nth, folder](std::string_view operation) {
+            if (operation != call || ++calls_ != nth) return;
             machine().drives.erase("C:\\Leeren\\a\\b\\c.txt");
             machine().drives.erase("C:\\Leeren\\a\\b");
             machine().drives.erase(folder);
@@ -174,24 +174,33 @@ class SwappedEntries : public UnknownEntries {
         EXPECT_TRUE(machine().drives.exists("C:\\Anderes"));
     }
 
-    unsigned searches_ = 0;
+    unsigned calls_ = 0;
 };
 
 TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceWhileItIsLookedThroughIsNotFollowed) {
-    swapAt(4, "C:\\Leeren\\a\\b");
+    swapAt("FindFirstFileA", 4, "C:\\Leeren\\a\\b");
     empty();
     machine().faults.clear();
-    EXPECT_GE(searches_, 4u);
+    EXPECT_GE(calls_, 4u);
+    expectTargetWhole();
+}
+
+// The list is read, the entry looked up, and the folder a listed to its end.
+TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceBeforeItIsListedIsNotFollowed) {
+    swapAt("FindClose", 3, "C:\\Leeren\\a\\b");
+    empty();
+    machine().faults.clear();
+    EXPECT_GE(calls_, 3u);
     expectTargetWhole();
 }
 
 TEST_F(SwappedEntries, ALinkThatHasTakenTheFoldersPlaceIsNotHandedToTheShell) {
     machine().faults.startCounting();
-    swapAt(5, "C:\\Leeren\\a");
+    swapAt("FindFirstFileA", 5, "C:\\Leeren\\a");
     empty();
     EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u);
     machine().faults.clear();
-    EXPECT_EQ(searches_, 5u);
+    EXPECT_EQ(calls_, 5u);
     expectTargetWhole();
 }
 
