@@ -147,12 +147,72 @@ TEST_F(UnknownEntries, ThatAreNamedLikeADeviceStay) {
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), (Texts{"COM1.log", "b", "con", "nul.txt"}));
 }
 
+// --- what changes meanwhile ---
+
+// The n-th of these calls from now is the moment at which a link to C:\Ziel takes the folder's place.
+class SwappedEntries : public UnknownEntries {
+  protected:
+    SwappedEntries() {
+        put("C:\\Leeren\\a\\b\\c.txt");
+        put("C:\\Ziel\\bleibt.txt");
+        machine().drives.makeFolder("C:\\Anderes");
+        machine().drives.linkFolder(u"C:\\Ziel\\Verweis", u"C:\\Anderes");
+    }
+    void swapAt(std::string_view call, unsigned nth, const std::string& folder) {
+        machine().faults.observe([this, call, nth, folder](std::string_view operation) {
+            if (operation != call || ++calls_ != nth) return;
+            machine().drives.erase("C:\\Leeren\\a\\b\\c.txt");
+            machine().drives.erase("C:\\Leeren\\a\\b");
+            machine().drives.erase(folder);
+            ASSERT_TRUE(
+                machine().drives.linkFolder(std::u16string(folder.begin(), folder.end()), u"C:\\Ziel"));
+        });
+    }
+    static void expectTargetWhole() {
+        EXPECT_TRUE(machine().drives.exists("C:\\Ziel\\bleibt.txt"));
+        EXPECT_TRUE(machine().drives.exists("C:\\Ziel\\Verweis"));
+        EXPECT_TRUE(machine().drives.exists("C:\\Anderes"));
+    }
+
+    unsigned calls_ = 0;
+};
+
+TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceWhileItIsLookedThroughIsNotFollowed) {
+    swapAt("FindFirstFileA", 4, "C:\\Leeren\\a\\b");
+    empty();
+    machine().faults.clear();
+    EXPECT_GE(calls_, 4u);
+    expectTargetWhole();
+}
+
+// The list is read, the entry looked up, and the folder a listed to its end.
+TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceBeforeItIsListedIsNotFollowed) {
+    swapAt("FindClose", 3, "C:\\Leeren\\a\\b");
+    empty();
+    machine().faults.clear();
+    EXPECT_GE(calls_, 3u);
+    expectTargetWhole();
+}
+
+TEST_F(SwappedEntries, ALinkThatHasTakenTheFoldersPlaceIsNotHandedToTheShell) {
+    machine().faults.startCounting();
+    swapAt("FindFirstFileA", 5, "C:\\Leeren\\a");
+    empty();
+    EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u);
+    machine().faults.clear();
+    EXPECT_EQ(calls_, 5u);
+    expectTargetWhole();
+}
+
 // --- every call fails once ---
 
 struct FailingCall {
     const char* call;
     unsigned most;  // how often it is called at most
 };
+void PrintTo(const FailingCall& row, std::ostream* out) {
+    *out << row.call;
+}
 
 class AnyFailure : public UnknownEntries, public ::testing::WithParamInterface<FailingCall> {
   protected:
