@@ -60,6 +60,7 @@ struct LastRequests {
     BROWSEINFOA folderDialog{};
     std::string switches;  // of ShellExecuteA
     int startState = -1;   // of CreateProcessA: how the window opens; -1 where the caller leaves it open
+    DWORD startFlags = 0;  // of CreateProcessA
 };
 
 // A folder as its dialog gives it.

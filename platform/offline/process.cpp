@@ -67,8 +67,9 @@ BOOL GetExitCodeProcess(HANDLE, LPDWORD exitCode) {
 }
 
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
-                    DWORD, LPVOID, LPCSTR, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made) {
+                    DWORD flags, LPVOID, LPCSTR, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made) {
     const bool tells = start != nullptr && (start->dwFlags & STARTF_USESHOWWINDOW) != 0;
+    machine().lastRequests.startFlags = flags;
     machine().lastRequests.startState = tells ? start->wShowWindow : -1;
     if (failsHere("CreateProcessA")) return FALSE;
     const std::string line = commandLine != nullptr ? commandLine : application;

@@ -5,6 +5,7 @@
 #include "platform/failure.h"
 #include "platform/files.h"
 #include "platform/offline/machine.h"
+#include "platform/process.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {
@@ -27,6 +28,13 @@ TEST_F(CommandStartOfflineTest, TheFileOnTheDriveDecidesAndTheWholeLineIsStarted
     startCommand(line, 1);
     startCommand("\"" + folder() + "Ein Ordner\\weg\" /still", 1);
     EXPECT_EQ(started(), (std::vector<std::string>{line, "\"" + folder() + "Ein Ordner\\weg\" /still"}));
+}
+
+// This program has switched the system's boxes for missing discs off for itself alone.
+TEST_F(CommandStartOfflineTest, AStartedProgramGetsTheSystemsOwnErrorMode) {
+    offline::machine().drives.writeFile("C:\\Programme\\A\\weg.exe", "MZ");
+    startCommand("C:\\Programme\\A\\weg.exe", 1);
+    EXPECT_EQ(offline::machine().lastRequests.startFlags, CREATE_DEFAULT_ERROR_MODE);
 }
 
 TEST_F(CommandStartOfflineTest, VariablesAreReplacedBeforeTheStart) {
