@@ -12,7 +12,7 @@ usage() {
   style      formatting, layering, and the checks of the checks
   native     all tests on the offline platform, with address, undefined-behaviour and leak checks
   build      Bromvale.exe in both widths, warnings as errors; what the 32-bit one imports
-  windows    the tests built for Windows, run under Wine
+  windows    the tests built for Windows, run under Wine; core, scanner and contract as 32-bit programs too
   blackbox   the whole program through its settings alone, under Wine and offline
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
 
@@ -51,7 +51,7 @@ prepare_style() {
 }
 prepare_native() { tools native; build native-asan; }
 prepare_build() { tools windows; build win64; build win32; }
-prepare_windows() { tools windows native; build win64-tests; }
+prepare_windows() { tools windows native; build win64-tests; build win32-tests; }
 prepare_blackbox() { tools windows native; build win64; build win32; build native bromvale-offline; }
 prepare_desktop() { tools windows desktop; build win64; build try; }
 

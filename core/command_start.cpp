@@ -109,8 +109,10 @@ DWORD start(const std::string& line, Parts parts, int showState) {
     start.wShowWindow = static_cast<WORD>(showState);
     PROCESS_INFORMATION made{};
     std::string writable = line;  // the call may write into it
-    if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                        &made)) {
+    // A program of others gets the system's boxes for missing discs, which this one has switched off for
+    // itself.
+    if (!CreateProcessA(nullptr, writable.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
+                        nullptr, &start, &made)) {
         const DWORD error = GetLastError();
         return error == kElevationRequired && startByShell(parts(), showState) ? ERROR_SUCCESS : error;
     }

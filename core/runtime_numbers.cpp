@@ -59,10 +59,7 @@ double roundHalfEven(double value, int decimals) {
     if (decimals < 0 || decimals > 15) raise(5);
     double scale = 1;
     for (int i = 0; i < decimals; ++i) scale *= 10;
-    // volatile: the 32-bit program would keep more digits than a double has, and ties would no longer be
-    // ties.
-    volatile double scaled = value * scale;
-    const double rounded = std::nearbyint(scaled);
+    const double rounded = std::nearbyint(value * scale);
     if (!std::isfinite(rounded)) return value;
     return rounded / scale;
 }

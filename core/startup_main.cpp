@@ -31,11 +31,13 @@ constexpr Tags kTags{"modMain", "Main"};
 constexpr const char* kTitle = "Bromvale";
 
 // Its handle lives as long as the process. Names of this kind are known within one session, so that two users
-// of one machine don't get in each other's way.
+// of one machine don't get in each other's way. A first start under other rights keeps its mutex to itself:
+// one that is there but may not be opened tells of a first start as well.
 bool previousInstanceRuns() {
     SetLastError(ERROR_SUCCESS);
-    static_cast<void>(CreateMutexA(nullptr, FALSE, "Bromvale is running"));
-    return GetLastError() == ERROR_ALREADY_EXISTS;
+    const HANDLE mutex = CreateMutexA(nullptr, FALSE, "Bromvale is running");
+    const DWORD error = GetLastError();
+    return error == ERROR_ALREADY_EXISTS || (mutex == nullptr && error == ERROR_ACCESS_DENIED);
 }
 
 // What stands behind the program's name on the command line, as it was typed, trailing blanks and all.

@@ -6,7 +6,7 @@
 namespace bromvale {
 
 // Lets the user interface process all waiting events: handlers of other controls run inside this call.
-// Paintings that are due (at most some 60 a second) are made first.
+// Paintings that are due (at most a dozen a second) are made first.
 void DoEvents();
 
 // For a routine at work that no handler may interrupt: lets the windows paint themselves, be moved, put aside

@@ -10,4 +10,14 @@ namespace bromvale {
 [[nodiscard]] int screenWidth();
 [[nodiscard]] int screenHeight();
 
+// Twips.
+struct ScreenArea {
+    int left;
+    int top;
+    int right;
+    int bottom;
+};
+// What the task bar leaves of the screen that this point lies on, or of the one nearest to it.
+[[nodiscard]] ScreenArea workingArea(int left, int top);
+
 }  // namespace bromvale

@@ -13,6 +13,7 @@
 #include "platform/events.h"
 #include "platform/exact_files.h"
 #include "platform/exact_text.h"
+#include "platform/text_case.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
 #include "ui/list_selection.h"
@@ -72,6 +73,18 @@ FileFacts fileFacts(std::string_view path) {
     return facts;
 }
 
+std::vector<std::string> undoFileNames() {
+    constexpr std::string_view kEnding = ".reg";
+    std::vector<std::string> names{std::string()};
+    FindFileAPI(BackupPath, "*.reg", names);
+    if (!names.empty()) names.pop_back();  // the empty one behind the last, but where memory ran out
+    std::erase_if(names, [&](std::string_view name) {
+        return name.size() < kEnding.size() ||
+               compareWithoutCase(name.substr(name.size() - kEnding.size()), kEnding) != 0;
+    });
+    return names;
+}
+
 // Cut and not rounded, so that the decimal sign may stand last.
 std::string sizeText(double bytes) {
     return Left(numberText(bytes / 1024), 5) + " KB";
@@ -87,9 +100,8 @@ void FrmMain::ReadBackupFiles() {
     kTags.trace("started");
     attempt(onFailure, [&] { lvwBackup.clear(); });
     attempt(onFailure, [&] { lvwBackup.setSorted(false); });
-    std::vector<std::string> names{std::string()};
-    attempt(onFailure, [&] { FindFileAPI(BackupPath, "*.reg", names); });
-    names.pop_back();  // the empty one behind the last
+    std::vector<std::string> names;
+    attempt(onFailure, [&] { names = undoFileNames(); });
     for (const std::string& name : names) {
         addFile(lvwBackup, name, onFailure);
         ServeWindows();

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/machine.h"
 
@@ -17,6 +18,11 @@ void AutoFileDel();
 // Local date of the file's last write as "day.month.year" without leading zeros; "0.0.0" where it can't be
 // read.
 [[nodiscard]] std::string GetFileDate(std::string_view path);
+
+// The names of all undo files, without path. `*.reg` also finds what bears such an ending in its short name
+// alone; only names that end in ".reg" themselves, in whatever case, are undo files. Adds the backslash that
+// BackupPath may lack.
+[[nodiscard]] std::vector<std::string> undoFileNames();
 
 // What stands behind a file's name: the size in bytes, the local time of the last write.
 struct FileFacts {

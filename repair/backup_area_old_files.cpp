@@ -7,7 +7,6 @@
 #include "core/attempt.h"
 #include "core/c_text.h"
 #include "core/calendar.h"
-#include "core/file_helpers.h"
 #include "core/log.h"
 #include "core/runtime.h"
 #include "core/settings.h"
@@ -30,6 +29,17 @@ SYSTEMTIME lastWrite(HANDLE file) {
         return {};
     }
     return time;
+}
+
+std::string dayText(const SYSTEMTIME& time) {
+    return std::to_string(time.wDay) + "." + std::to_string(time.wMonth) + "." + std::to_string(time.wYear);
+}
+
+// By the clock, as a file's date is: a text made for the user counts the years of the user's own calendar.
+std::string todayText() {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    return dayText(now);
 }
 
 Ending report(const Failure& failure) {
@@ -65,16 +75,14 @@ std::string GetFileDate(std::string_view path) {
         time = lastWrite(handle);
         CloseHandle(handle);
     }
-    return std::to_string(time.wDay) + "." + std::to_string(time.wMonth) + "." + std::to_string(time.wYear);
+    return dayText(time);
 }
 
 void AutoFileDel() {
     kTags.trace("startet");
-    std::string today;
-    attempt(report, [&] { today = dateText("dd'.'MM'.'yyyy"); });
-    std::vector<std::string> names{std::string()};
-    attempt(report, [&] { FindFileAPI(BackupPath, "*.reg", names); });
-    names.pop_back();  // the empty one behind the last
+    const std::string today = todayText();
+    std::vector<std::string> names;
+    attempt(report, [&] { names = undoFileNames(); });
     kTags.trace([&] { return std::to_string(names.size()) + " Dateien im Backup-Ordner gefunden"; });
     for (const std::string& name : names) deleteIfOld(name, today);
     kTags.trace("endet");

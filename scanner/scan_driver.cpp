@@ -1,5 +1,4 @@
 // The button cmdStart: scan, or with the caption "&Entfernen" removal; and cmdAbbrechen.
-#include <cmath>
 #include <cstdint>
 #include <string>
 
@@ -174,9 +173,8 @@ bool Scan::checkEntries() {
 // Written anew for every entry; only the painting may be thinned out, and that is not done here.
 void Scan::showEntry() {
     form_.lblScanTxt.setCaption("Registryschlüssel werden auf Fehler gescannt...");
-    const double share = static_cast<double>(entry_) / static_cast<double>(total_) * 100;
     text_.clear();
-    appendNumber(text_, std::llrint(share));  // half to even
+    appendNumber(text_, donePercent(entry_, total_));
     form_.lblScanProzent.setCaption(text_ += "% fertig");
     panel(1, "Eintrag ", entry_, " wird gescannt...");
     panel(2, "Gefundene Fehler: ", faults(), "");

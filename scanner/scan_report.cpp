@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "core/runtime.h"
 
@@ -39,6 +40,10 @@ std::string scanShare(int faults, int total, double percent) {
 
 double faultPercent(int faults, int total) {
     return roundHalfEven(divide(faults, total) * 100, 2);
+}
+
+std::int64_t donePercent(int entry, int total) {
+    return std::llrint(static_cast<double>(entry) / static_cast<double>(total) * 100);
 }
 
 }  // namespace bromvale

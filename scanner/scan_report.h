@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -12,5 +13,8 @@ namespace bromvale {
 
 // Faults in a hundred entries, two decimals, half to even. Failure 6 for no entries and no faults.
 [[nodiscard]] double faultPercent(int faults, int total);
+
+// How much of the entries has been looked at, rounded to a whole number half to even.
+[[nodiscard]] std::int64_t donePercent(int entry, int total);
 
 }  // namespace bromvale

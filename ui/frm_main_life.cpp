@@ -30,6 +30,7 @@ void FrmMain::restoreGeometry() {
     setLeft(ScreenY);
     setHeight(Form_Height);
     setWidth(Form_Width);
+    keepOnScreen();
     if (Form_Width >= screenWidth()) setWindowState(WindowState::Maximised);
 }
 
@@ -47,6 +48,7 @@ void FrmMain::Form_Load() {
     attempt(onFailure, [&] { addTrayIcon(); });
     attempt(onFailure, [&] { mnuPopUpShowForm.setEnabled(true); });
     if (ScreenSave == 1) attempt(onFailure, [&] { restoreGeometry(); });
+    if (ScreenSave != 1) attempt(onFailure, [&] { keepOnScreen(); });
     tags.trace("endet");
 }
 

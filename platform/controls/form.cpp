@@ -4,7 +4,6 @@
 
 #include "platform/controls/button.h"
 #include "platform/events.h"
-#include "platform/screen.h"
 
 namespace bromvale {
 namespace {
@@ -152,6 +151,20 @@ void Form::dockStatusBars() {
 
 void Form::centreOnScreen() {
     setPlace({(screenWidth() - width()) / 2, (screenHeight() - height()) / 2, width(), height()});
+}
+
+void Form::keepOnScreen() {
+    setPlace(withCaptionIn(workingArea(left(), top()), place()));
+}
+
+Place withCaptionIn(const ScreenArea& area, const Place& place) {
+    constexpr int kGrip = 600;  // of the caption, both ways: what a mouse needs to take hold of it
+    Place moved = place;
+    if (moved.left > area.right - kGrip) moved.left = area.right - moved.width;
+    if (moved.top > area.bottom - kGrip) moved.top = area.bottom - moved.height;
+    moved.left = std::max(moved.left, area.left);
+    moved.top = std::max(moved.top, area.top);
+    return moved;
 }
 
 Control* Form::find(std::string_view name) const {

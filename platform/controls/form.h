@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "platform/controls/control.h"
+#include "platform/screen.h"
 
 namespace bromvale {
 
@@ -38,6 +39,8 @@ class Form : public Control {
     [[nodiscard]] int iconResource() const { return iconResource_; }
     void setPlace(const Place& place) override;
     void centreOnScreen();
+    // Moves a window whose caption can't be reached back onto the screen that it is nearest to.
+    void keepOnScreen();
 
     [[nodiscard]] const std::vector<Control*>& controls() const { return controls_; }
     // By name, exact; null where there is none.
@@ -61,8 +64,10 @@ class Form : public Control {
     void userTaskbarCreated();
     // Tab, Shift+Tab, Return, Escape, arrows in a group of option buttons and access keys as in any dialog.
     // `key` is a virtual key code; with `alt` it is the character on the key, upper case, so that umlauts
-    // work on any keyboard. True when the key was used up.
-    bool userKey(int key, bool shift, bool alt);
+    // work on any keyboard. `held` for the repetitions of a key that is held down: they click nothing, so
+    // that nothing is done twice and no question that follows is answered unseen. True when the key was used
+    // up.
+    bool userKey(int key, bool shift, bool alt, bool held = false);
 
   protected:
     virtual void design() = 0;
@@ -87,7 +92,7 @@ class Form : public Control {
     [[nodiscard]] std::vector<Control*> tabOrder() const;
     bool moveFocus(bool backwards);
     bool moveInGroup(bool backwards);
-    bool useAccessKey(int key);
+    bool useAccessKey(int key, bool held);
 
     std::vector<Control*> controls_;
     Control* focused_ = nullptr;
@@ -101,6 +106,10 @@ class Form : public Control {
     bool building_ = false;
     bool unloading_ = false;
 };
+
+// The place as it is while its caption begins within the area, the nearest such place otherwise. Windows that
+// are larger than the area begin at its corner.
+[[nodiscard]] Place withCaptionIn(const ScreenArea& area, const Place& place);
 
 // All loaded forms in the order of their loading.
 [[nodiscard]] const std::vector<Form*>& loadedForms();

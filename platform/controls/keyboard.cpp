@@ -65,9 +65,9 @@ Control* neighbour(const std::vector<Control*>& order, int tabIndex, bool backwa
     return found == order.end() ? order.front() : *found;
 }
 
-bool clickButton(Button* button) {
+bool clickButton(Button* button, bool held) {
     if (!button || !button->reachable()) return false;
-    button->userClick();
+    if (!held) button->userClick();
     return true;
 }
 
@@ -141,7 +141,7 @@ bool Form::moveInGroup(bool backwards) {
     return true;
 }
 
-bool Form::useAccessKey(int key) {
+bool Form::useAccessKey(int key, bool held) {
     std::vector<Control*> order;
     for (Control* control : controls_) {
         if (control->tabIndex() < 0 || !control->reachable()) continue;
@@ -158,24 +158,24 @@ bool Form::useAccessKey(int key) {
         return next != nullptr;
     }
     chosen->setFocus();
-    if (order.size() > 1) return true;  // several share the key: it only moves on
+    if (held || order.size() > 1) return true;  // several share the key: it only moves on
     if (chosen->kind() == ControlKind::Button) static_cast<Button*>(chosen)->userClick();
     if (chosen->kind() == ControlKind::CheckBox) static_cast<CheckBox*>(chosen)->userClick();
     if (chosen->kind() == ControlKind::OptionButton) static_cast<OptionButton*>(chosen)->userClick();
     return true;
 }
 
-bool Form::userKey(int key, bool shift, bool alt) {
+bool Form::userKey(int key, bool shift, bool alt, bool held) {
     if (!loaded_ || !enabled()) return false;
-    if (alt) return useAccessKey(key);
+    if (alt) return useAccessKey(key, held);
     const ControlKind where = focused_ ? focused_->kind() : ControlKind::Form;
     switch (key) {
         case kTab: return moveFocus(shift);
         case kReturn:
-            if (where == ControlKind::Button) return clickButton(static_cast<Button*>(focused_));
+            if (where == ControlKind::Button) return clickButton(static_cast<Button*>(focused_), held);
             if (where == ControlKind::TextBox && static_cast<TextBox*>(focused_)->multiLine()) return false;
-            return clickButton(defaultButton());
-        case kEscape: return clickButton(cancelButton());
+            return clickButton(defaultButton(), held);
+        case kEscape: return clickButton(cancelButton(), held);
         case kLeft:
         case kUp: return where == ControlKind::OptionButton && moveInGroup(true);
         case kRight:

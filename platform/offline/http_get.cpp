@@ -5,13 +5,13 @@
 #include <charconv>
 #include <cstring>
 
+#include "platform/forwarding.h"
 #include "platform/offline/code_page.h"
 
 namespace bromvale::offline {
 namespace {
 
 constexpr std::string_view kScheme = "http://";
-constexpr int kMostForwardings = 10;
 constexpr std::size_t kLongestHead = 65536;  // of a line between chunks, too
 
 std::string_view trimmed(std::string_view text) {
@@ -44,17 +44,6 @@ std::string requestFor(const WebAddress& address, std::string_view agent) {
     return request;
 }
 
-bool forwards(int status) {
-    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
-}
-
-// Where a forwarding leads to: a whole address, or a path on the same host.
-std::optional<WebAddress> followed(const WebAddress& from, const std::string& location) {
-    if (location.starts_with('/') && !location.starts_with("//"))
-        return WebAddress{from.host, from.port, location};
-    return webAddress(location);
-}
-
 }  // namespace
 
 std::string WebAddress::hostAndPort() const {
@@ -82,13 +71,15 @@ std::optional<WebAddress> webAddress(std::string_view url) {
 }
 
 std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view agent, int patience) {
-    std::optional<WebAddress> address = webAddress(url);
+    std::string next(url);
     const Deadline opening(patience);
-    for (int i = 0; address && i < kMostForwardings; ++i) {
+    for (int followed = 0; followed <= kMostForwardings; ++followed) {
+        const std::optional<WebAddress> address = webAddress(next);
+        if (!address) return nullptr;
         std::unique_ptr<HttpGet> get(new HttpGet(*address, patience, opening));
         if (!get->ask(requestFor(*address, agent))) return nullptr;
-        if (!forwards(get->status_) || get->location_.empty()) return get;
-        address = followed(*address, get->location_);
+        if (!isForwarding(get->status_) || get->location_.empty()) return get;
+        next = forwardedAddress(next, get->location_);
     }
     return nullptr;
 }

@@ -22,4 +22,9 @@ int screenHeight() {
     return offline::machine().screen.height * twipsPerPixelY();
 }
 
+// One screen, all of it free.
+ScreenArea workingArea(int, int) {
+    return {0, 0, screenWidth(), screenHeight()};
+}
+
 }  // namespace bromvale

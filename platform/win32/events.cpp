@@ -6,6 +6,7 @@
 #include "platform/controls/form.h"
 #include "platform/win32/common_controls.h"
 #include "platform/win32/form_peer.h"
+#include "platform/win32/held_keys.h"
 #include "platform/win32/paint_queue.h"
 
 namespace bromvale {
@@ -50,17 +51,9 @@ bool pressed(int key) {
     return GetKeyState(key) < 0;
 }
 
-// Keys that the control itself needs before the form looks at them.
 bool keptByControl(HWND focus, const Control* control, WPARAM key) {
-    if (control == nullptr) return false;
-    switch (control->kind()) {
-        case ControlKind::ComboBox:
-            // An open list is closed by them.
-            return (key == VK_RETURN || key == VK_ESCAPE) &&
-                   SendMessageA(control->peer()->window(), CB_GETDROPPEDSTATE, 0, 0) != 0;
-        case ControlKind::ListBar: return key == VK_RETURN && focus == control->peer()->window();
-        default: return false;
-    }
+    const WindowPeer* const peer = control != nullptr ? WindowPeer::of(control->peer()->window()) : nullptr;
+    return peer != nullptr && peer->keepsKey(key, focus);
 }
 
 // Access keys are characters; umlauts have keys whose number depends on the keyboard.
@@ -82,7 +75,7 @@ bool offerToForm(const MSG& message) {
     if (pressed(VK_CONTROL)) return false;
     const int key = alt ? accessCharacter(message.wParam) : static_cast<int>(message.wParam);
     bool used = false;
-    guarded([&] { used = form->userKey(key, pressed(VK_SHIFT), alt); });
+    guarded([&] { used = form->userKey(key, pressed(VK_SHIFT), alt, heldDown(message.lParam)); });
     return used;
 }
 

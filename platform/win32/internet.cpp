@@ -1,6 +1,7 @@
 #include "platform/internet.h"
 
 #include <algorithm>
+#include <array>
 #include <atomic>
 #include <cstring>
 #include <set>
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "platform/file_download.h"
+#include "platform/forwarding.h"
 #include "platform/win32/patient_call.h"
 
 namespace bromvale {
@@ -39,6 +41,26 @@ BOOL closeEntry(HINTERNET handle) {
     return close != nullptr ? close(handle) : FALSE;
 }
 
+// 0 where the head doesn't say it.
+int statusOf(HINTERNET answer) {
+    const auto query = internetEntry<QueryEntry>("HttpQueryInfoA");
+    DWORD status = 0;
+    DWORD size = sizeof status;
+    if (query == nullptr || !query(answer, kQueryStatusCode | kQueryNumber, &status, &size, nullptr))
+        return 0;
+    return static_cast<int>(status);
+}
+
+// Empty where the head names none, or one that is too long to be any.
+std::string locationIn(HINTERNET answer) {
+    constexpr DWORD kQueryLocation = 33;
+    const auto query = internetEntry<QueryEntry>("HttpQueryInfoA");
+    std::array<char, 4096> text{};
+    DWORD size = text.size();
+    if (query == nullptr || !query(answer, kQueryLocation, text.data(), &size, nullptr)) return {};
+    return {text.data(), std::min<std::size_t>(size, text.size())};
+}
+
 class OpenUrl : public PatientCall {
   public:
     OpenUrl(OpenUrlEntry open, HINTERNET session, const char* url, const char* headers, DWORD headersLength,
@@ -57,12 +79,25 @@ class OpenUrl : public PatientCall {
     [[nodiscard]] HINTERNET takeAnswer() { return std::exchange(answer_, nullptr); }
 
   protected:
+    // Forwardings are followed here: some versions of the library follow one that never ends for ever, and go
+    // on when nobody waits any more.
     void run() override {
-        const char* headers = headers_.empty() ? nullptr : headers_.c_str();
-        answer_ = open_(session_, url_.c_str(), headers, headersLength_, flags_, context_);
+        for (int followed = 0; followed <= kMostForwardings && !leftAlone(); ++followed) {
+            answer_ = ask();
+            if (answer_ == nullptr || !isForwarding(statusOf(answer_))) return;
+            const std::string location = locationIn(answer_);
+            if (location.empty()) return;
+            closeEntry(std::exchange(answer_, nullptr));
+            url_ = forwardedAddress(url_, location);
+        }
     }
 
   private:
+    HINTERNET ask() const {
+        constexpr DWORD kNoForwarding = 0x00200000;  // INTERNET_FLAG_NO_AUTO_REDIRECT
+        const char* headers = headers_.empty() ? nullptr : headers_.c_str();
+        return open_(session_, url_.c_str(), headers, headersLength_, flags_ | kNoForwarding, context_);
+    }
     OpenUrlEntry open_;
     HINTERNET session_;
     std::string url_;

@@ -19,13 +19,13 @@ constexpr int kScrollButton = 16;
 constexpr int kScrollMargin = 3;
 
 int headerHeight() {
-    return fontHeight(controlFont()) + 2 * scaled(kHeaderPadding);
+    return fontHeight(listBarFont()) + 2 * scaled(kHeaderPadding);
 }
 
-// Measures captions on the screen with the controls' font.
+// Measures captions on the screen with the bar's font.
 class Measure {
   public:
-    Measure() : dc_(GetDC(nullptr)), old_(SelectObject(dc_, controlFont())) {}
+    Measure() : dc_(GetDC(nullptr)), old_(SelectObject(dc_, listBarFont())) {}
     ~Measure() {
         SelectObject(dc_, old_);
         ReleaseDC(nullptr, dc_);
@@ -82,6 +82,10 @@ void placeScrollButtons(ListBarLayout& layout, const RECT& area, int scroll) {
 }
 
 }  // namespace
+
+HFONT listBarFont() {
+    return fontOfFace("MS Sans Serif");
+}
 
 std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open) {
     const int height = headerHeight();

@@ -36,6 +36,9 @@ struct ListBarHit {
     bool operator==(const ListBarHit&) const = default;
 };
 
+// The bar's own face, which it has had since it was drawn.
+[[nodiscard]] HFONT listBarFont();
+
 // Upper edges of all headers while `open` is the open bar and nothing slides.
 [[nodiscard]] std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open);
 

@@ -87,7 +87,7 @@ void paintScrollButton(HDC dc, const RECT& place, UINT kind, bool pressed) {
 void paintListBar(HDC dc, const RECT& client, const ListBar& bar, const ListBarLayout& layout,
                   const ListBarState& state) {
     FillRect(dc, &client, GetSysColorBrush(COLOR_WINDOW));
-    const HGDIOBJ oldFont = SelectObject(dc, controlFont());
+    const HGDIOBJ oldFont = SelectObject(dc, listBarFont());
     SetBkMode(dc, TRANSPARENT);
     for (const ListBarLayout::Item& item : layout.items) {
         const RECT& area = layout.bars[static_cast<std::size_t>(item.bar)].area;

@@ -3,6 +3,7 @@
 
 #include "platform/win32/buffered_paint.h"
 #include "platform/win32/common_controls.h"
+#include "platform/win32/held_keys.h"
 #include "platform/win32/list_bar_paint.h"
 #include "platform/win32/list_bar_tips.h"
 #include "platform/win32/metrics.h"
@@ -53,6 +54,10 @@ class ListBarPeer : public WindowPeer {
     }
 
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Return belongs to the item that wears the focus frame; without one the default button has the frame.
+    [[nodiscard]] bool keepsKey(WPARAM key, HWND focus) const override {
+        return key == VK_RETURN && focus == window() && focusShown();
+    }
 
   protected:
     void apply(Property property) override;
@@ -72,7 +77,9 @@ class ListBarPeer : public WindowPeer {
     void pressed(POINT at);
     void released(POINT at);
     void openByUser(int bar);
-    bool keyPressed(WPARAM key);
+    bool keyPressed(WPARAM key, bool held);
+    [[nodiscard]] bool focusShown() const { return state_.focusedItem >= 0; }
+    void clickFocused();
     void moveFocus(int index);
     [[nodiscard]] int itemCount() const;
     [[nodiscard]] LRESULT itemCentre(int number) const;
@@ -237,7 +244,14 @@ void ListBarPeer::moveFocus(int index) {
     bringIntoView(focusItem_);
 }
 
-bool ListBarPeer::keyPressed(WPARAM key) {
+void ListBarPeer::clickFocused() {
+    if (itemCount() == 0) return;
+    const auto& items = bar_.bars()[static_cast<std::size_t>(bar_.openBar())].items;
+    const std::string caption = items[static_cast<std::size_t>(focusItem_)].caption;
+    bar_.userItemClick(caption);
+}
+
+bool ListBarPeer::keyPressed(WPARAM key, bool held) {
     const bool control = GetKeyState(VK_CONTROL) < 0;
     switch (key) {
         case VK_UP:
@@ -259,15 +273,11 @@ bool ListBarPeer::keyPressed(WPARAM key) {
         case VK_HOME: moveFocus(0); return true;
         case VK_END: moveFocus(itemCount() - 1); return true;
         case VK_RETURN:
-        case VK_SPACE: {
-            if (itemCount() == 0) return true;
-            keyboard_ = true;
-            refresh();
-            const auto& items = bar_.bars()[static_cast<std::size_t>(bar_.openBar())].items;
-            const std::string caption = items[static_cast<std::size_t>(focusItem_)].caption;
-            bar_.userItemClick(caption);
+        case VK_SPACE:
+            if (!focusShown()) return false;
+            // A key that is held down is one order, however long that takes.
+            if (!held) clickFocused();
             return true;
-        }
         default: return false;
     }
 }
@@ -328,7 +338,7 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return 0;
         case WM_KEYDOWN:
-            if (keyPressed(wParam)) return 0;
+            if (keyPressed(wParam, heldDown(lParam))) return 0;
             break;
         case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS;
         case WM_SETFOCUS:

@@ -49,7 +49,9 @@ class ListViewPeer : public WindowPeer {
     void showColumns();
     void showRows();
     void showSelection();
+    void showFocus();
     void readSelection();
+    [[nodiscard]] int focusedRow(LPARAM states) const;
     [[nodiscard]] std::vector<int> shownSelection() const;
     [[nodiscard]] std::vector<int> wantedSelection() const;
     void setState(int row, UINT state, UINT mask) const;
@@ -98,6 +100,11 @@ void ListViewPeer::showRows() {
     InvalidateRect(window(), nullptr, FALSE);
 }
 
+// The row that has the window's focus (and these states besides), from 1; 0 for none.
+int ListViewPeer::focusedRow(LPARAM states) const {
+    return static_cast<int>(send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), states)) + 1;
+}
+
 // Rows that the window shows as marked, from 1, ascending.
 std::vector<int> ListViewPeer::shownSelection() const {
     std::vector<int> rows;
@@ -129,10 +136,20 @@ void ListViewPeer::showSelection() {
     const std::vector<int> wanted = wantedSelection();
     for (const int row : onlyInFirst(shown, wanted)) setState(row, 0, LVIS_SELECTED);
     for (const int row : onlyInFirst(wanted, shown)) setState(row, LVIS_SELECTED, LVIS_SELECTED);
-    // Some libraries scroll to the row that gets the focus.
+    showFocus();
+}
+
+// Some libraries scroll to the row that gets the focus. A window that kept the focus on a place whose row is
+// gone would not tell of a click there on the row that came after it.
+void ListViewPeer::showFocus() {
     const int focused = list_.selectedItem();
-    const LRESULT shownFocus = send(LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED);
-    if (focused != 0 && focused - 1 != shownFocus) setState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
+    const int shown = focusedRow(LVNI_FOCUSED);
+    if (focused == shown) return;
+    if (focused != 0) {
+        setState(focused, LVIS_FOCUSED, LVIS_FOCUSED);
+    } else {
+        setState(shown, 0, LVIS_FOCUSED);
+    }
 }
 
 void ListViewPeer::apply(Property property) {
@@ -144,7 +161,8 @@ void ListViewPeer::apply(Property property) {
     }
 }
 
-// The window's marks are the user's: all of them, for changes that are told by no notification of their own.
+// The window's marks and the focus of a marked row are the user's: all of them, for changes that are told by
+// no notification of their own.
 void ListViewPeer::readSelection() {
     const std::vector<int> shown = shownSelection();
     const std::vector<int> known = wantedSelection();
@@ -152,6 +170,8 @@ void ListViewPeer::readSelection() {
     for (const int row : onlyInFirst(shown, known)) {
         if (row <= list_.count()) list_.userSetSelected(row, true);
     }
+    const int focused = focusedRow(LVNI_FOCUSED | LVNI_SELECTED);
+    if (focused != 0 && focused <= list_.count()) list_.userSetFocused(focused);
 }
 
 void ListViewPeer::readRow(const NMLISTVIEW& change) {

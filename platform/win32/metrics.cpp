@@ -10,6 +10,8 @@ namespace {
 
 constexpr int kTwipsPerInch = 1440;
 constexpr int kPointSize = 8;
+constexpr const char* kPictureFace = "MS Sans Serif";
+constexpr int kMostDpiOfPictures = 120;
 
 int deviceCap(int index) {
     const HDC screen = GetDC(nullptr);
@@ -103,13 +105,6 @@ int twipsPerPixelY() {
     return twips;
 }
 
-int screenWidth() {
-    return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX();
-}
-int screenHeight() {
-    return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY();
-}
-
 int pixelsX(int twips) {
     return roundedPixels(twips, twipsPerPixelX());
 }
@@ -125,14 +120,14 @@ RECT pixelRect(const Place& place) {
 HFONT controlFont() {
     static const HFONT font = [] {
         const HFONT modern = usableFont("Tahoma");
-        return modern != nullptr ? modern : makeFont("MS Sans Serif");
+        return modern != nullptr ? modern : makeFont(kPictureFace);
     }();
     return font;
 }
 
 HFONT fontOfFace(const std::string& face) {
     static std::map<std::string, HFONT> fonts;
-    if (face.empty() || face == "MS Sans Serif") return controlFont();
+    if (face.empty() || (face == kPictureFace && screenDpi() > kMostDpiOfPictures)) return controlFont();
     const auto [at, fresh] = fonts.try_emplace(face, nullptr);
     if (fresh) at->second = usableFont(face.c_str());
     return at->second != nullptr ? at->second : controlFont();

@@ -19,8 +19,9 @@ namespace bromvale {
 // The font of all controls: 8 points of Tahoma, or of MS Sans Serif where a system lacks it. The message font
 // of later systems is wider and would be clipped at the designed sizes.
 [[nodiscard]] HFONT controlFont();
-// The given face in 8 points; the control font where it is empty or "MS Sans Serif". Lives as long as the
-// process.
+// The given face in 8 points; the control font where it is empty, the system lacks it, or it would look
+// coarse: "MS Sans Serif" consists of pictures of its letters, which are there up to 120 DPI. Lives as long
+// as the process.
 [[nodiscard]] HFONT fontOfFace(const std::string& face);
 [[nodiscard]] int fontHeight(HFONT font);
 // Of a text in one line, in pixels.

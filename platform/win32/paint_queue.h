@@ -5,7 +5,7 @@ namespace bromvale {
 class WindowPeer;
 
 // Peers whose window is behind their control's state. A scan writes texts for every entry, while the eye
-// needs them at most some 60 times a second.
+// needs them at most a dozen times a second.
 void queuePaint(WindowPeer& peer);
 void forgetPaint(WindowPeer& peer);
 

@@ -1,10 +1,12 @@
 #include "platform/win32/patient_call.h"
 
+#include "platform/win32/double_precision.h"
 #include "platform/win32/serving_wait.h"
 
 namespace bromvale {
 
 DWORD WINAPI PatientCall::runOnThread(LPVOID call) {
+    useDoublePrecision();
     auto* self = static_cast<PatientCall*>(call);
     self->run();
     self->release();

@@ -25,6 +25,8 @@ class PatientCall {
     virtual void run() = 0;
     // For the work: a sign of life. False when it has been left to itself and must come to its end.
     [[nodiscard]] bool mayGoOn();
+    // For the work: nobody waits for it any more. No sign of life.
+    [[nodiscard]] bool leftAlone() const { return leftAlone_; }
 
   private:
     static DWORD WINAPI runOnThread(LPVOID call);

@@ -1,5 +1,6 @@
 #include "platform/shell.h"
 
+#include "platform/win32/double_precision.h"
 #include "platform/win32/serving_wait.h"
 #include "platform/win32/shell_objects.h"
 
@@ -35,6 +36,7 @@ class ShellThread {
     [[nodiscard]] bool ready() const { return thread_ != nullptr; }
 
     static DWORD WINAPI work(LPVOID data) {
+        useDoublePrecision();
         auto& self = *static_cast<ShellThread*>(data);
         static_cast<void>(CoInitialize(nullptr));
         for (;;) {

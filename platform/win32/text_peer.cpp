@@ -98,6 +98,11 @@ class ComboBoxPeer : public WindowPeer {
         return WindowPeer::userMessage(message, wParam, lParam);
     }
 
+    // An open list is closed by them.
+    [[nodiscard]] bool keepsKey(WPARAM key, HWND) const override {
+        return (key == VK_RETURN || key == VK_ESCAPE) && send(CB_GETDROPPEDSTATE) != 0;
+    }
+
     HBRUSH colours(HDC dc, UINT) override {
         return box_.backColor() == BackColor::Greyed ? greyed(dc, false) : nullptr;
     }

@@ -230,6 +230,9 @@ void WindowPeer::command(UINT) {}
 bool WindowPeer::notification(NMHDR*, LRESULT&) {
     return false;
 }
+bool WindowPeer::keepsKey(WPARAM, HWND) const {
+    return false;
+}
 HBRUSH WindowPeer::colours(HDC, UINT) {
     return nullptr;
 }

@@ -16,7 +16,7 @@ struct WindowShape {
 };
 
 // One control's real window. Writes that only change what is painted are collected and made together, at most
-// some 60 times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
+// a dozen times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
 // `busy` holds and the notifications that come back are not taken for the user's.
 class WindowPeer : public ControlPeer {
   public:
@@ -38,6 +38,10 @@ class WindowPeer : public ControlPeer {
     virtual bool notification(NMHDR* header, LRESULT& result);
     // Brush behind the control's text, with the text's colours set; null for Windows' own.
     virtual HBRUSH colours(HDC dc, UINT message);
+
+    // True for a key that the control itself needs before the form looks at it; `focus` is the window that
+    // has the keyboard, this one or one inside it.
+    [[nodiscard]] virtual bool keepsKey(WPARAM key, HWND focus) const;
 
     // The window's own messages. The peer may be gone when a call of userMessage or baseMessage returns.
     virtual LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam);

@@ -58,6 +58,21 @@ TEST_F(StartUp, ASecondStartEndsAtOnceWithoutALogLine) {
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, kSettingsKey));
 }
 
+TEST_F(StartUp, ASecondStartThatMayNotOpenTheFirstOnesMutexEndsAtOnce) {
+    machine().faults.fail("CreateMutexA", 1, ERROR_ACCESS_DENIED);
+    Main();
+    EXPECT_EQ(filesIn(folder(), "*"), Lines{});
+    EXPECT_EQ(AppTitle, "");
+    EXPECT_EQ(formNames(), Lines{});
+    EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, kSettingsKey));
+}
+
+TEST_F(StartUp, AMutexThatCannotBeMadeForAnotherReasonIsNoSecondStart) {
+    machine().faults.fail("CreateMutexA", 1, ERROR_NOT_ENOUGH_MEMORY);
+    Main();
+    EXPECT_EQ(AppTitle, "Bromvale");
+}
+
 TEST_F(StartUp, TheStateIsFilled) {
     set("AutoScan", "0");
     set("Proxy", "1");

@@ -62,33 +62,46 @@ shot 05-no-update
 keys Return
 check "the version was asked for" equal "$(first_line "$(request 2)")" 'GET /appver.txt HTTP/1.1'
 
+# Reached by the keyboard, a held Return is one order, and answers no box that it has opened.
+bar_group 3
+keys Home Down
+xdotool keydown Return
+box 'Zur Zeit gibt es kein Update.'
+sleep 2
+check "the box is still there" inspect wait-box 'Zur Zeit gibt es kein Update.' 1
+xdotool keyup Return
+shot 06-held-return
+check "one more request came" eval '[ -s "$(request 3)" ] && [ ! -e "$web/request-4" ]'
+keys Return
+check "a new Return answers it" inspect wait-box '' 5
+
 printf '99.0.0' >"$web/site/appver.txt"
 bar_item 10
 sleep 2
 settle
-shot 06-where-to-save
+shot 07-where-to-save
 rm -f "$prefix/drive_c/Update.exe"
 xdotool type 'C:\Update.exe'
 keys Return
 sleep 1
 check "the update lies where the user wanted it" cmp "$prefix/drive_c/Update.exe" "$web/site/download.php"
 settle
-shot 07-after-the-download
+shot 08-after-the-download
 
 stop_web
 sleep 1
 bar_item 10
 box 'Es besteht ein Problem mit Ihrer Internetverbindung.    Stellen Sie sicher, das eine Internetverbindung besteht.    Soll erneut nach einem Update gesucht werden?'
-shot 08-no-network
+shot 09-no-network
 keys alt+n
 check "the failure is in the log" log_has 'modInternet; LiveUpdate; ; 61000; Es besteht ein Problem mit Ihrer Internetverbindung.'
 click cmdBugReportSenden
 box 'Es besteht ein Problem mit Ihrer Internetverbindung.    Der Bug-Report konnte noch nicht versendet werden.  Stellen Sie sicher, das eine Internetverbindung besteht.    Soll der Versand noch einmal versucht werden?'
-shot 09-not-sent
+shot 10-not-sent
 keys alt+n
 check "the page stays filled" equal "$(text_of txtErrNr)" 13
 click cmdBugReportLöschen
 check "and can be cleared" equal "$(text_of txtErrNr)" ''
-shot 10-cleared
+shot 11-cleared
 end_program
 finish

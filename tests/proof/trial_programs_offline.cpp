@@ -77,7 +77,7 @@ bool isSurelyMissing(const Model& model, const Text& command) {
     for (const Text& path : programsIn(asStarted(command))) {
         if (path.size() > 1 && path[1] == u':' && lower(path[0]) != u'c') return false;  // no such drive
         if (path.starts_with(u"\\\\")) return false;
-        if (fileExists(model, path) || fileExists(model, path + u".exe")) return false;
+        if (isFile(model, path) || isFile(model, path + u".exe")) return false;
     }
     return true;
 }
@@ -110,11 +110,11 @@ void Trial::uninstallRow(int number) {
     machine().answers.clear();
     std::vector<Text> commands;
     for (const Program& program : programs) commands.push_back(trimmed(*program.command));
-    checkStarted(readable(name), commands);
+    checkStarted(readable(name), commands, keyOfRow);
     checkOffer(readable(name), commands, keyOfRow, before);
 }
 
-void Trial::checkStarted(const std::string& name, const std::vector<Text>& commands) {
+void Trial::checkStarted(const std::string& name, const std::vector<Text>& commands, const std::string& keyOfRow) {
     for (const offline::Event& event : machine().events.all()) {
         if (event.kind != EventKind::Run && event.kind != EventKind::ShellExecute) continue;
         ++counts_.started;
@@ -122,7 +122,9 @@ void Trial::checkStarted(const std::string& name, const std::vector<Text>& comma
             const Text whole = asStarted(byByte(ansi(model_.system, command)));
             return isExactOn(model_.system.codePage, command) && !whole.empty() && asStarted(byByte(event.text)) == whole;
         });
-        if (!named) problem("started for " + name + " without being named: " + readable(event.text));
+        if (named) continue;
+        problem("started for " + name + " (" + keyOfRow + ") without being named: " + readable(event.text));
+        for (const Text& command : commands) problem("  its command: " + readable(command));
     }
 }
 
@@ -133,7 +135,10 @@ void Trial::checkOffer(const std::string& name, const std::vector<Text>& command
         offered = offered || event.text.find(kMissing) != std::string::npos;
     const bool missing = std::any_of(commands.begin(), commands.end(),
                                      [this](const Text& command) { return isSurelyMissing(model_, command); });
-    if (offered && !missing) problem("offered for removal, but not surely missing: " + name);
+    if (offered && !missing) {
+        problem("offered for removal, but not surely missing: " + name);
+        for (const Text& command : commands) problem("  its command: " + readable(command));
+    }
     const RegistrySnapshot after = readRegistry();
     RegistrySnapshot gone;
     RegistrySnapshot rest = before;

@@ -71,6 +71,16 @@ TEST_P(BackupFaultsTest, AFileWhoseDateCannotBeReadStaysAndTheNextOneIsJudgedByI
     EXPECT_EQ(offline::openFileHandles(), 0u);
 }
 
+// Under a calendar that counts other years that text would make every file old or none.
+TEST_F(BackupServing, TheAgeIsCountedByTheClockAndNotByATextMadeForTheUser) {
+    DelAfterDays = 10;
+    undoFile("alt.reg", 3, {2026, 1, 0, 1, 0, 0, 0, 0});
+    undoFile("neu.reg", 3, {2026, 11, 0, 14, 0, 0, 0, 0});
+    offline::machine().faults.failFrom("GetDateFormatA", 1, ERROR_INVALID_PARAMETER);
+    AutoFileDel();
+    EXPECT_EQ(filesLeft(), Texts{"neu.reg"});
+}
+
 TEST_P(BackupFaultsTest, AFileWhoseDateCannotBeReadStaysBelowALimitThatEvenFilesOfTodayExceed) {
     DelAfterDays = -1;
     undoFile("a.reg", 3, {2026, 1, 0, 1, 0, 0, 0, 0});

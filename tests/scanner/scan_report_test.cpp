@@ -1,5 +1,9 @@
 #include "scanner/scan_report.h"
 
+#include <cmath>
+#include <cstdint>
+
+#include "core/number_parser.h"
 #include "core/runtime.h"
 #include "tests/scanner/scan_fixture.h"
 
@@ -29,6 +33,44 @@ TEST_F(ScanReportTest, TheShareIsRoundedToTwoDecimalsHalfToEven) {
     EXPECT_EQ(faultPercent(1, 30000), 0);
     EXPECT_EQ(faultPercent(1, 800), 0.12);  // 0.125
     EXPECT_EQ(faultPercent(3, 800), 0.38);  // 0.375
+}
+
+// What `exact_shares` beside this file prints.
+constexpr std::uint64_t kExactPercents = 0xfd52faa119080740;
+constexpr std::uint64_t kExactHundredths = 0x63a54956c9ab64c9;
+
+TEST_F(ScanReportTest, AllSharesUpTo3000EntriesAreThoseOfDoubles) {
+    std::uint64_t percents = 0;
+    std::uint64_t hundredths = 0;
+    int odd = 0;
+    for (int total = 1; total <= 3000; ++total) {
+        for (int part = 0; part <= total; ++part) {
+            const double share = faultPercent(part, total);
+            const std::int64_t hundredth = std::llround(share * 100);
+            if (share != static_cast<double>(hundredth) / 100) ++odd;
+            percents = percents * 31 + static_cast<std::uint64_t>(donePercent(part, total));
+            hundredths = hundredths * 31 + static_cast<std::uint64_t>(hundredth);
+        }
+    }
+    EXPECT_EQ(percents, kExactPercents);
+    EXPECT_EQ(hundredths, kExactHundredths);
+    EXPECT_EQ(odd, 0);
+}
+
+// 23 / 160 * 100 lies just below the middle of two hundredths as a double, and in the middle with more
+// digits.
+TEST_F(ScanReportTest, TwentyThreeFaultsOf160AreRoundedDown) {
+    EXPECT_EQ(scanShare(23, 160, faultPercent(23, 160)),
+              std::string(" (23 von 160 Einträgen = 14") + decimalSign() + "37%)");
+}
+
+TEST_F(ScanReportTest, EachHundredthIsWrittenWithoutNeedlessDigits) {
+    for (int hundredth = 0; hundredth <= 10000; ++hundredth) {
+        std::string text = std::to_string(hundredth / 100);
+        if (hundredth % 100 != 0) text += decimalSign() + std::to_string(hundredth / 10 % 10);
+        if (hundredth % 10 != 0) text += std::to_string(hundredth % 10);
+        ASSERT_EQ(numberText(static_cast<double>(hundredth) / 100), text);
+    }
 }
 
 TEST_F(ScanReportTest, NoEntriesAtAllHaveNoShare) {

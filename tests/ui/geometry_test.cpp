@@ -38,6 +38,50 @@ TEST_F(Geometry, AStoredWidthOfTheScreensWidthOpensTheWindowMaximised) {
     EXPECT_EQ(frmMain().windowState(), WindowState::Maximised);
 }
 
+TEST_F(Geometry, ACaptionAboveAndLeftOfTheScreenComesBack) {
+    ScreenSave = 1;
+    ScreenX = -3000;
+    ScreenY = -15;
+    const ScreenArea area = workingArea(0, 0);
+    EXPECT_EQ(frmMain().top(), area.top);
+    EXPECT_EQ(frmMain().left(), area.left);
+}
+
+TEST_F(Geometry, APlaceOnAScreenThatIsGoneComesBackWhole) {
+    ScreenSave = 1;
+    ScreenX = 32000;
+    ScreenY = 32000;
+    const ScreenArea area = workingArea(0, 0);
+    if (area.right > 31000 || area.right < 10800 || area.bottom < 9000)
+        GTEST_SKIP() << "another screen is needed";
+    EXPECT_EQ(frmMain().top() + frmMain().height(), area.bottom);
+    EXPECT_EQ(frmMain().left() + frmMain().width(), area.right);
+}
+
+struct Moved {
+    const char* what;
+    Place from;
+    Place to;
+};
+// A task bar at the top and a screen left of the main one.
+constexpr ScreenArea kArea{-15360, 450, 0, 11520};
+constexpr Moved kMoved[] = {
+    {"inside it stays", {-15000, 600, 10515, 7800}, {-15000, 600, 10515, 7800}},
+    {"in the corner it stays", {-15360, 450, 10515, 7800}, {-15360, 450, 10515, 7800}},
+    {"over the right edge it stays", {-700, 600, 10515, 7800}, {-700, 600, 10515, 7800}},
+    {"over the lower edge it stays", {-15000, 10900, 10515, 7800}, {-15000, 10900, 10515, 7800}},
+    {"below the task bar at the top", {-15000, 0, 10515, 7800}, {-15000, 450, 10515, 7800}},
+    {"left of it", {-15375, 600, 10515, 7800}, {-15360, 600, 10515, 7800}},
+    {"beyond the right edge", {-300, 600, 10515, 7800}, {-10515, 600, 10515, 7800}},
+    {"beyond the lower edge", {-15000, 11000, 10515, 7800}, {-15000, 3720, 10515, 7800}},
+    {"larger than the screen", {-20000, -3000, 20000, 15000}, {-15360, 450, 20000, 15000}},
+    {"larger and beyond", {500, 12000, 20000, 15000}, {-15360, 450, 20000, 15000}},
+};
+
+TEST(WithCaptionIn, OnlyACaptionThatCannotBeReachedIsMoved) {
+    for (const Moved& row : kMoved) EXPECT_EQ(withCaptionIn(kArea, row.from), row.to) << row.what;
+}
+
 TEST_F(Geometry, AStoredSizeBelowTheMinimumSnaps) {
     ScreenSave = 1;
     Form_Height = 3000;

@@ -187,5 +187,23 @@ TEST_F(KeyboardTest, ShowingAWindowGivesTheFirstControlTheFocus) {
     EXPECT_EQ(focused(), "first");
 }
 
+TEST_F(KeyboardTest, AKeyThatIsHeldDownClicksNothingAndIsUsedUpAllTheSame) {
+    form.first.onClick = counting(count);
+    form.first.setFocus();
+    EXPECT_TRUE(form.userKey(kReturn, false, false, true));
+    EXPECT_EQ(count, 0);
+    EXPECT_TRUE(form.userKey(kReturn, false, false, false));
+    EXPECT_EQ(count, 1);
+}
+
+TEST_F(KeyboardTest, AnAccessKeyThatIsHeldDownOnlyMoves) {
+    form.second.onClick = counting(count);
+    form.second.setCaption("&Zweiter");
+    form.first.setFocus();
+    EXPECT_TRUE(form.userKey('Z', false, true, true));
+    EXPECT_EQ(focused(), "second");
+    EXPECT_EQ(count, 0);
+}
+
 }  // namespace
 }  // namespace bromvale::testing

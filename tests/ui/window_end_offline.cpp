@@ -143,5 +143,12 @@ TEST_F(WindowEnd, ATrayThatRefusesTheIconIsNoFailure) {
     EXPECT_FALSE(frmError().loaded());
 }
 
+// 701 by 520 pixels, in the middle of a screen of 640 by 480.
+TEST_F(WindowEnd, OnASmallScreenTheWindowBeginsInTheCorner) {
+    machine().screen = {640, 480, 96};
+    EXPECT_EQ(frmMain().left(), 0);
+    EXPECT_EQ(frmMain().top(), 0);
+}
+
 }  // namespace
 }  // namespace bromvale::testing

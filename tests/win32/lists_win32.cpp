@@ -109,6 +109,27 @@ TEST_F(RealLists, TheMarksAreKnownWhenTheReleaseIsTold) {
     EXPECT_TRUE(form.lvwRows.item(2).selected());
 }
 
+// A window that believed the focus to be on that place already would not tell of the click.
+TEST_F(RealLists, AClickOnThePlaceOfARowThatIsGoneFocusesTheRowThatCameAfterIt) {
+    const auto click = [&](int row) {
+        PostMessageA(windowOf(form.lvwRows), WM_LBUTTONDOWN, MK_LBUTTON, middleOf(row));
+        PostMessageA(windowOf(form.lvwRows), WM_LBUTTONUP, 0, middleOf(row));
+        DoEvents();
+    };
+    click(2);
+    EXPECT_EQ(form.lvwRows.selectedItem(), 2);
+    for (int refill = 1; refill <= 2; ++refill) {
+        form.lvwRows.clear();
+        for (const char* name : {"eins", "zwei"}) form.lvwRows.add(name, 0);
+        idle();
+        EXPECT_EQ(form.lvwRows.selectedItem(), 0);
+        EXPECT_EQ(send(form.lvwRows, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_FOCUSED), -1);
+        click(2);
+        EXPECT_EQ(form.lvwRows.selectedItem(), 2);
+        EXPECT_TRUE(form.lvwRows.item(2).selected());
+    }
+}
+
 TEST_F(RealLists, FunctionKeysReachTheHandler) {
     std::vector<int> keys;
     form.lvwRows.onKeyDown = [&](int key) { keys.push_back(key); };
@@ -178,6 +199,45 @@ TEST_F(RealBar, AHeaderOpensItsBarWithoutBlocking) {
     EXPECT_NE(itemAt(3), 0);
     EXPECT_EQ(itemAt(1), 0);
     EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(RealBar, WithoutAFocusFrameReturnReachesTheDefaultButtonAndSpaceNobody) {
+    int items = 0;
+    int defaults = 0;
+    form.Bar.onItemClick = [&](const ListBar::Item&) { ++items; };
+    form.cmdOk.onClick = [&] { ++defaults; };
+    form.Bar.setFocus();
+    press(form.Bar, VK_RETURN);
+    press(form.Bar, VK_SPACE);
+    EXPECT_EQ(items, 0);
+    EXPECT_EQ(defaults, 1);
+    press(form.Bar, VK_DOWN);
+    click(itemAt(1));
+    press(form.Bar, VK_RETURN);
+    EXPECT_EQ(items, 1) << "the click's own";
+    EXPECT_EQ(defaults, 2);
+}
+
+TEST_F(RealBar, AKeyThatIsHeldDownIsOneOrder) {
+    constexpr LPARAM kRepeated = LPARAM{1} << 30;
+    int items = 0;
+    int defaults = 0;
+    form.Bar.onItemClick = [&](const ListBar::Item&) { ++items; };
+    form.cmdOk.onClick = [&] { ++defaults; };
+    const auto hold = [&](WPARAM key) {
+        press(form.Bar, key);
+        for (int i = 0; i < 5; ++i) PostMessageA(windowOf(form.Bar), WM_KEYDOWN, key, kRepeated);
+        DoEvents();
+    };
+    form.Bar.setFocus();
+    hold(VK_RETURN);
+    EXPECT_EQ(defaults, 1);
+    press(form.Bar, VK_DOWN);
+    hold(VK_RETURN);
+    EXPECT_EQ(items, 1);
+    hold(VK_SPACE);
+    EXPECT_EQ(items, 2);
+    EXPECT_EQ(defaults, 1);
 }
 
 TEST_F(RealBar, TheKeyboardMovesAndClicks) {

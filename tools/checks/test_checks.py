@@ -79,6 +79,8 @@ HEADER = """MajorOSystemVersion\t4
 MinorOSystemVersion\t0
 MajorSubsystemVersion\t4
 MinorSubsystemVersion\t0
+DllCharacteristics\t00008140
+\t\t\t\t\tTERMINAL_SERVICE_AWARE
 
 """
 TABLE = """\tDLL Name: {}
@@ -117,6 +119,11 @@ class Imports(unittest.TestCase):
         self.assertEqual(["subsystem version in the header is 5.0 and must be 4.0"],
                          self.findings(text + TABLE.format("KERNEL32.dll", "1\t  2  Beep")))
 
+    def test_a_header_without_the_flag_of_terminal_servers_is_found(self):
+        for text in (HEADER.replace("00008140", "00000140"), HEADER.replace("DllCharacteristics", "Characteristics")):
+            self.assertEqual(["the header does not say that the program knows terminal servers (linker option --tsaware)"],
+                             self.findings(text + TABLE.format("KERNEL32.dll", "1\t  2  Beep")))
+
     def test_a_file_without_imports_is_found(self):
         self.assertIn("no imports found; is this a Windows program?", self.findings(HEADER))
 
@@ -125,7 +132,7 @@ class Imports(unittest.TestCase):
         source = "#include <windows.h>\nint main(void){HMODULE m;return GetModuleHandleExA(0,0,&m);}\n"
         with tempfile.TemporaryDirectory() as folder:
             program = folder + "/new.exe"
-            subprocess.run(["i686-w64-mingw32-gcc-win32", "-D_WIN32_WINNT=0x0501", "-xc", "-", "-o", program],
+            subprocess.run(["i686-w64-mingw32-gcc-win32", "-Wl,--tsaware", "-D_WIN32_WINNT=0x0501", "-xc", "-", "-o", program],
                            input=source, text=True, check=True)
             done = subprocess.run([HERE / "check_imports", program], capture_output=True, text=True)
         self.assertEqual(1, done.returncode)
