@@ -141,6 +141,17 @@ std::size_t unitCount(std::string_view stored) {
 }
 
 int compareStored(std::string_view left, std::string_view right) {
+    // Nearly all names are ASCII up to where they differ.
+    const std::size_t common = std::min(left.size(), right.size());
+    std::size_t same = 0;
+    for (; same < common; ++same) {
+        const unsigned char a = byteOf(left[same]);
+        const unsigned char b = byteOf(right[same]);
+        if ((a | b) >= 0x80) break;
+        if (a != b && upperUnit(a) != upperUnit(b)) return upperUnit(a) - upperUnit(b);
+    }
+    left.remove_prefix(same);
+    right.remove_prefix(same);
     while (!left.empty() && !right.empty()) {
         const int difference = upperUnit(takeUnit(left)) - upperUnit(takeUnit(right));
         if (difference != 0) return difference;

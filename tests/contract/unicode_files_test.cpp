@@ -53,8 +53,8 @@ class UnicodeFiles : public TestMachine {
                                         OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
         if (file == INVALID_HANDLE_VALUE) return u"error";
         WCHAR buffer[MAX_PATH];
-        const DWORD size = GetFinalPathNameByHandleW(file, buffer, MAX_PATH, 0);
-        EXPECT_EQ(GetFinalPathNameByHandleW(file, buffer, 3, 0), size + 1) << "the size that is needed";
+        const DWORD size = finalPathByHandle(file, buffer, MAX_PATH);
+        EXPECT_EQ(finalPathByHandle(file, buffer, 3), size + 1) << "the size that is needed";
         CloseHandle(file);
         return textOf(buffer);
     }

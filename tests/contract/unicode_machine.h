@@ -3,6 +3,7 @@
 // write them.
 #include <string_view>
 
+#include "platform/files.h"
 #include "platform/registry.h"
 
 namespace bromvale::testing {
@@ -14,6 +15,8 @@ void setWideValue(HKEY hive, std::u16string_view path, std::u16string_view name,
 void writeWideFile(std::u16string_view path, std::string_view bytes);
 void makeWideFolder(std::u16string_view path);
 void switchShortNamesOn();
+// GetFinalPathNameByHandleW, which Windows has from Vista on.
+DWORD finalPathByHandle(HANDLE file, WCHAR* buffer, DWORD size);
 // What was made goes, since the end of a test knows only names of the code page.
 void removeWideThings();
 

@@ -32,6 +32,10 @@ void switchShortNamesOn() {
     offline::machine().drives.shortNames = true;
 }
 
+DWORD finalPathByHandle(HANDLE file, WCHAR* buffer, DWORD size) {
+    return GetFinalPathNameByHandleW(file, buffer, size, 0);
+}
+
 void removeWideThings() {}
 
 }  // namespace bromvale::testing

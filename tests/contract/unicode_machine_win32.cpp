@@ -55,6 +55,13 @@ void makeWideFolder(std::u16string_view path) {
 
 void switchShortNamesOn() {}
 
+DWORD finalPathByHandle(HANDLE file, WCHAR* buffer, DWORD size) {
+    using Function = DWORD(WINAPI*)(HANDLE, LPWSTR, DWORD, DWORD);
+    const auto function = reinterpret_cast<Function>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetFinalPathNameByHandleW")));
+    return function(file, buffer, size, 0);
+}
+
 void removeWideThings() {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) RegDeleteKeyW(key->hive, key->path.c_str());
     for (auto file = files.rbegin(); file != files.rend(); ++file) {

@@ -127,7 +127,7 @@ TEST_F(UnicodeRegistry, AnOddByteAtATextsEndDoesNotCount) {
 }
 
 TEST_F(UnicodeRegistry, WideFunctionsGiveEveryUnit) {
-    const std::string text = bytesOf(u"C:\\u017Bycie\\\xD83D\0"s);
+    const std::string text = bytesOf(u"C:\\\u017Bycie\\\xD83D\0"s);
     set(u"\u017Bycie", REG_SZ, text);
     WCHAR name[32];
     BYTE data[64];
