@@ -61,9 +61,15 @@ EmptiedFolder::Finding EmptiedFolder::takeLinksOut(const std::string& name, cons
     if (found.name != listed || !holds(name, listed)) return Finding::Unsure;
     if (isFolderLink(found)) return removeLink(path_ + name) ? Finding::Gone : Finding::Unsure;
     if (!isFolder(found)) return Finding::Clear;
-    // It is asked once more where it leads, since looking through a folder takes its time.
-    const bool clear = sub({name, listed}).takeAllLinksOut() && holds(name, listed);
-    return clear ? Finding::Clear : Finding::Unsure;
+    return sub({name, listed}).takeAllLinksOut() && isStillFolder(name, listed) ? Finding::Clear
+                                                                                : Finding::Unsure;
+}
+
+// Looking through a folder takes its time, and a link may stand in its place by now.
+bool EmptiedFolder::isStillFolder(const std::string& name, const std::string& listed) const {
+    FoundEntry found;
+    return findEntry(path_ + name, found) == 0 && found.name == listed && isFolder(found) &&
+           !isFolderLink(found) && holds(name, listed);
 }
 
 // An entry that the ANSI functions don't reach is looked at under its true name, and goes with its folder.

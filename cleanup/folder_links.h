@@ -40,6 +40,7 @@ class EmptiedFolder {
     [[nodiscard]] bool takeAllLinksOut() const;
     // False where something can't be told; adds to `folders` what must be looked into.
     [[nodiscard]] bool takeLink(const FoundEntry& found, std::vector<SubFolder>& folders) const;
+    [[nodiscard]] bool isStillFolder(const std::string& name, const std::string& listed) const;
     [[nodiscard]] bool hasVanished(const std::string& listed) const;
 
     std::string path_;

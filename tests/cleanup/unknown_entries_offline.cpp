@@ -147,12 +147,63 @@ TEST_F(UnknownEntries, ThatAreNamedLikeADeviceStay) {
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), (Texts{"COM1.log", "b", "con", "nul.txt"}));
 }
 
+// --- what changes meanwhile ---
+
+// The n-th search from now is the moment at which a link to C:\Ziel takes the folder's place.
+class SwappedEntries : public UnknownEntries {
+  protected:
+    SwappedEntries() {
+        put("C:\\Leeren\\a\\b\\c.txt");
+        put("C:\\Ziel\\bleibt.txt");
+        machine().drives.makeFolder("C:\\Anderes");
+        machine().drives.linkFolder(u"C:\\Ziel\\Verweis", u"C:\\Anderes");
+    }
+    void swapAt(unsigned search, const std::string& folder) {
+        machine().faults.observe([this, search, folder](std::string_view operation) {
+            if (operation != "FindFirstFileA" || ++searches_ != search) return;
+            machine().drives.erase("C:\\Leeren\\a\\b\\c.txt");
+            machine().drives.erase("C:\\Leeren\\a\\b");
+            machine().drives.erase(folder);
+            ASSERT_TRUE(
+                machine().drives.linkFolder(std::u16string(folder.begin(), folder.end()), u"C:\\Ziel"));
+        });
+    }
+    static void expectTargetWhole() {
+        EXPECT_TRUE(machine().drives.exists("C:\\Ziel\\bleibt.txt"));
+        EXPECT_TRUE(machine().drives.exists("C:\\Ziel\\Verweis"));
+        EXPECT_TRUE(machine().drives.exists("C:\\Anderes"));
+    }
+
+    unsigned searches_ = 0;
+};
+
+TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceWhileItIsLookedThroughIsNotFollowed) {
+    swapAt(4, "C:\\Leeren\\a\\b");
+    empty();
+    machine().faults.clear();
+    EXPECT_GE(searches_, 4u);
+    expectTargetWhole();
+}
+
+TEST_F(SwappedEntries, ALinkThatHasTakenTheFoldersPlaceIsNotHandedToTheShell) {
+    machine().faults.startCounting();
+    swapAt(5, "C:\\Leeren\\a");
+    empty();
+    EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u);
+    machine().faults.clear();
+    EXPECT_EQ(searches_, 5u);
+    expectTargetWhole();
+}
+
 // --- every call fails once ---
 
 struct FailingCall {
     const char* call;
     unsigned most;  // how often it is called at most
 };
+void PrintTo(const FailingCall& row, std::ostream* out) {
+    *out << row.call;
+}
 
 class AnyFailure : public UnknownEntries, public ::testing::WithParamInterface<FailingCall> {
   protected:

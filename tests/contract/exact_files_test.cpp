@@ -134,25 +134,5 @@ TEST_F(ExactFiles, AFinalPathEndsInTheTrueNameWhateverTheCase) {
     EXPECT_EQ(finalPath(mark(u"Zdj\u0119cia\\fehlt"), Links::Open), u"");
 }
 
-TEST_F(ExactFiles, AFinalPathOfMoreThanAThousandCharactersIsTold) {
-    if (!tellsFinalPaths()) GTEST_SKIP() << "no final paths here";
-    std::string path = folder();
-    const std::string name(100, 'n');
-    std::size_t depth = 0;
-    SetCurrentDirectoryA(path.c_str());
-    for (; depth < 12; ++depth) {
-        if (CreateDirectoryA(name.c_str(), nullptr) == 0 || SetCurrentDirectoryA(name.c_str()) == 0) break;
-    }
-    const std::u16string whole = finalPath(".", Links::Follow);
-    for (std::size_t i = 0; i < depth; ++i) {
-        SetCurrentDirectoryA("..");
-        RemoveDirectoryA(name.c_str());
-    }
-    SetCurrentDirectoryA(folder().c_str());
-    if (depth < 12 || whole.empty()) GTEST_SKIP() << "no paths of such a length here";
-    EXPECT_GT(whole.size(), 1200u);
-    EXPECT_EQ(whole.substr(whole.size() - 100), std::u16string(100, u'n'));
-}
-
 }  // namespace
 }  // namespace bromvale::testing
