@@ -77,7 +77,7 @@ std::vector<std::string> undoFileNames() {
     constexpr std::string_view kEnding = ".reg";
     std::vector<std::string> names{std::string()};
     FindFileAPI(BackupPath, "*.reg", names);
-    names.pop_back();  // the empty one behind the last
+    if (!names.empty()) names.pop_back();  // the empty one behind the last, but where memory ran out
     std::erase_if(names, [&](std::string_view name) {
         return name.size() < kEnding.size() ||
                compareWithoutCase(name.substr(name.size() - kEnding.size()), kEnding) != 0;

@@ -17,12 +17,17 @@ namespace {
 constexpr DWORD kWindows2000 = 5;
 
 // By the system itself: the header of the undo file is that of an old system on every one behind Windows XP.
-bool editorHasUnicode() {
+// Nothing where it doesn't tell.
+std::optional<bool> editorHasUnicode() {
     OSVERSIONINFOA info{};
     info.dwOSVersionInfoSize = sizeof info;
-    return GetVersionExA(&info) != 0 && info.dwPlatformId == VER_PLATFORM_WIN32_NT &&
-           info.dwMajorVersion >= kWindows2000;
+    if (GetVersionExA(&info) == 0) return std::nullopt;
+    return info.dwPlatformId == VER_PLATFORM_WIN32_NT && info.dwMajorVersion >= kWindows2000;
 }
+
+// The form of the last record. The header above it has the same: it is not asked for a second time, since
+// records below the header of the other form could not be put back.
+bool lastRecordHasUnicode = false;
 
 bool isText(DWORD type) {
     return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
@@ -134,13 +139,15 @@ KeyRecord treeRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::
 }  // namespace
 
 std::string keyFileHeader() {
-    return editorHasUnicode() ? RegistryFileText<char16_t>::header() : RegistryFileText<char>::header();
+    return lastRecordHasUnicode ? RegistryFileText<char16_t>::header() : RegistryFileText<char>::header();
 }
 
 KeyRecord keyRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
+    const std::optional<bool> unicode = editorHasUnicode();
+    if (!unicode) return KeyRecord::Unreadable;
+    lastRecordHasUnicode = *unicode;
     if (wide() == nullptr) return treeRecord(key, hive, subKey, record);
-    return editorHasUnicode() ? wideRecord(key, hive, subKey, record)
-                              : narrowedRecord(key, hive, subKey, record);
+    return *unicode ? wideRecord(key, hive, subKey, record) : narrowedRecord(key, hive, subKey, record);
 }
 
 }  // namespace bromvale

@@ -9,7 +9,7 @@ namespace bromvale {
 
 // Texts of the complete copy, as bytes of a file.
 
-// What the file begins with.
+// What the file begins with that holds the record made last.
 [[nodiscard]] std::string keyFileHeader();
 
 enum class KeyRecord { Whole, Unreadable, NoForm };

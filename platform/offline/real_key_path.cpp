@@ -1,14 +1,23 @@
 #include "platform/real_key_path.h"
 
+#include "platform/offline/machine.h"
+#include "platform/offline/other_half.h"
+#include "platform/offline/stored_text.h"
+
 namespace bromvale {
 
-// The machine's registry has one half, and its names are the true ones.
 bool seesAnotherHalf() {
-    return false;
+    return offline::halves() == offline::Halves::SeenBy32;
 }
 
-std::optional<std::u16string> realKeyPath(HKEY) {
-    return std::nullopt;
+// The machine's registry has one tree, and its names are the true ones.
+std::optional<std::u16string> realKeyPath(HKEY handle) {
+    offline::Registry::Opened opened;
+    if (offline::machine().registry.resolve(handle, opened) != ERROR_SUCCESS) return std::nullopt;
+    std::string path(opened.key->name());
+    for (const offline::RegistryKey* above = opened.key->owner(); above != nullptr; above = above->owner())
+        path = std::string(above->name()).append("\\").append(path);
+    return offline::wideFromStored(path);
 }
 
 }  // namespace bromvale

@@ -16,7 +16,9 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr unsigned kSecondsToRun = 60;
-constexpr std::size_t kMostShown = 3;
+constexpr std::size_t kMostTold = 60;
+constexpr std::size_t kLongestTold = 1500;
+constexpr std::size_t kMostShown = 2;
 
 // What a child says, through a pipe: its result behind the mark, and before it whatever a crash wrote.
 constexpr char kResultMark[] = "\n<result>\n";
@@ -125,6 +127,8 @@ std::string Outcome::figures() const {
 std::string Outcome::report() const {
     std::string text = "failing seeds:";
     for (const Failure& failure : failures) text += " " + std::to_string(failure.seed);
+    for (std::size_t i = 0; i < failures.size() && i < kMostTold; ++i)
+        text += "\nseed " + std::to_string(failures[i].seed) + ":\n" + failures[i].problems.substr(0, kLongestTold);
     for (std::size_t i = 0; i < failures.size() && i < kMostShown; ++i)
         text += "\n" + describe(generate(failures[i].seed)) + "  wrong:\n" + failures[i].problems;
     return text;

@@ -45,8 +45,9 @@ struct Script {
     std::function<void()> act;
     // Brings the window back to where `act` can be done again.
     std::function<void()> again;
-    // The work is done.
+    // The work is done; behind a fault, as far as it was left to do.
     std::function<bool()> isDone;
+    std::function<bool()> isDoneAgain{};
     bool removesKeys = false;   // with record and copy
     bool needsRecord = true;    // the programs page keeps copies only
     std::string writes{};       // a folder in which files may change, with its backslash; or a file

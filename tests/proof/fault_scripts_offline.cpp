@@ -41,21 +41,32 @@ bool onlyTheKeyWithALostNameIsLeft() {
 // --- the scripts ---
 
 constexpr int kRowsOfTheMachine = 6;
+// The last group of a scan is judged in the next one, together with the first of that.
+constexpr int kRowsOfALaterScan = 8;
 
 Script scan() {
     return {.name = "Scan",
             .prepare = [] {},
             .act = [] { form().cmdStart.userClick(); },
-            .again = [] { form().cmdAbbrechen.userClick(); },
-            .isDone = [] { return form().lvwRegKeys.count() == kRowsOfTheMachine; }};
+            .again =
+                [] {
+                    scanNow();
+                    form().cmdAbbrechen.userClick();
+                },
+            .isDone = [] { return form().lvwRegKeys.count() == kRowsOfTheMachine; },
+            .isDoneAgain = [] { return form().lvwRegKeys.count() == kRowsOfALaterScan; }};
 }
 
 Script removal() {
     return {.name = "Removal",
             .prepare = [] { scanNow(); },
-            .act = [] { form().cmdStart.userClick(); },
+            .act =
+                [] {
+                    if (form().cmdStart.caption() == "&Entfernen") form().cmdStart.userClick();
+                },
             .again = [] { scanNow(); },
             .isDone = [] { return onlyTheKeyWithALostNameIsLeft(); },
+            .isDoneAgain = [] { return form().lvwRegKeys.count() == 0 && form().cmdStart.caption() != "&Entfernen"; },
             .removesKeys = true,
             .writes = kBackup};
 }

@@ -8,7 +8,8 @@ namespace bromvale::proof {
 [[nodiscard]] std::span<const long> faultsOf(std::string_view operation);
 
 // Whether the failed call leaves something open that would have been closed, or keeps open what the routine
-// is known to leave open: a query that fails leaves its key open, and a removal that fails its undo file.
+// is known to leave open: a query that fails leaves its key open. A removal that fails leaves its undo file
+// open whatever failed.
 [[nodiscard]] bool mayLeak(std::string_view operation);
 
 }  // namespace bromvale::proof

@@ -196,6 +196,10 @@ void generateRegistry(Model& model, Random& random) {
         builder.wrongPlaces(*hive);
     }
     builder.appPaths(model.machine, kCurrent);
+    if (model.system.sixtyFour) {
+        for (Key* hive : {&model.user, &model.machine}) builder.classes(*hive, u"Software\\Classes\\Wow6432Node\\");
+        builder.uninstall(model.machine, u"Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\");
+    }
     model.machine.make(u"Software\\Microsoft\\Windows\\CurrentVersion\\Run");
     if (model.system.family == Family::Nine) {
         prune(model.machine, model.system);

@@ -38,6 +38,8 @@ struct Line {
 
 // Whether a path that the code page holds leads to a file or folder, seen by the machine's program.
 [[nodiscard]] bool fileExists(const Model& model, View path);
+// The same for a file alone.
+[[nodiscard]] bool isFile(const Model& model, View path);
 
 // Null where the program can't open it: missing, denied, or too long for the call.
 [[nodiscard]] const Key* openKey(const Model& model, std::int32_t hive, View path);

@@ -15,6 +15,7 @@ class Emptying {
     explicit Emptying(const Model& model) : model_(model), drive_(model.drive) {}
 
     void empty(View path) {
+        if (path[1] != u':') return;
         Entry* folder = &drive_;
         std::string host;
         for (const Text& name : split(path.substr(2))) {
@@ -65,7 +66,8 @@ class Emptying {
 }  // namespace
 
 bool isTakenAsItStands(const System& system, View path) {
-    if (!isExactOn(system.codePage, path) || path.size() < 4 || path[1] != u':' || path[2] != u'\\') return false;
+    const bool share = path.starts_with(u"\\\\");
+    if (!isExactOn(system.codePage, path) || path.size() < 4 || (!share && (path[1] != u':' || path[2] != u'\\'))) return false;
     const std::vector<Text> names = split(path.substr(2));
     return std::none_of(names.begin(), names.end(),
                         [](const Text& name) { return name.back() == u'.' || name.back() == u' '; });

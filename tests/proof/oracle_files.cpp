@@ -43,21 +43,21 @@ std::vector<Text> namesOf(View path) {
     return names;
 }
 
-bool leadsSomewhere(const Model& model, const std::vector<Text>& names) {
+bool leadsSomewhere(const Model& model, const std::vector<Text>& names, bool toFile) {
     const Entry* folder = &model.drive;
     for (std::size_t i = 0; i + 1 < names.size(); ++i) {
         if (names[i].find_first_of(kWild) != Text::npos) return false;
         folder = follow(model, folder->find(names[i]));
         if (folder == nullptr) return false;
     }
-    if (names.back().find_first_of(kWild) == Text::npos) return folder->find(names.back()) != nullptr;
-    return std::any_of(folder->entries.begin(), folder->entries.end(),
-                       [&](const Entry& entry) { return matches(names.back(), entry.name); });
+    const bool wild = names.back().find_first_of(kWild) != Text::npos;
+    return std::any_of(folder->entries.begin(), folder->entries.end(), [&](const Entry& entry) {
+        return (wild ? matches(names.back(), entry.name) : equalNoCase(names.back(), entry.name)) &&
+               (!toFile || entry.kind == EntryKind::File);
+    });
 }
 
-}  // namespace
-
-bool fileExists(const Model& model, View path) {
+bool leadsSomewhere(const Model& model, View path, bool toFile) {
     Text whole(path);
     std::replace(whole.begin(), whole.end(), u'/', u'\\');
     if (whole.size() < 3 || whole.size() > kLongest || whole.starts_with(u"\\\\") || whole.back() == u'\\') return false;
@@ -69,10 +69,20 @@ bool fileExists(const Model& model, View path) {
     const System& system = model.system;
     const bool halves = system.sixtyFour && names.size() > 2 && equalNoCase(names[0], u"windows") &&
                         equalNoCase(names[1], u"system32");
-    if (leadsSomewhere(model, names)) return true;
+    if (leadsSomewhere(model, names, toFile)) return true;
     if (!halves) return false;
     names[1] = u"SysWOW64";
-    return leadsSomewhere(model, names);
+    return leadsSomewhere(model, names, toFile);
+}
+
+}  // namespace
+
+bool fileExists(const Model& model, View path) {
+    return leadsSomewhere(model, path, false);
+}
+
+bool isFile(const Model& model, View path) {
+    return leadsSomewhere(model, path, true);
 }
 
 }  // namespace bromvale::proof

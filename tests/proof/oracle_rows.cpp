@@ -122,8 +122,9 @@ bool Oracle::checkFile(const Line& next, std::size_t index) {
     const Text v = normalised(entry.value);
     const bool form = position(v, u":\\") >= 2 || v.starts_with(u"\\\\");
     if (isAtFilePlace(key, entry.name) && form && entry.name != u"ThreadingModel") {
-        // A path that lost letters on its way clears the object like a file that was found.
-        if (!isExactOn(model_->system.codePage, v) || fileExists(*model_, v)) return true;
+        // A text that lost letters on its way clears the object like a file that was found, also where the cuts
+        // took them off: what stood there may have belonged to the path.
+        if (!isExactOn(model_->system.codePage, entry.value) || fileExists(*model_, v)) return true;
         for (std::size_t j = n; j-- > 0;) add(next.hive, true, group_[j], true, true);
         return true;
     }

@@ -109,7 +109,9 @@ class FileReader {
         } else if (!hexData(data, stored)) {
             return false;
         }
-        return key_->values.emplace(lower(View(name)), stored).second;
+        // A key that two rows name and that stays stands there twice.
+        key_->values.insert_or_assign(lower(View(name)), stored);
+        return true;
     }
 
     bool hexData(const Text& data, StoredData& stored) const {

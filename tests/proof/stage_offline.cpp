@@ -7,6 +7,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/other_half.h"
 #include "platform/offline/stored_text.h"
 
 namespace bromvale::proof {
@@ -106,6 +107,8 @@ Stage::Stage(const Model& model, const std::string& hostFolder) : host_(hostFold
         putUpFiles(model.drive, hostDrive(), hostDrive());
         machine().drives.addFolder('C', hostDrive());
     }
+    if (model.system.sixtyFour)
+        offline::setHalves(model.system.programSixtyFour ? offline::Halves::SeenBy64 : offline::Halves::SeenBy32);
     machine().drives.currentDirectory = "C:\\Programme\\Bromvale";
     putUpState(model.system);
     putUpKeys(model.machine, Text(kMachineName));

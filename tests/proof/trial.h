@@ -46,7 +46,7 @@ class Trial {
     void checkDrive(const DriveSnapshot& before, const DriveSnapshot& after);
     void uninstallRow(int number);
     void checkStarted(const std::string& name, const std::vector<Text>& commands);
-    void checkOffer(const std::string& name, const std::vector<Text>& commands, const std::string& keyOfRow,
+    void checkOffer(const std::string& name, const std::vector<Text>& commands, const Text& key,
                     const RegistrySnapshot& before);
     void backupRow(int number);
 

@@ -3,6 +3,7 @@
 #include <fstream>
 
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 #include "tests/proof/trial.h"
 #include "ui/frm_main.h"
 
@@ -14,6 +15,15 @@ using offline::machine;
 
 constexpr const char* kFolder = "/Programme/Bromvale/Backup/";
 constexpr View kStrangers[] = {u"lang.reg_alt", u"Zdjecia.reg", u"Zdjęcia.reg", u"łap.reg", u"a＼b.reg", u"＊.reg", u"x.txt"};
+
+// The true name of the file to which a path of the program leads.
+Text trueName(const std::string& path) {
+    offline::Location location;
+    offline::FileInfo info;
+    const offline::StoredText stored(path.c_str());
+    if (machine().drives.locateStored(stored.view(), location) != 0 || location.volume->find(location.all(), &info) != 0) return {};
+    return offline::wideFromStored(info.name);
+}
 
 }  // namespace
 
@@ -37,7 +47,8 @@ void Trial::backupRow(int number) {
     machine().answers.assign({IDYES, IDYES});
     frmMain().cmdEintragen.userClick();
     for (const offline::Event& event : machine().events.of(EventKind::ShellExecute)) {
-        if (event.text != "C:\\Programme\\Bromvale\\Backup\\" + name) problem("put back for " + readable(name) + ": " + readable(event.text));
+        const bool there = event.text.starts_with("C:\\Programme\\Bromvale\\Backup\\");
+        if (!there || ansi(model_.system, trueName(event.text)) != name) problem("put back for " + readable(name) + ": " + readable(event.text));
     }
     machine().answers.assign({IDYES, IDYES});
     frmMain().lvwBackup.userSelect({number});

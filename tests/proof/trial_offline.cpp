@@ -35,9 +35,9 @@ void Trial::run() {
     putBack();
     scan();
     frmMain().cmdAbbrechen.userClick();
-    emptyFolders();
     uninstall();
     useBackupPage();
+    emptyFolders();
 }
 
 void Trial::same(const std::string& what, const RegistrySnapshot& before, const RegistrySnapshot& after) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/exact_text.h"
 #include "platform/offline/machine.h"
 #include "tests/proof/trial.h"
 #include "ui/frm_main.h"
@@ -62,7 +63,7 @@ Text asStarted(const Text& command) {
     return line;
 }
 
-// Every way in which the system could read the command's program.
+// Every way in which the system could read the command's program. One without an ending is taken for an .exe.
 std::vector<Text> programsIn(const Text& command) {
     std::vector<Text> paths;
     if (command.starts_with(u"\"")) return {command.substr(1, command.find(u'"', 1) - 1)};
@@ -77,7 +78,8 @@ bool isSurelyMissing(const Model& model, const Text& command) {
     for (const Text& path : programsIn(asStarted(command))) {
         if (path.size() > 1 && path[1] == u':' && lower(path[0]) != u'c') return false;  // no such drive
         if (path.starts_with(u"\\\\")) return false;
-        if (fileExists(model, path) || fileExists(model, path + u".exe")) return false;
+        const bool ending = path.find(u'.', path.rfind(u'\\') + 1) != Text::npos;
+        if (isFile(model, ending ? path : path + u".exe")) return false;
     }
     return true;
 }
@@ -98,9 +100,11 @@ void Trial::uninstallRow(int number) {
     const std::int32_t hive = std::stoi(item.column(kProgramHive));
     std::vector<Program> programs;
     collect(model_, hive, u"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall", programs);
+    // The hidden column keeps the true name.
+    const Text key = wideText(keyOfRow);
     std::erase_if(programs, [&](const Program& program) {
         const Text line = program.path + u"]";
-        return ansi(model_.system, line.substr(0, line.find(u']') + 1)) != keyOfRow;
+        return line.substr(0, line.find(u']') + 1) != key;
     });
     const RegistrySnapshot before = readRegistry();
     machine().events.clear();
@@ -111,7 +115,7 @@ void Trial::uninstallRow(int number) {
     std::vector<Text> commands;
     for (const Program& program : programs) commands.push_back(trimmed(*program.command));
     checkStarted(readable(name), commands);
-    checkOffer(readable(name), commands, keyOfRow, before);
+    checkOffer(readable(name), commands, realKeyPath(model_.system, hive, key.substr(0, key.size() - 1)), before);
 }
 
 void Trial::checkStarted(const std::string& name, const std::vector<Text>& commands) {
@@ -122,29 +126,35 @@ void Trial::checkStarted(const std::string& name, const std::vector<Text>& comma
             const Text whole = asStarted(byByte(ansi(model_.system, command)));
             return isExactOn(model_.system.codePage, command) && !whole.empty() && asStarted(byByte(event.text)) == whole;
         });
-        if (!named) problem("started for " + name + " without being named: " + readable(event.text));
+        if (named) continue;
+        problem("started for " + name + " without being named: " + readable(event.text));
+        for (const Text& command : commands) problem("  its command: " + readable(command));
     }
 }
 
-void Trial::checkOffer(const std::string& name, const std::vector<Text>& commands, const std::string& keyOfRow,
+void Trial::checkOffer(const std::string& name, const std::vector<Text>& commands, const Text& key,
                        const RegistrySnapshot& before) {
     bool offered = false;
     for (const offline::Event& event : machine().events.of(EventKind::MessageBox))
         offered = offered || event.text.find(kMissing) != std::string::npos;
     const bool missing = std::any_of(commands.begin(), commands.end(),
                                      [this](const Text& command) { return isSurelyMissing(model_, command); });
-    if (offered && !missing) problem("offered for removal, but not surely missing: " + name);
+    if (offered && !missing) {
+        problem("offered for removal, but not surely missing: " + name);
+        for (const Text& command : commands) problem("  its command: " + readable(command));
+    }
     const RegistrySnapshot after = readRegistry();
     RegistrySnapshot gone;
     RegistrySnapshot rest = before;
-    for (const auto& [path, key] : before) {
+    for (const auto& [path, stored] : before) {
         if (after.contains(path)) continue;
-        gone.emplace(path, key);
+        gone.emplace(path, stored);
         rest.erase(path);
-        if (ansi(model_.system, key.path).find(keyOfRow.substr(keyOfRow.rfind('\\'), keyOfRow.rfind(']') - keyOfRow.rfind('\\'))) ==
-                std::string::npos ||
-            !offered)
-            problem("the programs page removed " + readable(key.path) + " for " + name);
+        const std::size_t below = path.find(lower(View(key)));
+        const bool itself = below != Text::npos && below + key.size() == path.size();
+        const bool inside = below != Text::npos && model_.system.family == Family::Nine;
+        if (!offered || (!itself && !inside))
+            problem("the programs page removed " + readable(stored.path) + " for " + name);
     }
     same("the programs page changed", rest, after);
     checkCopies(gone);
