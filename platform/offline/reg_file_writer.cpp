@@ -3,10 +3,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <vector>
 
-#include "platform/offline/code_page.h"
+#include "platform/offline/registry_data.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 
@@ -16,7 +18,7 @@ constexpr std::size_t kFlushAt = std::size_t{64} * 1024;
 constexpr std::size_t kColumns = 80;
 constexpr char kHexDigits[] = "0123456789abcdef";
 
-// One file being written, in Windows-1252 up to the last step.
+// One file being written, in the stored form of stored_text.h up to the last step.
 class Writer {
   public:
     explicit Writer(std::FILE* file) : file_(file) {}
@@ -39,7 +41,7 @@ class Writer {
     void bytes(const RegistryValueNode& value, std::size_t column);
     void escaped(std::string_view text);
     void flush() {
-        const std::string wide = utf16BytesFromAnsi(text_);
+        const std::string wide = wideBytesFromStored(text_);
         std::fwrite(wide.data(), 1, wide.size(), file_);
         text_.clear();
     }
@@ -53,14 +55,14 @@ bool holdsLineBreak(std::string_view text) {
     return text.find_first_of("\r\n") != std::string_view::npos;
 }
 
-// A text with one NUL, at its end, can be written between quotes.
-bool isPlainText(const RegistryValueNode& value) {
-    const std::string_view data = value.data();
-    return value.type() == REG_SZ && !data.empty() && data.find('\0') == data.size() - 1;
-}
-
-bool isText(std::uint32_t type) {
-    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
+// A text with one NUL, at its end, can be written between quotes: nothing for any other value.
+std::optional<std::string> plainTextOf(const RegistryValueNode& value) {
+    const RegistryData data = value.data();
+    if (value.type() != REG_SZ || (!data.narrow && data.bytes.size() % 2 != 0)) return std::nullopt;
+    std::string text = data.narrow ? storedFromAnsi(data.bytes) : storedFromWideBytes(data.bytes);
+    if (text.empty() || text.find('\0') != text.size() - 1) return std::nullopt;
+    text.pop_back();
+    return text;
 }
 
 // Depth first along a path of its own, since keys can lie thousands of levels deep.
@@ -90,7 +92,7 @@ void Writer::hive(const Registry& registry, std::size_t index) {
 
 void Writer::key(const std::string& path, const RegistryKey& key) {
     if (holdsLineBreak(key.name()) || key.name().find('\0') != std::string_view::npos) {
-        problem_ = "the key name holds a line break or a NUL: " + path;
+        problem_ = "the key name holds a line break or a NUL: " + ansiFromStored(path);
         return;
     }
     text_ += "\r\n[";
@@ -98,7 +100,7 @@ void Writer::key(const std::string& path, const RegistryKey& key) {
     text_ += "]\r\n";
     for (std::size_t i = 0; i < key.valueCount() && problem_.empty(); ++i) {
         if (key.value(i).name().find('\0') != std::string_view::npos) {
-            problem_ = "a value name holds a NUL, in the key " + path;
+            problem_ = "a value name holds a NUL, in the key " + ansiFromStored(path);
             return;
         }
         value(key.value(i));
@@ -114,10 +116,10 @@ void Writer::value(const RegistryValueNode& value) {
         escaped(value.name());
     }
     text_ += '=';
-    if (isPlainText(value)) {
-        escaped(value.data().substr(0, value.data().size() - 1));
-    } else if (value.type() == REG_DWORD && value.data().size() == 4) {
-        number(value.data());
+    if (const auto text = plainTextOf(value)) {
+        escaped(*text);
+    } else if (value.type() == REG_DWORD && value.data().bytes.size() == 4) {
+        number(value.data().bytes);
     } else {
         bytes(value, text_.size() - start);
     }
@@ -151,8 +153,8 @@ void Writer::bytes(const RegistryValueNode& value, std::size_t column) {
         text_ += number;
     }
     text_ += ':';
-    const std::string data =
-        isText(value.type()) ? utf16BytesFromAnsi(value.data()) : std::string(value.data());
+    const GivenData windows = GivenData::asWindows(value);
+    const std::string_view data = windows.view();
     column += text_.size() - start;
     for (std::size_t i = 0; i < data.size(); ++i) {
         const auto byte = static_cast<unsigned char>(data[i]);
