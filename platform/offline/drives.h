@@ -52,7 +52,8 @@ class Drives {
     void remove(char letter);
     [[nodiscard]] bool has(char letter) const;
 
-    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server.
+    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. Where on a 64-bit
+    // Windows (other_half.h) the path really leads.
     DWORD locate(std::string_view path, Location& location) const;
     DWORD locate(std::u16string_view path, Location& location) const;
     // The same for a path in the stored form, which must outlive `location`.
@@ -106,6 +107,7 @@ class Drives {
         bool onHost = false;
         std::string hostFolder{};  // its real path
     };
+    DWORD locateReal(std::string_view path, Location& location) const;
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
     std::array<Mounted, 26> drives_;
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
