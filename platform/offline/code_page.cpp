@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+
+#include "platform/offline/code_pages.h"
+#include "platform/offline/stored_text.h"
+#include "platform/offline/utf8.h"
 
 namespace bromvale::offline {
 
@@ -42,61 +45,14 @@ constexpr std::array<unsigned char, 256> makeLower() {
     return table;
 }
 
-constexpr std::array<char16_t, 256> makeWeights() {
-    constexpr auto up = makeUpper();
-    std::array<char16_t, 256> table{};
-    for (unsigned c = 0; c < 256; ++c) {
-        const unsigned u = up[c];
-        table[c] = u >= 0x80 && u < 0xA0 ? kMiddle[u - 0x80] : static_cast<char16_t>(u);
-    }
-    table[0x83] = 0x0191;  // the capital of ƒ is outside the code page, but keys are ordered by it
-    return table;
-}
-
 constexpr auto kUpper = makeUpper();
 constexpr auto kLower = makeLower();
-constexpr auto kWeights = makeWeights();
 
 template <typename Convert>
 std::string mapped(std::string_view text, Convert convert) {
     std::string result(text);
     for (char& c : result) c = convert(c);
     return result;
-}
-
-void appendUtf8(std::string& out, char16_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-    } else if (c < 0x800) {
-        out += static_cast<char>(0xC0 | (c >> 6));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    } else {
-        out += static_cast<char>(0xE0 | (c >> 12));
-        out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-        out += static_cast<char>(0x80 | (c & 0x3F));
-    }
-}
-
-// Number of bytes of the well-formed sequence that `text` starts with, 0 when it starts with none.
-std::size_t utf8Length(std::string_view text, char32_t& number) {
-    const unsigned first = byteOf(text[0]);
-    const std::size_t length = first < 0x80   ? 1
-                               : first < 0xC2 ? 0
-                               : first < 0xE0 ? 2
-                               : first < 0xF0 ? 3
-                               : first < 0xF5 ? 4
-                                              : 0;
-    if (length == 0 || length > text.size()) return 0;
-    constexpr unsigned kMasks[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
-    number = first & kMasks[length];
-    for (std::size_t i = 1; i < length; ++i) {
-        const unsigned next = byteOf(text[i]);
-        if ((next & 0xC0) != 0x80) return 0;
-        number = (number << 6) | (next & 0x3F);
-    }
-    const bool tooLong = (length == 3 && number < 0x800) || (length == 4 && number < 0x10000);
-    const bool surrogate = number >= 0xD800 && number < 0xE000;
-    return tooLong || surrogate || number > 0x10FFFF ? 0 : length;
 }
 
 }  // namespace
@@ -119,17 +75,11 @@ std::u16string utf16FromAnsi(std::string_view ansi) {
 }
 
 std::string ansiFromUtf16(std::u16string_view wide) {
-    std::string result(wide.size(), '\0');
-    std::transform(wide.begin(), wide.end(), result.begin(), ansiOf);
-    return result;
+    return ansiFromWide(wide, 1252).text;
 }
 
 std::string ansiFromUtf16Bytes(std::string_view bytes) {
-    std::string result(bytes.size() / 2, '\0');
-    for (std::size_t i = 0; i < result.size(); ++i) {
-        result[i] = ansiOf(static_cast<char16_t>(byteOf(bytes[2 * i]) | byteOf(bytes[2 * i + 1]) << 8));
-    }
-    return result;
+    return ansiFromStored(storedFromWideBytes(bytes));
 }
 
 std::string utf16BytesFromAnsi(std::string_view ansi) {
@@ -144,31 +94,11 @@ std::string utf16BytesFromAnsi(std::string_view ansi) {
 }
 
 std::string utf8FromAnsi(std::string_view ansi) {
-    std::string result;
-    result.reserve(ansi.size());
-    for (const char c : ansi) appendUtf8(result, wideOf(c));
-    return result;
+    return utf8FromWide(utf16FromAnsi(ansi));
 }
 
 std::string ansiFromUtf8(std::string_view utf8) {
-    std::string result;
-    result.reserve(utf8.size());
-    while (!utf8.empty()) {
-        char32_t number = 0;
-        const std::size_t length = utf8Length(utf8, number);
-        if (length == 0) {
-            result += '?';
-            utf8.remove_prefix(1);
-            continue;
-        }
-        if (number > 0xFFFF) {
-            result += "??";
-        } else {
-            result += ansiOf(static_cast<char16_t>(number));
-        }
-        utf8.remove_prefix(length);
-    }
-    return result;
+    return ansiFromStored(storedFromUtf8(utf8));
 }
 
 char upper(char ansi) {
@@ -182,16 +112,6 @@ std::string upper(std::string_view ansi) {
 }
 std::string lower(std::string_view ansi) {
     return mapped(ansi, [](char c) { return lower(c); });
-}
-
-int compareNoCase(std::string_view left, std::string_view right) {
-    const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        const int difference = kWeights[byteOf(left[i])] - kWeights[byteOf(right[i])];
-        if (difference != 0) return difference;
-    }
-    if (left.size() == right.size()) return 0;
-    return left.size() < right.size() ? -1 : 1;
 }
 
 bool equalNoCase(std::string_view left, std::string_view right) {

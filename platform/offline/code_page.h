@@ -1,6 +1,7 @@
-// Windows-1252, the one ANSI code page of the offline machine. Conversions have no best fit: a character that
-// the code page lacks becomes '?', one for each UTF-16 unit. The five bytes that the code page leaves
-// undefined (81, 8D, 8F, 90, 9D) stand for U+0081 and so on, as on Windows.
+// Windows-1252, the code page of the program's own texts and of those who set up a machine. What it lacks
+// becomes the nearest letter that Windows takes, else '?', one for each UTF-16 unit. The five bytes that the
+// code page leaves undefined (81, 8D, 8F, 90, 9D) stand for U+0081 and so on, as on Windows. Other code
+// pages: code_pages.h.
 #pragma once
 
 #include <string>
@@ -9,6 +10,7 @@
 namespace bromvale::offline {
 
 char16_t wideOf(char ansi);
+// '?' where the code page does not hold exactly this.
 char ansiOf(char16_t wide);
 
 std::u16string utf16FromAnsi(std::string_view ansi);
@@ -26,9 +28,6 @@ char lower(char ansi);
 std::string upper(std::string_view ansi);
 std::string lower(std::string_view ansi);
 
-// Orders by the UTF-16 units of the upper-cased texts, the order in which Windows keeps sub keys.
-// Below, equal to or above 0.
-int compareNoCase(std::string_view left, std::string_view right);
 bool equalNoCase(std::string_view left, std::string_view right);
 
 }  // namespace bromvale::offline

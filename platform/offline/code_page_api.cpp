@@ -11,7 +11,7 @@ using namespace bromvale::offline;
 namespace {
 
 UINT pageOf(UINT codePage) {
-    return codePage == CP_ACP ? machine().codePage : codePage;
+    return codePage == CP_ACP ? textRules().codePage : codePage;
 }
 
 int failed(DWORD error) {
@@ -38,7 +38,7 @@ int answer(const std::basic_string<Char>& text, Char* buffer, int size) {
 }  // namespace
 
 UINT GetACP() {
-    return machine().codePage;
+    return textRules().codePage;
 }
 
 BOOL GetCPInfo(UINT codePage, LPCPINFO info) {

@@ -1,4 +1,5 @@
-// The code pages that a machine may have: 1252, 1250, a part of 932, and 65001.
+// The code pages that a machine may have: 1252, 1250, 932 (a part of it) and 65001, with Windows'
+// conversions.
 #pragma once
 
 #include <string>
@@ -8,9 +9,17 @@
 
 namespace bromvale::offline {
 
+// What the process's one machine makes of names.
+struct TextRules {
+    UINT codePage = 1252;
+    bool unicode = true;  // off on the 9x family, where a name is what the code page holds of it
+};
+TextRules& textRules();
+
 [[nodiscard]] bool knowsCodePage(UINT codePage);
 
-// What WideCharToMultiByte makes of the text: the nearest letter where the code page lacks one, else '?'.
+// What WideCharToMultiByte makes of the text: the nearest letter where the code page lacks one, else '?', one
+// for each unit.
 struct AnsiConversion {
     std::string text;
     bool usedDefault = false;  // a '?' stands for something else
@@ -22,5 +31,7 @@ struct WideConversion {
     bool invalid = false;  // bytes that are no text of the code page
 };
 WideConversion wideFromAnsi(std::string_view ansi, UINT codePage);
+// A text of the program, which is in the machine's code page.
+std::u16string wideFromAnsi(std::string_view ansi);
 
 }  // namespace bromvale::offline

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
@@ -12,7 +13,8 @@ constexpr std::string_view kBlanks = " \t";
 bool isFile(const std::string& path) {
     Location location;
     FileInfo info;
-    return machine().drives.locate(path, location) == 0 && location.count > 0 &&
+    const StoredText stored{std::string_view(path)};
+    return machine().drives.locateStored(stored.view(), location) == 0 && location.count > 0 &&
            location.volume->find(location.all(), &info) == 0 &&
            (info.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }
@@ -28,8 +30,9 @@ std::string search(std::string_view name) {
     if (name.empty()) return {};
     const std::string file = withExtension(name);
     if (name.find_first_of("\\/:") != std::string_view::npos) return isFile(file) ? file : std::string();
-    for (const std::string& folder : {machine().appPath(), machine().drives.currentDirectory,
-                                      machine().systemFolder(), machine().windowsFolder()}) {
+    const std::string current(AnsiText(machine().drives.currentDirectory).view());
+    for (const std::string& folder :
+         {machine().appPath(), current, machine().systemFolder(), machine().windowsFolder()}) {
         const std::string path = folder + "\\" + file;
         if (isFile(path)) return path;
     }

@@ -1,11 +1,16 @@
 #include "platform/offline/drives.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "platform/offline/code_page.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
+
+constexpr std::size_t kLongestName = 255;
+constexpr std::size_t kLongestLiteralPath = 32767;
 
 bool isSlash(char c) {
     return c == '\\' || c == '/';
@@ -21,8 +26,23 @@ bool isForbidden(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == '"' || c == '|' || c == ':';
 }
 
+// Names that stand for themselves, but for doubled backslashes.
+DWORD appendLiteral(std::string_view rest, Location& location) {
+    while (!rest.empty()) {
+        const std::string_view name = rest.substr(0, rest.find('\\'));
+        rest.remove_prefix(std::min(rest.size(), name.size() + 1));
+        if (name.empty()) continue;
+        if (std::any_of(name.begin(), name.end(), isForbidden) || unitCount(name) > kLongestName)
+            return ERROR_INVALID_NAME;
+        if (location.count == Location::kMostNames) return ERROR_FILENAME_EXCED_RANGE;
+        location.names[location.count++] = name;
+    }
+    return 0;
+}
+
 // Appends the names of `rest` to the location: doubled slashes count as one, "." and ".." are gone through.
-DWORD appendNames(std::string_view rest, Location& location) {
+DWORD appendNames(std::string_view rest, bool literal, Location& location) {
+    if (literal) return appendLiteral(rest, location);
     bool cut = false;
     for (std::size_t at = 0; at < rest.size();) {
         if (isSlash(rest[at])) {
@@ -51,7 +71,7 @@ DWORD appendNames(std::string_view rest, Location& location) {
         if (name.empty()) continue;
         if (location.count == Location::kMostNames) return ERROR_FILENAME_EXCED_RANGE;
         location.names[location.count++] = name;
-        cut = cut || name.size() > 255;
+        cut = cut || unitCount(name) > kLongestName;
     }
     return cut ? ERROR_INVALID_NAME : 0;
 }
@@ -60,7 +80,7 @@ constexpr std::string_view kLiteral = "\\\\?\\";
 constexpr std::string_view kLiteralShare = "\\\\?\\UNC\\";
 
 std::string shareKey(std::string_view server, std::string_view share) {
-    return upper(server) + "\\" + upper(share);
+    return upperStored(server) + "\\" + upperStored(share);
 }
 
 }  // namespace
@@ -86,16 +106,20 @@ Drives::Drives() = default;
 
 void Drives::addMemory(char letter) {
     const int index = driveIndex(letter);
-    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeMemoryVolume(), false};
+    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeMemoryVolume(*this), false};
 }
 
 void Drives::addFolder(char letter, const std::string& hostFolder) {
     const int index = driveIndex(letter);
-    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeHostVolume(hostFolder), true};
+    const std::unique_ptr<char, void (*)(void*)> real(::realpath(hostFolder.c_str(), nullptr), std::free);
+    const std::string realFolder = real != nullptr ? real.get() : "";
+    if (index >= 0) {
+        drives_[static_cast<std::size_t>(index)] = {makeHostVolume(*this, hostFolder), true, realFolder};
+    }
 }
 
 void Drives::addShare(std::string_view server, std::string_view share) {
-    shares_[shareKey(server, share)] = {makeMemoryVolume(), false};
+    shares_[shareKey(storedFromAnsi(server), storedFromAnsi(share))] = {makeMemoryVolume(*this), false};
 }
 
 void Drives::remove(char letter) {
@@ -108,7 +132,20 @@ bool Drives::has(char letter) const {
     return index >= 0 && drives_[static_cast<std::size_t>(index)].volume != nullptr;
 }
 
-DWORD Drives::locateShare(std::string_view path, Location& location) const {
+std::string Drives::pathOfHost(std::string_view hostPath) const {
+    for (std::size_t i = 0; i < drives_.size(); ++i) {
+        const std::string& folder = drives_[i].hostFolder;
+        const bool below = !folder.empty() && hostPath.starts_with(folder) &&
+                           (hostPath.size() == folder.size() || hostPath[folder.size()] == '/');
+        if (!below) continue;
+        std::string path = storedFromUtf8(hostPath.substr(folder.size()));
+        std::replace(path.begin(), path.end(), '/', '\\');
+        return std::string{static_cast<char>('A' + i), ':'} + (path.empty() ? "\\" : path);
+    }
+    return {};
+}
+
+DWORD Drives::locateShare(std::string_view path, bool literal, Location& location) const {
     std::string_view rest = path.substr(2);
     const auto cut = [&rest] {
         std::size_t end = 0;
@@ -129,15 +166,19 @@ DWORD Drives::locateShare(std::string_view path, Location& location) const {
     }
     location.volume = share->second.volume.get();
     location.onHost = share->second.onHost;
-    return appendNames(rest, location);
+    return appendNames(rest, literal, location);
 }
 
-DWORD Drives::locate(std::string_view path, Location& location) const {
+DWORD Drives::locateStored(std::string_view path, Location& location) const {
     location.count = 0;
     location.root[0] = '\0';
-    if (path.empty() || path.size() >= 2 * MAX_PATH) return ERROR_PATH_NOT_FOUND;
-    if (path.starts_with("\\\\?\\")) path.remove_prefix(4);
-    if (path.size() >= 2 && isSlash(path[0]) && isSlash(path[1])) return locateShare(path, location);
+    const bool literal = path.starts_with(kLiteral);
+    const std::size_t limit = literal ? kLongestLiteralPath : 2 * MAX_PATH;
+    if (path.empty() || (path.size() >= limit && unitCount(path) >= limit)) return ERROR_PATH_NOT_FOUND;
+    if (path.starts_with(kLiteralShare))
+        return locateShare(path.substr(kLiteralShare.size() - 2), true, location);
+    if (literal) path.remove_prefix(kLiteral.size());
+    if (path.size() >= 2 && isSlash(path[0]) && isSlash(path[1])) return locateShare(path, false, location);
 
     const std::string_view current = currentDirectory;
     const bool hasLetter = path.size() >= 2 && path[1] == ':' && driveIndex(path[0]) >= 0;
@@ -145,8 +186,8 @@ DWORD Drives::locate(std::string_view path, Location& location) const {
     std::string_view rest = hasLetter ? path.substr(2) : path;
     const bool fromRoot = !rest.empty() && isSlash(rest[0]);
     if (!hasLetter && !fromRoot && isSlash(current[0])) {
-        if (const DWORD error = locateShare(current, location)) return error;
-        return appendNames(rest, location);
+        if (const DWORD error = locateShare(current, false, location)) return error;
+        return appendNames(rest, literal, location);
     }
     const int index = driveIndex(letter);
     if (index < 0) return ERROR_PATH_NOT_FOUND;
@@ -156,70 +197,19 @@ DWORD Drives::locate(std::string_view path, Location& location) const {
     location.volume = mounted.volume.get();
     location.onHost = mounted.onHost;
     if (!fromRoot && upper(letter) == upper(current[0]) && current.size() > 2) {
-        if (const DWORD error = appendNames(current.substr(2), location)) return error;
+        if (const DWORD error = appendNames(current.substr(2), false, location)) return error;
     }
-    return appendNames(rest, location);
-}
-
-bool Drives::makeFolder(std::string_view path) {
-    Location location;
-    if (locate(path, location) != 0) return false;
-    for (std::size_t count = 1; count <= location.count; ++count) {
-        const DWORD error = location.volume->makeFolder(location.all().first(count));
-        if (error != 0 && error != ERROR_ALREADY_EXISTS) return false;
-    }
-    return true;
-}
-
-bool Drives::writeFile(std::string_view path, std::string_view bytes) {
-    Location location;
-    if (locate(path, location) != 0 || location.count == 0) return false;
-    const std::size_t folders = location.count - 1;
-    for (std::size_t count = 1; count <= folders; ++count)
-        (void)location.volume->makeFolder(location.all().first(count));
-    std::unique_ptr<OpenedFile> file;
-    if (location.volume->open(location.all(), true, file) != 0) return false;
-    return file->truncate(0) == 0 && file->write(0, bytes.data(), static_cast<DWORD>(bytes.size())) == 0;
-}
-
-std::optional<std::string> Drives::readFile(std::string_view path) const {
-    Location location;
-    std::unique_ptr<OpenedFile> file;
-    if (locate(path, location) != 0 || location.volume->open(location.all(), false, file) != 0)
-        return std::nullopt;
-    std::string bytes(file->size(), '\0');
-    DWORD done = 0;
-    if (file->read(0, bytes.data(), static_cast<DWORD>(bytes.size()), done) != 0) return std::nullopt;
-    bytes.resize(done);
-    return bytes;
-}
-
-bool Drives::exists(std::string_view path) const {
-    Location location;
-    return locate(path, location) == 0 && location.volume->find(location.all(), nullptr) == 0;
-}
-
-bool Drives::setFileTime(std::string_view path, const SYSTEMTIME& local) {
-    Location location;
-    std::unique_ptr<OpenedFile> file;
-    if (locate(path, location) != 0 || location.volume->open(location.all(), false, file) != 0) return false;
-    file->setWritten(fromSystemTime(local) + currentClock().bias);
-    return true;
-}
-
-bool Drives::erase(std::string_view path) {
-    Location location;
-    return locate(path, location) == 0 && location.volume->remove(location.all()) == 0;
+    return appendNames(rest, literal, location);
 }
 
 void Drives::makeOwnFolders(const Location& location) const {
     if (location.count == 0) return;
     for (const std::string& folder : ownFolders) {
         Location own;
-        if (locate(folder, own) != 0 || own.volume != location.volume || own.count >= location.count)
+        if (locateStored(folder, own) != 0 || own.volume != location.volume || own.count >= location.count)
             continue;
         const auto same = [](std::string_view left, std::string_view right) {
-            return equalNoCase(left, right);
+            return sameStored(left, right);
         };
         if (!std::equal(own.names.begin(), own.names.begin() + static_cast<std::ptrdiff_t>(own.count),
                         location.names.begin(), same)) {

@@ -34,10 +34,14 @@ struct Location {
     [[nodiscard]] std::string text() const;
 };
 
-// The machine's drives and shares. Paths are Windows paths in Windows-1252.
+// The machine's drives and shares. Paths are Windows paths, in Windows-1252 or in UTF-16; what is marked so
+// is in the stored form of stored_text.h. Behind "\\?\" a path stands for itself: dots and blanks at the end
+// of its names belong to them.
 class Drives {
   public:
     Drives();
+    Drives(const Drives&) = delete;
+    Drives& operator=(const Drives&) = delete;
 
     // An empty drive in memory; replaces what the letter stood for.
     void addMemory(char letter);
@@ -48,12 +52,13 @@ class Drives {
     void remove(char letter);
     [[nodiscard]] bool has(char letter) const;
 
-    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. `path` must outlive
-    // `location`.
+    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server.
     DWORD locate(std::string_view path, Location& location) const;
     DWORD locate(std::u16string_view path, Location& location) const;
-    // The same for a path in the stored form (stored_text.h).
+    // The same for a path in the stored form, which must outlive `location`.
     DWORD locateStored(std::string_view path, Location& location) const;
+    // The path of a file of the host, in the stored form; empty where it lies on no drive.
+    [[nodiscard]] std::string pathOfHost(std::string_view hostPath) const;
 
     // Without fault points and events, for those who set up the machine. Makers make the folders above, too.
     bool makeFolder(std::string_view path);
@@ -71,12 +76,14 @@ class Drives {
     [[nodiscard]] bool exists(std::u16string_view path) const;
     bool setFileTime(std::u16string_view path, const SYSTEMTIME& local);
     bool erase(std::u16string_view path);
+    // Makes `link` a folder that leads to another one, which need not be there. In memory only.
+    bool linkFolder(std::u16string_view link, std::u16string_view target);
 
     // Whether entries have names of eight letters and three beside their own. Until it is set, only what the
     // program can't reach by its own name has one, and only on host folders.
     std::optional<bool> shortNames;
 
-    // Without a trailing backslash but at a root.
+    // Without a trailing backslash but at a root. In the stored form.
     std::string currentDirectory = "C:\\";
 
     struct Recycled {
@@ -85,7 +92,8 @@ class Drives {
     };
     std::vector<Recycled> recycled;
 
-    // The machine's own folders. On a host folder they come into being when something is written below them.
+    // The machine's own folders, in the stored form. On a host folder they come into being when something is
+    // written below them.
     std::vector<std::string> ownFolders;
     // Makes the folders above `location` that are the machine's own.
     void makeOwnFolders(const Location& location) const;
@@ -94,8 +102,9 @@ class Drives {
     struct Mounted {
         std::unique_ptr<Volume> volume;
         bool onHost = false;
+        std::string hostFolder{};  // its real path
     };
-    DWORD locateShare(std::string_view path, Location& location) const;
+    DWORD locateShare(std::string_view path, bool literal, Location& location) const;
     std::array<Mounted, 26> drives_;
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
 };
@@ -103,8 +112,9 @@ class Drives {
 // Whether a path holds characters of masks; the "?" of the prefix "\\?\" is none.
 [[nodiscard]] bool holdsWildcards(std::string_view path);
 
-// Whether `name` matches a mask of FindFirstFileA.
+// Whether `name` matches a mask of FindFirstFileA, in Windows-1252 or in the stored form.
 [[nodiscard]] bool matchesMask(std::string_view mask, std::string_view name);
+[[nodiscard]] bool matchesStoredMask(std::string_view mask, std::string_view name);
 
 [[nodiscard]] std::size_t openFindHandles();
 [[nodiscard]] std::size_t openFileHandles();

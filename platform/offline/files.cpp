@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/offline/code_page.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
@@ -40,7 +39,7 @@ bool collides(DWORD access, DWORD share) {
 bool isLocked(const std::string& path, DWORD access, DWORD share) {
     bool locked = false;
     kernelObjects().each([&](const KernelObject& object) {
-        if (object.file == nullptr || !equalNoCase(object.path, path)) return;
+        if (object.file == nullptr || !sameStored(object.path, path)) return;
         locked = locked || collides(access, object.share) || collides(object.access, share);
     });
     return locked;
@@ -98,23 +97,27 @@ bool isFolder(const Location& location) {
 }
 
 // A handle to a folder tells its path and nothing else.
-DWORD openFolder(const Location& location, HANDLE& handle) {
+DWORD openFolder(const Location& location, LinkAtEnd linkAtEnd, HANDLE& handle) {
     KernelObject object;
     object.path = location.text();
-    object.truePath = truePath(location);
+    object.truePath = truePath(location, linkAtEnd);
+    if (object.truePath.empty()) return ERROR_FILE_NOT_FOUND;
     handle = kernelObjects().open(std::move(object));
     return 0;
 }
 
 // `path` is in the stored form.
-DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD disposition, bool folders,
+DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD disposition, DWORD flags,
                HANDLE& handle, bool& existed) {
     Wanted wanted{};
     if (!readDisposition(disposition, wanted)) return ERROR_INVALID_PARAMETER;
     Location location;
     if (holdsWildcards(path)) return ERROR_INVALID_NAME;
     if (const DWORD error = machine().drives.locateStored(path, location)) return error;
-    if (folders && wanted.mustExist && isFolder(location)) return openFolder(location, handle);
+    const auto linkAtEnd =
+        (flags & FILE_FLAG_OPEN_REPARSE_POINT) != 0 ? LinkAtEnd::IsMeant : LinkAtEnd::LeadsOn;
+    if ((flags & FILE_FLAG_BACKUP_SEMANTICS) != 0 && wanted.mustExist && isFolder(location))
+        return openFolder(location, linkAtEnd, handle);
     if (path.ends_with('\\') || path.ends_with('/')) {
         const bool isFolder = location.volume->find(location.all(), nullptr) == 0;
         return isFolder ? ERROR_PATH_NOT_FOUND : ERROR_FILE_NOT_FOUND;
@@ -126,9 +129,10 @@ DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD dispositi
         return error;
     if (wanted.empties && existed) (void)object.file->truncate(0);
     object.path = location.text();
-    object.truePath = truePath(location);
+    object.truePath = truePath(location, LinkAtEnd::IsMeant);
     if (!existed || wanted.empties) {
-        machine().events.record({EventKind::FileMade, object.path, existed ? "geleert" : "", 0, 0});
+        machine().events.record(
+            {EventKind::FileMade, ansiFromStored(object.path), existed ? "geleert" : "", 0, 0});
     }
     object.access = access;
     object.share = share;
@@ -148,9 +152,8 @@ HANDLE createFile(Text path, DWORD access, DWORD share, DWORD disposition, DWORD
     if (failsHere("CreateFileA")) return INVALID_HANDLE_VALUE;
     HANDLE handle = INVALID_HANDLE_VALUE;
     bool existed = false;
-    const bool folders = (attributes & FILE_FLAG_BACKUP_SEMANTICS) != 0;
     const DWORD error =
-        openFile(StoredText(path).view(), access, share, disposition, folders, handle, existed);
+        openFile(StoredText(path).view(), access, share, disposition, attributes, handle, existed);
     if (error != 0) {
         SetLastError(error);
         return INVALID_HANDLE_VALUE;
@@ -194,8 +197,11 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLA
     if (const DWORD error = object->file->write(object->position, bytes, size)) return failed(error);
     object->position += size;
     if (written != nullptr) *written = size;
-    machine().events.record(
-        {EventKind::FileWritten, object->path, {static_cast<const char*>(bytes), size}, size, 0});
+    machine().events.record({EventKind::FileWritten,
+                             ansiFromStored(object->path),
+                             {static_cast<const char*>(bytes), size},
+                             size,
+                             0});
     return TRUE;
 }
 
@@ -256,7 +262,7 @@ HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style) {
     const DWORD disposition = (style & OF_CREATE) != 0 ? CREATE_ALWAYS : OPEN_EXISTING;
     const StoredText stored(path);
     const DWORD error = openFile(stored.view(), kAccess[style & 3], FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                 disposition, false, handle, existed);
+                                 disposition, 0, handle, existed);
     *opened = {};
     opened->cBytes = sizeof(OFSTRUCT);
     opened->nErrCode = static_cast<WORD>(error);

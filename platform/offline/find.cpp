@@ -1,8 +1,7 @@
 // FindFirstFileA and its followers.
 #include <algorithm>
-#include <cstring>
+#include <iterator>
 
-#include "platform/offline/code_page.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
@@ -27,25 +26,34 @@ void copyName(std::basic_string_view<Char> name, Char (&buffer)[Size]) {
     buffer[name.copy(buffer, Size - 1)] = Char{};
 }
 
-void fillNames(WIN32_FIND_DATAA& data, const FileInfo& info) {
-    copyName(AnsiText(info.name).view(), data.cFileName);
+// False for a name that takes more bytes than the record holds, as it can with several bytes a character.
+bool fillNames(WIN32_FIND_DATAA& data, const FileInfo& info) {
+    const AnsiText name(info.name);
+    copyName(name.view(), data.cFileName);
     copyName(AnsiText(info.shortName).view(), data.cAlternateFileName);
+    return name.view().size() < std::size(data.cFileName);
 }
 
-void fillNames(WIN32_FIND_DATAW& data, const FileInfo& info) {
+bool fillNames(WIN32_FIND_DATAW& data, const FileInfo& info) {
     copyName<WCHAR>(wideFromStored(info.name), data.cFileName);
     copyName<WCHAR>(wideFromStored(info.shortName), data.cAlternateFileName);
+    return true;
 }
 
+// False and the last error where the name doesn't fit.
 template <class Data>
-void fill(Data& data, const FileInfo& info) {
+bool fill(Data& data, const FileInfo& info) {
     const FILETIME time = toFileTime(info.written);
     data.dwFileAttributes = info.attributes;
     data.ftCreationTime = data.ftLastAccessTime = data.ftLastWriteTime = time;
     data.nFileSizeHigh = static_cast<DWORD>(info.size >> 32);
     data.nFileSizeLow = static_cast<DWORD>(info.size);
-    data.dwReserved0 = data.dwReserved1 = 0;
-    fillNames(data, info);
+    const bool link = (info.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    data.dwReserved0 = link ? IO_REPARSE_TAG_SYMLINK : 0;
+    data.dwReserved1 = 0;
+    const bool fits = fillNames(data, info);
+    if (!fits) SetLastError(ERROR_MORE_DATA);
+    return fits;
 }
 
 HANDLE fail(DWORD error) {
@@ -61,8 +69,7 @@ HANDLE findOne(std::string_view path, Data& data) {
     // A root has no entry of its own that could be found.
     if (location.count == 0) return fail(ERROR_FILE_NOT_FOUND);
     if (const DWORD error = location.volume->find(location.all(), &info)) return fail(error);
-    fill(data, info);
-    return searches().open({});
+    return fill(data, info) ? searches().open({}) : INVALID_HANDLE_VALUE;
 }
 
 template <class Data>
@@ -75,23 +82,23 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     const DWORD error = location.volume->list(location.all(), search.entries);
     if (error != 0) return fail(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
     std::erase_if(search.entries, [mask](const FileInfo& info) {
-        return !matchesMask(mask, info.name) &&
-               (info.shortName.empty() || !matchesMask(mask, info.shortName));
+        return !matchesStoredMask(mask, info.name) &&
+               (info.shortName.empty() || !matchesStoredMask(mask, info.shortName));
     });
     std::sort(search.entries.begin(), search.entries.end(), [](const FileInfo& left, const FileInfo& right) {
-        return compareNoCase(left.name, right.name) < 0;
+        return compareStored(left.name, right.name) < 0;
     });
     if (location.count > 0) {
         FileInfo self;
         (void)location.volume->find(location.all(), &self);
         for (const char* name : {"..", "."}) {
-            if (!matchesMask(mask, name)) continue;
+            if (!matchesStoredMask(mask, name)) continue;
             self.name = name;
             search.entries.insert(search.entries.begin(), self);
         }
     }
     if (search.entries.empty()) return fail(ERROR_FILE_NOT_FOUND);
-    fill(data, search.entries[0]);
+    if (!fill(data, search.entries[0])) return INVALID_HANDLE_VALUE;
     search.next = 1;
     return searches().open(std::move(search));
 }
@@ -137,8 +144,7 @@ BOOL findNext(HANDLE find, Data& data) {
         SetLastError(ERROR_NO_MORE_FILES);
         return FALSE;
     }
-    fill(data, search->entries[search->next++]);
-    return TRUE;
+    return fill(data, search->entries[search->next++]) ? TRUE : FALSE;
 }
 
 }  // namespace

@@ -1,7 +1,4 @@
 // Folders, attributes and deletion.
-#include <cstring>
-
-#include "platform/offline/code_page.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/handles.h"
 #include "platform/offline/machine.h"
@@ -26,7 +23,7 @@ bool isOpen(const std::string& path) {
     bool open = false;
     kernelObjects().each([&](const KernelObject& object) {
         open = open || (object.file != nullptr && (object.share & FILE_SHARE_DELETE) == 0 &&
-                        equalNoCase(object.path, path));
+                        sameStored(object.path, path));
     });
     return open;
 }
@@ -40,7 +37,7 @@ BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES) {
     if (location.count == 0) return failed(ERROR_ACCESS_DENIED);
     machine().drives.makeOwnFolders(location);
     if (const DWORD error = location.volume->makeFolder(location.all())) return failed(error);
-    machine().events.record({EventKind::FolderMade, location.text(), "", 0, 0});
+    machine().events.record({EventKind::FolderMade, ansiFromStored(location.text()), "", 0, 0});
     return TRUE;
 }
 
@@ -53,7 +50,7 @@ BOOL RemoveDirectoryA(LPCSTR path) {
     if (const DWORD error = location.volume->find(location.all(), &info)) return failed(error);
     if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return failed(ERROR_DIRECTORY);
     if (const DWORD error = location.volume->remove(location.all())) return failed(error);
-    machine().events.record({EventKind::FolderDeleted, location.text(), "", 0, 0});
+    machine().events.record({EventKind::FolderDeleted, ansiFromStored(location.text()), "", 0, 0});
     return TRUE;
 }
 
@@ -68,7 +65,7 @@ BOOL DeleteFileA(LPCSTR path) {
     if ((info.attributes & kRefused) != 0) return failed(ERROR_ACCESS_DENIED);
     if (isOpen(location.text())) return failed(ERROR_SHARING_VIOLATION);
     if (const DWORD error = location.volume->remove(location.all())) return failed(error);
-    machine().events.record({EventKind::FileDeleted, location.text(), "", 0, 0});
+    machine().events.record({EventKind::FileDeleted, ansiFromStored(location.text()), "", 0, 0});
     return TRUE;
 }
 
@@ -85,7 +82,8 @@ BOOL MoveFileA(LPCSTR from, LPCSTR to) {
     if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return failed(ERROR_ACCESS_DENIED);
     if (isOpen(source.text())) return failed(ERROR_SHARING_VIOLATION);
     if (const DWORD error = source.volume->move(source.all(), target.all())) return failed(error);
-    machine().events.record({EventKind::FileMoved, target.text(), source.text(), 0, 0});
+    machine().events.record(
+        {EventKind::FileMoved, ansiFromStored(target.text()), ansiFromStored(source.text()), 0, 0});
     return TRUE;
 }
 
@@ -112,10 +110,7 @@ BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
 
 DWORD GetCurrentDirectoryA(DWORD size, LPSTR buffer) {
     if (failsHere("GetCurrentDirectoryA")) return 0;
-    const std::string& current = machine().drives.currentDirectory;
-    if (size <= current.size()) return static_cast<DWORD>(current.size() + 1);
-    std::memcpy(buffer, current.c_str(), current.size() + 1);
-    return static_cast<DWORD>(current.size());
+    return answerLength(AnsiText(machine().drives.currentDirectory).view(), buffer, size);
 }
 
 BOOL SetCurrentDirectoryA(LPCSTR path) {

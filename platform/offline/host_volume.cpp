@@ -3,11 +3,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <optional>
+#include <cstdlib>
+#include <map>
 
 #include "platform/offline/clock.h"
-#include "platform/offline/code_page.h"
+#include "platform/offline/code_pages.h"
+#include "platform/offline/drives.h"
+#include "platform/offline/short_names.h"
+#include "platform/offline/stored_text.h"
 #include "platform/offline/volume.h"
 
 namespace bromvale::offline {
@@ -43,43 +48,59 @@ bool isLink(const std::string& path) {
     return ::lstat(path.c_str(), &state) == 0 && S_ISLNK(state.st_mode);
 }
 
+// Of what a link leads to; of the link itself where that is not there.
+bool stateOf(const std::string& path, struct stat& state) {
+    return ::stat(path.c_str(), &state) == 0 || ::lstat(path.c_str(), &state) == 0;
+}
+
+// A dangling link is a file that says that it is a link.
 FileInfo infoOf(std::string name, const struct stat& state) {
-    const DWORD kind = isFolder(state) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
+    const DWORD dangling = S_ISLNK(state.st_mode) ? FILE_ATTRIBUTE_REPARSE_POINT : 0;
+    const DWORD kind = isFolder(state) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE | dangling;
     const DWORD locked = (state.st_mode & S_IWUSR) == 0 ? FILE_ATTRIBUTE_READONLY : 0;
     const Milliseconds written =
         static_cast<Milliseconds>(state.st_mtim.tv_sec) * 1000 + state.st_mtim.tv_nsec / 1000000 + kUnixEpoch;
-    return {std::move(name), kind | locked, isFolder(state) ? 0 : static_cast<std::uint64_t>(state.st_size),
-            written};
+    const bool sized = S_ISREG(state.st_mode);
+    return {std::move(name), kind | locked, sized ? static_cast<std::uint64_t>(state.st_size) : 0, written};
 }
 
 std::string_view lastName(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-// Six letters or digits that hang on the name, "~1", and an extension that is plain and short enough. Empty
-// where the program reaches the file by its own name.
-std::string shortNameOf(std::string_view name) {
-    const std::string ansi = ansiFromUtf8(name);
-    if (ansi.find_first_of("\\:*?\"<>|") == std::string::npos && utf8FromAnsi(ansi) == name) return {};
-    std::uint32_t hash = 2166136261u;
-    for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+// What Windows allows in no name: on the host it may stand in one, and is told as a character beyond all code
+// pages, as Windows itself does with files of other systems.
+constexpr std::string_view kForbidden = "\\:*?\"<>|";
+constexpr char16_t kForbiddenPlace = 0xF000;
+
+std::string storedOfHost(std::string_view name) {
+    const std::string stored = storedFromUtf8(name);
+    if (name.find_first_of(kForbidden) == std::string_view::npos) return stored;
     std::string result;
-    for (int i = 0; i < 6; ++i, hash >>= 5) result += "ABCDEFGHIJKLMNOPQRSTUVWXYZ234567"[hash & 31u];
-    result += "~1";
-    const std::size_t dot = ansi.rfind('.');
-    const std::string extension = dot == std::string::npos ? std::string() : upper(ansi.substr(dot + 1));
-    const bool plain =
-        extension.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789") == std::string::npos;
-    if (plain && !extension.empty() && extension.size() <= 3) result += "." + extension;
+    for (std::string_view rest = stored; !rest.empty();) {
+        const char16_t unit = takeUnit(rest);
+        const bool forbidden =
+            unit < 0x80 && kForbidden.find(static_cast<char>(unit)) != std::string_view::npos;
+        appendUnit(result, forbidden ? static_cast<char16_t>(kForbiddenPlace + unit) : unit);
+    }
     return result;
 }
 
-// A link to a folder is a folder that says so; one to a file is like the file.
-FileInfo infoAt(const std::string& path, std::string name, const struct stat& state) {
-    FileInfo info = infoOf(std::move(name), state);
-    if (isFolder(state) && isLink(path)) info.attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
-    info.shortName = shortNameOf(lastName(path));
-    return info;
+std::string hostOfStored(std::string_view stored) {
+    if (isAscii(stored)) return std::string(stored);
+    std::string result;
+    for (std::string_view rest = stored; !rest.empty();) {
+        const char16_t unit = takeUnit(rest);
+        const bool moved = unit > kForbiddenPlace && unit < kForbiddenPlace + 0x80;
+        appendUnit(result, moved ? static_cast<char16_t>(unit - kForbiddenPlace) : unit);
+    }
+    return utf8FromStored(result);
+}
+
+// What the machine calls an entry: the 9x family knows names of its code page only.
+std::string knownName(std::string_view hostName) {
+    std::string stored = storedOfHost(hostName);
+    return textRules().unicode ? stored : withinCodePage(stored);
 }
 
 class HostFile : public OpenedFile {
@@ -136,7 +157,7 @@ class HostFile : public OpenedFile {
 
 class HostVolume : public Volume {
   public:
-    explicit HostVolume(std::string folder) : folder_(std::move(folder)) {
+    HostVolume(const Drives& drives, std::string folder) : drives_(drives), folder_(std::move(folder)) {
         while (folder_.size() > 1 && folder_.back() == '/') folder_.pop_back();
     }
 
@@ -144,7 +165,7 @@ class HostVolume : public Volume {
         std::string path;
         struct stat state {};
         if (const DWORD error = resolve(names, path, state)) return error;
-        if (info != nullptr) *info = infoAt(path, names.empty() ? "" : ansiFromUtf8(lastName(path)), state);
+        if (info != nullptr) *info = infoAt(path, names.empty(), state);
         return 0;
     }
 
@@ -155,8 +176,7 @@ class HostVolume : public Volume {
         if (!isFolder(state)) return ERROR_DIRECTORY;
         eachEntry(path, [&](const std::string& name) {
             const std::string whole = path + "/" + name;
-            if (::stat(whole.c_str(), &state) == 0)
-                entries.push_back(infoAt(whole, ansiFromUtf8(name), state));
+            if (stateOf(whole, state)) entries.push_back(infoAt(whole, false, state));
             return false;
         });
         return 0;
@@ -186,6 +206,9 @@ class HostVolume : public Volume {
         if (error != 0) return error;
         return ::mkdir(path.c_str(), 0777) == 0 ? 0 : lastErrorOf(errno);
     }
+
+    // Links are made on the host itself.
+    DWORD linkFolder(PathNames, std::string_view) override { return ERROR_NOT_SUPPORTED; }
 
     DWORD remove(PathNames names) override {
         std::string path;
@@ -218,7 +241,7 @@ class HostVolume : public Volume {
         const std::string name = freeName(std::string(lastName(path)), [&](const std::string& candidate) {
             return ::lstat((bin + "/" + candidate).c_str(), &state) == 0;
         });
-        stored = ansiFromUtf8(name);
+        stored = knownName(name);
         return ::rename(path.c_str(), (bin + "/" + name).c_str()) == 0 ? 0 : lastErrorOf(errno);
     }
 
@@ -248,10 +271,10 @@ class HostVolume : public Volume {
     }
 
     // The host path of what exists: as the names are written, or found without case folder by folder.
-    DWORD resolve(PathNames names, std::string& path, struct stat& state) const {
+    DWORD resolve(PathNames names, std::string& path, struct stat& state) {
         path = folder_;
-        for (const std::string_view name : names) path.append("/").append(utf8FromAnsi(name));
-        if (::stat(path.c_str(), &state) == 0) return 0;
+        for (const std::string_view name : names) path.append("/").append(hostOfStored(name));
+        if (textRules().unicode && stateOf(path, state)) return 0;
         path = folder_;
         if (::stat(path.c_str(), &state) != 0) return ERROR_PATH_NOT_FOUND;
         for (std::size_t i = 0; i < names.size(); ++i) {
@@ -262,37 +285,74 @@ class HostVolume : public Volume {
         return 0;
     }
 
-    static bool step(std::string& path, std::string_view name, struct stat& state) {
-        std::string next = path + "/" + utf8FromAnsi(name);
-        struct stat found {};
-        if (::stat(next.c_str(), &found) != 0) {
+    bool step(std::string& path, std::string_view name, struct stat& state) {
+        std::string next = path + "/" + hostOfStored(name);
+        if (!stateOf(next, state)) {
+            const auto matches = [&](const std::string& entry) {
+                return sameStored(knownName(entry), name) || (name.find('~') != std::string_view::npos &&
+                                                              sameStored(shortNameOf(path, entry), name));
+            };
             const bool matched = eachEntry(path, [&](const std::string& entry) {
-                if (!equalNoCase(ansiFromUtf8(entry), name) && !equalNoCase(shortNameOf(entry), name))
-                    return false;
+                if (!matches(entry)) return false;
                 next = path + "/" + entry;
-                return ::stat(next.c_str(), &found) == 0;
+                return stateOf(next, state);
             });
             if (!matched) return false;
         }
         path = next;
-        state = found;
         return true;
     }
 
-    DWORD pathOfNew(PathNames names, std::string& path) const {
+    std::string shortNameOf(const std::string& folder, const std::string& entry) {
+        const std::string name = knownName(entry);
+        if (!drives_.shortNames.value_or(!isReachableByAnsi(name))) return {};
+        struct stat state {};
+        return shortNames_[folder].of(name, [&](std::string_view candidate) {
+            return ::lstat((folder + "/" + std::string(candidate)).c_str(), &state) == 0;
+        });
+    }
+
+    // A link to a folder is a folder that says so; one to a file is like the file.
+    FileInfo infoAt(const std::string& path, bool root, const struct stat& state) {
+        const std::size_t slash = path.rfind('/');
+        const std::string name = path.substr(slash + 1);
+        FileInfo info = infoOf(root ? std::string() : knownName(name), state);
+        if (root) return info;
+        info.shortName = shortNameOf(path.substr(0, slash), name);
+        if (isFolder(state) && isLink(path)) {
+            info.attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
+            info.target = targetOf(path);
+        }
+        return info;
+    }
+
+    // What lies on none of the machine's drives is told as a share that the machine doesn't have.
+    [[nodiscard]] std::string targetOf(const std::string& path) const {
+        const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.c_str(), nullptr), std::free);
+        if (real == nullptr) return {};
+        std::string target = drives_.pathOfHost(real.get());
+        if (!target.empty()) return target;
+        target = "\\\\host" + storedFromUtf8(real.get());
+        std::replace(target.begin() + 2, target.end(), '/', '\\');
+        return target;
+    }
+
+    DWORD pathOfNew(PathNames names, std::string& path) {
         struct stat state {};
         if (const DWORD error = resolve(names.first(names.size() - 1), path, state)) return error;
-        path.append("/").append(utf8FromAnsi(names.back()));
+        path.append("/").append(hostOfStored(names.back()));
         return 0;
     }
 
+    const Drives& drives_;
     std::string folder_;
+    std::map<std::string, ShortNames> shortNames_;  // by the host's folder
 };
 
 }  // namespace
 
-std::unique_ptr<Volume> makeHostVolume(std::string folder) {
-    return std::make_unique<HostVolume>(std::move(folder));
+std::unique_ptr<Volume> makeHostVolume(const Drives& drives, std::string folder) {
+    return std::make_unique<HostVolume>(drives, std::move(folder));
 }
 
 }  // namespace bromvale::offline

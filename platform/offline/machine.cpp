@@ -5,6 +5,7 @@
 
 #include "platform/offline/code_page.h"
 #include "platform/offline/files_api.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
@@ -66,13 +67,22 @@ std::string Machine::systemFolder() const {
 void Machine::setOs(const OsVersion& os) {
     os_ = os;
     registry.setNtFamily(os.isNt());
+    textRules().unicode = os.isNt();
     prepareFolders();
 }
 
+std::string Machine::appPath() const {
+    return ansiFromStored(appPath_);
+}
+
 void Machine::setAppPath(std::string_view path) {
-    while (path.size() > 3 && path.back() == '\\') path.remove_suffix(1);
-    appPath_ = path;
-    if (path.size() > 1 && path[1] == ':' && !drives.has(path[0])) drives.addMemory(path[0]);
+    setAppPath(utf16FromAnsi(path));
+}
+
+void Machine::setAppPath(std::u16string_view path) {
+    appPath_ = StoredText(path).view();
+    while (appPath_.size() > 3 && appPath_.back() == '\\') appPath_.pop_back();
+    if (appPath_.size() > 1 && appPath_[1] == ':' && !drives.has(appPath_[0])) drives.addMemory(appPath_[0]);
     drives.currentDirectory = appPath_;
     prepareFolders();
 }
@@ -81,7 +91,8 @@ void Machine::prepareFolders() {
     drives.ownFolders = {windowsFolder(), systemFolder(), tempFolder(), programFiles(), appPath_};
     for (const std::string& folder : drives.ownFolders) {
         Location location;
-        if (drives.locate(folder, location) == 0 && !location.onHost) drives.makeFolder(folder);
+        if (drives.locateStored(folder, location) == 0 && !location.onHost)
+            drives.makeFolder(wideFromStored(folder));
     }
 }
 

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "platform/offline/clock.h"
+#include "platform/offline/code_pages.h"
 #include "platform/offline/drives.h"
 #include "platform/offline/events.h"
 #include "platform/offline/faults.h"
@@ -76,7 +77,7 @@ class Machine {
     Machine();
 
     // The ANSI code page: 1252, 1250, 932 (a part of it) or 65001.
-    UINT codePage = 1252;
+    UINT& codePage = textRules().codePage;
 
     Clock& clock = currentClock();
     Locale locale = germanLocale();
@@ -113,9 +114,12 @@ class Machine {
 
     [[nodiscard]] const OsVersion& os() const { return os_; }
     void setOs(const OsVersion& os);
-    // Without a trailing backslash; also the current directory.
-    [[nodiscard]] const std::string& appPath() const { return appPath_; }
+    // Without a trailing backslash; also the current directory. Windows-1252, or as it really is.
+    [[nodiscard]] std::string appPath() const;
     void setAppPath(std::string_view path);
+    void setAppPath(std::u16string_view path);
+    // With the program's name, in the stored form of stored_text.h.
+    [[nodiscard]] std::string programPath() const { return appPath_ + "\\" + exeName; }
 
     [[nodiscard]] std::string windowsFolder() const { return "C:\\WINDOWS"; }
     [[nodiscard]] std::string systemFolder() const;
@@ -127,7 +131,7 @@ class Machine {
 
   private:
     OsVersion os_;
-    std::string appPath_ = "C:\\Programme\\Bromvale";
+    std::string appPath_ = "C:\\Programme\\Bromvale";  // in the stored form
 };
 
 Machine& machine();

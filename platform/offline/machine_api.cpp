@@ -42,11 +42,6 @@ DWORD answerCut(std::basic_string_view<Char> text, Char* buffer, DWORD size) {
     return size;
 }
 
-// In the stored form.
-std::string programPath() {
-    return machine().appPath() + "\\" + machine().exeName;
-}
-
 std::string localeText(const bromvale::offline::Locale& locale, LCTYPE type) {
     switch (type) {
         case LOCALE_SLIST: return locale.list;
@@ -135,19 +130,20 @@ BOOL GetVersionExA(LPOSVERSIONINFOA info) {
 
 DWORD GetModuleFileNameA(HMODULE, LPSTR buffer, DWORD size) {
     if (failsHere("GetModuleFileNameA")) return 0;
-    return answerCut(bromvale::offline::AnsiText(programPath()).view(), buffer, size);
+    const std::string path = machine().programPath();
+    return answerCut(bromvale::offline::AnsiText(path).view(), buffer, size);
 }
 
 DWORD GetModuleFileNameW(HMODULE, LPWSTR buffer, DWORD size) {
     if (bromvale::offline::refusesWide() || failsHere("GetModuleFileNameA")) return 0;
-    const std::u16string path = bromvale::offline::wideFromStored(programPath());
+    const std::u16string path = bromvale::offline::wideFromStored(machine().programPath());
     return answerCut<WCHAR>(path, buffer, size);
 }
 
 LPSTR GetCommandLineA() {
     static std::string line;
-    const std::string program = machine().appPath() + "\\" + machine().exeName;
-    line = "\"" + program + "\"";
+    const std::string program = machine().programPath();
+    line.assign(1, '"').append(bromvale::offline::AnsiText(program).view()).append(1, '"');
     if (!machine().commandLine.empty()) line += " " + machine().commandLine;
     return line.data();
 }

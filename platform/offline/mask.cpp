@@ -1,5 +1,5 @@
-#include "platform/offline/code_page.h"
 #include "platform/offline/drives.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
@@ -8,7 +8,7 @@ namespace {
 // old masks keep their meaning: "*." names without extension, "a?.txt" also "a.txt".
 constexpr char kAny = '*';
 constexpr char kDosStar = '<';  // anything, but not beyond the name's last dot
-constexpr char kDosOne = '>';   // one character, or none before a dot and at the end
+constexpr char kDosOne = '>';   // one unit, or none before a dot and at the end
 constexpr char kDosDot = '"';   // a dot, or none at the end
 
 std::string dosMask(std::string_view mask) {
@@ -29,29 +29,28 @@ bool matches(std::string_view mask, std::string_view name);
 
 bool matchesDosStar(std::string_view mask, std::string_view name) {
     const std::size_t dot = name.rfind('.');
-    const std::size_t most = dot == std::string_view::npos ? name.size() : dot;
-    for (std::size_t taken = 0; taken <= most; ++taken) {
-        if (matches(mask, name.substr(taken))) return true;
+    const std::size_t least = dot == std::string_view::npos ? 0 : name.size() - dot;
+    for (;; (void)takeUnit(name)) {
+        if (matches(mask, name)) return true;
+        if (name.size() == least) return false;
     }
-    return false;
 }
 
 bool matchesAny(std::string_view mask, std::string_view name) {
-    for (std::size_t taken = 0; taken <= name.size(); ++taken) {
-        if (matches(mask, name.substr(taken))) return true;
+    for (;; (void)takeUnit(name)) {
+        if (matches(mask, name)) return true;
+        if (name.empty()) return false;
     }
-    return false;
 }
 
 bool matches(std::string_view mask, std::string_view name) {
     while (!mask.empty()) {
-        const char c = mask.front();
-        mask.remove_prefix(1);
+        const char16_t c = takeUnit(mask);
         switch (c) {
             case kAny: return matchesAny(mask, name);
             case kDosStar: return matchesDosStar(mask, name);
             case kDosOne:
-                if (!name.empty() && name.front() != '.') name.remove_prefix(1);
+                if (!name.empty() && name.front() != '.') (void)takeUnit(name);
                 break;
             case kDosDot:
                 if (name.empty()) break;
@@ -59,8 +58,7 @@ bool matches(std::string_view mask, std::string_view name) {
                 name.remove_prefix(1);
                 break;
             default:
-                if (name.empty() || upper(name.front()) != upper(c)) return false;
-                name.remove_prefix(1);
+                if (name.empty() || upperUnit(takeUnit(name)) != upperUnit(c)) return false;
         }
     }
     return name.empty();
@@ -69,6 +67,10 @@ bool matches(std::string_view mask, std::string_view name) {
 }  // namespace
 
 bool matchesMask(std::string_view mask, std::string_view name) {
+    return matchesStoredMask(storedFromAnsi(mask), storedFromAnsi(name));
+}
+
+bool matchesStoredMask(std::string_view mask, std::string_view name) {
     return matches(dosMask(mask), name);
 }
 

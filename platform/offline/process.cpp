@@ -136,7 +136,7 @@ BOOL ExitWindowsEx(UINT flags, DWORD) {
 HMODULE LoadLibraryA(LPCSTR path) {
     if (failsHere("LoadLibraryA")) return nullptr;
     const std::string inSystem = machine().systemFolder() + "\\" + path;
-    if (!machine().drives.exists(path) && !machine().drives.exists(inSystem)) {
+    if (!machine().drives.exists(wideFromAnsi(path)) && !machine().drives.exists(wideFromAnsi(inSystem))) {
         SetLastError(ERROR_MOD_NOT_FOUND);
         return nullptr;
     }

@@ -4,13 +4,15 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/offline/code_page.h"
+#include "platform/offline/code_pages.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 
 namespace {
 
 constexpr std::size_t kWindow = std::size_t{32} * 1024;
+constexpr std::size_t kDecodedWindow = kWindow / 2 * 3;  // a character of two bytes may need three
 
 const char* findByte(const char* from, const char* to, char byte) {
     if (from == to) return nullptr;
@@ -36,7 +38,7 @@ bool narrowFour(const char* from, char* to) {
 
 }  // namespace
 
-RegFileLines::RegFileLines(Read read) : read_(std::move(read)), raw_(kWindow), text_(kWindow) {
+RegFileLines::RegFileLines(Read read) : read_(std::move(read)), raw_(kWindow), text_(kDecodedWindow) {
     at_ = end_ = searched_ = text_.data();
 }
 
@@ -58,10 +60,10 @@ std::size_t RegFileLines::decode(std::size_t bytes, char* to) {
             from += 8;
             out += 4;
         } else {
-            for (int i = 0; i < 4; ++i, from += 2) *out++ = ansiOf(unitAt(from));
+            for (int i = 0; i < 4; ++i, from += 2) out = putUnit(out, unitAt(from));
         }
     }
-    for (; stop - from >= 2; from += 2) *out++ = ansiOf(unitAt(from));
+    for (; stop - from >= 2; from += 2) out = putUnit(out, unitAt(from));
     oddByte_ = from != stop;
     return static_cast<std::size_t>(out - to);
 }
@@ -72,7 +74,7 @@ bool RegFileLines::refill() {
     const auto left = static_cast<std::size_t>(end_ - at_);
     const auto searched = static_cast<std::size_t>(searched_ - at_);
     std::vector<char> larger;
-    if (left + kWindow > text_.size()) larger.resize((left + kWindow) * 2);
+    if (left + kDecodedWindow > text_.size()) larger.resize((left + kDecodedWindow) * 2);
     char* const front = larger.empty() ? text_.data() : larger.data();
     if (left > 0) std::memmove(front, at_, left);
     if (!larger.empty()) text_ = std::move(larger);
@@ -106,6 +108,10 @@ bool RegFileLines::next(Line& line) {
     if (at_ == end_) return false;
     if (stop == nullptr) stop = end_;
     line.text = {at_, static_cast<std::size_t>(stop - at_)};
+    if (!wide_ && !isAscii(line.text)) {
+        converted_ = storedFromWide(wideFromAnsi(line.text));
+        line.text = converted_;
+    }
     const char* after = stop;
     if (after != end_ && *after++ == '\r' && after != end_ && *after == '\n') ++after;
     line.ending = {stop, static_cast<std::size_t>(after - stop)};

@@ -1,9 +1,11 @@
-// The physical lines of a registry file, in Windows-1252, whatever the file is written in: UTF-16LE with mark
-// or ANSI; CRLF, LF or bare CR. Only a window of the file is in memory.
+// The physical lines of a registry file, in the stored form of stored_text.h, whatever the file is written
+// in: UTF-16LE with mark or the machine's code page; CRLF, LF or bare CR. Only a window of the file is in
+// memory.
 #pragma once
 
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -37,6 +39,7 @@ class RegFileLines {
     Read read_;
     std::vector<char> raw_;
     std::vector<char> text_;
+    std::string converted_;  // the line that next gave, where it was not ASCII in a file that is not UTF-16
     const char* at_ = nullptr;
     const char* end_ = nullptr;
     const char* searched_ = nullptr;  // no LF between at_ and here

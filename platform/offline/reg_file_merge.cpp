@@ -3,12 +3,21 @@
 #include <string>
 #include <vector>
 
+#include "platform/offline/code_pages.h"
 #include "platform/offline/reg_file_reader.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
 
 constexpr std::string_view kLineEnds = "\r\n";
+const std::string kMark = "\xFF\xFE";
+
+// In the stored form, so that no byte of a character is taken for a backslash.
+std::string storedText(std::string_view bytes) {
+    if (bytes.starts_with(kMark)) return storedFromWideBytes(bytes.substr(kMark.size()));
+    return storedFromWide(wideFromAnsi(bytes));
+}
 
 std::vector<std::string> linesOf(std::string_view text) {
     std::vector<std::string> lines;
@@ -56,7 +65,7 @@ class Merge {
         while (!section_.empty()) {
             std::string text = header_;
             for (const std::string& line : section_) text.append("\r\n").append(line);
-            const auto error = loadRegText(text + "\r\n", "", registry_);
+            const auto error = loadRegText(kMark + wideBytesFromStored(text + "\r\n"), "", registry_);
             if (!error) return;
             if (error->line <= 2 || error->line > section_.size() + 1) return;
             section_.erase(section_.begin() + static_cast<std::ptrdiff_t>(error->line - 2));
@@ -72,8 +81,8 @@ class Merge {
 }  // namespace
 
 void mergeRegText(std::string_view bytes, Registry& registry) {
-    if (!loadRegText(bytes, "", registry)) return;  // sound as a whole, which files in UTF-16 always are
-    const std::vector<std::string> lines = linesOf(bytes);
+    if (!loadRegText(bytes, "", registry)) return;
+    const std::vector<std::string> lines = linesOf(storedText(bytes));
     if (lines.empty()) return;
     Merge merge(lines.front(), registry);
     for (std::size_t i = 1; i < lines.size(); ++i) merge.line(withKnownEscapes(lines[i]));

@@ -5,6 +5,8 @@
 
 #include "platform/offline/code_page.h"
 #include "platform/offline/registry.h"
+#include "platform/offline/registry_data.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 
@@ -61,7 +63,7 @@ std::size_t specialAt(std::string_view text) {
 bool holdsLongName(std::string_view path) {
     if (path.size() <= kLongestKeyName) return false;
     for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
-        if (name.size() > kLongestKeyName) return true;
+        if (unitCount(name) > kLongestKeyName) return true;
     }
     return false;
 }
@@ -127,7 +129,7 @@ void RegFileParser::readKey() {
     if (remove) path.remove_prefix(1);
     const std::string_view hiveText = path.substr(0, path.find('\\'));
     const auto hive = hiveByName(hiveText);
-    if (!hive) fail("unknown hive \"" + std::string(hiveText) + "\"");
+    if (!hive) fail("unknown hive \"" + ansiFromStored(hiveText) + "\"");
     path.remove_prefix(hiveText.size());
     if (holdsLongName(path)) fail("a key name is longer than 255 characters");
     inKey_ = true;
@@ -143,7 +145,7 @@ void RegFileParser::readValue() {
     if (!inKey_) fail("a value before the first key");
     std::string_view name;
     if (!take("@")) name = quoted(name_);
-    if (name.size() > kLongestValueName) fail("the value name is longer than 16383 characters");
+    if (unitCount(name) > kLongestValueName) fail("the value name is longer than 16383 characters");
     if (name.data() != name_.data() && !name.empty()) {
         name_.assign(name);  // reading the data may move the line on
         name = name_;
@@ -172,7 +174,7 @@ void RegFileParser::readText(std::string_view name) {
     expectLineEnd("text");
     if (text.data() != data_.data()) data_.assign(text);
     data_ += '\0';
-    actions_.value(name, REG_SZ, data_);
+    actions_.value(name, REG_SZ, StoredData::fromText(data_).view());
 }
 
 // Text between quotes at the front of the rest. It may hold line breaks: the registry editor writes them raw.
@@ -220,7 +222,7 @@ void RegFileParser::readNumber(std::string_view name, std::string_view digits) {
         byte = static_cast<char>(number & 0xFF);
         number >>= 8;
     }
-    actions_.value(name, REG_DWORD, {bytes.data(), bytes.size()});
+    actions_.value(name, REG_DWORD, {{bytes.data(), bytes.size()}});
 }
 
 void RegFileParser::readTypedBytes(std::string_view name) {
@@ -264,9 +266,9 @@ void RegFileParser::readBytes(std::string_view name, std::uint32_t type) {
     }
     expectLineEnd("bytes");
     requireLineBreak();
-    const bool text = type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-    if (text && wideData_) data_ = ansiFromUtf16Bytes(data_);
-    actions_.value(name, type, data_);
+    const StoredData data = wideData_ ? StoredData::fromWindows(type, data_)
+                                      : StoredData::fromAnsi(type, data_, textRules().codePage);
+    actions_.value(name, type, data.view());
 }
 
 bool RegFileParser::take(std::string_view word) {

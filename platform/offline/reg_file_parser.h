@@ -8,17 +8,18 @@
 #include <string_view>
 
 #include "platform/offline/reg_file_lines.h"
+#include "platform/offline/registry_tree.h"
 
 namespace bromvale::offline {
 
-// What a file says, in its order. Names and data are Windows-1252, texts with their NUL.
+// What a file says, in its order. Paths and names are in the stored form of stored_text.h.
 class RegFileActions {
   public:
     virtual ~RegFileActions() = default;
     // `path` is the part behind the hive's name; doubled backslashes count as one.
     virtual void key(std::size_t hive, std::string_view path) = 0;
     virtual void deleteKey(std::size_t hive, std::string_view path) = 0;
-    virtual void value(std::string_view name, std::uint32_t type, std::string_view data) = 0;
+    virtual void value(std::string_view name, std::uint32_t type, const RegistryData& data) = 0;
     virtual void deleteValue(std::string_view name) = 0;
 };
 

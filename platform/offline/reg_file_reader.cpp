@@ -16,7 +16,7 @@ class CheckOnly : public RegFileActions {
   public:
     void key(std::size_t, std::string_view) override {}
     void deleteKey(std::size_t, std::string_view) override {}
-    void value(std::string_view, std::uint32_t, std::string_view) override {}
+    void value(std::string_view, std::uint32_t, const RegistryData&) override {}
     void deleteValue(std::string_view) override {}
 };
 
@@ -30,11 +30,11 @@ class Apply : public RegFileActions {
         key_ = nullptr;
         registry_.deleteKey(hive, path);
     }
-    void value(std::string_view name, std::uint32_t type, std::string_view data) override {
-        if (key_ != nullptr) registry_.tree().setValue(key_, name, type, data);
+    void value(std::string_view name, std::uint32_t type, const RegistryData& data) override {
+        if (key_ != nullptr) registry_.setValue(key_, name, type, data);
     }
     void deleteValue(std::string_view name) override {
-        if (key_ != nullptr) registry_.tree().removeValue(key_, name);
+        if (key_ != nullptr) registry_.deleteValue(key_, name);
     }
 
   private:

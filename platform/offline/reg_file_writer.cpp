@@ -68,17 +68,17 @@ void Writer::hive(const Registry& registry, std::size_t index) {
 void Writer::key(const std::string& path, const RegistryKey& key) {
     const std::u16string wide = wideFromStored(path);
     if (!text_.holdsKey(wide)) {
-        problem_ = "the key name holds a line break or a NUL: " + path;
+        problem_ = "the key name holds a line break or a NUL: " + ansiFromStored(path);
         return;
     }
     text_.key(wide);
     for (std::size_t i = 0; i < key.valueCount(); ++i) {
         const std::u16string name = wideFromStored(key.value(i).name());
         if (name.find(u'\0') != std::u16string::npos) {
-            problem_ = "a value name holds a NUL, in the key " + path;
+            problem_ = "a value name holds a NUL, in the key " + ansiFromStored(path);
             return;
         }
-        text_.value(name, key.value(i).type(), WideData(key.value(i)).view());
+        text_.value(name, key.value(i).type(), GivenData::asWindows(key.value(i)).view());
     }
     if (text_.bytes().size() >= kFlushAt) flush();
 }

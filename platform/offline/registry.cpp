@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/offline/stored_text.h"
+
 namespace bromvale::offline {
 
 namespace {
@@ -40,7 +42,7 @@ std::optional<std::size_t> hiveOf(HKEY handle) {
 
 bool namesFit(std::string_view path) {
     for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
-        if (name.size() > kLongestKeyName) return false;
+        if (unitCount(name) > kLongestKeyName) return false;
     }
     return true;
 }
@@ -48,10 +50,6 @@ bool namesFit(std::string_view path) {
 // Splits a whole path into the hive's index and the rest.
 std::optional<std::size_t> takeHive(std::string_view& path) {
     return hiveByName(nextPathName(path));
-}
-
-RegistryValue copyOf(const RegistryValueNode& node) {
-    return {std::string(node.name()), node.type(), std::string(node.data())};
 }
 
 }  // namespace
@@ -181,6 +179,10 @@ RegistryKey* Registry::findOrMake(HKEY handle, RegistryKey* key, std::string_vie
     return tree_.findOrMake(key, path, created);
 }
 
+std::string Registry::known(std::string_view stored) const {
+    return ntFamily_ ? std::string(stored) : withinCodePage(stored);
+}
+
 // By whole path ----------------------------------------------------------------------------------
 
 RegistryKey* Registry::findBelow(std::size_t hive, std::string_view path) const {
@@ -196,6 +198,8 @@ RegistryKey* Registry::findPath(std::string_view path) const {
 
 RegistryKey* Registry::makeKey(std::size_t hive, std::string_view path) {
     bool created = false;
+    const std::string narrowed = ntFamily_ ? std::string() : withinCodePage(path);
+    if (!ntFamily_) path = narrowed;
     if (hive == kClassesRoot) return findOrMakeClass(path, created);
     return tree_.findOrMake(roots_[hive], path, created);
 }
@@ -205,76 +209,26 @@ RegistryKey* Registry::makePath(std::string_view path) {
     return hive && namesFit(path) ? makeKey(*hive, path) : nullptr;
 }
 
-bool Registry::setDenied(std::string_view path, bool denied) {
-    RegistryKey* key = findPath(path);
-    if (key == nullptr) return false;
-    key->denied = denied;
-    return true;
-}
-
-bool Registry::createKey(std::string_view path) {
-    return makePath(path) != nullptr;
-}
-
-bool Registry::deleteKey(std::string_view path) {
-    const auto hive = takeHive(path);
-    return hive && deleteKey(*hive, path);
-}
-
 bool Registry::deleteKey(std::size_t hive, std::string_view path) {
-    RegistryKey* key = findBelow(hive, path);
+    RegistryKey* key = findBelow(hive, known(path));
     if (key == nullptr || isRoot(key)) return false;
     tree_.remove(key);
     return true;
 }
 
-bool Registry::setValue(std::string_view path, std::string_view name, DWORD type, std::string_view data) {
-    if (name.size() > kLongestValueName) return false;
-    RegistryKey* key = makePath(path);
-    if (key == nullptr) return false;
-    tree_.setValue(key, name, type, data);
-    return true;
-}
-
-bool Registry::setText(std::string_view path, std::string_view name, std::string_view text) {
-    std::string data(text);
-    data += '\0';
-    return setValue(path, name, REG_SZ, data);
-}
-
-bool Registry::setNumber(std::string_view path, std::string_view name, DWORD number) {
-    std::string data;
-    for (int shift = 0; shift < 32; shift += 8) data += static_cast<char>(number >> shift & 0xFF);
-    return setValue(path, name, REG_DWORD, data);
-}
-
-bool Registry::deleteValue(std::string_view path, std::string_view name) {
-    RegistryKey* key = findPath(path);
-    return key != nullptr && tree_.removeValue(key, name);
-}
-
-std::optional<RegistryValue> Registry::value(std::string_view path, std::string_view name) const {
-    const RegistryKey* key = findPath(path);
-    const RegistryValueNode* node = key == nullptr ? nullptr : tree_.value(key, name);
-    if (node == nullptr) return std::nullopt;
-    return copyOf(*node);
-}
-
-std::vector<RegistryValue> Registry::values(std::string_view path) const {
-    std::vector<RegistryValue> result;
-    const RegistryKey* key = findPath(path);
-    for (std::size_t i = 0; key != nullptr && i < key->valueCount(); ++i)
-        result.push_back(copyOf(key->value(i)));
-    return result;
-}
-
-std::vector<std::string> Registry::subKeys(std::string_view path) const {
-    std::vector<std::string> result;
-    RegistryKey* key = findPath(path);
-    for (std::size_t i = 0; key != nullptr && i < key->subKeyCount(); ++i) {
-        result.emplace_back(tree_.subKey(key, i)->name());
+void Registry::setValue(RegistryKey* key, std::string_view name, DWORD type, const RegistryData& data) {
+    if (ntFamily_) {
+        tree_.setValue(key, name, type, data);
+        return;
     }
-    return result;
+    const auto made = RegistryValueNode::make(key, name, type, data);
+    const GivenData ansi = GivenData::asAnsi(*made, textRules().codePage);
+    tree_.setValue(key, withinCodePage(name), type,
+                   StoredData::fromAnsi(type, ansi.view(), textRules().codePage).view());
+}
+
+void Registry::deleteValue(RegistryKey* key, std::string_view name) {
+    tree_.removeValue(key, known(name));
 }
 
 Registry& currentRegistry() {

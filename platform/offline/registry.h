@@ -2,7 +2,9 @@
 // The program reaches it through the functions in registry_api.h; tests and the example machine fill and read
 // it here.
 //
-// All text is Windows-1252. A whole path starts with a hive's name, "HKEY_LOCAL_MACHINE\Software\...".
+// A whole path starts with a hive's name, "HKEY_LOCAL_MACHINE\Software\...". Paths, names and texts come in
+// Windows-1252 or in UTF-16; the tree and what is marked so below has them in the stored form of
+// stored_text.h.
 #pragma once
 
 #include <array>
@@ -15,6 +17,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/offline/registry_data.h"
 #include "platform/offline/registry_tree.h"
 #include "platform/offline/windows_types.h"
 
@@ -23,7 +26,7 @@ namespace bromvale::offline {
 struct RegistryValue {
     std::string name;
     DWORD type = REG_NONE;
-    std::string data;  // as stored: texts with their NUL
+    std::string data;  // texts with their NUL, as the ANSI functions give them under Windows-1252
     bool operator==(const RegistryValue&) const = default;
 };
 
@@ -35,6 +38,7 @@ struct WideRegistryValue {
 };
 
 inline constexpr std::size_t kHiveCount = 7;
+// UTF-16 units.
 inline constexpr std::size_t kLongestKeyName = 255;
 inline constexpr std::size_t kLongestValueName = 16383;
 
@@ -54,6 +58,7 @@ class Registry {
 
     // NT (the default): a key with sub keys is not deleted, access masks count. 9x: the sub tree goes along,
     // and nobody asks for access.
+    // What the 9x family is given is cut down to its code page as it comes in.
     void setNtFamily(bool nt) { ntFamily_ = nt; }
     [[nodiscard]] bool ntFamily() const { return ntFamily_; }
 
@@ -62,12 +67,12 @@ class Registry {
 
     // Opening the key gives ERROR_ACCESS_DENIED from now on; what lies below can still be opened by its path.
     // False when there is no such key.
-    bool deny(std::string_view path) { return setDenied(path, true); }
-    bool allow(std::string_view path) { return setDenied(path, false); }
+    bool deny(std::string_view path);
+    bool allow(std::string_view path);
 
     // By whole path, past all access rules. An unknown hive or a name that is too long makes them return
     // false or nothing. The writers make what is missing of the path.
-    [[nodiscard]] bool exists(std::string_view path) const { return findPath(path) != nullptr; }
+    [[nodiscard]] bool exists(std::string_view path) const;
     bool createKey(std::string_view path);
     // With all below it. A hive itself is emptied of nothing and stays.
     bool deleteKey(std::string_view path);
@@ -80,8 +85,8 @@ class Registry {
     [[nodiscard]] std::vector<std::string> subKeys(std::string_view path) const;
 
     // The same with real names and texts.
-    bool deny(std::u16string_view path) { return setDenied(path, true); }
-    bool allow(std::u16string_view path) { return setDenied(path, false); }
+    bool deny(std::u16string_view path);
+    bool allow(std::u16string_view path);
     [[nodiscard]] bool exists(std::u16string_view path) const;
     bool createKey(std::u16string_view path);
     bool deleteKey(std::u16string_view path);
@@ -99,7 +104,7 @@ class Registry {
     [[nodiscard]] std::size_t keyCount() const { return tree_.keyCount(); }
     [[nodiscard]] std::size_t valueCount() const { return tree_.valueCount(); }
 
-    // For the functions of registry_api.h and the .reg file code ------------------------------------
+    // For the functions of registry_api.h and the .reg file code, in the stored form ----------------
 
     struct Opened {
         RegistryKey* key = nullptr;
@@ -121,6 +126,8 @@ class Registry {
     // By a hive's index and the path below it; names must fit.
     RegistryKey* makeKey(std::size_t hive, std::string_view path);
     bool deleteKey(std::size_t hive, std::string_view path);
+    void setValue(RegistryKey* key, std::string_view name, DWORD type, const RegistryData& data);
+    void deleteValue(RegistryKey* key, std::string_view name);
     // The hive's own root. HKEY_CLASSES_ROOT is a view of other hives and has nothing of its own.
     [[nodiscard]] RegistryKey* root(std::size_t hive) const { return roots_[hive]; }
     [[nodiscard]] bool isRoot(const RegistryKey* key) const;
@@ -132,8 +139,12 @@ class Registry {
     [[nodiscard]] RegistryKey* findBelow(std::size_t hive, std::string_view path) const;
     [[nodiscard]] RegistryKey* findPath(std::string_view path) const;
     RegistryKey* makePath(std::string_view path);
-    bool setDenied(std::string_view path, bool denied);
+    [[nodiscard]] RegistryKey* keyAt(std::u16string_view path) const;
+    [[nodiscard]] const RegistryValueNode* nodeAt(std::u16string_view path, std::u16string_view name) const;
+    bool put(std::u16string_view path, std::u16string_view name, DWORD type, const StoredData& data);
     bool setDenied(std::u16string_view path, bool denied);
+    // What this family knows of a name.
+    [[nodiscard]] std::string known(std::string_view stored) const;
     void makeRoots();
     void dropAll();
 

@@ -15,6 +15,7 @@ using bromvale::offline::recordKeyMade;
 using bromvale::offline::Registry;
 using bromvale::offline::RegistryKey;
 using bromvale::offline::StoredText;
+using bromvale::offline::unitCount;
 
 namespace {
 
@@ -85,6 +86,18 @@ LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, 
     return ERROR_SUCCESS;
 }
 
+// The NT family turns a sub key's text into a buffer of its own that holds 260 characters.
+constexpr std::size_t kLongestAnsiPath = 260;
+
+bool isTooLong(LPCSTR, std::string_view path) {
+    return currentRegistry().ntFamily() && path.size() > kLongestAnsiPath &&
+           unitCount(path) > kLongestAnsiPath;
+}
+
+bool isTooLong(LPCWSTR, std::string_view) {
+    return false;
+}
+
 template <class Text>
 LONG openKeyEx(HKEY key, Text subKey, REGSAM access, PHKEY result) {
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
@@ -92,7 +105,9 @@ LONG openKeyEx(HKEY key, Text subKey, REGSAM access, PHKEY result) {
         if (*fault != ERROR_SUCCESS) *result = nullptr;
         return static_cast<LONG>(*fault);
     }
-    return openKey(key, StoredText(subKey).view(), access, *result);
+    const StoredText path(subKey);
+    if (isTooLong(subKey, path.view())) return ERROR_MORE_DATA;
+    return openKey(key, path.view(), access, *result);
 }
 
 }  // namespace
@@ -107,7 +122,9 @@ LONG RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result) {
         *result = key;
         return ERROR_SUCCESS;
     }
-    return openKey(key, StoredText(subKey).view(), MAXIMUM_ALLOWED, *result);
+    const StoredText path(subKey);
+    if (isTooLong(subKey, path.view())) return ERROR_MORE_DATA;
+    return openKey(key, path.view(), MAXIMUM_ALLOWED, *result);
 }
 
 LONG RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {

@@ -7,13 +7,13 @@
 #include "platform/offline/registry_data.h"
 #include "platform/offline/stored_text.h"
 
-using bromvale::offline::AnsiData;
 using bromvale::offline::AnsiText;
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
+using bromvale::offline::GivenData;
 using bromvale::offline::RegistryKey;
-using bromvale::offline::WideData;
-using bromvale::offline::wideFromStored;
+using bromvale::offline::textRules;
+using bromvale::offline::unitCount;
 
 namespace {
 
@@ -46,13 +46,13 @@ void report(Number* out, std::size_t value) {
 Longest longestOf(RegistryKey* key, const char*) {
     return longestOf(
         key, [](std::string_view name) { return AnsiText(name).view().size(); },
-        [](const auto& value) { return AnsiData(value).view().size(); });
+        [](const auto& value) { return GivenData::asAnsi(value, textRules().codePage).view().size(); });
 }
 
 Longest longestOf(RegistryKey* key, const WCHAR*) {
     return longestOf(
-        key, [](std::string_view name) { return wideFromStored(name).size(); },
-        [](const auto& value) { return WideData(value).view().size(); });
+        key, [](std::string_view name) { return unitCount(name); },
+        [](const auto& value) { return GivenData::asWindows(value).view().size(); });
 }
 
 struct Wanted {

@@ -10,16 +10,18 @@
 #include "platform/offline/registry_events.h"
 #include "platform/offline/stored_text.h"
 
-using bromvale::offline::AnsiData;
 using bromvale::offline::AnsiText;
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
+using bromvale::offline::GivenData;
 using bromvale::offline::isText;
 using bromvale::offline::kLongestValueName;
 using bromvale::offline::RegistryKey;
 using bromvale::offline::RegistryValueNode;
+using bromvale::offline::StoredData;
 using bromvale::offline::StoredText;
-using bromvale::offline::WideData;
+using bromvale::offline::textRules;
+using bromvale::offline::unitCount;
 using bromvale::offline::wideFromStored;
 
 namespace {
@@ -51,11 +53,12 @@ LONG copyData(std::string_view stored, bool text, std::size_t width, LPBYTE data
 }
 
 LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, const char*) {
-    return copyData(AnsiData(value).view(), isText(value.type()), 1, data, dataSize);
+    return copyData(GivenData::asAnsi(value, textRules().codePage).view(), isText(value.type()), 1, data,
+                    dataSize);
 }
 
 LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, const WCHAR*) {
-    return copyData(WideData(value).view(), isText(value.type()), sizeof(WCHAR), data, dataSize);
+    return copyData(GivenData::asWindows(value).view(), isText(value.type()), sizeof(WCHAR), data, dataSize);
 }
 
 // A name that does not fit is cut to the buffer, and the size stays what it was.
@@ -143,14 +146,15 @@ LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD typ
     if (result != ERROR_SUCCESS) return result;
     const StoredText stored(valueName);
     const std::string_view name = stored.view();
-    if (name.size() > kLongestValueName) return ERROR_INVALID_PARAMETER;
+    if (unitCount(name) > kLongestValueName) return ERROR_INVALID_PARAMETER;
     if (dataSize > 0 && data == nullptr) return ERROR_NOACCESS;
     std::size_t size = dataSize;
     // The callers give a text's length without its NUL. Windows looks one byte further and takes the NUL
     // along.
     if (isText(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) ++size;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    currentRegistry().tree().setValue(key, name, type, bytes);
+    currentRegistry().tree().setValue(key, name, type,
+                                      StoredData::fromAnsi(type, bytes, textRules().codePage).view());
     recordValueSet(*key, name, type, bytes);
     return ERROR_SUCCESS;
 }

@@ -1,9 +1,10 @@
-// The data of values as the two families of functions give it.
+// The data of values: from the forms in which callers give it to that of the tree, and back.
 #pragma once
 
 #include <string>
 #include <string_view>
 
+#include "platform/offline/code_pages.h"
 #include "platform/offline/registry_tree.h"
 #include "platform/offline/windows_types.h"
 
@@ -12,32 +13,43 @@ namespace bromvale::offline {
 // REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ: the types that the functions convert.
 [[nodiscard]] bool isText(DWORD type);
 
-// As the ANSI functions give it. Refers to the value where its data needs no conversion.
-class AnsiData {
+// Data on its way into the tree. Refers to what it was made of where that needs no conversion.
+class StoredData {
   public:
-    explicit AnsiData(const RegistryValueNode& value);
-    AnsiData(const AnsiData&) = delete;
-    AnsiData& operator=(const AnsiData&) = delete;
+    // As Windows keeps it: texts in UTF-16LE, of any size.
+    static StoredData fromWindows(DWORD type, std::string_view bytes);
+    // As the ANSI functions take it.
+    static StoredData fromAnsi(DWORD type, std::string_view bytes, UINT codePage);
+    // A text in the stored form, with its NUL.
+    static StoredData fromText(std::string_view stored);
 
-    [[nodiscard]] std::string_view view() const { return view_; }
+    [[nodiscard]] RegistryData view() const {
+        return {converts_ ? std::string_view(converted_) : given_, narrow_};
+    }
 
   private:
+    void takeWide(std::string&& wide);
+
+    std::string_view given_;
     std::string converted_;
-    std::string_view view_;
+    bool converts_ = false;
+    bool narrow_ = false;
 };
 
-// As Windows keeps it: texts in UTF-16LE.
-class WideData {
+// A value's data on its way out: refers to the value where it needs no conversion.
+class GivenData {
   public:
-    explicit WideData(const RegistryValueNode& value);
-    WideData(const WideData&) = delete;
-    WideData& operator=(const WideData&) = delete;
+    // As the ANSI functions give it.
+    static GivenData asAnsi(const RegistryValueNode& value, UINT codePage);
+    // As Windows keeps it.
+    static GivenData asWindows(const RegistryValueNode& value);
 
-    [[nodiscard]] std::string_view view() const { return view_; }
+    [[nodiscard]] std::string_view view() const { return converts_ ? std::string_view(converted_) : given_; }
 
   private:
+    std::string_view given_;
     std::string converted_;
-    std::string_view view_;
+    bool converts_ = false;
 };
 
 }  // namespace bromvale::offline

@@ -1,16 +1,18 @@
 #include "platform/offline/registry_events.h"
 
 #include "platform/offline/machine.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
 
+// Events are told in Windows-1252.
 std::string pathOf(const RegistryKey& key) {
     std::string path(key.name());
     for (const RegistryKey* above = key.owner(); above != nullptr; above = above->owner()) {
         path = std::string(above->name()).append("\\").append(path);
     }
-    return path;
+    return ansiFromStored(path);
 }
 
 std::string quoted(std::string_view text) {
@@ -20,7 +22,7 @@ std::string quoted(std::string_view text) {
 }
 
 std::string nameOf(std::string_view name) {
-    return name.empty() ? "@" : quoted(name);
+    return name.empty() ? "@" : quoted(ansiFromStored(name));
 }
 
 std::string hexOf(std::string_view data) {

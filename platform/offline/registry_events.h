@@ -5,6 +5,7 @@
 
 namespace bromvale::offline {
 
+// `name` is in the stored form, `data` as the program gave it.
 // Tells the machine's events what a registry function has changed, or is about to delete.
 void recordKeyMade(HKEY handle);
 void recordKeyDeleted(const RegistryKey& key);

@@ -1,4 +1,5 @@
-// Hash and equality of registry names without case, fast enough for a path of eight components per call.
+// Hash and equality of registry names (in the stored form) without case, fast enough for a path of eight
+// components per call.
 #pragma once
 
 #include <cstddef>
@@ -6,42 +7,50 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/offline/code_page.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 
-// Drops the bits in which a letter of Windows-1252 and its other case can differ, for eight bytes at once:
-// bit 5 below 80, bits 4 to 6 from 80 on (8A/9A, C0/E0, 9F/FF). Some other pairs fall together too; the
-// comparison tells them apart.
-inline std::uint64_t foldForHash(std::uint64_t bytes) {
-    const std::uint64_t high = bytes & 0x8080808080808080u;
-    return bytes & ~(0x2020202020202020u | (high >> 1) | (high >> 2) | (high >> 3));
-}
+constexpr std::uint64_t kNotAscii = 0x8080808080808080u;
 
+// Drops the bit in which a letter and its other case differ, for eight bytes of ASCII at once. Some other
+// pairs fall together too; the comparison tells them apart.
 inline std::uint64_t hashStep(std::uint64_t hash, std::uint64_t bytes) {
-    hash = (hash ^ foldForHash(bytes)) * 0x9E3779B97F4A7C15u;
+    hash = (hash ^ (bytes & ~std::uint64_t{0x2020202020202020u})) * 0x9E3779B97F4A7C15u;
     return hash ^ (hash >> 29);
 }
 
+// Other texts unit by unit: their capitals may take another number of bytes.
+inline std::uint64_t hashUnits(std::uint64_t hash, std::string_view name) {
+    while (!name.empty()) hash = hashStep(hash, upperUnit(takeUnit(name)));
+    return hash;
+}
+
 inline std::uint32_t nameHash(const void* owner, std::string_view name) {
-    std::uint64_t hash = (reinterpret_cast<std::uintptr_t>(owner) >> 4) * 0xD6E8FEB86659FD93u + name.size();
+    const std::uint64_t start = (reinterpret_cast<std::uintptr_t>(owner) >> 4) * 0xD6E8FEB86659FD93u;
+    std::uint64_t hash = start + name.size();
+    std::uint64_t all = 0;
     const char* at = name.data();
     std::size_t left = name.size();
     std::uint64_t bytes = 0;
     for (; left >= 8; at += 8, left -= 8) {
         std::memcpy(&bytes, at, 8);
+        all |= bytes;
         hash = hashStep(hash, bytes);
     }
     bytes = 0;
     for (std::size_t i = 0; i < left; ++i) bytes = bytes << 8 | static_cast<unsigned char>(at[i]);
     hash = hashStep(hash, bytes);
+    if (((all | bytes) & kNotAscii) != 0) hash = hashUnits(start, name);
     return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
 inline bool sameName(std::string_view left, std::string_view right) {
-    if (left.size() != right.size()) return false;
-    return left.empty() || std::memcmp(left.data(), right.data(), left.size()) == 0 ||
-           equalNoCase(left, right);
+    if (left.size() == right.size() &&
+        (left.empty() || std::memcmp(left.data(), right.data(), left.size()) == 0)) {
+        return true;
+    }
+    return sameStored(left, right);
 }
 
 }  // namespace bromvale::offline

@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/offline/code_page.h"
 #include "platform/offline/registry_name_hash.h"
 
 namespace bromvale::offline {

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kIndexedFrom = 16;
 
 bool nameLess(const RegistryKey* left, const RegistryKey* right) {
-    return compareNoCase(left->name(), right->name()) < 0;
+    return compareStored(left->name(), right->name()) < 0;
 }
 
 void* block(std::size_t header, std::size_t first, std::size_t second = 0) {
@@ -32,16 +32,18 @@ void RegistryValueNode::Free::operator()(RegistryValueNode* node) const {
 }
 
 RegistryValueNode::Pointer RegistryValueNode::make(const RegistryKey* owner, std::string_view name,
-                                                   std::uint32_t type, std::string_view data) {
-    void* memory = block(sizeof(RegistryValueNode), name.size(), data.size());
+                                                   std::uint32_t type, const RegistryData& data) {
+    const std::string_view bytes = data.bytes;
+    void* memory = block(sizeof(RegistryValueNode), name.size(), bytes.size());
     Pointer node(new (memory) RegistryValueNode);
     node->owner_ = owner;
     node->type_ = type;
     node->nameSize_ = static_cast<std::uint32_t>(name.size());
-    node->dataSize_ = static_cast<std::uint32_t>(data.size());
+    node->dataSize_ = static_cast<std::uint32_t>(bytes.size());
+    node->narrow_ = data.narrow;
     char* text = static_cast<char*>(memory) + sizeof(RegistryValueNode);
     copyText(text, name);
-    copyText(text + name.size(), data);
+    copyText(text + name.size(), bytes);
     return node;
 }
 
@@ -88,7 +90,7 @@ RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) 
     const auto& children = key->children_;
     // Registry files add keys in order: a name behind the last one is a new one.
     if (key->sorted_ == children.size() &&
-        (children.empty() || compareNoCase(children.back()->name(), name) < 0)) {
+        (children.empty() || compareStored(children.back()->name(), name) < 0)) {
         return nullptr;
     }
     const std::uint32_t next = key->lastFound_ + 1;
@@ -220,7 +222,7 @@ std::size_t RegistryTree::position(const RegistryKey* key, const RegistryValueNo
 }
 
 void RegistryTree::setValue(RegistryKey* key, std::string_view name, std::uint32_t type,
-                            std::string_view data) {
+                            const RegistryData& data) {
     if (const RegistryValueNode* old = value(key, name)) {
         auto& place = key->values_[position(key, old)];
         auto changed = RegistryValueNode::make(key, old->name(), type, data);

@@ -15,7 +15,15 @@ namespace bromvale::offline {
 
 class RegistryKey;
 
-// A value: header, name and data in one block. Immutable; replacing a value makes a new block.
+// The data of a value. Texts that Windows-1252 holds exactly take one byte a character (`narrow`), which is
+// nearly all of them and half of the memory; everything else is kept as Windows has it.
+struct RegistryData {
+    std::string_view bytes;
+    bool narrow = false;
+};
+
+// A value: header, name (in the stored form of stored_text.h) and data in one block. Immutable; replacing a
+// value makes a new block.
 class RegistryValueNode {
   public:
     struct Free {
@@ -24,11 +32,11 @@ class RegistryValueNode {
     using Pointer = std::unique_ptr<RegistryValueNode, Free>;
 
     static Pointer make(const RegistryKey* owner, std::string_view name, std::uint32_t type,
-                        std::string_view data);
+                        const RegistryData& data);
 
     [[nodiscard]] const RegistryKey* owner() const { return owner_; }
     [[nodiscard]] std::string_view name() const { return {text(), nameSize_}; }
-    [[nodiscard]] std::string_view data() const { return {text() + nameSize_, dataSize_}; }
+    [[nodiscard]] RegistryData data() const { return {{text() + nameSize_, dataSize_}, narrow_}; }
     [[nodiscard]] std::uint32_t type() const { return type_; }
 
   private:
@@ -39,7 +47,9 @@ class RegistryValueNode {
     std::uint32_t type_ = 0;
     std::uint32_t nameSize_ = 0;
     std::uint32_t dataSize_ = 0;
+    bool narrow_ = false;
 };
+static_assert(sizeof(RegistryValueNode) == sizeof(void*) + 16);
 
 // A key with its name behind it in the same block. Only the tree changes its links.
 class RegistryKey {
@@ -97,7 +107,7 @@ class RegistryTree {
 
     [[nodiscard]] const RegistryValueNode* value(const RegistryKey* key, std::string_view name) const;
     // Replacing keeps the value's place and the name that it was made with.
-    void setValue(RegistryKey* key, std::string_view name, std::uint32_t type, std::string_view data);
+    void setValue(RegistryKey* key, std::string_view name, std::uint32_t type, const RegistryData& data);
     bool removeValue(RegistryKey* key, std::string_view name);
 
     [[nodiscard]] std::size_t keyCount() const { return keyCount_; }

@@ -20,7 +20,7 @@ std::string textOf(LPCSTR text) {
 constexpr int kFileNotFound = 2;  // as SHFileOperationA answers
 constexpr int kInvalidFiles = 0x7C;
 
-// All that a folder holds, then the folder itself.
+// All that a folder holds, then the folder itself; of a link what it leads to, as old systems do.
 DWORD removeTree(Volume& volume, std::vector<std::string_view> names) {
     std::vector<FileInfo> entries;
     FileInfo info;
@@ -36,26 +36,27 @@ DWORD removeTree(Volume& volume, std::vector<std::string_view> names) {
     return volume.remove(names);
 }
 
+// `path` is in the stored form.
 int removeOne(const std::string& path, FILEOP_FLAGS flags) {
     auto& drives = machine().drives;
     Location location;
     FileInfo info;
-    if (drives.locate(path, location) != 0 || location.count == 0) return kInvalidFiles;
+    if (drives.locateStored(path, location) != 0 || location.count == 0) return kInvalidFiles;
     if (location.volume->find(location.all(), &info) != 0) return kFileNotFound;
     const bool toBin = (flags & FOF_ALLOWUNDO) != 0 && location.root[0] != '\0';
     std::string stored;
     const DWORD error = toBin ? location.volume->recycle(location.all(), stored)
                               : removeTree(*location.volume, {location.all().begin(), location.all().end()});
     if (error != 0) return static_cast<int>(error);
-    const std::string full = location.text();
-    if (toBin) drives.recycled.push_back({full, stored});
+    const std::string full = ansiFromStored(location.text());
+    if (toBin) drives.recycled.push_back({full, ansiFromStored(stored)});
     const bool folder = (info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
     machine().events.record(
         {folder ? EventKind::FolderDeleted : EventKind::FileDeleted, full, toBin ? "Papierkorb" : "", 0, 0});
     return 0;
 }
 
-// Whole paths of what one name of pFrom stands for.
+// Whole paths of what one name of pFrom stands for, all in the stored form.
 std::vector<std::string> expand(const std::string& name, FILEOP_FLAGS flags) {
     const std::size_t slash = name.find_last_of("\\/");
     const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
@@ -64,12 +65,12 @@ std::vector<std::string> expand(const std::string& name, FILEOP_FLAGS flags) {
     std::vector<FileInfo> entries;
     Location folder;
     const std::string above = start == 0 ? "." : name.substr(0, start);
-    if (machine().drives.locate(above, folder) != 0 || folder.volume->list(folder.all(), entries) != 0)
+    if (machine().drives.locateStored(above, folder) != 0 || folder.volume->list(folder.all(), entries) != 0)
         return {};
     for (const FileInfo& entry : entries) {
         const bool isFolder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         if (isFolder && (flags & FOF_FILESONLY) != 0) continue;
-        if (matchesMask(std::string_view(name).substr(start), entry.name))
+        if (matchesStoredMask(std::string_view(name).substr(start), entry.name))
             paths.push_back(name.substr(0, start) + entry.name);
     }
     return paths;
@@ -80,7 +81,8 @@ std::vector<std::string> expand(const std::string& name, FILEOP_FLAGS flags) {
 void actOn(const std::string& path, std::string_view verb) {
     const bool regFile = path.size() > 4 && equalNoCase(path.substr(path.size() - 4), ".reg");
     if (!regFile || !equalNoCase(verb, "open")) return;
-    if (const auto bytes = machine().drives.readFile(path)) mergeRegText(*bytes, machine().registry);
+    if (const auto bytes = machine().drives.readFile(wideFromAnsi(path)))
+        mergeRegText(*bytes, machine().registry);
 }
 
 std::string trayTip(const NOTIFYICONDATAA& data) {
@@ -95,7 +97,7 @@ HINSTANCE ShellExecuteA(HWND, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCST
     if (const auto fault = machine().faults.at("ShellExecuteA")) {
         result = *fault;
     } else if (const std::string path = textOf(file);
-               path.find("://") == std::string::npos && !machine().drives.exists(path)) {
+               path.find("://") == std::string::npos && !machine().drives.exists(wideFromAnsi(path))) {
         result = SE_ERR_FNF;
     }
     machine().events.record({EventKind::ShellExecute, textOf(file), textOf(verb),
@@ -112,7 +114,8 @@ int SHFileOperationA(LPSHFILEOPSTRUCTA operation) {
     if (operation->wFunc != FO_DELETE || operation->pFrom == nullptr) return ERROR_INVALID_PARAMETER;
     int result = 0;
     for (const char* name = operation->pFrom; *name != '\0'; name += std::strlen(name) + 1) {
-        const std::vector<std::string> paths = expand(name, operation->fFlags);
+        const std::vector<std::string> paths =
+            expand(std::string(StoredText(name).view()), operation->fFlags);
         if (paths.empty()) result = kFileNotFound;
         for (const std::string& path : paths) {
             if (const int error = removeOne(path, operation->fFlags)) result = error;

@@ -9,37 +9,61 @@
 namespace bromvale::offline {
 namespace {
 
-// The path with each name replaced by what `choose` takes of its entry.
-template <class Choose>
-std::string withNames(const Location& location, const Choose& choose) {
+constexpr int kMostLinks = 16;
+constexpr std::string_view kLiteralPath = "\\\\?\\";
+
+std::string followed(const Location& location, LinkAtEnd linkAtEnd, int links);
+
+std::string followed(std::string_view path, LinkAtEnd linkAtEnd, int links) {
+    Location location;
+    if (links == kMostLinks) return {};
+    const DWORD error = machine().drives.locateStored(path, location);
+    // Off the machine's drives a link's target is known by name only.
+    if (error != 0) return path.starts_with("\\\\") ? std::string(path) : std::string();
+    return followed(location, linkAtEnd, links);
+}
+
+// The path beyond the link that the first `count` names lead to.
+std::string beyondLink(const Location& location, std::size_t count, const std::string& target) {
+    std::string path = target;
+    for (std::size_t i = count; i < location.count; ++i) path.append("\\").append(location.names[i]);
+    return path;
+}
+
+std::string followed(const Location& location, LinkAtEnd linkAtEnd, int links) {
     std::string text = location.rootText();
     for (std::size_t i = 0; i < location.count; ++i) {
         FileInfo info;
-        const bool found = location.volume->find(location.all().first(i + 1), &info) == 0;
-        text.append("\\").append(found ? choose(info) : std::string(location.names[i]));
+        if (location.volume->find(location.all().first(i + 1), &info) != 0) return {};
+        const bool follows = i + 1 < location.count || linkAtEnd == LinkAtEnd::LeadsOn;
+        if (!info.target.empty() && follows)
+            return followed(beyondLink(location, i + 1, info.target), linkAtEnd, links + 1);
+        text.append("\\").append(info.name);
     }
     if (location.count == 0) text += "\\";
     return text;
 }
 
-// 0 and the last error where the path leads nowhere.
+// The path with the short names that there are. False and the last error where it leads nowhere.
 bool shortPathOf(std::string_view path, std::string& text) {
     Location location;
     DWORD error = machine().drives.locateStored(path, location);
-    if (error == 0) error = location.volume->find(location.all(), nullptr);
-    if (error != 0) {
-        SetLastError(error);
-        return false;
+    if (error == 0) text = path.starts_with(kLiteralPath) ? std::string(kLiteralPath) : std::string();
+    if (error == 0) text += location.rootText();
+    for (std::size_t i = 0; i < location.count && error == 0; ++i) {
+        FileInfo info;
+        error = location.volume->find(location.all().first(i + 1), &info);
+        text.append("\\").append(info.shortName.empty() ? info.name : info.shortName);
     }
-    text = withNames(
-        location, [](const FileInfo& info) { return info.shortName.empty() ? info.name : info.shortName; });
-    return true;
+    if (location.count == 0 || path.ends_with('\\')) text += "\\";
+    if (error != 0) SetLastError(error);
+    return error == 0;
 }
 
 }  // namespace
 
-std::string truePath(const Location& location) {
-    return withNames(location, [](const FileInfo& info) { return info.name; });
+std::string truePath(const Location& location, LinkAtEnd linkAtEnd) {
+    return followed(location, linkAtEnd, 0);
 }
 
 }  // namespace bromvale::offline

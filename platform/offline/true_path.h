@@ -5,8 +5,10 @@
 
 namespace bromvale::offline {
 
-// Where a path leads in the end, in the stored form: past all links, with names in their own case and short
-// ones made long. The path itself where nothing is there.
-std::string truePath(const Location& location);
+enum class LinkAtEnd { IsMeant, LeadsOn };
+
+// Where a path leads in the end, in the stored form: past the links on the way, with names in their own case
+// and short ones made long. Empty where nothing is there.
+std::string truePath(const Location& location, LinkAtEnd linkAtEnd);
 
 }  // namespace bromvale::offline

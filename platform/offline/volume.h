@@ -12,7 +12,9 @@
 
 namespace bromvale::offline {
 
-// Names from a volume's root on; empty for the root itself.
+class Drives;
+
+// Names from a volume's root on, in the stored form of stored_text.h; empty for the root itself.
 using PathNames = std::span<const std::string_view>;
 
 struct FileInfo {
@@ -20,7 +22,8 @@ struct FileInfo {
     DWORD attributes = 0;
     std::uint64_t size = 0;
     Milliseconds written = 0;  // universal time
-    std::string shortName{};   // empty where `name` leads to the file
+    std::string shortName{};   // empty where there is none
+    std::string target{};      // of a link to a folder: the path that it leads to
 };
 
 // An opened file. Results are last-error numbers, 0 for success.
@@ -35,8 +38,9 @@ class OpenedFile {
     virtual void setWritten(Milliseconds time) = 0;
 };
 
-// A tree of files: a drive or a network share. Names match without case, short names like the others. All
-// results are last-error numbers.
+// A tree of files: a drive or a network share. Names match without case, short names like the others. A link
+// on the way is followed, one at a path's end is the entry itself, but for `list`. All results are last-error
+// numbers.
 class Volume {
   public:
     virtual ~Volume() = default;
@@ -49,7 +53,9 @@ class Volume {
     // Opens what exists, or makes an empty file.
     virtual DWORD open(PathNames names, bool create, std::unique_ptr<OpenedFile>& file) = 0;
     virtual DWORD makeFolder(PathNames names) = 0;
-    // A folder must be empty.
+    // A folder that is a link to another one; `target` is a whole path.
+    virtual DWORD linkFolder(PathNames names, std::string_view target) = 0;
+    // A folder must be empty; a link goes, and what it leads to stays.
     virtual DWORD remove(PathNames names) = 0;
     // A file, to a name that must be free.
     virtual DWORD move(PathNames from, PathNames to) = 0;
@@ -58,12 +64,12 @@ class Volume {
     virtual DWORD setAttributes(PathNames names, DWORD attributes) = 0;
 };
 
-// Keeps no short names.
-std::unique_ptr<Volume> makeMemoryVolume();
+// Keeps short names where Drives::shortNames says so.
+std::unique_ptr<Volume> makeMemoryVolume(const Drives& drives);
 // `folder` is a path of the host, UTF-8. Its recycle bin is the folder beside it with ".Papierkorb" behind
-// its name, made when something goes there. What is named in other characters than Windows-1252 has a short
-// name, too.
-std::unique_ptr<Volume> makeHostVolume(std::string folder);
+// its name, made when something goes there. Until Drives::shortNames says otherwise, what an ANSI path can't
+// name has a short name.
+std::unique_ptr<Volume> makeHostVolume(const Drives& drives, std::string folder);
 
 // "name", "name (2)", ... : the first that `taken` does not know.
 template <class Taken>

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/offline/code_page.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
@@ -27,7 +28,7 @@ TEST(CodePageTest, TheBytesWithoutACharacterStandForTheirOwnNumber) {
 
 TEST(CodePageTest, WhatTheCodePageLacksBecomesAQuestionMark) {
     EXPECT_EQ("a?b", ansiFromUtf16(u"a\u0416b"));
-    EXPECT_EQ("A?", ansiFromUtf16(u"A\uFF21")) << "no best fit";
+    EXPECT_EQ("AA", ansiFromUtf16(u"A\uFF21")) << "the nearest letter";
     EXPECT_EQ("?", ansiFromUtf16(u"\u0080"));
     EXPECT_EQ("??", ansiFromUtf16(u"\U0001F600"));
     EXPECT_EQ("??", ansiFromUtf8("\xF0\x9F\x98\x80"));
@@ -42,16 +43,55 @@ TEST(CodePageTest, UpperAndLowerStayWithinTheCodePage) {
     EXPECT_EQ("größe äöü šœžÿ µƒ÷×", lower("GRÖßE ÄÖÜ ŠŒŽŸ µƒ÷×"));
 }
 
+int compareNoCase(std::u16string_view left, std::u16string_view right) {
+    return compareStored(storedFromWide(left), storedFromWide(right));
+}
+
 TEST(CodePageTest, ComparisonIsByUpperCasedUnicodeUnits) {
-    EXPECT_EQ(0, compareNoCase("Löschen", "LÖSCHEN"));
+    EXPECT_EQ(0, compareNoCase(u"Löschen", u"LÖSCHEN"));
     EXPECT_TRUE(equalNoCase("ÿ", "Ÿ"));
     EXPECT_FALSE(equalNoCase("ß", "SS"));
-    EXPECT_LT(compareNoCase("a", "B"), 0);
-    EXPECT_LT(compareNoCase("Z", "_"), 0);
-    EXPECT_LT(compareNoCase("z", "_"), 0);
-    EXPECT_LT(compareNoCase("ab", "abc"), 0);
-    EXPECT_LT(compareNoCase("Ä", "Ÿ"), 0) << "U+00C4 before U+0178";
-    EXPECT_GT(compareNoCase("€", "ÿ"), 0) << "U+20AC behind U+0178";
+    EXPECT_LT(compareNoCase(u"a", u"B"), 0);
+    EXPECT_LT(compareNoCase(u"Z", u"_"), 0);
+    EXPECT_LT(compareNoCase(u"z", u"_"), 0);
+    EXPECT_LT(compareNoCase(u"ab", u"abc"), 0);
+    EXPECT_LT(compareNoCase(u"Ä", u"Ÿ"), 0) << "U+00C4 before U+0178";
+    EXPECT_GT(compareNoCase(u"€", u"ÿ"), 0) << "U+20AC behind U+0178";
+    EXPECT_LT(compareNoCase(u"\U0001F600", u"\uFF21"), 0) << "half a pair before the full width letters";
+}
+
+TEST(CodePageTest, CaseIsThatOfWindowsBeyondTheCodePage) {
+    struct Row {
+        const char16_t* small;
+        const char16_t* capital;
+    };
+    for (const Row& row :
+         {Row{u"łąžőﬀ", u"ŁĄŽŐﬀ"}, Row{u"αω", u"ΑΩ"}, Row{u"пётр", u"ПЁТР"}, Row{u"աֆ", u"ԱՖ"},
+          Row{u"ａｚ", u"ＡＺ"}, Row{u"ễ", u"Ễ"}, Row{u"ƒ", u"Ƒ"}, Row{u"ⱥ", u"Ⱥ"}}) {
+        EXPECT_EQ(storedFromWide(row.capital), upperStored(storedFromWide(row.small)));
+        EXPECT_EQ(0, compareNoCase(row.small, row.capital));
+    }
+    EXPECT_NE(0, compareNoCase(u"\u0131", u"I")) << "the dotless i has no capital of its own";
+    EXPECT_NE(0, compareNoCase(u"\u00DF", u"\u1E9E"));
+}
+
+TEST(CodePageTest, StoredTextsKeepEveryUnit) {
+    std::u16string all;
+    for (unsigned unit = 1; unit < 0x10000; ++unit) all += static_cast<char16_t>(unit);
+    EXPECT_EQ(all, wideFromStored(storedFromWide(all)));
+    EXPECT_EQ(all.size(), unitCount(storedFromWide(all)));
+    EXPECT_EQ(storedFromWide(all), storedFromWideBytes(wideBytesFromStored(storedFromWide(all))));
+}
+
+TEST(CodePageTest, NamesOfTheHostComeBackWhateverTheirBytesAre) {
+    for (const char* name : {"a.txt",
+                             "Zdj\xC4\x99"
+                             "cia",
+                             "\xF0\x9F\x98\x80", "x\xFFy", "\xC0\x80", "\xC3", "\xED\xA0\x80"}) {
+        EXPECT_EQ(name, utf8FromStored(storedFromUtf8(name)));
+    }
+    EXPECT_EQ(u"Zdj\u0119cia", wideFromStored(storedFromUtf8("Zdj\xC4\x99"
+                                                             "cia")));
 }
 
 }  // namespace

@@ -21,7 +21,10 @@ TEST_F(SizeTest, ThousandsOfNestedLevelsAreMadeOpenedAndDeleted) {
     const std::string path = nestedPath(5000);
     ASSERT_TRUE(registry().setText(path, "v", "deep"));
     EXPECT_EQ(5000u, registry().keyCount());
-    HKEY key = openedKey(HKEY_CURRENT_USER, path.c_str() + std::string_view("HKEY_CURRENT_USER\\").size());
+    // The wide function, since the ANSI one takes 260 characters.
+    const std::u16string below(path.begin() + std::string_view("HKEY_CURRENT_USER\\").size(), path.end());
+    HKEY key = nullptr;
+    EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_CURRENT_USER, below.c_str(), 0, KEY_ALL_ACCESS, &key));
     EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key, "v", nullptr, nullptr, nullptr, nullptr));
     registry().setNtFamily(false);
     EXPECT_EQ(ERROR_SUCCESS, RegDeleteKeyA(HKEY_CURRENT_USER, "n"));

@@ -10,6 +10,7 @@
 #include "platform/offline/faults.h"
 #include "platform/offline/registry.h"
 #include "platform/offline/registry_api.h"
+#include "platform/offline/stored_text.h"
 
 namespace bromvale::offline::testing {
 
@@ -26,15 +27,23 @@ inline std::string hexOf(std::string_view bytes) {
     return result;
 }
 
+// In Windows-1252 where that holds the name exactly, else in the stored form.
+inline std::string nameOf(std::string_view stored) {
+    const std::string ansi = ansiFromStored(stored);
+    return storedFromAnsi(ansi) == stored ? ansi : std::string(stored);
+}
+
 inline void dumpBelow(Registry& registry, RegistryKey* key, const std::string& path, std::string& out) {
     for (std::size_t i = 0; i < key->valueCount(); ++i) {
         const auto& value = key->value(i);
-        out += "  " + std::string(value.name()) + "|" + std::to_string(value.type()) + "|" +
-               hexOf(value.data()) + "\n";
+        const RegistryData data = value.data();
+        const bool wide = isText(value.type()) && !data.narrow;
+        out += "  " + nameOf(value.name()) + "|" + std::to_string(value.type()) + "|" +
+               (wide ? "wide " : "") + hexOf(data.bytes) + "\n";
     }
     for (std::size_t i = 0; i < key->subKeyCount(); ++i) {
         RegistryKey* subKey = registry.tree().subKey(key, i);
-        const std::string subPath = path + "\\" + std::string(subKey->name());
+        const std::string subPath = path + "\\" + nameOf(subKey->name());
         out += subPath + "\n";
         dumpBelow(registry, subKey, subPath, out);
     }

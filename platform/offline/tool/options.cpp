@@ -7,6 +7,8 @@
 #include <functional>
 
 #include "platform/offline/code_page.h"
+#include "platform/offline/unit_case.h"
+#include "platform/offline/utf8.h"
 
 namespace bromvale::offline {
 namespace {
@@ -53,9 +55,9 @@ Problem readNow(Options& options, const std::string& text) {
 }
 
 Problem readAppPath(Options& options, const std::string& text) {
-    const std::string path = ansiFromUtf8(text);
-    const bool whole = path.size() >= 3 && upper(path[0]) >= 'A' && upper(path[0]) <= 'Z' && path[1] == ':' &&
-                       path[2] == '\\';
+    const std::u16string path = wideFromUtf8(text).text;
+    const bool whole = path.size() >= 3 && upperUnit(path[0]) >= u'A' && upperUnit(path[0]) <= u'Z' &&
+                       path[1] == u':' && path[2] == u'\\';
     if (!whole) return "'" + text + "' is no whole path; write C:\\Programme\\Bromvale";
     options.appPath = path;
     return {};

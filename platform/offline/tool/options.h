@@ -12,7 +12,7 @@ namespace bromvale::offline {
 struct Options {
     std::vector<std::string> registries;
     std::vector<std::pair<char, std::string>> drives;
-    std::string appPath = "C:\\Programme\\Bromvale";
+    std::u16string appPath = u"C:\\Programme\\Bromvale";
     OsVersion os;
     bool english = false;
     std::optional<SYSTEMTIME> now;
