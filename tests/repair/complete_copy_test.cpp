@@ -31,26 +31,27 @@ class CompleteCopyTest : public RemovalTest {
 
 TEST_F(CompleteCopyTest, HoldsEveryValueWithTypeAndBytes) {
     addKey("A");
-    setRaw(HKEY_LOCAL_MACHINE, kA, "Pfad\\", REG_SZ, "C:\\\"x\"\0"s);
-    setRaw(HKEY_LOCAL_MACHINE, kA, "weit", REG_EXPAND_SZ, "\xE4\0"s);
-    setRaw(HKEY_LOCAL_MACHINE, kA, "leer", REG_SZ, "");
-    setRaw(HKEY_LOCAL_MACHINE, kA, "viele", REG_MULTI_SZ, "a\0b\0\0"s);
-    setRaw(HKEY_LOCAL_MACHINE, kA, "Zahl", REG_DWORD, "\1\2\3\4"s);
-    setRaw(HKEY_LOCAL_MACHINE, kA, "kurz", REG_DWORD, "\1"s);
-    setRaw(HKEY_LOCAL_MACHINE, kA, "nichts", REG_BINARY, "");
+    // In the order of their names, in which Wine tells them.
     setRaw(HKEY_LOCAL_MACHINE, kA, "fremd", 0x80000001u, "\xFF"s);
+    setRaw(HKEY_LOCAL_MACHINE, kA, "kurz", REG_DWORD, "\1"s);
+    setRaw(HKEY_LOCAL_MACHINE, kA, "leer", REG_SZ, "");
+    setRaw(HKEY_LOCAL_MACHINE, kA, "nichts", REG_BINARY, "");
+    setRaw(HKEY_LOCAL_MACHINE, kA, "Pfad\\", REG_SZ, "C:\\\"x\"\0"s);
+    setRaw(HKEY_LOCAL_MACHINE, kA, "viele", REG_MULTI_SZ, "a\0b\0\0"s);
+    setRaw(HKEY_LOCAL_MACHINE, kA, "weit", REG_EXPAND_SZ, "\xE4\0"s);
+    setRaw(HKEY_LOCAL_MACHINE, kA, "Zahl", REG_DWORD, "\1\2\3\4"s);
     form().ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_EQ(completeCopy(), head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n"
                                           u"@=\"Wert A\"\r\n"
-                                          u"\"Pfad\\\\\"=\"C:\\\\\\\"x\\\"\"\r\n"
-                                          u"\"weit\"=hex(2):e4,00,00,00\r\n"
-                                          u"\"leer\"=hex(1):\r\n"
-                                          u"\"viele\"=hex(7):61,00,00,00,62,00,00,00,00,00\r\n"
-                                          u"\"Zahl\"=dword:04030201\r\n"
+                                          u"\"fremd\"=hex(80000001):ff\r\n"
                                           u"\"kurz\"=hex(4):01\r\n"
+                                          u"\"leer\"=hex(1):\r\n"
                                           u"\"nichts\"=hex:\r\n"
-                                          u"\"fremd\"=hex(80000001):ff\r\n"));
+                                          u"\"Pfad\\\\\"=\"C:\\\\\\\"x\\\"\"\r\n"
+                                          u"\"viele\"=hex(7):61,00,00,00,62,00,00,00,00,00\r\n"
+                                          u"\"weit\"=hex(2):e4,00,00,00\r\n"
+                                          u"\"Zahl\"=dword:04030201\r\n"));
     EXPECT_EQ(openFileCount(), 0);
 }
 
