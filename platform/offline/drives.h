@@ -107,7 +107,6 @@ class Drives {
         bool onHost = false;
         std::string hostFolder{};  // its real path
     };
-    DWORD locateReal(std::string_view path, Location& location) const;
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
     std::array<Mounted, 26> drives_;
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
