@@ -35,13 +35,13 @@ class UnicodeRegFileTest : public RegistryTest {
                               ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".reg";
 };
 
-// In the order of the real names, with every kind of text.
+// In the order of the real names, with every kind of text. Half a character stands as bytes.
 constexpr std::u16string_view kFile =
     u"Windows Registry Editor Version 5.00\r\n"
     u"\r\n[HKEY_CURRENT_USER\\A]\r\n"
     u"\"\u0142\"=\"C:\\\\users\\\\\u0141ukasz\\\\srv.exe\"\r\n"
     u"\"l\"=\"Zdj\u0119cia\"\r\n"
-    u"\"\U0001F600\"=\"\u0416\xD83D\"\r\n"
+    u"\"\U0001F600\"=hex(1):16,04,3d,d8,00,00\r\n"
     u"\"weit\"=hex(2):41,01,00,00\r\n"
     u"\"viele\"=hex(7):16,04,00,00,61,00,00,00,00,00\r\n"
     u"\"ungerade\"=hex(1):61,00,62\r\n"
