@@ -1,5 +1,5 @@
 // Stands between the program and the system's functions (the linker wraps their import pointers) and writes
-// down each call, so that bare_calls can make exactly the same ones.
+// down each call, so that bare_calls can make the same ones.
 #include "bench/windows/call_recorder.h"
 
 #include <cstdio>
@@ -65,6 +65,7 @@ using EnumKeyFn = LONG(WINAPI*)(HKEY, DWORD, LPSTR, DWORD);
 using QueryFn = LONG(WINAPI*)(HKEY, LPCSTR, LPDWORD, LPDWORD, LPBYTE, LPDWORD);
 using FindFirstFn = HANDLE(WINAPI*)(LPCSTR, LPWIN32_FIND_DATAA);
 using FindCloseFn = BOOL(WINAPI*)(HANDLE);
+using FindEntryFn = FARPROC(WINAPI*)(HMODULE, LPCSTR);
 using PeekFn = BOOL(WINAPI*)(LPMSG, HWND, UINT, UINT, UINT);
 
 DECLARE(RegOpenKeyA, OpenKeyFn);
@@ -75,6 +76,7 @@ DECLARE(RegEnumKeyA, EnumKeyFn);
 DECLARE(RegQueryValueExA, QueryFn);
 DECLARE(FindFirstFileA, FindFirstFn);
 DECLARE(FindClose, FindCloseFn);
+DECLARE(GetProcAddress, FindEntryFn);
 DECLARE(PeekMessageA, PeekFn);
 
 namespace {
@@ -122,6 +124,51 @@ BOOL WINAPI findClose(HANDLE handle) {
     return REAL(FindClose)(handle);
 }
 
+// The wide functions of the NT family, which the program asks for by name. They are written down as the ANSI
+// functions that they stand for, with the same sizes: those are what a scan is measured against.
+constexpr DWORD kNameSize = 255;
+constexpr DWORD kDataSize = 256;
+decltype(&RegEnumKeyExW) realEnumKeyW = nullptr;
+decltype(&RegEnumValueW) realEnumValueW = nullptr;
+decltype(&RegQueryValueExW) realQueryValueW = nullptr;
+
+LONG WINAPI enumKeyW(HKEY key, DWORD index, LPWSTR name, LPDWORD size, LPDWORD reserved, LPWSTR keyClass,
+                     LPDWORD classSize, PFILETIME written) {
+    put({Call::EnumKey, 0, 0, keyNumber(key), index, kNameSize, 0});
+    return realEnumKeyW(key, index, name, size, reserved, keyClass, classSize, written);
+}
+
+LONG WINAPI enumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
+                       LPBYTE data, LPDWORD dataSize) {
+    put({Call::EnumValue, data != nullptr, 0, keyNumber(key), index, kNameSize, kDataSize});
+    return realEnumValueW(key, index, name, nameSize, reserved, type, data, dataSize);
+}
+
+LONG WINAPI queryValueW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size) {
+    char narrow[4 * kNameSize] = "";
+    WideCharToMultiByte(CP_ACP, 0, name, -1, narrow, sizeof narrow, nullptr, nullptr);
+    put({Call::QueryValue, data != nullptr, 0, keyNumber(key), 0, 0, kDataSize}, narrow);
+    return realQueryValueW(key, name, reserved, type, data, size);
+}
+
+template <class Function>
+bool replaced(LPCSTR name, const char* sought, FARPROC& found, Function& real, Function recorder) {
+    if (std::strcmp(name, sought) != 0) return false;
+    real = reinterpret_cast<Function>(reinterpret_cast<void*>(found));
+    found = reinterpret_cast<FARPROC>(reinterpret_cast<void*>(recorder));
+    return true;
+}
+
+FARPROC WINAPI findEntry(HMODULE module, LPCSTR name) {
+    FARPROC found = REAL(GetProcAddress)(module, name);
+    const bool byNumber = reinterpret_cast<std::uintptr_t>(name) < 0x10000;
+    if (found == nullptr || byNumber) return found;
+    static_cast<void>(replaced(name, "RegEnumKeyExW", found, realEnumKeyW, &enumKeyW) ||
+                      replaced(name, "RegEnumValueW", found, realEnumValueW, &enumValueW) ||
+                      replaced(name, "RegQueryValueExW", found, realQueryValueW, &queryValueW));
+    return found;
+}
+
 BOOL WINAPI peek(LPMSG message, HWND window, UINT first, UINT last, UINT remove) {
     put({Call::Peek, 0, 0, 0, 0, 0, 0});
     return REAL(PeekMessageA)(message, window, first, last, remove);
@@ -138,5 +185,6 @@ EnumKeyFn WRAP(RegEnumKeyA) = enumKey;
 QueryFn WRAP(RegQueryValueExA) = queryValue;
 FindFirstFn WRAP(FindFirstFileA) = findFirst;
 FindCloseFn WRAP(FindClose) = findClose;
+FindEntryFn WRAP(GetProcAddress) = findEntry;
 PeekFn WRAP(PeekMessageA) = peek;
 }
