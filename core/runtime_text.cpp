@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "core/runtime.h"
+#include "platform/machine.h"
 #include "platform/text_case.h"
 
 namespace bromvale {
@@ -8,6 +9,24 @@ namespace {
 
 void mapInPlace(std::string& text, const CaseTable& table) {
     for (char& c : text) c = table[static_cast<unsigned char>(c)];
+}
+
+// Letters beyond ASCII have their partners elsewhere on other code pages: there they stay as they are, since
+// what is lowered may be a path.
+constexpr CaseTable asciiOnly(CaseTable table) {
+    for (std::size_t code = 0x80; code < table.size(); ++code) table[code] = static_cast<char>(code);
+    return table;
+}
+const CaseTable kUpperAscii = asciiOnly(kUpperCase);
+const CaseTable kLowerAscii = asciiOnly(kLowerCase);
+constexpr UINT kWestern = 1252;
+
+const CaseTable& upperTable() {
+    return GetACP() == kWestern ? kUpperCase : kUpperAscii;
+}
+
+const CaseTable& lowerTable() {
+    return GetACP() == kWestern ? kLowerCase : kLowerAscii;
 }
 
 std::size_t checkedLength(std::int64_t length, std::size_t available) {
@@ -57,18 +76,18 @@ std::string Replace(std::string_view text, std::string_view sought, std::string_
 
 std::string LCase(std::string_view text) {
     std::string result(text);
-    mapInPlace(result, kLowerCase);
+    mapInPlace(result, lowerTable());
     return result;
 }
 
 std::string UCase(std::string_view text) {
     std::string result(text);
-    mapInPlace(result, kUpperCase);
+    mapInPlace(result, upperTable());
     return result;
 }
 
 void lowerInPlace(std::string& text) {
-    mapInPlace(text, kLowerCase);
+    mapInPlace(text, lowerTable());
 }
 
 std::string withBackslash(std::string_view folder) {

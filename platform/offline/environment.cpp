@@ -19,8 +19,8 @@ std::optional<std::string> variable(std::string_view name) {
         {"ProgramFiles", own.programFiles()},
         {"TEMP", own.tempFolder()},
         {"TMP", own.tempFolder()},
-        {"USERNAME", own.user},
-        {"COMPUTERNAME", own.computer},
+        {"USERNAME", storedFromAnsi(own.user)},
+        {"COMPUTERNAME", storedFromAnsi(own.computer)},
     };
     for (const auto& [known, value] : variables) {
         if (equalNoCase(known, name)) return value;

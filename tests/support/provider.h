@@ -11,12 +11,12 @@ namespace bromvale::testing {
 void endTest(const std::string& folder);
 
 // Past the code page; all tell whether it worked. The hives of the tests' machine.
-bool makeWideKey(HKEY hive, std::u16string_view path);
-bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text);
-[[nodiscard]] bool wideKeyExists(HKEY hive, std::u16string_view path);
-bool writeWideFile(const std::u16string& path, std::string_view bytes);
-bool makeWideFolder(const std::u16string& path);
-[[nodiscard]] bool wideFileExists(const std::u16string& path);
+bool makeTrueKey(HKEY hive, std::u16string_view path);
+bool setTrueString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text);
+[[nodiscard]] bool trueKeyExists(HKEY hive, std::u16string_view path);
+bool writeTrueFile(const std::u16string& path, std::string_view bytes);
+bool makeTrueFolder(const std::u16string& path);
+[[nodiscard]] bool trueFileExists(const std::u16string& path);
 
 void answerNextBox(int id);
 [[nodiscard]] const std::vector<ShownBox>& shownBoxes();

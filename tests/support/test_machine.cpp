@@ -145,16 +145,16 @@ bool TestMachine::keyExists(HKEY hive, std::string_view path) {
 }
 
 void TestMachine::makeKey(HKEY hive, std::u16string_view path) {
-    ASSERT_TRUE(makeWideKey(hive, path));
+    ASSERT_TRUE(makeTrueKey(hive, path));
 }
 
 void TestMachine::setString(HKEY hive, std::u16string_view path, std::u16string_view name,
                             std::u16string_view text) {
-    ASSERT_TRUE(setWideString(hive, path, name, text));
+    ASSERT_TRUE(setTrueString(hive, path, name, text));
 }
 
 bool TestMachine::keyExists(HKEY hive, std::u16string_view path) {
-    return wideKeyExists(hive, path);
+    return trueKeyExists(hive, path);
 }
 
 std::string TestMachine::stringValue(HKEY hive, std::string_view path, std::string_view name) {
@@ -230,15 +230,15 @@ void TestMachine::makeFolderOnDisk(const std::string& path) {
 }
 
 void TestMachine::writeWholeFile(const std::u16string& path, std::string_view bytes) {
-    ASSERT_TRUE(writeWideFile(path, bytes));
+    ASSERT_TRUE(writeTrueFile(path, bytes));
 }
 
 void TestMachine::makeFolderOnDisk(const std::u16string& path) {
-    ASSERT_TRUE(makeWideFolder(path));
+    ASSERT_TRUE(makeTrueFolder(path));
 }
 
 bool TestMachine::isOnDisk(const std::u16string& path) {
-    return wideFileExists(path);
+    return trueFileExists(path);
 }
 
 std::vector<std::string> TestMachine::filesIn(const std::string& folder, std::string_view pattern) {

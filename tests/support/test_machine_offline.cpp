@@ -14,27 +14,27 @@ std::u16string wholePath(HKEY hive, std::u16string_view path) {
 
 }  // namespace
 
-bool makeWideKey(HKEY hive, std::u16string_view path) {
+bool makeTrueKey(HKEY hive, std::u16string_view path) {
     return offline::machine().registry.createKey(wholePath(hive, path));
 }
 
-bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text) {
+bool setTrueString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text) {
     return offline::machine().registry.setText(wholePath(hive, path), name, text);
 }
 
-bool wideKeyExists(HKEY hive, std::u16string_view path) {
+bool trueKeyExists(HKEY hive, std::u16string_view path) {
     return offline::machine().registry.exists(wholePath(hive, path));
 }
 
-bool writeWideFile(const std::u16string& path, std::string_view bytes) {
+bool writeTrueFile(const std::u16string& path, std::string_view bytes) {
     return offline::machine().drives.writeFile(path, bytes);
 }
 
-bool makeWideFolder(const std::u16string& path) {
+bool makeTrueFolder(const std::u16string& path) {
     return offline::machine().drives.makeFolder(path);
 }
 
-bool wideFileExists(const std::u16string& path) {
+bool trueFileExists(const std::u16string& path) {
     return offline::machine().drives.exists(path);
 }
 

@@ -132,12 +132,12 @@ void endTest(const std::string& folder) {
     deleteFolder(folder);
 }
 
-bool makeWideKey(HKEY hive, std::u16string_view path) {
+bool makeTrueKey(HKEY hive, std::u16string_view path) {
     const HKEY key = createWideKey(hive, path);
     return key != nullptr && RegCloseKey(key) == ERROR_SUCCESS;
 }
 
-bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text) {
+bool setTrueString(HKEY hive, std::u16string_view path, std::u16string_view name, std::u16string_view text) {
     const HKEY key = createWideKey(hive, path);
     if (key == nullptr) return false;
     const std::u16string data(text);
@@ -148,14 +148,14 @@ bool setWideString(HKEY hive, std::u16string_view path, std::u16string_view name
     return status == ERROR_SUCCESS;
 }
 
-bool wideKeyExists(HKEY hive, std::u16string_view path) {
+bool trueKeyExists(HKEY hive, std::u16string_view path) {
     HKEY key = nullptr;
     if (RegOpenKeyExW(hive, wide(std::u16string(path)), 0, KEY_READ, &key) != ERROR_SUCCESS) return false;
     RegCloseKey(key);
     return true;
 }
 
-bool writeWideFile(const std::u16string& path, std::string_view bytes) {
+bool writeTrueFile(const std::u16string& path, std::string_view bytes) {
     const HANDLE file =
         CreateFileW(wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) return false;
@@ -165,11 +165,11 @@ bool writeWideFile(const std::u16string& path, std::string_view bytes) {
     return written == bytes.size();
 }
 
-bool makeWideFolder(const std::u16string& path) {
+bool makeTrueFolder(const std::u16string& path) {
     return CreateDirectoryW(wide(path), nullptr) != 0;
 }
 
-bool wideFileExists(const std::u16string& path) {
+bool trueFileExists(const std::u16string& path) {
     return GetFileAttributesW(wide(path)) != INVALID_FILE_ATTRIBUTES;
 }
 
