@@ -15,6 +15,7 @@ usage() {
   windows    the tests built for Windows, run under Wine; core, scanner and contract as 32-bit programs too
   blackbox   the whole program through its settings alone, under Wine and offline
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
+  long       only where it is named: 20,000 generated machines, and faults everywhere with the log switched on
 
 All tests run in one ctest. One test once more: ctest --test-dir build/all --output-on-failure -R NAME
 EOF
@@ -55,9 +56,11 @@ prepare_windows() { tools windows native; build win64-tests; build win32-tests; 
 prepare_blackbox() { tools windows native; build win64; build win32; build native bromvale-offline; }
 prepare_desktop() { tools windows desktop; build win64; build try; }
 
+prepare_long() { tools native; build native test_proof; build native-asan test_proof; }
+
 chosen=()
 for stage in "$@"; do
-    case " ${stages[*]} " in
+    case " ${stages[*]} long " in
         *" $stage "*) chosen+=("$stage") ;;
         *) usage; [ "$stage" = --help ]; exit ;;
     esac
@@ -65,7 +68,7 @@ done
 [ ${#chosen[@]} != 0 ] || chosen=("${stages[@]}")
 
 mkdir -p build
-for stage in "${stages[@]}"; do
+for stage in "${stages[@]}" long; do
     wanted "$stage" && "prepare_$stage"
 done
 

@@ -67,6 +67,16 @@ bool hasFileForm(std::string_view reference) {
 
 enum class Data { AsItIs, BackslashesDoubled };
 
+// Where a character has several bytes, the second one may look like a backslash: there the doubling comes
+// before the text is made plain. Elsewhere behind it, since a letter may become a backslash.
+std::string dataOf(std::string_view value, Data form) {
+    if (form == Data::AsItIs) return plainText(value);
+    const bool singleBytes = codePageHasSingleBytes();
+    std::string data = singleBytes ? plainText(value) : std::string(value);
+    replaceAll(data, "\\", "\\\\");
+    return singleBytes ? data : plainText(data);
+}
+
 // One row of the list and its log line, then the entry leaves the group.
 void listAndRemove(std::string_view hiveName, int index, Data form) {
     const auto onFailure = reportAndGoOn(kTags);
@@ -76,8 +86,7 @@ void listAndRemove(std::string_view hiveName, int index, Data form) {
         keyLine.append(hiveName).append("\\").append(group.key(index));
         std::string name = plainText(group.name(index));
         if (group.name(index) != "@") name = '"' + name + '"';
-        std::string data = plainText(group.value(index));
-        if (form == Data::BackslashesDoubled) replaceAll(data, "\\", "\\\\");
+        const std::string data = dataOf(group.value(index), form);
         frmMain().lvwRegKeys.add({keyLine, name, data, NumberPart(group.hive(index)).text()}, 1);
     });
     attempt(onFailure, [&] {

@@ -52,8 +52,7 @@ class Drives {
     void remove(char letter);
     [[nodiscard]] bool has(char letter) const;
 
-    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server. Where on a 64-bit
-    // Windows (other_half.h) the path really leads.
+    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server.
     DWORD locate(std::string_view path, Location& location) const;
     DWORD locate(std::u16string_view path, Location& location) const;
     // The same for a path in the stored form, which must outlive `location`.

@@ -16,6 +16,7 @@ class Ground {
     Ground();
 
     void remember();
+    void traceFromNow() { stage_->traceFromNow(); }
     // What is wrong behind the script, and behind a fault in it.
     [[nodiscard]] std::vector<std::string> wrongs(const struct Script& script) const;
 

@@ -28,18 +28,27 @@ System chooseSystem(Random& random) {
     return system;
 }
 
-}  // namespace
-
-Model generate(std::uint64_t seed) {
-    Random random(seed);
+Model generateOn(const System& system, Random& random, std::uint64_t seed) {
     Model model;
     model.seed = seed;
-    model.system = chooseSystem(random);
+    model.system = system;
     model.plan.markedOnly = random.percent(25);
     model.plan.permanent = random.percent(40);
     generateFiles(model, random);
     generateRegistry(model, random);
     return model;
+}
+
+}  // namespace
+
+Model generate(std::uint64_t seed) {
+    Random random(seed);
+    return generateOn(chooseSystem(random), random, seed);
+}
+
+Model generate(std::uint64_t seed, const System& system) {
+    Random random(seed);
+    return generateOn(system, random, seed);
 }
 
 }  // namespace bromvale::proof

@@ -1,8 +1,10 @@
 #include "tests/proof/letters.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 
 namespace bromvale::proof {
 namespace {
@@ -33,11 +35,17 @@ constexpr Letter kLetters[] = {
     {u'？', u'？', 0, 0, '?'},    {u'\u2011', u'\u2011', 0, 0, '-'},
 };
 
+// Where a letter stands in the table, counted from 1.
+using Places = std::array<unsigned char, 0x10000>;
+Places placesOfLetters() {
+    Places places{};
+    for (std::size_t i = 0; i < std::size(kLetters); ++i) places[kLetters[i].letter] = static_cast<unsigned char>(i + 1);
+    return places;
+}
+
 const Letter* known(char16_t letter) {
-    const auto* const end = std::end(kLetters);
-    const auto* const found =
-        std::find_if(std::begin(kLetters), end, [letter](const Letter& row) { return row.letter == letter; });
-    return found == end ? nullptr : found;
+    static const Places places = placesOfLetters();
+    return letter < 0x80 || places[letter] == 0 ? nullptr : &kLetters[places[letter] - 1];
 }
 
 bool isExactOn(unsigned codePage, char16_t letter) {
@@ -49,6 +57,7 @@ bool isExactOn(unsigned codePage, char16_t letter) {
 
 char16_t upper(char16_t letter) {
     if (letter >= u'a' && letter <= u'z') return static_cast<char16_t>(letter - 32);
+    if (letter < 0x80) return letter;
     for (const Letter& row : kLetters) {
         if (row.lower == letter && row.letter != letter) return row.letter;
     }

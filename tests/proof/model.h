@@ -83,6 +83,7 @@ struct Model {
 
 // Made of the seed alone.
 [[nodiscard]] Model generate(std::uint64_t seed);
+[[nodiscard]] Model generate(std::uint64_t seed, const System& system);
 void generateRegistry(Model& model, class Random& random);
 void generateFiles(Model& model, class Random& random);
 

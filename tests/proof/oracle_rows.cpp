@@ -162,14 +162,18 @@ void Oracle::checkLink(const Line& line) {
 
 void Oracle::add(std::int32_t hiveNamed, bool slash, const Line& entry, bool quoted, bool doubled) {
     const System& system = model_->system;
-    Text data = entry.value;
-    if (doubled) replaceAll(data, u"\\", u"\\\\");
+    std::string data;
+    for (const char16_t letter : entry.value) {
+        // What has become a backslash is doubled like one; the second byte of a letter isn't.
+        const std::string byte = ansi(system, View(&letter, 1));
+        data += doubled && byte == "\\" ? "\\\\" : byte;
+    }
     std::string name = ansi(system, entry.name);
     if (quoted && entry.name != u"@") name = "\"" + name + "\"";
     const Text line = Text(u"[") + Text(nameOfHive(hiveNamed)) + (slash ? u"\\" : u"") + entry.key;
     // The sub key is what stands behind the first backslash, without the "]".
     const Text subKey = line.substr(line.find(u'\\') + 1, line.size() - line.find(u'\\') - 2);
-    found_.push_back({{ansi(system, line), name, ansi(system, data), std::to_string(entry.hive)},
+    found_.push_back({{ansi(system, line), name, data, std::to_string(entry.hive)},
                       Text(nameOfHive(entry.hive)) + u"\\" + realKeyPath(system, entry.hive, subKey),
                       number_});
 }

@@ -46,8 +46,7 @@ class Trial {
     void checkDrive(const DriveSnapshot& before, const DriveSnapshot& after);
     void uninstallRow(int number);
     void checkStarted(const std::string& name, const std::vector<Text>& commands);
-    void checkOffer(const std::string& name, const std::vector<Text>& commands, const Text& key,
-                    const RegistrySnapshot& before);
+    void checkOffer(const std::string& name, const std::vector<Text>& commands, const Text& key);
     void backupRow(int number);
 
     Model model_;

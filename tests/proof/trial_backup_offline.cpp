@@ -33,15 +33,20 @@ void Trial::useBackupPage() {
             std::ofstream(stage_.hostDrive() + kFolder + utf8(name)) << "REGEDIT4\r\n";
     }
     frmMain().mnuPopUpBackupZeigen_Click();
+    const DriveSnapshot before = readDrive(stage_.hostDrive());
     const int rows = frmMain().lvwBackup.count();
     for (int tries = 0; tries < rows && frmMain().lvwBackup.count() > 0; ++tries)
         backupRow(tries % frmMain().lvwBackup.count() + 1);
+    const DriveSnapshot after = readDrive(stage_.hostDrive());
+    for (const auto& [path, content] : before) {
+        if (!after.contains(path) && !path.starts_with(kFolder)) problem("the backup page deleted " + readable(path));
+    }
 }
 
 void Trial::backupRow(int number) {
     const std::string name = frmMain().lvwBackup.item(number).text();
     if (!name.ends_with(".reg")) problem("listed as a backup: " + readable(name));
-    const DriveSnapshot before = readDrive(stage_.hostDrive());
+    const DriveSnapshot before = readDrive(stage_.hostDrive() + "/Programme");
     machine().events.clear();
     frmMain().lvwBackup.userSelect({number});
     machine().answers.assign({IDYES, IDYES});
@@ -54,12 +59,12 @@ void Trial::backupRow(int number) {
     frmMain().lvwBackup.userSelect({number});
     frmMain().cmdLöschen.userClick();
     machine().answers.clear();
-    const DriveSnapshot after = readDrive(stage_.hostDrive());
+    const DriveSnapshot after = readDrive(stage_.hostDrive() + "/Programme");
     for (const auto& [path, content] : before) {
-        if (path == "/Programme/Bromvale/bromvale.log" || after.contains(path)) continue;
+        if (path == "/Bromvale/bromvale.log" || after.contains(path)) continue;
         const Text file = fromUtf8(path.substr(path.rfind('/') + 1));
         // Only a file whose name came through whole may go, and only that one.
-        if (ansi(model_.system, file) != name || !path.starts_with(kFolder)) problem("deleted for " + readable(name) + ": " + readable(path));
+        if (ansi(model_.system, file) != name || !path.starts_with("/Bromvale/Backup/")) problem("deleted for " + readable(name) + ": " + readable(path));
     }
 }
 

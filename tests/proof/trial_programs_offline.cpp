@@ -87,9 +87,9 @@ bool isSurelyMissing(const Model& model, const Text& command) {
 }  // namespace
 
 void Trial::uninstall() {
-    readBack(model_);
     frmMain().mnuPopUpDeinstall_Click();
     for (int number = 1; number <= frmMain().lvwDeinstall.count() && problems_.empty(); ++number) uninstallRow(number);
+    same("the programs page changed", atStart_, readRegistry());
 }
 
 // The rows' texts are plain, so several keys may look like the one of a row.
@@ -106,7 +106,6 @@ void Trial::uninstallRow(int number) {
         const Text line = program.path + u"]";
         return line.substr(0, line.find(u']') + 1) != key;
     });
-    const RegistrySnapshot before = readRegistry();
     machine().events.clear();
     machine().answers.assign({IDYES, IDYES});
     frmMain().lvwDeinstall.userSelect({number});
@@ -115,7 +114,7 @@ void Trial::uninstallRow(int number) {
     std::vector<Text> commands;
     for (const Program& program : programs) commands.push_back(trimmed(*program.command));
     checkStarted(readable(name), commands);
-    checkOffer(readable(name), commands, realKeyPath(model_.system, hive, key.substr(0, key.size() - 1)), before);
+    checkOffer(readable(name), commands, realKeyPath(model_.system, hive, key.substr(0, key.size() - 1)));
 }
 
 void Trial::checkStarted(const std::string& name, const std::vector<Text>& commands) {
@@ -132,8 +131,7 @@ void Trial::checkStarted(const std::string& name, const std::vector<Text>& comma
     }
 }
 
-void Trial::checkOffer(const std::string& name, const std::vector<Text>& commands, const Text& key,
-                       const RegistrySnapshot& before) {
+void Trial::checkOffer(const std::string& name, const std::vector<Text>& commands, const Text& key) {
     bool offered = false;
     for (const offline::Event& event : machine().events.of(EventKind::MessageBox))
         offered = offered || event.text.find(kMissing) != std::string::npos;
@@ -143,21 +141,24 @@ void Trial::checkOffer(const std::string& name, const std::vector<Text>& command
         problem("offered for removal, but not surely missing: " + name);
         for (const Text& command : commands) problem("  its command: " + readable(command));
     }
+    if (!offered) return;
     const RegistrySnapshot after = readRegistry();
     RegistrySnapshot gone;
-    RegistrySnapshot rest = before;
-    for (const auto& [path, stored] : before) {
+    RegistrySnapshot rest = atStart_;
+    for (const auto& [path, stored] : atStart_) {
         if (after.contains(path)) continue;
         gone.emplace(path, stored);
         rest.erase(path);
         const std::size_t below = path.find(lower(View(key)));
         const bool itself = below != Text::npos && below + key.size() == path.size();
         const bool inside = below != Text::npos && model_.system.family == Family::Nine;
-        if (!offered || (!itself && !inside))
+        if (!itself && !inside)
             problem("the programs page removed " + readable(stored.path) + " for " + name);
     }
     same("the programs page changed", rest, after);
     checkCopies(gone);
+    if (gone.empty()) return;
+    atStart_ = after;
     readBack(model_);
 }
 
