@@ -7,9 +7,20 @@ namespace bromvale {
 namespace {
 
 constexpr WideFunctions kUpToXp{
-    &::RegOpenKeyExW,      &::RegEnumKeyExW,     &::RegEnumValueW,        &::RegQueryValueExW,
-    &::RegQueryInfoKeyW,   &::FindFirstFileW,    &::FindNextFileW,        &::CreateFileW,
-    &::GetModuleFileNameW, &::GetWindowsDirectoryW, &::ExpandEnvironmentStringsW, &::GetShortPathNameW, &::SHGetPathFromIDListW, nullptr,
+    &::RegOpenKeyExW,
+    &::RegEnumKeyExW,
+    &::RegEnumValueW,
+    &::RegQueryValueExW,
+    &::RegQueryInfoKeyW,
+    &::FindFirstFileW,
+    &::FindNextFileW,
+    &::CreateFileW,
+    &::GetModuleFileNameW,
+    &::GetWindowsDirectoryW,
+    &::ExpandEnvironmentStringsW,
+    &::GetShortPathNameW,
+    &::SHGetPathFromIDListW,
+    nullptr,
 };
 
 constexpr WideFunctions withFinalPaths(WideFunctions functions) {
