@@ -37,8 +37,9 @@ void beforeAllocation() {
 void* allocate(std::size_t size, std::size_t alignment) {
     beforeAllocation();
     const std::size_t wanted = size == 0 ? 1 : size;
-    void* memory = alignment == 0 ? std::malloc(wanted)
-                                  : std::aligned_alloc(alignment, (wanted + alignment - 1) / alignment * alignment);
+    void* memory = alignment == 0
+                       ? std::malloc(wanted)
+                       : std::aligned_alloc(alignment, (wanted + alignment - 1) / alignment * alignment);
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
 }

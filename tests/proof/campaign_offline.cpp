@@ -26,7 +26,8 @@ constexpr char kResultMark[] = "\n<result>\n";
 std::string readAll(int from) {
     std::string text;
     char buffer[8192];
-    for (ssize_t count = 0; (count = ::read(from, buffer, sizeof buffer)) > 0;) text.append(buffer, static_cast<std::size_t>(count));
+    for (ssize_t count = 0; (count = ::read(from, buffer, sizeof buffer)) > 0;)
+        text.append(buffer, static_cast<std::size_t>(count));
     return text;
 }
 
@@ -41,7 +42,9 @@ void writeAll(int to, const std::string& text) {
 std::string makeFolder() {
     std::error_code none;
     const fs::path memory = "/dev/shm";
-    std::string pattern = ((fs::is_directory(memory, none) ? memory : fs::temp_directory_path()) / "bromvale-proof-XXXXXX").string();
+    std::string pattern =
+        ((fs::is_directory(memory, none) ? memory : fs::temp_directory_path()) / "bromvale-proof-XXXXXX")
+            .string();
     return ::mkdtemp(pattern.data()) == nullptr ? std::string() : pattern;
 }
 
@@ -49,8 +52,8 @@ std::string makeFolder() {
 std::string packed(const Trial& trial) {
     const Counts& counts = trial.counts();
     char text[120];
-    std::snprintf(text, sizeof text, "%d %d %d %d %d\n", counts.entries, counts.rows, counts.keysGone, counts.filesGone,
-                  counts.started);
+    std::snprintf(text, sizeof text, "%d %d %d %d %d\n", counts.entries, counts.rows, counts.keysGone,
+                  counts.filesGone, counts.started);
     std::string result = text;
     for (const std::string& problem : trial.problems()) result += "    " + problem + "\n";
     return result;
@@ -82,7 +85,8 @@ ChildResult inChild(const std::function<std::string(const std::string& hostFolde
     const std::size_t mark = said.rfind(kResultMark);
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && mark != std::string::npos)
         return {true, said.substr(mark + std::strlen(kResultMark))};
-    const std::string end = WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status)) : "status " + std::to_string(WEXITSTATUS(status));
+    const std::string end = WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
+                                                : "status " + std::to_string(WEXITSTATUS(status));
     return {false, "ended with " + end + ":\n" + said};
 }
 
@@ -99,8 +103,8 @@ Outcome tryMachines(std::uint64_t firstSeed, int count) {
         const std::size_t end = result.text.find('\n');
         if (result.ended) {
             ++outcome.counts.machines;
-            std::sscanf(result.text.c_str(), "%d %d %d %d %d", &counts.entries, &counts.rows, &counts.keysGone,
-                        &counts.filesGone, &counts.started);
+            std::sscanf(result.text.c_str(), "%d %d %d %d %d", &counts.entries, &counts.rows,
+                        &counts.keysGone, &counts.filesGone, &counts.started);
         }
         outcome.counts.entries += counts.entries;
         outcome.counts.rows += counts.rows;
@@ -117,10 +121,11 @@ Outcome tryMachines(std::uint64_t firstSeed, int count) {
 std::string Outcome::figures() const {
     char text[240];
     std::snprintf(text, sizeof text,
-                  "%d machines in %.1f s: %d entries, %d rows, %d keys removed and put back, %d files emptied, %d programs "
+                  "%d machines in %.1f s: %d entries, %d rows, %d keys removed and put back, %d files "
+                  "emptied, %d programs "
                   "started; %zu machines failed",
-                  counts.machines, seconds, counts.entries, counts.rows, counts.keysGone, counts.filesGone, counts.started,
-                  failures.size());
+                  counts.machines, seconds, counts.entries, counts.rows, counts.keysGone, counts.filesGone,
+                  counts.started, failures.size());
     return text;
 }
 
@@ -128,7 +133,8 @@ std::string Outcome::report() const {
     std::string text = "failing seeds:";
     for (const Failure& failure : failures) text += " " + std::to_string(failure.seed);
     for (std::size_t i = 0; i < failures.size() && i < kMostTold; ++i)
-        text += "\nseed " + std::to_string(failures[i].seed) + ":\n" + failures[i].problems.substr(0, kLongestTold);
+        text += "\nseed " + std::to_string(failures[i].seed) + ":\n" +
+                failures[i].problems.substr(0, kLongestTold);
     for (std::size_t i = 0; i < failures.size() && i < kMostShown; ++i)
         text += "\n" + describe(generate(failures[i].seed)) + "  wrong:\n" + failures[i].problems;
     return text;

@@ -16,8 +16,8 @@ constexpr View kBackupFolder = u"C:\\Programme\\Bromvale\\Backup\\";
 
 Model smallMachine() {
     Model model;
-    for (const View file : {u"x\\da.dll", u"x\\weg da.exe", u"Leeren\\a.txt", u"Leeren\\Zdjęcie.txt", u"Leeren\\voll\\b.txt",
-                            u"Draußen\\bleibt.txt"})
+    for (const View file : {u"x\\da.dll", u"x\\weg da.exe", u"Leeren\\a.txt", u"Leeren\\Zdjęcie.txt",
+                            u"Leeren\\voll\\b.txt", u"Draußen\\bleibt.txt"})
         model.drive.make(file, EntryKind::File);
     model.drive.make(u"Leeren\\leer", EntryKind::Folder);
     model.drive.make(u"Leeren\\Daten", EntryKind::Folder);
@@ -64,7 +64,8 @@ void complainAbout(const RegistrySnapshot& gone, bool needsRecord, std::vector<s
     }
     for (const auto& [path, key] : gone) {
         const std::string line = "[" + std::string(key.path.begin(), key.path.end()) + "]\r\n";
-        if (needsRecord && records.find(line) == std::string::npos) wrongs.push_back("gone without its record: " + readable(key.path));
+        if (needsRecord && records.find(line) == std::string::npos)
+            wrongs.push_back("gone without its record: " + readable(key.path));
         const auto copy = copies.find(path);
         if (copy == copies.end() || !differences({{path, key}}, {*copy}).empty())
             wrongs.push_back("gone without its whole copy: " + readable(key.path));
@@ -79,7 +80,8 @@ Ground::Ground() : model_(smallMachine()), stage_(std::make_unique<Stage>(model_
 }
 
 Ground::Handles Ground::handles() {
-    return {machine().registry.openHandles(), offline::openFindHandles(), offline::openFileHandles(), offline::openInternetHandles()};
+    return {machine().registry.openHandles(), offline::openFindHandles(), offline::openFileHandles(),
+            offline::openInternetHandles()};
 }
 
 void Ground::remember() {
@@ -95,8 +97,10 @@ std::vector<std::string> Ground::wrongs(const Script& script) const {
     driveWrongs(script, wrongs);
     for (const offline::Event& event : machine().events.all()) {
         if (event.kind != offline::EventKind::Run && event.kind != offline::EventKind::ShellExecute) continue;
-        const bool named = std::any_of(script.starts.begin(), script.starts.end(),
-                                       [&](const std::string& start) { return event.text == start || start.find(event.text) != std::string::npos; });
+        const bool named =
+            std::any_of(script.starts.begin(), script.starts.end(), [&](const std::string& start) {
+                return event.text == start || start.find(event.text) != std::string::npos;
+            });
         if (!named || event.text.empty()) wrongs.push_back("started: " + readable(event.text));
     }
     return wrongs;
@@ -106,7 +110,8 @@ void Ground::registryWrongs(const Script& script, std::vector<std::string>& wron
     const RegistrySnapshot now = readRegistry();
     RegistrySnapshot gone;
     RegistrySnapshot rest;
-    for (const auto& [path, key] : registry_) (now.contains(path) || !script.removesKeys ? rest : gone).insert({path, key});
+    for (const auto& [path, key] : registry_)
+        (now.contains(path) || !script.removesKeys ? rest : gone).insert({path, key});
     RegistrySnapshot compared = now;
     if (!script.writesKey.empty()) {
         const Text written = lower(View(fromUtf8(script.writesKey)));
@@ -132,7 +137,8 @@ void Ground::driveWrongs(const Script& script, std::vector<std::string>& wrongs)
         }
     }
     for (const auto& [path, content] : now) {
-        if (!drive_.contains(path) && !path.starts_with(place) && !isOwn(path)) wrongs.push_back("new: " + readable(path));
+        if (!drive_.contains(path) && !path.starts_with(place) && !isOwn(path))
+            wrongs.push_back("new: " + readable(path));
     }
 }
 

@@ -49,10 +49,10 @@ struct Script {
     // The work is done; behind a fault, as far as it was left to do.
     std::function<bool()> isDone;
     std::function<bool()> isDoneAgain{};
-    bool removesKeys = false;   // with record and copy
-    bool needsRecord = true;    // the programs page keeps copies only
-    std::string writes{};       // a folder in which files may change, with its backslash; or a file
-    std::string writesKey{};    // a key whose values may change
+    bool removesKeys = false;           // with record and copy
+    bool needsRecord = true;            // the programs page keeps copies only
+    std::string writes{};               // a folder in which files may change, with its backslash; or a file
+    std::string writesKey{};            // a key whose values may change
     std::vector<std::string> starts{};  // what may be started or opened
 };
 

@@ -11,7 +11,9 @@ namespace {
 using offline::machine;
 
 constexpr const char* kBackup = "C:\\Programme\\Bromvale\\Backup\\";
-constexpr const char* kUndo = "R\xFC" "ckg\xE4ngig_01012026_000000.reg";
+constexpr const char* kUndo =
+    "R\xFC"
+    "ckg\xE4ngig_01012026_000000.reg";
 
 FrmMain& form() {
     return frmMain();
@@ -34,7 +36,8 @@ void scanNow() {
 }
 
 bool onlyTheKeyWithALostNameIsLeft() {
-    const auto left = machine().registry.wideSubKeys(u"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths");
+    const auto left = machine().registry.wideSubKeys(
+        u"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths");
     return left == std::vector<Text>{u"łap.exe"};
 }
 
@@ -66,7 +69,8 @@ Script removal() {
                 },
             .again = [] { scanNow(); },
             .isDone = [] { return onlyTheKeyWithALostNameIsLeft(); },
-            .isDoneAgain = [] { return form().lvwRegKeys.count() == 0 && form().cmdStart.caption() != "&Entfernen"; },
+            .isDoneAgain =
+                [] { return form().lvwRegKeys.count() == 0 && form().cmdStart.caption() != "&Entfernen"; },
             .removesKeys = true,
             .writes = kBackup};
 }
@@ -98,7 +102,8 @@ Script puttingBack() {
                 },
             .isDone =
                 [] {
-                    return eventCount(offline::EventKind::ShellExecute) > 0 && !machine().drives.exists(std::string(kBackup) + kUndo);
+                    return eventCount(offline::EventKind::ShellExecute) > 0 &&
+                           !machine().drives.exists(std::string(kBackup) + kUndo);
                 },
             .writes = std::string(kBackup) + kUndo,
             .starts = {std::string(kBackup) + kUndo}};
@@ -108,13 +113,18 @@ Script emptying() {
     return {.name = "Emptying",
             .prepare =
                 [] {
-                    machine().drives.writeFile("C:\\Programme\\Bromvale\\liste.txt", "C:\\Leeren\r\nC:\\Leeren\\Daten.\r\n");
+                    machine().drives.writeFile("C:\\Programme\\Bromvale\\liste.txt",
+                                               "C:\\Leeren\r\nC:\\Leeren\\Daten.\r\n");
                     form().showPage(form().Frame7);
                     form().Ordnerliste_laden();
                 },
             .act = [] { form().cmdInhaltLöschen.userClick(); },
             .again = [] {},
-            .isDone = [] { return !machine().drives.exists("C:\\Leeren\\a.txt") && !machine().drives.exists("C:\\Leeren\\voll\\b.txt"); },
+            .isDone =
+                [] {
+                    return !machine().drives.exists("C:\\Leeren\\a.txt") &&
+                           !machine().drives.exists("C:\\Leeren\\voll\\b.txt");
+                },
             .writes = "C:\\Leeren\\"};
 }
 
@@ -125,7 +135,10 @@ Script emptyingForGood() {
         prepare();
         DelFilePermanent = 1;
     };
-    script.isDone = [] { return !machine().drives.exists("C:\\Leeren\\a.txt") && machine().drives.exists("C:\\Leeren\\voll\\b.txt"); };
+    script.isDone = [] {
+        return !machine().drives.exists("C:\\Leeren\\a.txt") &&
+               machine().drives.exists("C:\\Leeren\\voll\\b.txt");
+    };
     return script;
 }
 
@@ -160,7 +173,10 @@ Script removingAnEntry() {
         form().mnuPopUpDeinstall_Click();
         selectProgram("Fort");
     };
-    script.isDone = [] { return !machine().registry.exists(u"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Fort"); };
+    script.isDone = [] {
+        return !machine().registry.exists(
+            u"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Fort");
+    };
     script.removesKeys = true;
     script.needsRecord = false;
     script.writes = kBackup;
@@ -214,8 +230,9 @@ Script update() {
 }  // namespace
 
 const std::vector<Script>& scripts() {
-    static const std::vector<Script> all{scan(),         removal(),         puttingBack(),     emptying(),  emptyingForGood(),
-                                         uninstalling(), removingAnEntry(), savingOptions(), bugReport(), update()};
+    static const std::vector<Script> all{
+        scan(),         removal(),         puttingBack(),   emptying(),  emptyingForGood(),
+        uninstalling(), removingAnEntry(), savingOptions(), bugReport(), update()};
     return all;
 }
 

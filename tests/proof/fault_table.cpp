@@ -49,16 +49,17 @@ constexpr Row kRows[] = {
 }  // namespace
 
 std::span<const long> faultsOf(std::string_view operation) {
-    const auto* const row =
-        std::find_if(std::begin(kRows), std::end(kRows), [&](const Row& each) { return operation.starts_with(each.start); });
+    const auto* const row = std::find_if(std::begin(kRows), std::end(kRows),
+                                         [&](const Row& each) { return operation.starts_with(each.start); });
     return {row->results.data(), row->count};
 }
 
 bool mayLeak(std::string_view operation) {
     // A list of values that can't be read is a list of the default value, and asking for one that isn't there
     // is a query that fails.
-    constexpr std::string_view kOperations[] = {"RegQueryValueExA", "RegEnumValueA", "RegOpenKeyExA", "RegCloseKey",
-                                                "CloseHandle",      "FindClose",     "WriteFile",     "InternetCloseHandle"};
+    constexpr std::string_view kOperations[] = {"RegQueryValueExA", "RegEnumValueA",      "RegOpenKeyExA",
+                                                "RegCloseKey",      "CloseHandle",        "FindClose",
+                                                "WriteFile",        "InternetCloseHandle"};
     return std::find(std::begin(kOperations), std::end(kOperations), operation) != std::end(kOperations);
 }
 

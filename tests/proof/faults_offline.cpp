@@ -3,8 +3,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <map>
 #include <new>
 
@@ -71,7 +71,8 @@ class Faults : public ::testing::TestWithParam<std::size_t> {
         handleWrongs(leakAllowed, wrongs);
         script_.again();
         script_.act();
-        if (!(script_.isDoneAgain ? script_.isDoneAgain() : script_.isDone())) wrongs.push_back("the same once more doesn't do its work");
+        if (!(script_.isDoneAgain ? script_.isDoneAgain() : script_.isDone()))
+            wrongs.push_back("the same once more doesn't do its work");
         for (const std::string& line : ground_.wrongs(script_)) wrongs.push_back("once more: " + line);
         if (lookForLeaks && leaksMemory()) wrongs.push_back("leaks memory");
         return wrongs;
@@ -79,9 +80,11 @@ class Faults : public ::testing::TestWithParam<std::size_t> {
 
     void handleWrongs(bool leakAllowed, Texts& wrongs) const {
         const Ground::Handles now = Ground::handles();
-        const auto compare = [&](const char* what, std::size_t before, std::size_t described, std::size_t after) {
+        const auto compare = [&](const char* what, std::size_t before, std::size_t described,
+                                 std::size_t after) {
             if (after > before + described + (leakAllowed ? kMostLeft : 0))
-                wrongs.push_back(std::string(what) + " left open: " + std::to_string(before) + " before, " + std::to_string(after) + " after");
+                wrongs.push_back(std::string(what) + " left open: " + std::to_string(before) + " before, " +
+                                 std::to_string(after) + " after");
         };
         compare("keys", ground_.handlesBefore().keys, described_.keys, now.keys);
         compare("searches", ground_.handlesBefore().searches, described_.searches, now.searches);
@@ -99,18 +102,20 @@ class Faults : public ::testing::TestWithParam<std::size_t> {
             const Ground::Handles now = Ground::handles();
             const Ground::Handles& before = ground_.handlesBefore();
             std::string text = script_.isDone() ? "" : "not done:\n";
-            for (const offline::Event& event : script_.isDone() ? std::vector<offline::Event>{} : machine().events.all())
+            for (const offline::Event& event :
+                 script_.isDone() ? std::vector<offline::Event>{} : machine().events.all())
                 text += "  " + readable(event.text) + "\n";
-            text += joined(ground_.wrongs(script_)) + "calls " + std::to_string(now.keys - before.keys) + " " +
-                    std::to_string(now.searches - before.searches) + " " + std::to_string(now.files - before.files) + " " +
+            text += joined(ground_.wrongs(script_)) + "calls " + std::to_string(now.keys - before.keys) +
+                    " " + std::to_string(now.searches - before.searches) + " " +
+                    std::to_string(now.files - before.files) + " " +
                     std::to_string(now.internet - before.internet) + "\n";
             return text + joined(calls);
         });
         ASSERT_TRUE(result.ended) << result.text;
         ASSERT_TRUE(result.text.starts_with("calls ")) << result.text;
         const std::size_t end = result.text.find('\n');
-        ASSERT_EQ(std::sscanf(result.text.c_str(), "calls %zu %zu %zu %zu", &described_.keys, &described_.searches, &described_.files,
-                              &described_.internet),
+        ASSERT_EQ(std::sscanf(result.text.c_str(), "calls %zu %zu %zu %zu", &described_.keys,
+                              &described_.searches, &described_.files, &described_.internet),
                   4);
         for (std::size_t at = end + 1; at < result.text.size(); at = result.text.find('\n', at) + 1)
             calls_.push_back(result.text.substr(at, result.text.find('\n', at) - at));
@@ -126,8 +131,8 @@ class Faults : public ::testing::TestWithParam<std::size_t> {
         if (result.ended && result.text.empty()) return;
         ++failures_;
         if (failures_ > 8) return;
-        ADD_FAILURE() << script_.name << ", call " << number + 1 << " of " << calls_.size() << ", " << operation << " answers " << error
-                      << ":\n"
+        ADD_FAILURE() << script_.name << ", call " << number + 1 << " of " << calls_.size() << ", "
+                      << operation << " answers " << error << ":\n"
                       << result.text;
     }
 
@@ -180,10 +185,11 @@ TEST_P(Allocations, EachFailsOnce) {
         });
         if (result.ended && result.text.empty()) continue;
         if (++failures_ > 8) continue;
-        ADD_FAILURE() << script_.name << ", allocation " << i + 1 << " of " << numbers.size() << ":\n" << result.text;
+        ADD_FAILURE() << script_.name << ", allocation " << i + 1 << " of " << numbers.size() << ":\n"
+                      << result.text;
     }
-    std::printf("%s: %zu allocations of %zu are the program's, %d runs, %d failed\n", script_.name, numbers.size(), noted.text.size(),
-                runs_, failures_);
+    std::printf("%s: %zu allocations of %zu are the program's, %d runs, %d failed\n", script_.name,
+                numbers.size(), noted.text.size(), runs_, failures_);
     EXPECT_EQ(failures_, 0);
     EXPECT_FALSE(noted.text.empty());
 }

@@ -30,13 +30,26 @@ void fillFolder(Model& model, Random& random, const Text& folder, int depth) {
 
 // Lines of the list: folders that are there or not, paths that the system would read as others.
 void planEmptying(Model& model, Random& random) {
-    constexpr View kWays[] = {u"C:\\Leeren",        u"C:\\Leeren\\",      u"C:\\Leeren\\Daten.", u"C:\\Leeren\\t\\..",
-                              u"C:\\Leeren\\Daten ", u"C:\\Nirgends",     u"C:\\LEEREN\\Daten",  u"C:\\Auch\\Daten",
-                              u"C:\\Auch\\.",        u"C:\\Auch\\ \\x",   u"C:\\Auch",           u"C:\\Tmp",
-                              u"",                  u"C:\\Auch\\Daten..", u"C:\\Ziel\\..\\Leeren", u"\\\\kein\\anteil\\x"};
+    constexpr View kWays[] = {u"C:\\Leeren",
+                              u"C:\\Leeren\\",
+                              u"C:\\Leeren\\Daten.",
+                              u"C:\\Leeren\\t\\..",
+                              u"C:\\Leeren\\Daten ",
+                              u"C:\\Nirgends",
+                              u"C:\\LEEREN\\Daten",
+                              u"C:\\Auch\\Daten",
+                              u"C:\\Auch\\.",
+                              u"C:\\Auch\\ \\x",
+                              u"C:\\Auch",
+                              u"C:\\Tmp",
+                              u"",
+                              u"C:\\Auch\\Daten..",
+                              u"C:\\Ziel\\..\\Leeren",
+                              u"\\\\kein\\anteil\\x"};
     for (int i = random.from(1, 4); i > 0; --i) model.plan.list.emplace_back(random.oneOf(kWays));
     for (int i = random.from(0, 3); i > 0; --i) {
-        Text path = random.percent(40) ? Text(random.oneOf(kWays)) : u"C:\\Auch\\" + someName(random, model.system);
+        Text path =
+            random.percent(40) ? Text(random.oneOf(kWays)) : u"C:\\Auch\\" + someName(random, model.system);
         if (!path.empty()) model.plan.chosen.push_back(std::move(path));
     }
 }
@@ -47,8 +60,9 @@ void generateFiles(Model& model, Random& random) {
     Entry& drive = model.drive;
     const bool nine = model.system.family == Family::Nine;
     const Text systemFolder = nine ? u"WINDOWS\\SYSTEM" : u"WINDOWS\\SYSTEM32";
-    for (const Text& folder : {Text(u"Programme\\Bromvale\\Backup"), systemFolder, Text(u"WINDOWS\\TEMP"), Text(u"x"),
-                               Text(u"Ziel\\tief"), Text(u"Leeren\\Daten"), Text(u"Leeren\\t"), Text(u"Auch\\Daten")})
+    for (const Text& folder :
+         {Text(u"Programme\\Bromvale\\Backup"), systemFolder, Text(u"WINDOWS\\TEMP"), Text(u"x"),
+          Text(u"Ziel\\tief"), Text(u"Leeren\\Daten"), Text(u"Leeren\\t"), Text(u"Auch\\Daten")})
         drive.make(folder, EntryKind::Folder);
     drive.make(u"Ziel\\bleibt.txt", EntryKind::File);
     drive.make(u"Ziel\\tief\\bleibt.dll", EntryKind::File);

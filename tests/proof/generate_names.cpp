@@ -5,13 +5,16 @@
 namespace bromvale::proof {
 namespace {
 
-constexpr View kPlain[] = {u"Daten", u"lap", u"Zdjecia", u"Foto-Alt", u"Test", u"srv", u"a", u"b", u"Zdjecie", u"s"};
+constexpr View kPlain[] = {u"Daten", u"lap", u"Zdjecia", u"Foto-Alt", u"Test",
+                           u"srv",   u"a",   u"b",       u"Zdjecie",  u"s"};
 constexpr View kWithUmlauts[] = {u"Größe", u"Jörg", u"Söhne", u"Éclair", u"Straße"};
-constexpr View kOneLost[] = {u"łap",     u"Zdjęcia", u"Zdjęcie", u"Łukasz", u"Şule",    u"Пётр",   u"漢字",
-                             u"表",      u"ﬀ",       u"ş",       u"ćma",    u"WŁódź",   u"п",      u"øre",
-                             u"Foto\u2011Alt", u"Ｓrv", u"ｓrv"};
-constexpr View kWide[] = {u"a＼b", u"．．", u"x．exe", u"C：", u"［x］", u"x＝y", u"x＠", u"＂a＂", u"｛A｝", u"a／b", u"＊", u"？ap"};
-constexpr View kAwkward[] = {u"a]b", u"x=y", u"[x", u"a@b", u"@", u"mit Leer", u"x..y", u"command", u"commandline"};
+constexpr View kOneLost[] = {
+    u"łap", u"Zdjęcia", u"Zdjęcie", u"Łukasz", u"Şule", u"Пётр",          u"漢字", u"表",  u"ﬀ",
+    u"ş",   u"ćma",     u"WŁódź",   u"п",      u"øre",  u"Foto\u2011Alt", u"Ｓrv", u"ｓrv"};
+constexpr View kWide[] = {u"a＼b", u"．．",  u"x．exe", u"C：",  u"［x］", u"x＝y",
+                          u"x＠",  u"＂a＂", u"｛A｝",  u"a／b", u"＊",    u"？ap"};
+constexpr View kAwkward[] = {u"a]b",      u"x=y",  u"[x",      u"a@b",        u"@",
+                             u"mit Leer", u"x..y", u"command", u"commandline"};
 
 Text choose(Random& random, bool forFile) {
     const int kind = random.below(100);
@@ -55,7 +58,8 @@ Text somePath(Random& random, const Model& model, bool mayLackLetters) {
         if (random.percent(55)) {
             path = random.oneOf(there);
         } else {
-            constexpr View kFolders[] = {u"C:\\x", u"C:\\Programme", u"C:\\WINDOWS\\SYSTEM32", u"C:\\Weg", u"C:\\Daten", u"E:"};
+            constexpr View kFolders[] = {u"C:\\x",   u"C:\\Programme", u"C:\\WINDOWS\\SYSTEM32",
+                                         u"C:\\Weg", u"C:\\Daten",     u"E:"};
             path = Text(random.oneOf(kFolders)) + u"\\" + someFileName(random, model.system);
         }
         if (mayLackLetters || isExactOn(model.system.codePage, path)) return path;

@@ -4,10 +4,14 @@
 namespace bromvale::proof {
 namespace {
 
-constexpr View kIds[] = {u"{0000000A-0000-0000-C000-000000000046}", u"{0000000B-0000-0000-C000-000000000046}",
-                         u"{0000000C-1111-2222-3333-444455556666}", u"{0000000D-1111-2222-3333-444455556666}",
-                         u"{E}", u"{f}"};
-constexpr View kFileKeys[] = {u"InprocServer32", u"InprocHandler32", u"LocalServer32", u"shell\\open\\command", u"commandline"};
+constexpr View kIds[] = {u"{0000000A-0000-0000-C000-000000000046}",
+                         u"{0000000B-0000-0000-C000-000000000046}",
+                         u"{0000000C-1111-2222-3333-444455556666}",
+                         u"{0000000D-1111-2222-3333-444455556666}",
+                         u"{E}",
+                         u"{f}"};
+constexpr View kFileKeys[] = {u"InprocServer32", u"InprocHandler32", u"LocalServer32",
+                              u"shell\\open\\command", u"commandline"};
 constexpr View kCurrent = u"Software\\Microsoft\\Windows\\CurrentVersion\\";
 
 class Builder {
@@ -71,8 +75,10 @@ Text Builder::reference() {
     if (random_.percent(4)) path += u"\\..\\weg.dll";
     if (random_.percent(3)) path += random_.percent(50) ? u"." : u" ";
     // A mask looks at short names, too, which only the system knows.
-    if (!model_.system.shortNames && random_.percent(4)) path.insert(path.size() / 2, random_.percent(50) ? u"?" : u"*");
-    if (model_.system.family == Family::Nine && !isExactOn(model_.system.codePage, path)) return u"C:\\x\\weg.dll";
+    if (!model_.system.shortNames && random_.percent(4))
+        path.insert(path.size() / 2, random_.percent(50) ? u"?" : u"*");
+    if (model_.system.family == Family::Nine && !isExactOn(model_.system.codePage, path))
+        return u"C:\\x\\weg.dll";
     return path;
 }
 
@@ -127,7 +133,8 @@ void Builder::uninstall(Key& hive, View software) {
     Key& place = hive.make(Text(software) + u"Uninstall");
     for (int i = random_.from(0, 5); i > 0; --i) {
         Key& object = place.make(name());
-        if (random_.percent(75)) object.setText(u"DisplayName", name() + (random_.percent(5) ? u" Bromvale" : u""));
+        if (random_.percent(75))
+            object.setText(u"DisplayName", name() + (random_.percent(5) ? u" Bromvale" : u""));
         if (random_.percent(60)) object.setText(u"UninstallString", reference());
         if (random_.percent(15)) object.set(u"SystemComponent", kNumber, std::string("\1\0\0\0", 4));
         if (random_.percent(15)) object.setText(name(), name());
@@ -163,7 +170,8 @@ void Builder::oddValue(Key& key) {
 
 // More than 260 characters from the hive on.
 void Builder::deepKey(Key& key) {
-    key.make(Text(120, u'a') + u"\\" + Text(static_cast<std::size_t>(random_.from(60, 130)), u'b')).setText(u"w", name());
+    key.make(Text(120, u'a') + u"\\" + Text(static_cast<std::size_t>(random_.from(60, 130)), u'b'))
+        .setText(u"w", name());
 }
 
 void Builder::oddities(Key& key) {
@@ -180,7 +188,8 @@ void prune(Key& key, const System& system) {
     std::erase_if(key.keys, [&](const Key& below) { return !isExactOn(system.codePage, below.name); });
     std::erase_if(key.values, [&](const Value& value) {
         const bool isText = value.type == kText || value.type == kExpandText || value.type == kMultiText;
-        return !isExactOn(system.codePage, value.name) || (isText && !isExactOn(system.codePage, textOf(value.bytes)));
+        return !isExactOn(system.codePage, value.name) ||
+               (isText && !isExactOn(system.codePage, textOf(value.bytes)));
     });
     for (Key& below : key.keys) prune(below, system);
 }
@@ -197,7 +206,8 @@ void generateRegistry(Model& model, Random& random) {
     }
     builder.appPaths(model.machine, kCurrent);
     if (model.system.sixtyFour) {
-        for (Key* hive : {&model.user, &model.machine}) builder.classes(*hive, u"Software\\Classes\\Wow6432Node\\");
+        for (Key* hive : {&model.user, &model.machine})
+            builder.classes(*hive, u"Software\\Classes\\Wow6432Node\\");
         builder.uninstall(model.machine, u"Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\");
     }
     model.machine.make(u"Software\\Microsoft\\Windows\\CurrentVersion\\Run");

@@ -18,28 +18,29 @@ struct Letter {
 };
 
 constexpr Letter kLetters[] = {
-    {u'ä', u'ä', 0xE4, 0xE4, 0},  {u'Ä', u'ä', 0xC4, 0xC4, 0},  {u'ö', u'ö', 0xF6, 0xF6, 0},
-    {u'Ö', u'ö', 0xD6, 0xD6, 0},  {u'ü', u'ü', 0xFC, 0xFC, 0},  {u'Ü', u'ü', 0xDC, 0xDC, 0},
-    {u'ß', u'ß', 0xDF, 0xDF, 0},  {u'é', u'é', 0xE9, 0xE9, 0},  {u'É', u'é', 0xC9, 0xC9, 0},
-    {u'ø', u'ø', 0xF8, 0, 0},     {u'ñ', u'ñ', 0xF1, 0, 0},     {u'ł', u'ł', 0, 0xB3, 'l'},
-    {u'Ł', u'ł', 0, 0xA3, 'L'},   {u'ę', u'ę', 0, 0xEA, 'e'},   {u'ą', u'ą', 0, 0xB9, 'a'},
-    {u'ş', u'ş', 0, 0xBA, 's'},   {u'Ş', u'ş', 0, 0xAA, 'S'},   {u'ź', u'ź', 0, 0x9F, 'z'},
-    {u'ó', u'ó', 0xF3, 0xF3, 0},  {u'ć', u'ć', 0, 0xE6, 'c'},   {u'П', u'п', 0, 0, '?'},
-    {u'п', u'п', 0, 0, '?'},      {u'ё', u'ё', 0, 0, '?'},      {u'т', u'т', 0, 0, '?'},
-    {u'漢', u'漢', 0, 0, '?'},    {u'字', u'字', 0, 0, '?'},    {u'表', u'表', 0, 0, '?'},
-    {u'ﬀ', u'ﬀ', 0, 0, '?'},      {u'＠', u'＠', 0, 0, '@'},    {u'＼', u'＼', 0, 0, '\\'},
-    {u'／', u'／', 0, 0, '/'},    {u'：', u'：', 0, 0, ':'},    {u'．', u'．', 0, 0, '.'},
-    {u'＂', u'＂', 0, 0, '"'},    {u'［', u'［', 0, 0, '['},    {u'］', u'］', 0, 0, ']'},
-    {u'＝', u'＝', 0, 0, '='},    {u'｛', u'｛', 0, 0, '{'},    {u'｝', u'｝', 0, 0, '}'},
-    {u'Ｓ', u'ｓ', 0, 0, 'S'},    {u'ｓ', u'ｓ', 0, 0, 's'},    {u'＊', u'＊', 0, 0, '*'},
-    {u'？', u'？', 0, 0, '?'},    {u'\u2011', u'\u2011', 0, 0, '-'},
+    {u'ä', u'ä', 0xE4, 0xE4, 0}, {u'Ä', u'ä', 0xC4, 0xC4, 0},       {u'ö', u'ö', 0xF6, 0xF6, 0},
+    {u'Ö', u'ö', 0xD6, 0xD6, 0}, {u'ü', u'ü', 0xFC, 0xFC, 0},       {u'Ü', u'ü', 0xDC, 0xDC, 0},
+    {u'ß', u'ß', 0xDF, 0xDF, 0}, {u'é', u'é', 0xE9, 0xE9, 0},       {u'É', u'é', 0xC9, 0xC9, 0},
+    {u'ø', u'ø', 0xF8, 0, 0},    {u'ñ', u'ñ', 0xF1, 0, 0},          {u'ł', u'ł', 0, 0xB3, 'l'},
+    {u'Ł', u'ł', 0, 0xA3, 'L'},  {u'ę', u'ę', 0, 0xEA, 'e'},        {u'ą', u'ą', 0, 0xB9, 'a'},
+    {u'ş', u'ş', 0, 0xBA, 's'},  {u'Ş', u'ş', 0, 0xAA, 'S'},        {u'ź', u'ź', 0, 0x9F, 'z'},
+    {u'ó', u'ó', 0xF3, 0xF3, 0}, {u'ć', u'ć', 0, 0xE6, 'c'},        {u'П', u'п', 0, 0, '?'},
+    {u'п', u'п', 0, 0, '?'},     {u'ё', u'ё', 0, 0, '?'},           {u'т', u'т', 0, 0, '?'},
+    {u'漢', u'漢', 0, 0, '?'},   {u'字', u'字', 0, 0, '?'},         {u'表', u'表', 0, 0, '?'},
+    {u'ﬀ', u'ﬀ', 0, 0, '?'},     {u'＠', u'＠', 0, 0, '@'},         {u'＼', u'＼', 0, 0, '\\'},
+    {u'／', u'／', 0, 0, '/'},   {u'：', u'：', 0, 0, ':'},         {u'．', u'．', 0, 0, '.'},
+    {u'＂', u'＂', 0, 0, '"'},   {u'［', u'［', 0, 0, '['},         {u'］', u'］', 0, 0, ']'},
+    {u'＝', u'＝', 0, 0, '='},   {u'｛', u'｛', 0, 0, '{'},         {u'｝', u'｝', 0, 0, '}'},
+    {u'Ｓ', u'ｓ', 0, 0, 'S'},   {u'ｓ', u'ｓ', 0, 0, 's'},         {u'＊', u'＊', 0, 0, '*'},
+    {u'？', u'？', 0, 0, '?'},   {u'\u2011', u'\u2011', 0, 0, '-'},
 };
 
 // Where a letter stands in the table, counted from 1.
 using Places = std::array<unsigned char, 0x10000>;
 Places placesOfLetters() {
     Places places{};
-    for (std::size_t i = 0; i < std::size(kLetters); ++i) places[kLetters[i].letter] = static_cast<unsigned char>(i + 1);
+    for (std::size_t i = 0; i < std::size(kLetters); ++i)
+        places[kLetters[i].letter] = static_cast<unsigned char>(i + 1);
     return places;
 }
 
@@ -67,7 +68,8 @@ char16_t upper(char16_t letter) {
 }  // namespace
 
 bool isExactOn(unsigned codePage, View text) {
-    return std::all_of(text.begin(), text.end(), [codePage](char16_t letter) { return isExactOn(codePage, letter); });
+    return std::all_of(text.begin(), text.end(),
+                       [codePage](char16_t letter) { return isExactOn(codePage, letter); });
 }
 
 std::string nearest1252(View text) {
@@ -130,7 +132,9 @@ std::string utf8(View text) {
 Text fromUtf8(std::string_view text) {
     Text result;
     for (std::size_t i = 0; i < text.size();) {
-        const auto byte = [&](std::size_t at) { return static_cast<unsigned>(static_cast<unsigned char>(text[at])); };
+        const auto byte = [&](std::size_t at) {
+            return static_cast<unsigned>(static_cast<unsigned char>(text[at]));
+        };
         const unsigned first = byte(i);
         if (first < 0x80) {
             result += static_cast<char16_t>(first);
@@ -139,7 +143,8 @@ Text fromUtf8(std::string_view text) {
             result += static_cast<char16_t>((first & 0x1F) << 6 | (byte(i + 1) & 0x3F));
             i += 2;
         } else {
-            result += static_cast<char16_t>((first & 0x0F) << 12 | (byte(i + 1) & 0x3F) << 6 | (byte(i + 2) & 0x3F));
+            result += static_cast<char16_t>((first & 0x0F) << 12 | (byte(i + 1) & 0x3F) << 6 |
+                                            (byte(i + 2) & 0x3F));
             i += 3;
         }
     }

@@ -14,7 +14,8 @@ constexpr int kMachinesAShare = 125;
 class Machines : public ::testing::TestWithParam<int> {};
 
 TEST_P(Machines, KeepEveryPromise) {
-    const Outcome outcome = tryMachines(static_cast<std::uint64_t>(GetParam()) * kMachinesAShare + 1, kMachinesAShare);
+    const Outcome outcome =
+        tryMachines(static_cast<std::uint64_t>(GetParam()) * kMachinesAShare + 1, kMachinesAShare);
     EXPECT_TRUE(outcome.failures.empty()) << outcome.report();
     EXPECT_EQ(outcome.counts.machines, kMachinesAShare);
     // Machines on which nothing happens would prove nothing.
@@ -30,7 +31,8 @@ TEST(MachinesOfACommand, KeepEveryPromise) {
     const char* count = std::getenv("BROMVALE_MACHINES");
     const char* first = std::getenv("BROMVALE_FIRST_SEED");
     if (count == nullptr) GTEST_SKIP() << "run tests/proof/run";
-    const Outcome outcome = tryMachines(first == nullptr ? 1 : std::strtoull(first, nullptr, 10), std::atoi(count));
+    const Outcome outcome =
+        tryMachines(first == nullptr ? 1 : std::strtoull(first, nullptr, 10), std::atoi(count));
     std::printf("%s\n", outcome.figures().c_str());
     EXPECT_TRUE(outcome.failures.empty()) << outcome.report();
 }

@@ -9,8 +9,8 @@ constexpr std::size_t kMostShown = 160;
 
 template <class Things>
 auto* named(Things& things, View name) {
-    const auto found =
-        std::find_if(things.begin(), things.end(), [name](const auto& thing) { return equalNoCase(thing.name, name); });
+    const auto found = std::find_if(things.begin(), things.end(),
+                                    [name](const auto& thing) { return equalNoCase(thing.name, name); });
     return found == things.end() ? nullptr : &*found;
 }
 
@@ -111,12 +111,13 @@ Entry& Entry::make(View path, EntryKind last) {
 
 std::string describe(const Model& model) {
     const System& system = model.system;
-    std::string text = "seed " + std::to_string(model.seed) + ": " + system.os + (system.sixtyFour ? " 64-bit" : "") +
-                       (system.sixtyFour ? (system.programSixtyFour ? ", 64-bit program" : ", 32-bit program") : "") +
-                       ", code page " + std::to_string(system.codePage) +
-                       (system.shortNames ? ", short names" : ", no short names") +
-                       (model.plan.permanent ? ", for good" : ", recycle bin") +
-                       (model.plan.markedOnly ? ", marked rows" : ", all rows") + "\n";
+    std::string text =
+        "seed " + std::to_string(model.seed) + ": " + system.os + (system.sixtyFour ? " 64-bit" : "") +
+        (system.sixtyFour ? (system.programSixtyFour ? ", 64-bit program" : ", 32-bit program") : "") +
+        ", code page " + std::to_string(system.codePage) +
+        (system.shortNames ? ", short names" : ", no short names") +
+        (model.plan.permanent ? ", for good" : ", recycle bin") +
+        (model.plan.markedOnly ? ", marked rows" : ", all rows") + "\n";
     for (const Text& line : model.plan.list) text += "  listed: " + readable(line) + "\n";
     for (const Text& line : model.plan.chosen) text += "  chosen: " + readable(line) + "\n";
     for (const Key& key : model.machine.keys) describe(key, "HKLM", text);

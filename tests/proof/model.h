@@ -64,10 +64,10 @@ struct System {
 
 // What the user does on the machine besides scanning and removing.
 struct Plan {
-    bool markedOnly = false;  // only some rows are removed
-    bool permanent = false;   // files are deleted for good
-    std::vector<Text> list;   // lines of liste.txt, in this order
-    std::vector<Text> chosen; // folders chosen in the dialog
+    bool markedOnly = false;   // only some rows are removed
+    bool permanent = false;    // files are deleted for good
+    std::vector<Text> list;    // lines of liste.txt, in this order
+    std::vector<Text> chosen;  // folders chosen in the dialog
 };
 
 struct Model {

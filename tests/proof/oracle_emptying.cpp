@@ -19,8 +19,9 @@ class Emptying {
         Entry* folder = &drive_;
         std::string host;
         for (const Text& name : split(path.substr(2))) {
-            const auto found = std::find_if(folder->entries.begin(), folder->entries.end(),
-                                            [&](const Entry& entry) { return equalNoCase(entry.name, name); });
+            const auto found =
+                std::find_if(folder->entries.begin(), folder->entries.end(),
+                             [&](const Entry& entry) { return equalNoCase(entry.name, name); });
             // A folder that is reached through a link is another one.
             if (found == folder->entries.end() || found->kind != EntryKind::Folder) return;
             folder = &*found;
@@ -28,7 +29,8 @@ class Emptying {
         }
         if (folder == &drive_) return;
         result.folders.insert(host);
-        std::erase_if(folder->entries, [&](const Entry& entry) { return goes(entry, host + "/" + utf8(entry.name)); });
+        std::erase_if(folder->entries,
+                      [&](const Entry& entry) { return goes(entry, host + "/" + utf8(entry.name)); });
     }
     Emptied result;
 
@@ -46,8 +48,8 @@ class Emptying {
     // Every folder below can be looked into, and every link taken out.
     bool isOpen(const Entry& folder) const {
         return std::all_of(folder.entries.begin(), folder.entries.end(), [this](const Entry& entry) {
-            return entry.kind == EntryKind::File ||
-                   (isReachable(model_.system, entry.name) && (entry.kind != EntryKind::Folder || isOpen(entry)));
+            return entry.kind == EntryKind::File || (isReachable(model_.system, entry.name) &&
+                                                     (entry.kind != EntryKind::Folder || isOpen(entry)));
         });
     }
     void take(const Entry& entry, const std::string& host) {
@@ -67,7 +69,9 @@ class Emptying {
 
 bool isTakenAsItStands(const System& system, View path) {
     const bool share = path.starts_with(u"\\\\");
-    if (!isExactOn(system.codePage, path) || path.size() < 4 || (!share && (path[1] != u':' || path[2] != u'\\'))) return false;
+    if (!isExactOn(system.codePage, path) || path.size() < 4 ||
+        (!share && (path[1] != u':' || path[2] != u'\\')))
+        return false;
     const std::vector<Text> names = split(path.substr(2));
     return std::none_of(names.begin(), names.end(),
                         [](const Text& name) { return name.back() == u'.' || name.back() == u' '; });

@@ -11,7 +11,8 @@ constexpr View kWild = u"*?";
 
 bool matches(View mask, View name) {
     if (mask.empty()) return name.empty();
-    if (mask.front() == u'*') return matches(mask.substr(1), name) || (!name.empty() && matches(mask, name.substr(1)));
+    if (mask.front() == u'*')
+        return matches(mask.substr(1), name) || (!name.empty() && matches(mask, name.substr(1)));
     // A question mark is any character, or none before a dot and at the end.
     if (mask.front() == u'?' && (name.empty() || name.front() == u'.')) return matches(mask.substr(1), name);
     if (name.empty() || (mask.front() != u'?' && lower(mask.front()) != lower(name.front()))) return false;
@@ -60,7 +61,8 @@ bool leadsSomewhere(const Model& model, const std::vector<Text>& names, bool toF
 bool leadsSomewhere(const Model& model, View path, bool toFile) {
     Text whole(path);
     std::replace(whole.begin(), whole.end(), u'/', u'\\');
-    if (whole.size() < 3 || whole.size() > kLongest || whole.starts_with(u"\\\\") || whole.back() == u'\\') return false;
+    if (whole.size() < 3 || whole.size() > kLongest || whole.starts_with(u"\\\\") || whole.back() == u'\\')
+        return false;
     if (lower(whole[0]) != u'c' || whole[1] != u':' || whole[2] != u'\\') return false;
     const View rest = View(whole).substr(3);
     if (rest.find_first_of(u":<>|\"") != View::npos) return false;

@@ -121,11 +121,13 @@ Text realKeyPath(const System& system, std::int32_t hive, View path) {
     if (!system.sixtyFour || system.programSixtyFour) return Text(path);
     const std::vector<Text> names = split(path);
     if (startsWith(names, {u"software", u"classes"})) {
-        const bool other = names.size() > 2 && std::any_of(std::begin(kRedirected), std::end(kRedirected),
-                                                           [&](View kind) { return equalNoCase(kind, names[2]); });
+        const bool other =
+            names.size() > 2 && std::any_of(std::begin(kRedirected), std::end(kRedirected),
+                                            [&](View kind) { return equalNoCase(kind, names[2]); });
         return other ? u"Software\\Classes\\Wow6432Node\\" + joined(names, 2) : Text(path);
     }
-    const bool shared = startsWith(names, {u"software", u"microsoft", u"windows", u"currentversion", u"app paths"});
+    const bool shared =
+        startsWith(names, {u"software", u"microsoft", u"windows", u"currentversion", u"app paths"});
     if (hive == kUser || shared || !startsWith(names, {u"software"}) || names.size() < 2) return Text(path);
     return u"Software\\Wow6432Node\\" + joined(names, 1);
 }

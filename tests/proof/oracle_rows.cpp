@@ -16,7 +16,8 @@ std::size_t position(View text, View sought) {
 }
 
 void replaceAll(Text& text, View old, View by) {
-    for (std::size_t at = text.find(old); at != Text::npos; at = text.find(old, at + by.size())) text.replace(at, old.size(), by);
+    for (std::size_t at = text.find(old); at != Text::npos; at = text.find(old, at + by.size()))
+        text.replace(at, old.size(), by);
 }
 
 Text normalised(const Text& value) {
@@ -122,13 +123,14 @@ bool Oracle::checkFile(const Line& next, std::size_t index) {
     const Text v = normalised(entry.value);
     const bool form = position(v, u":\\") >= 2 || v.starts_with(u"\\\\");
     if (isAtFilePlace(key, entry.name) && form && entry.name != u"ThreadingModel") {
-        // A text that lost letters on its way clears the object like a file that was found, also where the cuts
-        // took them off: what stood there may have belonged to the path.
+        // A text that lost letters on its way clears the object like a file that was found, also where the
+        // cuts took them off: what stood there may have belonged to the path.
         if (!isExactOn(model_->system.codePage, entry.value) || fileExists(*model_, v)) return true;
         for (std::size_t j = n; j-- > 0;) add(next.hive, true, group_[j], true, true);
         return true;
     }
-    if (position(key, u"uninstall") >= 2 && n == 1 && entry.name != u"SystemComponent" && entry.name != u"UninstallString") {
+    if (position(key, u"uninstall") >= 2 && n == 1 && entry.name != u"SystemComponent" &&
+        entry.name != u"UninstallString") {
         add(next.hive, true, entry, true, false);
         return true;
     }

@@ -28,7 +28,7 @@ struct Range {
 // Windows' functions stand in no namespace or in the program's own.
 bool isProvider(std::string_view symbol) {
     if (symbol.find("8bromvale7offline") != std::string_view::npos) return true;
-    constexpr std::string_view kOfTheProgramsNamespace[] = {"Internet",       "HttpQueryInfoA", "DoFileDownload",
+    constexpr std::string_view kOfTheProgramsNamespace[] = {"Internet", "HttpQueryInfoA", "DoFileDownload",
                                                             "askWhereToSave", "openConnection"};
     constexpr std::string_view kPlain = "_ZN8bromvale";
     if (symbol.starts_with(kPlain)) {
@@ -42,7 +42,8 @@ bool isProvider(std::string_view symbol) {
 }
 
 bool isProgram(std::string_view symbol) {
-    return symbol.find("8bromvale") != std::string_view::npos && symbol.find("8bromvale5proof") == std::string_view::npos &&
+    return symbol.find("8bromvale") != std::string_view::npos &&
+           symbol.find("8bromvale5proof") == std::string_view::npos &&
            symbol.find("8bromvale7testing") == std::string_view::npos;
 }
 
@@ -89,7 +90,8 @@ std::vector<Range> readRanges() {
                 ranges.push_back({base + symbol.st_value, base + symbol.st_value + symbol.st_size, provider});
         }
     }
-    std::sort(ranges.begin(), ranges.end(), [](const Range& left, const Range& right) { return left.start < right.start; });
+    std::sort(ranges.begin(), ranges.end(),
+              [](const Range& left, const Range& right) { return left.start < right.start; });
     return ranges;
 }
 
@@ -103,8 +105,9 @@ bool calledByProvider() {
     const int count = ::backtrace(callers, kDeepest);
     for (int i = 0; i < count; ++i) {
         const auto address = reinterpret_cast<std::uintptr_t>(callers[i]);
-        const auto behind = std::upper_bound(ranges.begin(), ranges.end(), address,
-                                             [](std::uintptr_t sought, const Range& range) { return sought < range.start; });
+        const auto behind =
+            std::upper_bound(ranges.begin(), ranges.end(), address,
+                             [](std::uintptr_t sought, const Range& range) { return sought < range.start; });
         if (behind != ranges.begin() && address <= std::prev(behind)->end) return std::prev(behind)->provider;
     }
     return true;  // the test's own

@@ -70,12 +70,15 @@ class Sample : public testing::TestMachine, public ::testing::WithParamInterface
         for (const Value& value : key.values) {
             Text text = textOf(value.bytes);
             text.pop_back();
-            setString(hive, std::u16string_view(path), std::u16string_view(value.name), std::u16string_view(text));
+            setString(hive, std::u16string_view(path), std::u16string_view(value.name),
+                      std::u16string_view(text));
         }
-        for (const Key& below : key.keys) putUp(below, hive, (path.empty() ? Text() : path + u"\\") + below.name);
+        for (const Key& below : key.keys)
+            putUp(below, hive, (path.empty() ? Text() : path + u"\\") + below.name);
     }
 
-    void lookAtFiles(const Entry& folder, const Text& path, const std::string& host, const Emptied& expected) {
+    void lookAtFiles(const Entry& folder, const Text& path, const std::string& host,
+                     const Emptied& expected) {
         for (const Entry& entry : folder.entries) {
             const Text own = path + u"\\" + entry.name;
             const std::string ownHost = host + "/" + utf8(entry.name);
@@ -93,7 +96,8 @@ std::vector<Row> foundRows() {
     std::vector<Row> rows;
     for (int number = 1; number <= frmMain().lvwRegKeys.count(); ++number) {
         const ListItem& item = frmMain().lvwRegKeys.item(number);
-        rows.push_back({item.column(kKeyLine), item.column(kValueName), item.column(kValueData), item.column(kHiveHandle)});
+        rows.push_back({item.column(kKeyLine), item.column(kValueName), item.column(kValueData),
+                        item.column(kHiveHandle)});
     }
     return rows;
 }
@@ -101,7 +105,8 @@ std::vector<Row> foundRows() {
 std::string told(const std::vector<Row>& rows) {
     std::string text;
     for (const Row& row : rows)
-        text += "\n  " + readable(row.keyLine) + " | " + readable(row.valueName) + " | " + readable(row.valueData) + " | " + row.hive;
+        text += "\n  " + readable(row.keyLine) + " | " + readable(row.valueName) + " | " +
+                readable(row.valueData) + " | " + row.hive;
     return text;
 }
 
@@ -110,7 +115,8 @@ TEST_P(Sample, AScanFindsWhatTheDescriptionGives) {
     const Findings expected = oracle.scan(model_);
     frmMain().cmdStart.userClick();
     const std::vector<Row> rows = foundRows();
-    EXPECT_TRUE(rows == expected.rows) << "expected" << told(expected.rows) << "\nfound" << told(rows) << "\n" << describe(model_);
+    EXPECT_TRUE(rows == expected.rows) << "expected" << told(expected.rows) << "\nfound" << told(rows) << "\n"
+                                       << describe(model_);
 }
 
 TEST_P(Sample, EmptyingStaysInItsFolder) {
@@ -127,7 +133,8 @@ TEST_P(Sample, EmptyingStaysInItsFolder) {
     frmMain().cmdInhaltLöschen_Click();
     std::string host;
     for (const Text& name : split(place() + u"\\Platte")) host += "/" + utf8(name);
-    lookAtFiles(*model_.drive.find(place() + u"\\Platte"), wideFolder() + u"Platte", host, emptied(model_, folders));
+    lookAtFiles(*model_.drive.find(place() + u"\\Platte"), wideFolder() + u"Platte", host,
+                emptied(model_, folders));
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, Sample, ::testing::Range(1, 19));

@@ -6,8 +6,8 @@ namespace {
 constexpr std::size_t kMostTold = 12;
 
 std::string told(const StoredKey& key, const StoredData& value) {
-    return "[" + readable(key.path) + "] \"" + readable(value.name) + "\" type " + std::to_string(value.type) + " " +
-           readable(std::string_view(value.bytes));
+    return "[" + readable(key.path) + "] \"" + readable(value.name) + "\" type " +
+           std::to_string(value.type) + " " + readable(std::string_view(value.bytes));
 }
 
 void compareValues(const StoredKey& before, const StoredKey& after, std::vector<std::string>& lines) {

@@ -28,14 +28,16 @@ struct StoredKey {
 using RegistrySnapshot = std::map<Text, StoredKey>;
 
 // The differences as readable lines, at most so many.
-[[nodiscard]] std::vector<std::string> differences(const RegistrySnapshot& before, const RegistrySnapshot& after);
+[[nodiscard]] std::vector<std::string> differences(const RegistrySnapshot& before,
+                                                   const RegistrySnapshot& after);
 
 // Keys at a path and below it.
 [[nodiscard]] RegistrySnapshot subTree(const RegistrySnapshot& registry, View path);
 
 // What a registry file of either version would put into an empty registry. A line that can't be read is told
 // in `complaints`. `codePage` is that of a file in ANSI.
-[[nodiscard]] RegistrySnapshot readRegistryFile(const std::string& bytes, std::vector<std::string>& complaints);
+[[nodiscard]] RegistrySnapshot readRegistryFile(const std::string& bytes,
+                                                std::vector<std::string>& complaints);
 
 // Files and folders of a host folder by their paths in UTF-8, with "<link>" and the target or the bytes of a
 // file behind them; links are not followed.

@@ -10,9 +10,10 @@ namespace {
 Text fromAnsi(std::string_view bytes) {
     Text text(bytes.size(), u'\0');
     const int written =
-        bytes.empty() ? 0
-                      : MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()),
-                                            reinterpret_cast<WCHAR*>(text.data()), static_cast<int>(text.size()));
+        bytes.empty()
+            ? 0
+            : MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()),
+                                  reinterpret_cast<WCHAR*>(text.data()), static_cast<int>(text.size()));
     text.resize(static_cast<std::size_t>(written));
     return text;
 }
@@ -26,7 +27,8 @@ class FileReader {
 
     RegistrySnapshot read() {
         const Text header = nextLine();
-        if (header != (unicode_ ? View(u"Windows Registry Editor Version 5.00") : View(u"REGEDIT4"))) complain(header);
+        if (header != (unicode_ ? View(u"Windows Registry Editor Version 5.00") : View(u"REGEDIT4")))
+            complain(header);
         while (!rest_.empty()) line(nextLine());
         return std::move(registry_);
     }
@@ -74,11 +76,13 @@ class FileReader {
         } else if (!quotedText(text, at, name)) {
             return complain(text);
         }
-        if (key_ == nullptr || at >= text.size() || text[at] != u'=' || !value(name, text.substr(at + 1))) complain(text);
+        if (key_ == nullptr || at >= text.size() || text[at] != u'=' || !value(name, text.substr(at + 1)))
+            complain(text);
     }
 
     void addParents(const Text& path) {
-        for (std::size_t slash = path.rfind(u'\\'); slash != Text::npos && slash > 0; slash = path.rfind(u'\\', slash - 1)) {
+        for (std::size_t slash = path.rfind(u'\\'); slash != Text::npos && slash > 0;
+             slash = path.rfind(u'\\', slash - 1)) {
             StoredKey& parent = registry_[lower(View(path).substr(0, slash))];
             if (parent.path.empty()) parent.path = path.substr(0, slash);
         }
@@ -103,7 +107,8 @@ class FileReader {
         } else if (data.starts_with(u"dword:")) {
             unsigned number = 0;
             const std::string digits(data.begin() + 6, data.end());
-            if (std::from_chars(digits.data(), digits.data() + digits.size(), number, 16).ec != std::errc()) return false;
+            if (std::from_chars(digits.data(), digits.data() + digits.size(), number, 16).ec != std::errc())
+                return false;
             stored.type = 4;
             for (int i = 0; i < 4; ++i, number >>= 8) stored.bytes += static_cast<char>(number & 0xFF);
         } else if (!hexData(data, stored)) {
@@ -122,7 +127,8 @@ class FileReader {
         if (text[3] == '(') std::from_chars(text.data() + 4, text.data() + colon - 1, stored.type, 16);
         for (std::size_t at = colon + 1; at + 1 < text.size(); at += 3) {
             unsigned byte = 0;
-            if (std::from_chars(text.data() + at, text.data() + at + 2, byte, 16).ec != std::errc()) return false;
+            if (std::from_chars(text.data() + at, text.data() + at + 2, byte, 16).ec != std::errc())
+                return false;
             stored.bytes += static_cast<char>(byte);
         }
         const bool isText = stored.type == 1 || stored.type == 2 || stored.type == 7;

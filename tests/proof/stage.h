@@ -11,8 +11,8 @@ namespace bromvale::proof {
 
 class Stage : public testing::TestMachine {
   public:
-    // `hostFolder` must exist and be empty; the drive becomes a folder below it. Without one the drive lies in
-    // memory, where there are no links.
+    // `hostFolder` must exist and be empty; the drive becomes a folder below it. Without one the drive lies
+    // in memory, where there are no links.
     explicit Stage(const Model& model, const std::string& hostFolder = {});
 
     [[nodiscard]] std::string hostDrive() const { return host_ + "/C"; }

@@ -20,7 +20,8 @@ void putUpFiles(const Entry& entry, const std::string& hostPath, const std::stri
     switch (entry.kind) {
         case EntryKind::Folder:
             fs::create_directories(hostPath);
-            for (const Entry& below : entry.entries) putUpFiles(below, hostPath + "/" + utf8(below.name), drive);
+            for (const Entry& below : entry.entries)
+                putUpFiles(below, hostPath + "/" + utf8(below.name), drive);
             return;
         case EntryKind::LinkToFolder: {
             std::string target = utf8(View(entry.target).substr(2));
@@ -29,7 +30,9 @@ void putUpFiles(const Entry& entry, const std::string& hostPath, const std::stri
             return;
         }
         case EntryKind::DanglingLink: fs::create_symlink(drive + "/nirgends", hostPath); return;
-        case EntryKind::File: std::ofstream(hostPath) << "Inhalt von " << hostPath.substr(drive.size()); return;
+        case EntryKind::File:
+            std::ofstream(hostPath) << "Inhalt von " << hostPath.substr(drive.size());
+            return;
     }
 }
 
@@ -51,7 +54,8 @@ void readFolder(const offline::Location& drive, std::vector<std::string>& names,
         std::string path;
         for (const std::string& name : names) path += "\\" + utf8(offline::wideFromStored(name));
         const bool folder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        snapshot[path] = folder ? "<folder>" : machine().drives.readFile(fromUtf8("C:" + path)).value_or("<none>");
+        snapshot[path] =
+            folder ? "<folder>" : machine().drives.readFile(fromUtf8("C:" + path)).value_or("<none>");
         if (folder) readFolder(drive, names, snapshot);
         names.pop_back();
     }
@@ -60,7 +64,8 @@ void readFolder(const offline::Location& drive, std::vector<std::string>& names,
 void putUpKeys(const Key& key, const Text& path) {
     offline::Registry& registry = machine().registry;
     registry.createKey(View(path));
-    for (const Value& value : key.values) registry.setValue(View(path), View(value.name), value.type, value.bytes);
+    for (const Value& value : key.values)
+        registry.setValue(View(path), View(value.name), value.type, value.bytes);
     for (const Key& below : key.keys) putUpKeys(below, path + u"\\" + below.name);
     if (key.denied) registry.deny(View(path));
 }
@@ -108,7 +113,8 @@ Stage::Stage(const Model& model, const std::string& hostFolder) : host_(hostFold
         machine().drives.addFolder('C', hostDrive());
     }
     if (model.system.sixtyFour)
-        offline::setHalves(model.system.programSixtyFour ? offline::Halves::SeenBy64 : offline::Halves::SeenBy32);
+        offline::setHalves(model.system.programSixtyFour ? offline::Halves::SeenBy64
+                                                         : offline::Halves::SeenBy32);
     machine().drives.currentDirectory = "C:\\Programme\\Bromvale";
     putUpState(model.system);
     putUpKeys(model.machine, Text(kMachineName));

@@ -14,14 +14,17 @@ using offline::EventKind;
 using offline::machine;
 
 constexpr const char* kFolder = "/Programme/Bromvale/Backup/";
-constexpr View kStrangers[] = {u"lang.reg_alt", u"Zdjecia.reg", u"Zdjęcia.reg", u"łap.reg", u"a＼b.reg", u"＊.reg", u"x.txt"};
+constexpr View kStrangers[] = {u"lang.reg_alt", u"Zdjecia.reg", u"Zdjęcia.reg", u"łap.reg",
+                               u"a＼b.reg",     u"＊.reg",      u"x.txt"};
 
 // The true name of the file to which a path of the program leads.
 Text trueName(const std::string& path) {
     offline::Location location;
     offline::FileInfo info;
     const offline::StoredText stored(path.c_str());
-    if (machine().drives.locateStored(stored.view(), location) != 0 || location.volume->find(location.all(), &info) != 0) return {};
+    if (machine().drives.locateStored(stored.view(), location) != 0 ||
+        location.volume->find(location.all(), &info) != 0)
+        return {};
     return offline::wideFromStored(info.name);
 }
 
@@ -39,7 +42,8 @@ void Trial::useBackupPage() {
         backupRow(tries % frmMain().lvwBackup.count() + 1);
     const DriveSnapshot after = readDrive(stage_.hostDrive());
     for (const auto& [path, content] : before) {
-        if (!after.contains(path) && !path.starts_with(kFolder)) problem("the backup page deleted " + readable(path));
+        if (!after.contains(path) && !path.starts_with(kFolder))
+            problem("the backup page deleted " + readable(path));
     }
 }
 
@@ -53,7 +57,8 @@ void Trial::backupRow(int number) {
     frmMain().cmdEintragen.userClick();
     for (const offline::Event& event : machine().events.of(EventKind::ShellExecute)) {
         const bool there = event.text.starts_with("C:\\Programme\\Bromvale\\Backup\\");
-        if (!there || ansi(model_.system, trueName(event.text)) != name) problem("put back for " + readable(name) + ": " + readable(event.text));
+        if (!there || ansi(model_.system, trueName(event.text)) != name)
+            problem("put back for " + readable(name) + ": " + readable(event.text));
     }
     machine().answers.assign({IDYES, IDYES});
     frmMain().lvwBackup.userSelect({number});
@@ -64,7 +69,8 @@ void Trial::backupRow(int number) {
         if (path == "/Bromvale/bromvale.log" || after.contains(path)) continue;
         const Text file = fromUtf8(path.substr(path.rfind('/') + 1));
         // Only a file whose name came through whole may go, and only that one.
-        if (ansi(model_.system, file) != name || !path.starts_with("/Bromvale/Backup/")) problem("deleted for " + readable(name) + ": " + readable(path));
+        if (ansi(model_.system, file) != name || !path.starts_with("/Bromvale/Backup/"))
+            problem("deleted for " + readable(name) + ": " + readable(path));
     }
 }
 

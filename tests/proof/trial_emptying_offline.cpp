@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <fstream>
 
-#include "platform/offline/machine.h"
 #include "core/settings.h"
+#include "platform/offline/machine.h"
 #include "tests/proof/oracle_emptying.h"
 #include "tests/proof/trial.h"
 #include "ui/frm_main.h"
@@ -37,7 +37,8 @@ void Trial::chooseFolders() {
         machine().answers.clear();
         const std::string after = stage_.fileOnHost("Programme/Bromvale/liste.txt");
         if (before == after) continue;
-        if (!isTakenAsItStands(model_.system, path)) problem("chosen and listed: " + readable(path) + " as " + readable(after));
+        if (!isTakenAsItStands(model_.system, path))
+            problem("chosen and listed: " + readable(path) + " as " + readable(after));
         // The chosen path, in letters that the page has.
         if (after != before + ansi(model_.system, path) + "\r\n") problem("the list is " + readable(after));
         model_.plan.list.push_back(path);

@@ -10,11 +10,13 @@ namespace {
 
 Row rowAt(int number) {
     const ListItem& item = frmMain().lvwRegKeys.item(number);
-    return {item.column(kKeyLine), item.column(kValueName), item.column(kValueData), item.column(kHiveHandle)};
+    return {item.column(kKeyLine), item.column(kValueName), item.column(kValueData),
+            item.column(kHiveHandle)};
 }
 
 std::string told(const Row& row) {
-    return readable(row.keyLine) + " | " + readable(row.valueName) + " | " + readable(row.valueData) + " | " + row.hive;
+    return readable(row.keyLine) + " | " + readable(row.valueName) + " | " + readable(row.valueData) + " | " +
+           row.hive;
 }
 
 }  // namespace
@@ -23,7 +25,8 @@ Trial::Trial(const Model& model, const std::string& hostFolder) : model_(model),
     static_cast<void>(frmMain());
     atStart_ = readRegistry();
     RegistrySnapshot held = atStart_;
-    for (const auto& [path, key] : subTree(atStart_, u"HKEY_CURRENT_USER\\Software\\Bromvale")) held.erase(path);
+    for (const auto& [path, key] : subTree(atStart_, u"HKEY_CURRENT_USER\\Software\\Bromvale"))
+        held.erase(path);
     same("the machine holds something else", snapshotOf(model_), held);
     readBack(model_);
     counts_.machines = 1;
@@ -67,7 +70,8 @@ void Trial::compareRows(const std::vector<Row>& expectedRows) {
         std::sort(expected.begin(), expected.end());
     }
     if (got == expected) return;
-    problem("the rows differ: " + std::to_string(expected.size()) + " expected, " + std::to_string(got.size()) + " found");
+    problem("the rows differ: " + std::to_string(expected.size()) + " expected, " +
+            std::to_string(got.size()) + " found");
     for (std::size_t i = 0; i < std::max(got.size(), expected.size()); ++i) {
         const bool both = i < got.size() && i < expected.size();
         if (both && got[i] == expected[i]) continue;

@@ -51,14 +51,17 @@ Text byByte(const std::string& bytes) {
     return text;
 }
 
-// Variables stand for their folders, and a program of the other half of a 64-bit system is started from there.
+// Variables stand for their folders, and a program of the other half of a 64-bit system is started from
+// there.
 Text asStarted(const Text& command) {
     Text line = lower(View(trimmed(command)));
-    constexpr std::pair<View, View> kWords[] = {{u"%systemroot%", u"c:\\windows"}, {u"%windir%", u"c:\\windows"},
-                                                {u"%programfiles%", u"c:\\programme"}, {u"\"", u""},
-                                                {u"\\syswow64\\", u"\\system32\\"}, {u"\\sysnative\\", u"\\system32\\"}};
+    constexpr std::pair<View, View> kWords[] = {
+        {u"%systemroot%", u"c:\\windows"},     {u"%windir%", u"c:\\windows"},
+        {u"%programfiles%", u"c:\\programme"}, {u"\"", u""},
+        {u"\\syswow64\\", u"\\system32\\"},    {u"\\sysnative\\", u"\\system32\\"}};
     for (const auto& [word, by] : kWords) {
-        for (std::size_t at = line.find(word); at != Text::npos; at = line.find(word, at)) line.replace(at, word.size(), by);
+        for (std::size_t at = line.find(word); at != Text::npos; at = line.find(word, at))
+            line.replace(at, word.size(), by);
     }
     return line;
 }
@@ -88,7 +91,8 @@ bool isSurelyMissing(const Model& model, const Text& command) {
 
 void Trial::uninstall() {
     frmMain().mnuPopUpDeinstall_Click();
-    for (int number = 1; number <= frmMain().lvwDeinstall.count() && problems_.empty(); ++number) uninstallRow(number);
+    for (int number = 1; number <= frmMain().lvwDeinstall.count() && problems_.empty(); ++number)
+        uninstallRow(number);
     same("the programs page changed", atStart_, readRegistry());
 }
 
@@ -123,7 +127,8 @@ void Trial::checkStarted(const std::string& name, const std::vector<Text>& comma
         ++counts_.started;
         const bool named = std::any_of(commands.begin(), commands.end(), [&](const Text& command) {
             const Text whole = asStarted(byByte(ansi(model_.system, command)));
-            return isExactOn(model_.system.codePage, command) && !whole.empty() && asStarted(byByte(event.text)) == whole;
+            return isExactOn(model_.system.codePage, command) && !whole.empty() &&
+                   asStarted(byByte(event.text)) == whole;
         });
         if (named) continue;
         problem("started for " + name + " without being named: " + readable(event.text));
@@ -135,8 +140,9 @@ void Trial::checkOffer(const std::string& name, const std::vector<Text>& command
     bool offered = false;
     for (const offline::Event& event : machine().events.of(EventKind::MessageBox))
         offered = offered || event.text.find(kMissing) != std::string::npos;
-    const bool missing = std::any_of(commands.begin(), commands.end(),
-                                     [this](const Text& command) { return isSurelyMissing(model_, command); });
+    const bool missing = std::any_of(commands.begin(), commands.end(), [this](const Text& command) {
+        return isSurelyMissing(model_, command);
+    });
     if (offered && !missing) {
         problem("offered for removal, but not surely missing: " + name);
         for (const Text& command : commands) problem("  its command: " + readable(command));

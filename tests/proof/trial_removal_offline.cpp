@@ -20,7 +20,8 @@ std::vector<std::string> backups(const std::string& drive, bool whole) {
     const fs::path folder = drive + "/Programme/Bromvale/Backup";
     if (!fs::exists(folder)) return paths;
     for (const auto& entry : fs::directory_iterator(folder)) {
-        if (entry.path().filename().string().starts_with("Vollst") == whole) paths.push_back(entry.path().string());
+        if (entry.path().filename().string().starts_with("Vollst") == whole)
+            paths.push_back(entry.path().string());
     }
     return paths;
 }
@@ -84,7 +85,8 @@ void Trial::checkGone(const RegistrySnapshot& gone, const std::vector<std::size_
             if (path != target) continue;
             aimedAt = true;
             const Row& row = expected_.rows[i];
-            const std::string record = row.keyLine + "\r\n" + row.valueName + "=\"" + row.valueData + "\"\r\n\r\n";
+            const std::string record =
+                row.keyLine + "\r\n" + row.valueName + "=\"" + row.valueData + "\"\r\n\r\n";
             if (records.find(record) == std::string::npos)
                 problem("gone without its record: " + readable(row.keyLine) + " " + readable(row.valueName));
         }
@@ -120,7 +122,8 @@ bool Trial::mayStay(const Text& target) const {
     for (const auto& [path, stored] : tree) {
         if (!isExactOn(system.codePage, stored.path)) return true;
         for (const auto& [name, value] : stored.values) {
-            if (!isExactOn(system.codePage, value.name) || !isExactOn(system.codePage, textOf(value.bytes))) return true;
+            if (!isExactOn(system.codePage, value.name) || !isExactOn(system.codePage, textOf(value.bytes)))
+                return true;
         }
     }
     return false;
@@ -129,14 +132,16 @@ bool Trial::mayStay(const Text& target) const {
 void Trial::checkLeft(const RegistrySnapshot& after, const std::vector<std::size_t>& removed) {
     for (const std::size_t i : removed) {
         const Text& target = expected_.targets[i];
-        if (after.contains(lower(View(target))) && !mayStay(target)) problem("still there: " + readable(target));
+        if (after.contains(lower(View(target))) && !mayStay(target))
+            problem("still there: " + readable(target));
     }
 }
 
 void Trial::putBack() {
     for (const std::string& path : backups(stage_.hostDrive(), true)) {
         if (const auto error = offline::loadRegFile(path, offline::machine().registry))
-            problem("the copy can't be put back: line " + std::to_string(error->line) + " " + readable(error->reason));
+            problem("the copy can't be put back: line " + std::to_string(error->line) + " " +
+                    readable(error->reason));
     }
     same("put back", atStart_, readRegistry());
 }

@@ -29,11 +29,13 @@ std::string answerTo(const std::string& request) {
         std::string request;
         char buffer[2048];
         ssize_t count = 0;
-        while (request.find("\r\n\r\n") == std::string::npos && (count = ::read(line, buffer, sizeof buffer)) > 0)
+        while (request.find("\r\n\r\n") == std::string::npos &&
+               (count = ::read(line, buffer, sizeof buffer)) > 0)
             request.append(buffer, static_cast<std::size_t>(count));
         const std::string body = answerTo(request);
         const std::string answer =
-            "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+            "HTTP/1.1 200 OK\r\nConnection: close\r\nContent-Length: " + std::to_string(body.size()) +
+            "\r\n\r\n" + body;
         static_cast<void>(!::write(line, answer.data(), answer.size()));
         ::close(line);
     }
@@ -47,7 +49,8 @@ std::string startWebServer() {
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
-    if (::bind(listening, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listening, 8) != 0) return {};
+    if (::bind(listening, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listening, 8) != 0)
+        return {};
     ::getsockname(listening, reinterpret_cast<sockaddr*>(&address), &size);
     server = ::fork();
     if (server == 0) serve(listening);
