@@ -59,6 +59,7 @@ bool isQueriedText(DWORD type) {
 bool dataFits(DWORD type, const WideData& data, DWORD size) {
     const bool converted = isQueriedText(type) || type == REG_MULTI_SZ;
     if (!converted) return size <= kDataBytes;
+    if (size > sizeof data) return false;
     return ansiSize({data.data(), size / sizeof(char16_t)}) <= kDataBytes;
 }
 
@@ -126,10 +127,12 @@ LONG enumExactValue(HKEY key, DWORD index, std::string& name) {
     WideName text;
     WideData data;
     auto nameLength = static_cast<DWORD>(text.size());
+    // Where a character is a byte, the size alone tells whether the data fits, and nothing need be copied.
+    const bool sizeTells = codePageHasSingleBytes();
     DWORD dataLength = sizeof data;
     DWORD type = 0;
     const LONG status = wide()->enumValue(key, index, buffer(text.data()), &nameLength, nullptr, &type,
-                                          bytes(data), &dataLength);
+                                          sizeTells ? nullptr : bytes(data), &dataLength);
     if (status != ERROR_SUCCESS) return status;
     const std::u16string_view found(text.data(), nameLength);
     if (!dataFits(type, data, dataLength) || !nameFits(found)) return ERROR_MORE_DATA;

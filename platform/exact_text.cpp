@@ -121,10 +121,14 @@ void appendMark(std::string& text, char16_t unit) {
 }
 
 void appendExact(std::string& text, std::u16string_view wide) {
-    const std::size_t ascii =
-        static_cast<std::size_t>(std::find_if_not(wide.begin(), wide.end(), isPlainAscii) - wide.begin());
-    text.append(wide.begin(), wide.begin() + static_cast<std::ptrdiff_t>(ascii));
+    // Nearly all of a registry is ASCII, and a scan comes here for each name and text.
+    const std::size_t start = text.size();
+    text.resize(start + wide.size());
+    std::size_t ascii = 0;
+    for (char* to = text.data() + start; ascii < wide.size() && isPlainAscii(wide[ascii]); ++ascii)
+        to[ascii] = static_cast<char>(wide[ascii]);
     if (ascii == wide.size()) return;
+    text.resize(start + ascii);
     const CodePage& page = codePage();
     for (const char16_t unit : wide.substr(ascii)) {
         if (isPlainAscii(unit)) {

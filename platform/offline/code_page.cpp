@@ -83,18 +83,17 @@ std::string ansiFromUtf16Bytes(std::string_view bytes) {
 }
 
 std::string utf16BytesFromAnsi(std::string_view ansi) {
-    std::string result;
-    result.reserve(ansi.size() * 2);
-    for (const char c : ansi) {
-        const char16_t wide = wideOf(c);
-        result += static_cast<char>(wide & 0xFF);
-        result += static_cast<char>(wide >> 8);
+    std::string result(ansi.size() * 2, '\0');
+    for (std::size_t i = 0; i < ansi.size(); ++i) {
+        const char16_t wide = wideOf(ansi[i]);
+        result[2 * i] = static_cast<char>(wide & 0xFF);
+        result[2 * i + 1] = static_cast<char>(wide >> 8);
     }
     return result;
 }
 
 std::string utf8FromAnsi(std::string_view ansi) {
-    return utf8FromWide(utf16FromAnsi(ansi));
+    return isAscii(ansi) ? std::string(ansi) : utf8FromWide(utf16FromAnsi(ansi));
 }
 
 std::string ansiFromUtf8(std::string_view utf8) {

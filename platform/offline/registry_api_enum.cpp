@@ -10,6 +10,7 @@
 using bromvale::offline::AnsiText;
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
+using bromvale::offline::isAscii;
 using bromvale::offline::RegistryKey;
 using bromvale::offline::wideFromStored;
 
@@ -25,8 +26,8 @@ LONG enumeratedKey(HKEY handle, DWORD index, std::string_view& name) {
     return ERROR_SUCCESS;
 }
 
-template <class Char>
-LONG copyName(std::basic_string_view<Char> name, Char* buffer, DWORD& size) {
+template <class Text, class Char>
+LONG copyName(Text name, Char* buffer, DWORD& size) {
     if (name.size() >= size) return ERROR_MORE_DATA;
     std::copy(name.begin(), name.end(), buffer);
     buffer[name.size()] = Char{};
@@ -39,7 +40,8 @@ LONG copyFound(std::string_view stored, LPSTR buffer, DWORD& size) {
 }
 
 LONG copyFound(std::string_view stored, LPWSTR buffer, DWORD& size) {
-    return copyName<WCHAR>(wideFromStored(stored), buffer, size);
+    if (isAscii(stored)) return copyName(stored, buffer, size);
+    return copyName(std::u16string_view(wideFromStored(stored)), buffer, size);
 }
 
 template <class Char>

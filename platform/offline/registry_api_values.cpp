@@ -3,6 +3,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/offline/code_page.h"
 #include "platform/offline/faults.h"
 #include "platform/offline/registry.h"
 #include "platform/offline/registry_api.h"
@@ -14,6 +15,7 @@ using bromvale::offline::AnsiText;
 using bromvale::offline::currentRegistry;
 using bromvale::offline::faults;
 using bromvale::offline::GivenData;
+using bromvale::offline::isAscii;
 using bromvale::offline::isText;
 using bromvale::offline::kLongestValueName;
 using bromvale::offline::RegistryKey;
@@ -23,6 +25,7 @@ using bromvale::offline::StoredText;
 using bromvale::offline::textRules;
 using bromvale::offline::unitCount;
 using bromvale::offline::wideFromStored;
+using bromvale::offline::wideOf;
 
 namespace {
 
@@ -57,15 +60,37 @@ LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, con
                     dataSize);
 }
 
+// The usual text: widened right into the caller's buffer.
+bool copyWidened(const RegistryValueNode& value, LPBYTE data, DWORD& dataSize) {
+    const std::string_view narrow = value.data().bytes;
+    const std::size_t size = narrow.size() * sizeof(WCHAR);
+    if (!value.data().narrow || size > dataSize || !narrow.ends_with('\0')) return false;
+    for (std::size_t i = 0; i < narrow.size(); ++i) {
+        const WCHAR unit = wideOf(narrow[i]);
+        std::memcpy(data + i * sizeof unit, &unit, sizeof unit);
+    }
+    dataSize = static_cast<DWORD>(size);
+    return true;
+}
+
 LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, const WCHAR*) {
+    if (data != nullptr && copyWidened(value, data, *dataSize)) return ERROR_SUCCESS;
+    if (data == nullptr && dataSize != nullptr && value.data().narrow) {
+        *dataSize = static_cast<DWORD>(value.data().bytes.size() * sizeof(WCHAR));
+        return ERROR_SUCCESS;
+    }
     return copyData(GivenData::asWindows(value).view(), isText(value.type()), sizeof(WCHAR), data, dataSize);
 }
 
 // A name that does not fit is cut to the buffer, and the size stays what it was.
-template <class Char>
-LONG copyFound(std::basic_string_view<Char> found, Char* name, LPDWORD nameSize) {
+template <class Text, class Char>
+LONG copyFound(Text found, Char* name, LPDWORD nameSize) {
     const bool fits = found.size() < *nameSize;
-    if (*nameSize > 0) name[found.copy(name, *nameSize - 1)] = Char{};
+    if (*nameSize > 0) {
+        const std::size_t size = std::min<std::size_t>(found.size(), *nameSize - 1);
+        std::copy_n(found.begin(), size, name);
+        name[size] = Char{};
+    }
     if (!fits) return ERROR_MORE_DATA;
     *nameSize = static_cast<DWORD>(found.size());
     return ERROR_SUCCESS;
@@ -76,7 +101,8 @@ LONG copyValueName(std::string_view stored, LPSTR name, LPDWORD nameSize) {
 }
 
 LONG copyValueName(std::string_view stored, LPWSTR name, LPDWORD nameSize) {
-    return copyFound<WCHAR>(wideFromStored(stored), name, nameSize);
+    if (isAscii(stored)) return copyFound(stored, name, nameSize);
+    return copyFound(std::u16string_view(wideFromStored(stored)), name, nameSize);
 }
 
 template <class Char>

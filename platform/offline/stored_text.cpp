@@ -21,6 +21,15 @@ bool isEscapedByte(char32_t number) {
     return number >= kEscapedByte + 0x80 && number <= kEscapedByte + 0xFF;
 }
 
+// Eight bytes at once.
+bool isSameAscii(const char* left, const char* right) {
+    std::uint64_t a = 0;
+    std::uint64_t b = 0;
+    std::memcpy(&a, left, sizeof a);
+    std::memcpy(&b, right, sizeof b);
+    return a == b && (a & 0x8080808080808080u) == 0;
+}
+
 template <class Char>
 DWORD answer(std::basic_string_view<Char> text, Char* buffer, DWORD size) {
     if (size <= text.size()) return static_cast<DWORD>(text.size() + 1);
@@ -51,6 +60,8 @@ void appendUnit(std::string& stored, char16_t unit) {
 }
 
 std::string storedFromWide(std::u16string_view wide) {
+    const auto ascii = [](char16_t unit) { return unit < 0x80; };
+    if (std::all_of(wide.begin(), wide.end(), ascii)) return {wide.begin(), wide.end()};
     std::string result;
     result.reserve(wide.size());
     for (const char16_t unit : wide) appendUnit(result, unit);
@@ -58,6 +69,7 @@ std::string storedFromWide(std::u16string_view wide) {
 }
 
 std::u16string wideFromStored(std::string_view stored) {
+    if (isAscii(stored)) return {stored.begin(), stored.end()};
     std::u16string result;
     result.reserve(stored.size());
     while (!stored.empty()) result += takeUnit(stored);
@@ -141,9 +153,10 @@ std::size_t unitCount(std::string_view stored) {
 }
 
 int compareStored(std::string_view left, std::string_view right) {
-    // Nearly all names are ASCII up to where they differ.
+    // Nearly all names are ASCII up to where they differ, and many begin alike.
     const std::size_t common = std::min(left.size(), right.size());
     std::size_t same = 0;
+    while (same + 8 <= common && isSameAscii(left.data() + same, right.data() + same)) same += 8;
     for (; same < common; ++same) {
         const unsigned char a = byteOf(left[same]);
         const unsigned char b = byteOf(right[same]);
