@@ -157,10 +157,10 @@ std::string rootOf(std::string_view program) {
 // A drive that isn't there, as one that was unplugged, or a share out of reach says nothing about its files.
 // And a file that is there isn't missing, whatever the system says.
 int failureOfMissing(std::string_view program) {
-    if (isProgram(std::string(program))) return kInvalidCall;
     const std::string root = rootOf(program);
-    if (root.empty() || GetFileAttributesA(root.c_str()) != INVALID_FILE_ATTRIBUTES) return kFileNotFound;
-    return root.front() == '\\' ? kPathNotFound : kDiskNotReady;
+    if (!root.empty() && GetFileAttributesA(root.c_str()) == INVALID_FILE_ATTRIBUTES)
+        return root.front() == '\\' ? kPathNotFound : kDiskNotReady;
+    return isProgram(std::string(program)) ? kInvalidCall : kFileNotFound;
 }
 
 std::string_view withoutBlanksBefore(std::string_view line) {

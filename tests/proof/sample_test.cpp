@@ -63,6 +63,9 @@ class Sample : public testing::TestMachine, public ::testing::WithParamInterface
             return value.type != kText || textOf(value.bytes).find(u'\0') + 1 != textOf(value.bytes).size();
         });
         for (Value& value : key.values) value.bytes = bytesOf(moved(textOf(value.bytes)));
+        // Wine keeps values in the order of their names, Windows in that of their creation.
+        std::sort(key.values.begin(), key.values.end(),
+                  [](const Value& left, const Value& right) { return comesBefore(left.name, right.name); });
         for (Key& below : key.keys) keepTexts(below);
     }
     void putUp(const Key& key, HKEY hive, const Text& path) {
