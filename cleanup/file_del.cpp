@@ -38,6 +38,11 @@ void deleteForGood(const std::string& path) {
     if (!DeleteFileA(path.c_str())) static_cast<void>(RemoveDirectoryA(path.c_str()));
 }
 
+bool isFolder(const std::string& path) {
+    FoundEntry found;
+    return findEntry(path, found) == 0 && (found.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
 void traceAttempt(const std::string& path) {
     kTags.trace([&] { return "Versuch die Datei " + plainText(path) + " zu löschen; Ergebnis unbekannt"; });
 }
@@ -84,9 +89,10 @@ void FileDel(std::string& path, std::string_view file) {
     const auto onFailure = reportAndGoOn(kTags);
     if (!file.empty()) {
         // A named file always goes to the recycle bin, whatever DelFilePermanent says. The shell would take a
-        // name that isn't plain for another file, or for many, and it cuts a path that is too long.
+        // name that isn't plain for another file, or for many, and it cuts a path that is too long. A folder
+        // is no file: what lies in it, or behind a link, was never asked about.
         const std::string whole = std::string(path).append(file);
-        const bool reached = isExact(path) && isPlainName(file) && fitsPath(whole);
+        const bool reached = isExact(path) && isPlainName(file) && fitsPath(whole) && !isFolder(whole);
         if (reached) attempt(onFailure, [&] { moveToRecycleBin(whole); });
         return traceAttempt(whole);
     }

@@ -146,18 +146,22 @@ bool startInOtherView(const std::string& line, int showState) {
 }
 
 // The drive or share that the program is said to lie on, with its backslash; empty for a path without one.
-std::string rootOf(std::string_view program) {
-    if (program.size() > 1 && program[1] == ':') return std::string(program.substr(0, 2)) + "\\";
+std::string rootOf(std::string program) {
+    std::replace(program.begin(), program.end(), '/', '\\');
+    if (program.size() > 1 && program[1] == ':') return program.substr(0, 2) + "\\";
     if (!program.starts_with("\\\\")) return {};
     const std::size_t server = program.find('\\', 2);
-    if (server == std::string_view::npos) return std::string(program) + "\\";
-    return std::string(program.substr(0, program.find('\\', server + 1))) + "\\";
+    if (server == std::string::npos) return program + "\\";
+    return program.substr(0, program.find('\\', server + 1)) + "\\";
 }
 
 // A drive that isn't there, as one that was unplugged, or a share out of reach says nothing about its files.
 // And a file that is there isn't missing, whatever the system says.
+// Nor is anything missing that no path names: nothing between two quotes, an address of the web.
 int failureOfMissing(std::string_view program) {
-    const std::string root = rootOf(program);
+    const bool noPath = program == ".exe" || (program.find(':') != 1 && program.find(':') != program.npos);
+    if (noPath && !program.starts_with("\\\\")) return kInvalidCall;
+    const std::string root = rootOf(std::string(program));
     if (!root.empty() && GetFileAttributesA(root.c_str()) == INVALID_FILE_ATTRIBUTES)
         return root.front() == '\\' ? kPathNotFound : kDiskNotReady;
     return isProgram(std::string(program)) ? kInvalidCall : kFileNotFound;

@@ -154,6 +154,15 @@ constexpr std::array kStateSteps{
 
 // --- refusal and checks ---
 
+// A backslash may be the second half of a character there: keys and files would be cut in the wrong places.
+void refuseCodePage() {
+    MsgBox(
+        AppTitle +
+            " kann auf diesem System nicht arbeiten: Seine Schriftzeichen bestehen aus mehreren Bytes, und "
+            "die Namen von Schlüsseln und Dateien wären nicht sicher zu lesen.",
+        kStyleExclamation);
+}
+
 // Log, undo files and folder list would go nowhere, or into a folder of nearly the same name: nothing that is
 // removed could come back.
 void refuseFolder() {
@@ -277,6 +286,10 @@ void Main() {
 
     if (previousInstanceRuns()) return;
     if (!all(kFirstSteps)) return;
+    if (!textsCanBeTold()) {
+        step(refuseCodePage);
+        return;
+    }
     if (!isExact(AppPath)) {
         step(refuseFolder);
         return;

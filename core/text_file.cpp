@@ -145,6 +145,27 @@ bool isEmptyFile(int number) {
     return low == 0 && high == 0;
 }
 
+std::optional<FileStart> fileStart(std::string_view path, std::size_t count) {
+    constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE;
+    const HANDLE file = CreateFileA(CText(path).get(), GENERIC_READ, kAll, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const DWORD error = GetLastError();
+        if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) return std::nullopt;
+        raiseFor(error, kPathFailures, 75);
+    }
+    DWORD high = 0;
+    const DWORD low = GetFileSize(file, &high);
+    FileStart start{std::string(count, '\0'), (std::uint64_t{high} << 32) | low};
+    DWORD got = 0;
+    const bool read = (low != INVALID_FILE_SIZE || GetLastError() == NO_ERROR) &&
+                      ReadFile(file, start.bytes.data(), static_cast<DWORD>(count), &got, nullptr) != 0;
+    CloseHandle(file);
+    if (!read) raise(57);
+    start.bytes.resize(got);
+    return start;
+}
+
 void writeLine(int number, std::string_view text) {
     std::string line;
     line.reserve(text.size() + 2);

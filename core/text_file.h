@@ -1,4 +1,6 @@
 #pragma once
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -22,6 +24,12 @@ void writeFile(int number, std::string_view bytes);
 void writeWholeOrNothing(int number, std::string_view bytes);
 // Nothing was ever written to it.
 [[nodiscard]] bool isEmptyFile(int number);
+// What a file begins with, and its size in bytes; nothing where there is none. Failures as for reading.
+struct FileStart {
+    std::string bytes;
+    std::uint64_t size = 0;
+};
+[[nodiscard]] std::optional<FileStart> fileStart(std::string_view path, std::size_t count);
 // The same as writeFile with CR LF behind it, still one write.
 void writeLine(int number, std::string_view text);
 [[nodiscard]] bool endOfFile(int number);

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/machine.h"
+#include "platform/wide.h"
 
 namespace bromvale {
 namespace {
@@ -51,6 +52,12 @@ std::optional<char> byteOf(const CodePage& page, char16_t unit) {
 
 bool isPlainAscii(char16_t unit) {
     return unit < 0x80 && unit != kSubstitute;
+}
+
+bool startsWithMark(std::string_view text) {
+    constexpr std::string_view kDigits = "0123456789";
+    return text.size() >= kMarkSize &&
+           text.substr(1, kMarkSize - 1).find_first_not_of(kDigits) == std::string_view::npos;
 }
 
 // The unit that a mark at the front of the text stands for.
@@ -109,8 +116,9 @@ std::u16string wideLiteral(std::string_view literal) {
 
 }  // namespace
 
+// On the 9x family the ANSI text is the text, and the byte is a character of it.
 bool isExact(std::string_view text) {
-    return text.find(kMark) == std::string_view::npos;
+    return text.find(kMark) == std::string_view::npos || wide() == nullptr;
 }
 
 void appendMark(std::string& text, char16_t unit) {
@@ -155,8 +163,10 @@ std::u16string wideText(std::string_view text) {
         appendWide(wide, text.substr(0, plain));
         text.remove_prefix(plain);
         if (text.empty()) break;
-        wide += markedUnit(text);
-        text.remove_prefix(std::min(kMarkSize, text.size()));
+        // The byte may stand in a file that somebody has written, and then means itself.
+        const bool mark = startsWithMark(text);
+        wide += mark ? markedUnit(text) : kSubstitute;
+        text.remove_prefix(mark ? kMarkSize : 1);
     }
     return wide;
 }
@@ -191,6 +201,10 @@ std::size_t ansiSize(std::u16string_view wide) {
 
 bool codePageHasSingleBytes() {
     return codePage().singleBytes;
+}
+
+bool textsCanBeTold() {
+    return wide() != nullptr || codePageHasSingleBytes();
 }
 
 }  // namespace bromvale

@@ -45,4 +45,7 @@ void appendMark(std::string& text, char16_t unit);
 // A character is a byte in the system's code page, so that the program's positions hold.
 [[nodiscard]] bool codePageHasSingleBytes();
 
+// False on a system of the 9x family with several bytes a character: nothing there says where one ends.
+[[nodiscard]] bool textsCanBeTold();
+
 }  // namespace bromvale

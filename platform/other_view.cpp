@@ -39,11 +39,10 @@ bool same(std::string_view a, std::string_view b) {
     return compareWithoutCase(a, b) == 0;
 }
 
-// What stands behind the system folder, with a backslash before each name; nothing for a path elsewhere.
-std::optional<std::string> behindSystemFolder(std::string_view path) {
+// What stands behind a folder, with a backslash before each name; nothing for a path elsewhere.
+std::optional<std::string> behindFolder(const std::string& folder, std::string_view path) {
     if (path.starts_with("\\\\?\\")) path.remove_prefix(4);
     if (!hasDriveLetter(path)) return std::nullopt;
-    const std::string folder = systemFolderName();
     const auto own = namesOf(folder);
     const auto names = namesOf(path);
     if (own.empty() || names.size() < own.size() || !std::equal(own.begin(), own.end(), names.begin(), same))
@@ -75,16 +74,29 @@ std::string systemFolderName() {
     return length < buffer.size() ? std::string(buffer.data(), length) : std::string();
 }
 
+namespace {
+
+// The name under which programs of 32 bits alone know the system folder of 64 bits.
+std::string sysnativeFolder() {
+    const std::string folder = systemFolderName();
+    return folder.substr(0, folder.rfind('\\') + 1) + "Sysnative";
+}
+
+}  // namespace
+
 // A program of 32 bits sees the other folder under the same name as soon as its calls aren't led away.
 OtherView::OtherView(std::string_view path) {
-    const std::optional<std::string> rest = behindSystemFolder(path);
-    if (!rest) return;
     const OtherViewFunctions& functions = otherViewFunctions();
+    const std::optional<std::string> rest = behindFolder(systemFolderName(), path);
     if (!isProgramOfTheOtherWidth(functions)) {
         const std::string folder = wow64Folder(functions);
-        if (!folder.empty()) path_ = folder + *rest;
+        if (folder.empty()) return;
+        const std::optional<std::string> native = behindFolder(sysnativeFolder(), path);
+        if (rest) path_ = folder + *rest;
+        if (native) path_ = systemFolderName() + *native;
         return;
     }
+    if (!rest) return;
     path_ = systemFolderName() + *rest;
     redirectionIsOff_ = functions.disableRedirection != nullptr && functions.revertRedirection != nullptr &&
                         functions.disableRedirection(&redirection_) != FALSE;

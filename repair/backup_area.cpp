@@ -75,13 +75,17 @@ FileFacts fileFacts(std::string_view path) {
 
 std::vector<std::string> undoFileNames() {
     constexpr std::string_view kEnding = ".reg";
-    std::vector<std::string> names{std::string()};
-    FindFileAPI(BackupPath, "*.reg", names);
-    if (!names.empty()) names.pop_back();  // the empty one behind the last, but where memory ran out
-    std::erase_if(names, [&](std::string_view name) {
-        return name.size() < kEnding.size() ||
-               compareWithoutCase(name.substr(name.size() - kEnding.size()), kEnding) != 0;
-    });
+    std::vector<FoundEntry> entries;
+    FindFileAPI(BackupPath, "*.reg", entries);
+    std::vector<std::string> names;
+    for (FoundEntry& entry : entries) {
+        const std::string_view name = entry.name;
+        const bool folder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (folder || name.size() < kEnding.size() ||
+            compareWithoutCase(name.substr(name.size() - kEnding.size()), kEnding) != 0)
+            continue;
+        names.push_back(std::move(entry.name));
+    }
     return names;
 }
 

@@ -19,9 +19,9 @@ void AutoFileDel();
 // read.
 [[nodiscard]] std::string GetFileDate(std::string_view path);
 
-// The names of all undo files, without path. `*.reg` also finds what bears such an ending in its short name
-// alone; only names that end in ".reg" themselves, in whatever case, are undo files. Adds the backslash that
-// BackupPath may lack.
+// The names of all undo files, without path; a folder of such a name is none. `*.reg` also finds what bears
+// such an ending in its short name alone; only names that end in ".reg" themselves, in whatever case, are
+// undo files. Adds the backslash that BackupPath may lack.
 [[nodiscard]] std::vector<std::string> undoFileNames();
 
 // What stands behind a file's name: the size in bytes, the local time of the last write.

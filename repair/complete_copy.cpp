@@ -46,6 +46,16 @@ bool namesHive(std::string_view subKey) {
     return subKey.find_first_not_of('\\') == std::string_view::npos;
 }
 
+// A file that isn't there, is empty, or was begun in the form of the record made last and not cut within a
+// character.
+bool takesRecords(const std::string& path) {
+    const std::string header = keyFileHeader();
+    const auto start = fileStart(path, header.size());
+    if (!start || start->size == 0) return true;
+    const std::size_t unit = header.starts_with("\xFF\xFE") ? 2 : 1;
+    return start->bytes == header && start->size % unit == 0;
+}
+
 std::string_view reasonOf(KeyCopy copy) {
     return copy == KeyCopy::Unreadable
                ? "Der Schlüssel kann nicht vollständig gelesen und daher nicht gesichert werden."
@@ -54,7 +64,7 @@ std::string_view reasonOf(KeyCopy copy) {
 
 }  // namespace
 
-CompleteCopy::CompleteCopy(std::string_view stamp) : path_(BackupPath + completeCopyName(stamp)) {}
+CompleteCopy::CompleteCopy(std::string_view stamp) : stamp_(stamp) {}
 
 CompleteCopy::~CompleteCopy() {
     closeFile(file_);
@@ -75,11 +85,16 @@ KeyCopy CompleteCopy::save(std::int32_t hive, std::string_view subKey) {
     return KeyCopy::Whole;
 }
 
-// Two removals within one second share a file: the second one adds its records.
+// Two removals within one second share a file: the second one adds its records. A file of another form that
+// has the name already, as one that another system wrote while its clock stood there, would spoil them: then
+// the next free name is taken.
 void CompleteCopy::write(std::string_view record) {
     if (file_ == 0) {
+        std::string path = BackupPath + completeCopyName(stamp_);
+        for (int i = 2; !takesRecords(path); ++i)
+            path = BackupPath + completeCopyName(stamp_ + "_" + std::to_string(i));
         const int file = freeFile();
-        openFile(path_, FileMode::Append, file);
+        openFile(path, FileMode::Append, file);
         file_ = file;
     }
     writeWholeOrNothing(file_, isEmptyFile(file_) ? keyFileHeader().append(record) : std::string(record));

@@ -34,7 +34,7 @@ class CompleteCopy {
   private:
     void write(std::string_view record);
 
-    std::string path_;
+    std::string stamp_;
     int file_ = 0;
 };
 

@@ -51,7 +51,8 @@ class ProgramRows {
             row_ = &list_.add({plainText(entry.data), "", std::to_string(toInt32(entry.hive)), entry.key},
                               kDeinstallIcon);
             key_ = entry.key;
-        } else if (entry.name == "UninstallString" && entry.key == key_) {
+            hive_ = entry.hive;
+        } else if (entry.name == "UninstallString" && entry.key == key_ && entry.hive == hive_) {
             row_->setSubItem(kUninstallCommand, entry.data);
         }
     }
@@ -60,6 +61,7 @@ class ProgramRows {
     ListView& list_;
     ListItem* row_ = nullptr;
     std::string key_;
+    std::string hive_;  // a key of the same name in the other hive is another program's
 };
 
 // One run. The steps return false once a failure has ended it early.

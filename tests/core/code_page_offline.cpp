@@ -50,5 +50,29 @@ TEST_F(CodePage, NamesOfFilesAreExactOnEveryPage) {
     }
 }
 
+// There the ANSI text is the text, and the byte of the marks a character of it.
+TEST_F(CodePage, OnThe9xFamilyNothingIsMarked) {
+    offline::machine().setOs(*offline::osByName("Windows 98"));
+    EXPECT_TRUE(
+        isExact("vor\x1A"
+                "00321nach"));
+    EXPECT_EQ(plainText("vor\x1A"
+                        "00321nach"),
+              "vor\x1A"
+              "00321nach");
+}
+
+// As in a line that somebody has written.
+TEST_F(CodePage, AByteThatIsNoWholeMarkMeansItself) {
+    EXPECT_EQ(wideText("a\x1A"
+                       "12b"),
+              u"a\x1A"
+              "12b");
+    EXPECT_EQ(wideText("\x1A"), u"\x1A");
+    EXPECT_FALSE(
+        isExact("a\x1A"
+                "12b"));
+}
+
 }  // namespace
 }  // namespace bromvale::testing

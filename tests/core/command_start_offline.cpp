@@ -71,6 +71,23 @@ TEST_F(CommandStartOfflineTest, AVariableMayHoldWhatTheCodePageLacks) {
     EXPECT_EQ(started(), std::vector<std::string>{"C:\\Jörg\\weg.exe"});
 }
 
+TEST_F(CommandStartOfflineTest, WhatNoPathNamesIsNotMissing) {
+    struct Row {
+        const char* line;
+        int number;
+    };
+    for (const Row row :
+         {Row{"\"\"C:\\WINDOWS\\notepad.exe\" /u\"", 5}, Row{"file:///C:/WINDOWS/notepad.exe", 5},
+          Row{"//server/freigabe/weg.exe", 76}, Row{"C:/Weg/weg.exe", 53}}) {
+        try {
+            startCommand(row.line, 1);
+            ADD_FAILURE() << row.line;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.number, row.number) << row.line;
+        }
+    }
+}
+
 TEST_F(CommandStartOfflineTest, ADriveThatRefusesToTellIsNoMissingFile) {
     offline::machine().faults.fail("CreateProcessA", 1, ERROR_PATH_NOT_FOUND);
     offline::machine().faults.fail("GetFileAttributesA", 2, ERROR_ACCESS_DENIED);

@@ -8,6 +8,7 @@
 #include "core/text_file.h"
 #include "platform/controls/form.h"
 #include "platform/events.h"
+#include "platform/exact_text.h"
 #include "platform/offline/files_api.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
@@ -140,6 +141,36 @@ TEST_F(StartUp, Windows95IsRefusedOnTheEmptyingRoadToo) {
     Main();
     EXPECT_EQ(boxes().size(), 1u);
     EXPECT_FALSE(filesIn(folder(), "liste.txt").size() > 0);
+}
+
+TEST_F(StartUp, AProgramFolderThatNoNameReachesIsToldAndEndsTheStart) {
+    machine().setAppPath(u"C:\\Paw\u0142owski");
+    machine().drives.makeFolder(u"C:\\Paw\u0142owski");
+    Main();
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_NE(boxes()[0].text.find("C:\\Pawlowski"), std::string::npos);
+    EXPECT_TRUE(loadedForms().empty());
+}
+
+TEST_F(StartUp, AProgramFolderIsReachedByItsShortName) {
+    machine().drives.shortNames = true;
+    machine().drives.writeFile(u"C:\\Paw\u0142owski\\Bromvale.exe", "MZ");
+    machine().setAppPath(u"C:\\Paw\u0142owski");
+    machine().drives.currentDirectory = "C:\\";
+    set("Protokoll", "1");
+    Main();
+    EXPECT_TRUE(isExact(AppPath)) << AppPath;
+    EXPECT_TRUE(machine().drives.exists(u"C:\\Paw\u0142owski\\bromvale.log"));
+    EXPECT_FALSE(loadedForms().empty());
+}
+
+TEST_F(StartUp, A9xSystemOfSeveralBytesACharacterIsRefused) {
+    machine().setOs(*offline::osByName("Windows 98"));
+    machine().codePage = 932;
+    Main();
+    ASSERT_EQ(boxes().size(), 1u);
+    EXPECT_NE(boxes()[0].text.find("mehreren Bytes"), std::string::npos);
+    EXPECT_TRUE(loadedForms().empty());
 }
 
 TEST_F(StartUp, AnUnknownSystemPasses) {

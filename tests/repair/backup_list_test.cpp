@@ -1,6 +1,7 @@
 // What the list of undo files shows, and how mouse and keyboard work on it.
 #include <ostream>
 
+#include "cleanup/file_del.h"
 #include "tests/repair/backup_fixture.h"
 
 namespace bromvale::testing {
@@ -19,6 +20,15 @@ TEST_F(BackupListTest, FilesOfOtherKindsAreNoRows) {
     writeWholeFile(BackupPath + "lies.txt", "x");
     openPage({"a.reg", "b.REG"});
     EXPECT_EQ(names(), (Texts{"a.reg", "b.REG"}));
+}
+
+TEST_F(BackupListTest, AFolderOfSuchANameIsNoFileAndIsNeverDeletedAsOne) {
+    makeFolderOnDisk(BackupPath + "Ordner.reg");
+    writeWholeFile(BackupPath + "Ordner.reg\\innen.txt", "x");
+    openPage({"a.reg"});
+    EXPECT_EQ(names(), Texts{"a.reg"});
+    FileDel(BackupPath, "Ordner.reg");
+    EXPECT_EQ(readWholeFile(BackupPath + "Ordner.reg\\innen.txt"), "x");
 }
 
 TEST_F(BackupListTest, AnEmptyFolderLeavesTheListEmptyAndItsSortingOn) {

@@ -36,6 +36,22 @@ TEST_F(CompleteCopyOfflineTest, BeforeItIsRegedit4) {
     }
 }
 
+// Another system may have written a file of that name while its clock stood there.
+TEST_F(CompleteCopyOfflineTest, AFileOfAnotherFormIsLeftAloneAndTheNextNameTaken) {
+    const std::string first = BackupPath + "Vollständig_15112026_071209.reg";
+    for (const std::string& there : {std::string("REGEDIT4\r\n\r\n"), head + "x", std::string("?")}) {
+        writeWholeFile(first, there);
+        addKey("A");
+        form().ProblemeEntfernen();
+        EXPECT_TRUE(isGone("A"));
+        EXPECT_EQ(readWholeFile(first), there);
+        const std::string second = BackupPath + "Vollständig_15112026_071209_2.reg";
+        EXPECT_EQ(readWholeFile(second),
+                  head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n@=\"Wert A\"\r\n"));
+        EXPECT_TRUE(offline::machine().drives.erase(second));
+    }
+}
+
 TEST_F(CompleteCopyOfflineTest, OnThe9xFamilyWhatLiesBelowIsInTheRecord) {
     runOn("Windows 98");
     addKey("A");

@@ -6,6 +6,14 @@ namespace {
 
 using ProgramsListTest = ProgramsTest;
 
+TEST_F(ProgramsListTest, AKeyOfTheSameNameInTheOtherHiveGivesNoCommand) {
+    setString(HKEY_LOCAL_MACHINE, keyOf("Werkzeug"), "DisplayName", "Werkzeug");
+    setString(HKEY_CURRENT_USER, keyOf("Werkzeug"), "UninstallString", "C:\\fremd.exe");
+    openPage();
+    ASSERT_EQ(list().count(), 1);
+    EXPECT_EQ(list().item(1).column(kUninstallCommand), "");
+}
+
 TEST_F(ProgramsListTest, AProgramIsARowWithItsCommandRootAndKey) {
     program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha 1.0", "C:\\Alpha\\weg.exe /still");
     openPage();
