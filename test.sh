@@ -56,7 +56,7 @@ prepare_windows() { tools windows native; build win64-tests; build win32-tests; 
 prepare_blackbox() { tools windows native; build win64; build win32; build native bromvale-offline; }
 prepare_desktop() { tools windows desktop; build win64; build try; }
 
-prepare_long() { tools native; build native test_proof; build native-asan test_proof; }
+prepare_long() { tools native; build native test_proof; build native-asan test_proof test_offline; }
 
 chosen=()
 for stage in "$@"; do
