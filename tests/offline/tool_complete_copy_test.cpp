@@ -97,7 +97,8 @@ TEST_P(CompleteCopyTest, WithoutTheCopyItIsAnotherRegistry) {
     EXPECT_FALSE(saved("before.reg") == saved("undone.reg"));
 }
 
-// A quarter of a minute each: a whole run of the tests takes the two forms of the copy, ./test.sh long the rest.
+// A quarter of a minute each: a whole run of the tests takes the two forms of the copy, ./test.sh long the
+// rest.
 TEST_P(CompleteCopyTest, TheRealRegistryOfWindows7ComesBackWhole) {
     const std::string_view system = GetParam().name;
     const bool shortRun = std::getenv("BROMVALE_PROOF") == nullptr;
