@@ -49,7 +49,7 @@ check "the key is removed" gone "$key"
 click_item 2
 shot 01-backup-page
 check "the page is shown" visible Frame2
-check "the list holds the undo file" equal "$(inspect rows lvwBackup | wc -l)" 1
+check "the list holds the undo file and the complete copy" equal "$(inspect rows lvwBackup | wc -l)" 2
 file=$(basename "$(undo_files)")
 check "under its name" eval 'inspect rows lvwBackup | grep -qF "$file"'
 click_row lvwBackup 1
@@ -85,7 +85,7 @@ shot 05-delete-question
 xdotool key Return # Ja
 settle
 check "the deleted file is out of the folder" equal "$(undo_files | wc -l)" 1
-check "and out of the list" equal "$(inspect rows lvwBackup | wc -l)" 1
+check "and out of the list, where its complete copy stays with the other two files" equal "$(inspect rows lvwBackup | wc -l)" 3
 check "it lies in the recycle bin" eval 'ls "$trash"/R*.reg >/dev/null 2>&1'
 shot 06-deleted
 click_close_box
