@@ -155,16 +155,27 @@ std::string rootOf(std::string program) {
     return program.substr(0, program.find('\\', server + 1)) + "\\";
 }
 
+// Under the name itself, or without the extension that was added to it.
+bool somethingIsThere(std::string_view program) {
+    constexpr std::string_view kExtension = ".exe";
+    const auto isThere = [](std::string_view path) {
+        return GetFileAttributesA(std::string(path).c_str()) != INVALID_FILE_ATTRIBUTES;
+    };
+    if (isThere(program)) return true;
+    return program.ends_with(kExtension) && isThere(program.substr(0, program.size() - kExtension.size()));
+}
+
 // A drive that isn't there, as one that was unplugged, or a share out of reach says nothing about its files.
 // And a file that is there isn't missing, whatever the system says.
 // Nor is anything missing that no path names: nothing between two quotes, an address of the web.
 int failureOfMissing(std::string_view program) {
+    if (program.find_first_of("*?") != program.npos) return kBadFileName;
     const bool noPath = program == ".exe" || (program.find(':') != 1 && program.find(':') != program.npos);
     if (noPath && !program.starts_with("\\\\")) return kInvalidCall;
     const std::string root = rootOf(std::string(program));
     if (!root.empty() && GetFileAttributesA(root.c_str()) == INVALID_FILE_ATTRIBUTES)
         return root.front() == '\\' ? kPathNotFound : kDiskNotReady;
-    return isProgram(std::string(program)) ? kInvalidCall : kFileNotFound;
+    return somethingIsThere(program) ? kInvalidCall : kFileNotFound;
 }
 
 std::string_view withoutBlanksBefore(std::string_view line) {

@@ -78,7 +78,8 @@ TEST_F(CommandStartOfflineTest, WhatNoPathNamesIsNotMissing) {
     };
     for (const Row row :
          {Row{"\"\"C:\\WINDOWS\\notepad.exe\" /u\"", 5}, Row{"file:///C:/WINDOWS/notepad.exe", 5},
-          Row{"//server/freigabe/weg.exe", 76}, Row{"C:/Weg/weg.exe", 53}}) {
+          Row{"//server/freigabe/weg.exe", 76}, Row{"C:/Weg/weg.exe", 53},
+          Row{"C:\\WINDOWS\\SYSTEM*\\weg.exe", 52}, Row{"\"C:\\WINDOWS\\SYSTEM32\" /u", 5}}) {
         try {
             startCommand(row.line, 1);
             ADD_FAILURE() << row.line;
