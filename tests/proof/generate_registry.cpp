@@ -1,4 +1,4 @@
-// The registry: objects of all five kinds in both hives, with every oddity that the description knows.
+// The registry: objects of all five kinds in both hives, with every oddity that the scan knows.
 #include "tests/proof/generate_names.h"
 
 namespace bromvale::proof {

@@ -113,7 +113,7 @@ std::string told(const std::vector<Row>& rows) {
     return text;
 }
 
-TEST_P(Sample, AScanFindsWhatTheDescriptionGives) {
+TEST_P(Sample, AScanFindsWhatTheOracleFinds) {
     Oracle oracle;
     const Findings expected = oracle.scan(model_);
     frmMain().cmdStart.userClick();
