@@ -1,6 +1,6 @@
 #pragma once
-// What a scan must find, read straight off the rules of a fault by the true names. Simple and slow, and without
-// any code of the scanner's.
+// What a scan must find, read straight off the rules of a fault by the true names. Simple and slow, and
+// without any code of the scanner's.
 #include <string>
 #include <vector>
 
