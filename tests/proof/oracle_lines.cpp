@@ -71,12 +71,15 @@ class Reader {
     }
 
     void add(std::int32_t hive, const Text& path, const Text& valueName, const Text& data) {
-        const Text text = Text(u"[") + path + u"]" + (valueName.empty() ? u"@" : valueName) + u"=" + data;
+        // A key that is left alone is told from all others: a "]" in it cuts nothing.
+        const bool lost = !isExactOn(model_.system.codePage, path);
+        Text key = path;
+        if (lost) std::replace(key.begin(), key.end(), u']', u'\uE000');
+        const Text text = Text(u"[") + key + u"]" + (valueName.empty() ? u"@" : valueName) + u"=" + data;
         const std::size_t bracket = text.find(u']');
         const std::size_t equals = text.find(u'=');
         if (equals > bracket) name_ = text.substr(bracket + 1, equals - bracket - 1);
-        lines.push_back({hive, text.substr(1, bracket), name_, text.substr(equals + 1),
-                         !isExactOn(model_.system.codePage, path)});
+        lines.push_back({hive, text.substr(1, bracket), name_, text.substr(equals + 1), lost});
     }
 
     const Model& model_;

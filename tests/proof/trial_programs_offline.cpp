@@ -52,7 +52,7 @@ Text byByte(const std::string& bytes) {
 }
 
 // Variables stand for their folders, and a program of the other half of a 64-bit system is started from
-// there.
+// there: in quotes, with its ending, what follows behind a blank.
 Text asStarted(const Text& command) {
     Text line = lower(View(trimmed(command)));
     constexpr std::pair<View, View> kWords[] = {
@@ -63,6 +63,10 @@ Text asStarted(const Text& command) {
         for (std::size_t at = line.find(word); at != Text::npos; at = line.find(word, at))
             line.replace(at, word.size(), by);
     }
+    std::erase(line, u' ');
+    constexpr View kSystem = u"c:\\windows\\system32\\";
+    if (line.starts_with(kSystem)) line.erase(0, kSystem.size());
+    if (const std::size_t ending = line.find(u".exe"); ending != Text::npos) line.erase(ending, 4);
     return line;
 }
 
