@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <optional>
 
 #include "platform/machine.h"
@@ -52,6 +54,22 @@ std::optional<char> byteOf(const CodePage& page, char16_t unit) {
 
 bool isPlainAscii(char16_t unit) {
     return unit < 0x80 && unit != kSubstitute;
+}
+
+// Four units at once; their number up to the first that isn't plain ASCII.
+std::size_t narrowAscii(std::u16string_view wide, char* to) {
+    std::size_t done = 0;
+    for (; done + 4 <= wide.size(); done += 4) {
+        std::uint64_t units = 0;
+        std::memcpy(&units, wide.data() + done, sizeof units);
+        if ((units & 0xFF80FF80FF80FF80u) != 0) break;
+        units |= units >> 8;
+        const auto bytes = static_cast<std::uint32_t>((units & 0xFFFFu) | (units >> 16 & 0xFFFF0000u));
+        std::memcpy(to + done, &bytes, sizeof bytes);
+    }
+    for (; done < wide.size() && wide[done] < 0x80; ++done) to[done] = static_cast<char>(wide[done]);
+    const void* const mark = std::memchr(to, kMark, done);
+    return mark == nullptr ? done : static_cast<std::size_t>(static_cast<const char*>(mark) - to);
 }
 
 bool startsWithMark(std::string_view text) {
@@ -132,9 +150,7 @@ void appendExact(std::string& text, std::u16string_view wide) {
     // Nearly all of a registry is ASCII, and a scan comes here for each name and text.
     const std::size_t start = text.size();
     text.resize(start + wide.size());
-    std::size_t ascii = 0;
-    for (char* to = text.data() + start; ascii < wide.size() && isPlainAscii(wide[ascii]); ++ascii)
-        to[ascii] = static_cast<char>(wide[ascii]);
+    const std::size_t ascii = narrowAscii(wide, text.data() + start);
     if (ascii == wide.size()) return;
     text.resize(start + ascii);
     const CodePage& page = codePage();

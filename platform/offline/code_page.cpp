@@ -57,9 +57,8 @@ std::string mapped(std::string_view text, Convert convert) {
 
 }  // namespace
 
-char16_t wideOf(char ansi) {
-    const unsigned c = byteOf(ansi);
-    return c >= 0x80 && c < 0xA0 ? kMiddle[c - 0x80] : static_cast<char16_t>(c);
+char16_t wideOfMiddle(char ansi) {
+    return kMiddle[byteOf(ansi) - 0x80u];
 }
 
 char ansiOf(char16_t wide) {

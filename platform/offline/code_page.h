@@ -9,7 +9,12 @@
 
 namespace bromvale::offline {
 
-char16_t wideOf(char ansi);
+// Of the bytes 80 to 9F; all others equal their Unicode number.
+char16_t wideOfMiddle(char ansi);
+inline char16_t wideOf(char ansi) {
+    const auto byte = static_cast<unsigned char>(ansi);
+    return byte >= 0x80 && byte < 0xA0 ? wideOfMiddle(ansi) : char16_t{byte};
+}
 // '?' where the code page does not hold exactly this.
 char ansiOf(char16_t wide);
 

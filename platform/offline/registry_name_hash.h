@@ -45,10 +45,21 @@ inline std::uint32_t nameHash(const void* owner, std::string_view name) {
     return static_cast<std::uint32_t>(hash ^ (hash >> 32));
 }
 
+// Two letters of ASCII that are not one letter in two cases: what begins or ends with them differs.
+inline bool areDifferentAscii(char left, char right) {
+    const unsigned char a = static_cast<unsigned char>(left);
+    const unsigned char b = static_cast<unsigned char>(right);
+    return (a | b) < 0x80 && ((a ^ b) & 0xDFu) != 0;
+}
+
 inline bool sameName(std::string_view left, std::string_view right) {
     if (left.size() == right.size() &&
         (left.empty() || std::memcmp(left.data(), right.data(), left.size()) == 0)) {
         return true;
+    }
+    if (left.empty() || right.empty() || areDifferentAscii(left.front(), right.front()) ||
+        areDifferentAscii(left.back(), right.back())) {
+        return false;
     }
     return sameStored(left, right);
 }
