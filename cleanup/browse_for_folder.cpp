@@ -4,8 +4,8 @@
 
 #include "cleanup/folder_paths.h"
 #include "core/log.h"
-#include "platform/exact_dialog.h"
-#include "platform/exact_text.h"
+#include "platform/exact/dialog.h"
+#include "platform/exact/text.h"
 #include "platform/folder_dialog.h"
 #include "ui/frm_main.h"
 

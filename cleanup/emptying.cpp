@@ -4,13 +4,15 @@
 #include <array>
 #include <string>
 
+#include "base/failure.h"
+#include "base/text.h"
 #include "cleanup/file_del.h"
 #include "core/attempt.h"
 #include "core/command_start.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/state.h"
 #include "core/text_file.h"
+#include "core/time.h"
 #include "ui/frm_login.h"
 #include "ui/frm_main.h"
 

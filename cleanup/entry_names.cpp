@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/exact_text.h"
-#include "platform/text_case.h"
+#include "base/text_case.h"
+#include "platform/exact/text.h"
 
 namespace bromvale {
 namespace {

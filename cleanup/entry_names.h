@@ -2,7 +2,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/exact_files.h"
+#include "platform/exact/files.h"
 
 namespace bromvale {
 

@@ -9,7 +9,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/events.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/files.h"
 #include "platform/shell.h"
 

@@ -4,8 +4,8 @@
 
 #include "cleanup/entry_names.h"
 #include "platform/events.h"
-#include "platform/exact_text.h"
-#include "platform/final_path.h"
+#include "platform/exact/final_path.h"
+#include "platform/exact/text.h"
 
 namespace bromvale {
 namespace {

@@ -2,10 +2,11 @@
 #include <optional>
 #include <string>
 
+#include "base/failure.h"
+#include "base/text.h"
 #include "cleanup/browse_for_folder.h"
 #include "core/attempt.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "ui/frm_main.h"

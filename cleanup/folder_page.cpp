@@ -7,7 +7,7 @@
 #include "core/registry_layer.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/program_file.h"
+#include "platform/exact/program_file.h"
 #include "ui/frm_main.h"
 #include "ui/frm_popup.h"
 #include "ui/list_selection.h"

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/text.h"
 #include "cleanup/entry_names.h"
 #include "core/log.h"
-#include "core/runtime.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 
 namespace bromvale {
 namespace {

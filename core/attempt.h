@@ -3,8 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "core/runtime.h"
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace bromvale {
 

@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/exact_machine.h"
-#include "platform/exact_text.h"
-#include "platform/failure.h"
+#include "base/failure.h"
+#include "platform/exact/machine.h"
+#include "platform/exact/other_view.h"
+#include "platform/exact/text.h"
 #include "platform/files.h"
-#include "platform/other_view.h"
 #include "platform/process.h"
 #include "platform/shell.h"
 

@@ -11,14 +11,14 @@ namespace bromvale {
 // has is handed to the shell, which asks for them.
 //
 // Blanks before the line don't count. A program below System32 that isn't found may be there in the other
-// view of a 64-bit Windows (platform/other_view.h), and is started from there.
+// view of a 64-bit Windows (platform/exact/other_view.h), and is started from there.
 //
 // Failure 53: the program's file is surely not there. 5: the line is empty, or the file is no program. 70: no
 // access, 7: out of memory, 52: no file can have this name, or the code page lacks one of its characters, 71:
 // the drive isn't there or holds no medium, 76: the network path can't be reached.
 void startCommand(std::string_view commandLine, int showState);
 
-// Whether the code page has all of the line as it would be started (platform/exact_text.h).
+// Whether the code page has all of the line as it would be started (platform/exact/text.h).
 [[nodiscard]] bool isExactCommand(std::string_view commandLine);
 
 }  // namespace bromvale

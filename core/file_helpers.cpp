@@ -2,12 +2,11 @@
 
 #include <utility>
 
-#include "core/c_text.h"
+#include "base/c_text.h"
 #include "core/handling.h"
-#include "core/runtime.h"
-#include "platform/exact_files.h"
+#include "platform/exact/files.h"
+#include "platform/exact/other_view.h"
 #include "platform/files.h"
-#include "platform/other_view.h"
 
 namespace bromvale {
 namespace {

@@ -3,13 +3,13 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/exact_files.h"
+#include "platform/exact/files.h"
 
 namespace bromvale {
 
 // Lists what a folder holds. `path` gains a trailing backslash where it has none. `names` ends in one empty
 // element, so that its upper bound is the number of names found. Where the code page lacks a character a name
-// carries marks (platform/exact_text.h), and its plain text names something else. Failures are reported,
+// carries marks (platform/exact/text.h), and its plain text names something else. Failures are reported,
 // never thrown.
 void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::string>& names);
 // The same with all that the folder tells of its entries, and no empty one behind the last.
@@ -18,7 +18,8 @@ void FindFileAPI(std::string& path, std::string_view pattern, std::vector<FoundE
 // Files and folders alike, wildcards work. One FindFirstFileA whose handle is not closed.
 [[nodiscard]] bool FileExists(std::string_view path);
 
-// FileExists; where it finds nothing, the other view of a 64-bit Windows is asked (platform/other_view.h).
+// FileExists; where it finds nothing, the other view of a 64-bit Windows is asked
+// (platform/exact/other_view.h).
 [[nodiscard]] bool FileExistsInAnyView(std::string_view path);
 
 }  // namespace bromvale

@@ -2,11 +2,12 @@
 
 #include <utility>
 
+#include "base/c_text.h"
+#include "base/failure.h"
 #include "core/attempt.h"
-#include "core/c_text.h"
-#include "core/runtime.h"
 #include "core/state.h"
 #include "core/text_file.h"
+#include "core/time.h"
 #include "platform/dialogs.h"
 
 namespace bromvale {

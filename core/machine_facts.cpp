@@ -4,12 +4,13 @@
 #include <array>
 #include <limits>
 
+#include "base/numbers.h"
+#include "base/text.h"
 #include "core/handling.h"
 #include "core/registry_layer.h"
-#include "core/runtime.h"
 #include "core/state.h"
-#include "platform/exact_machine.h"
-#include "platform/exact_text.h"
+#include "platform/exact/machine.h"
+#include "platform/exact/text.h"
 #include "platform/machine.h"
 
 namespace bromvale {

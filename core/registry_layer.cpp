@@ -4,9 +4,10 @@
 #include <array>
 #include <cstring>
 
-#include "core/c_text.h"
+#include "base/c_text.h"
+#include "base/failure.h"
+#include "base/numbers.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/value_reader.h"
 
 namespace bromvale {

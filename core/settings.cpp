@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
+#include "base/numbers.h"
 #include "core/handling.h"
-#include "core/runtime.h"
 #include "core/state.h"
 #include "core/value_reader.h"
 

@@ -11,7 +11,7 @@ extern std::string AppVersion;  // major.minor.revision
 extern std::string AppTarget;
 extern std::string AppPath;  // folder of the program file
 extern std::string BackupPath;
-extern std::string WinDir;  // this one and ProgramFilesDir with their marks (platform/exact_text.h)
+extern std::string WinDir;  // this one and ProgramFilesDir with their marks (platform/exact/text.h)
 extern std::string SysDir;
 extern std::string TmpDir;
 extern std::string ProgramFilesDir;

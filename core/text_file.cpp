@@ -3,8 +3,8 @@
 #include <array>
 #include <map>
 
-#include "core/c_text.h"
-#include "core/runtime.h"
+#include "base/c_text.h"
+#include "base/failure.h"
 #include "platform/files.h"
 
 namespace bromvale {

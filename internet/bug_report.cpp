@@ -2,9 +2,10 @@
 
 #include <array>
 
+#include "base/failure.h"
+#include "base/text.h"
 #include "core/attempt.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "internet/web_page.h"
 #include "platform/dialogs.h"
 

@@ -6,6 +6,7 @@
 #include "core/log.h"
 #include "core/settings.h"
 #include "core/state.h"
+#include "internet/file_download.h"
 #include "internet/proxy_greeting.h"
 #include "internet/web_page.h"
 #include "platform/dialogs.h"
@@ -27,7 +28,7 @@ Ending onFailure(const Failure& failure) {
 
 void download() {
     const std::string address = webServices() + "/download.php?file=update";
-    DoFileDownload(std::wstring(address.begin(), address.end()).c_str());
+    if (!openDownloadDialog(address)) fetchWithConsent(address);
 }
 
 bool wantsToTryAgain() {

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
+#include "core/time.h"
 #include "internet/web_page.h"
 #include "platform/events.h"
 

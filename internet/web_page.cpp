@@ -1,6 +1,6 @@
 #include "internet/web_page.h"
 
-#include "core/runtime.h"
+#include "base/text.h"
 #include "core/state.h"
 #include "platform/internet.h"
 

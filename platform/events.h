@@ -1,7 +1,7 @@
 #pragma once
 #include <functional>
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace bromvale {
 

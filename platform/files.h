@@ -7,7 +7,7 @@
 // GetShortPathNameW, GetFinalPathNameByHandleW (from Windows Vista on).
 // WriteFile hands its bytes to the operating system before it returns: they survive the end of the process.
 #ifdef _WIN32
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #else
-#include "platform/offline/files_api.h"
+#include "platform/offline/files/files_api.h"
 #endif

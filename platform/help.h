@@ -1,9 +1,14 @@
 #pragma once
 #include <cstdint>
+#include <string_view>
 
 #include "platform/shell.h"
 
 namespace bromvale {
+
+// Where help files lie that are named without a path: the viewer itself knows the current folder only. With
+// its trailing backslash.
+void setHelpFolder(std::string_view folder);
 
 // HtmlHelpA of hhctrl.ocx, which is loaded at the first call since a system may lack it.
 // command 0 shows `file` at its default topic, command 18 closes all help windows of the process.

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdint>
+#include <string>
 
 #include "platform/process.h"
 
@@ -33,8 +34,7 @@ BOOL InternetReadFile(HINTERNET url, void* buffer, DWORD count, DWORD* read);
 BOOL HttpQueryInfoA(HINTERNET url, DWORD what, void* number, DWORD* size, DWORD* index);
 BOOL InternetCloseHandle(HINTERNET handle);
 
-// Opens the system's download dialog for the address. Where there is none, the user is asked where to save
-// the file, and it is fetched to that place.
-DWORD DoFileDownload(const wchar_t* address);
+// Opens the system's download dialog (DoFileDownload) for the address. False where there is none.
+[[nodiscard]] bool openDownloadDialog(const std::string& address);
 
 }  // namespace bromvale

@@ -4,7 +4,7 @@
 // GetCommandLineA, GetLocalTime, GetTickCount, GetDateFormatA, GetTimeFormatA, GetLocaleInfoA,
 // GetACP, GetCPInfo, MultiByteToWideChar, WideCharToMultiByte; of the NT family only: GetModuleFileNameW.
 #ifdef _WIN32
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #else
 #include "platform/offline/machine_api.h"
 #endif

@@ -3,7 +3,7 @@
 // CreateMutexA, OpenProcessToken, LookupPrivilegeValueA, AdjustTokenPrivileges, ExitWindowsEx,
 // CreateProcessA, ExpandEnvironmentStringsA.
 #ifdef _WIN32
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #else
-#include "platform/offline/process_api.h"
+#include "platform/offline/desktop/process_api.h"
 #endif

@@ -1,7 +1,6 @@
 #pragma once
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "platform/registry.h"
 
@@ -14,9 +13,5 @@ namespace bromvale {
 // Where the opened key lies, as a 64-bit registry editor names it:
 // "HKEY_LOCAL_MACHINE\SOFTWARE\Wow6432Node\...". Nothing where the system doesn't tell.
 [[nodiscard]] std::optional<std::u16string> realKeyPath(HKEY key);
-
-// The registry editor's name for the system's own one, "\REGISTRY\MACHINE\..." or "\REGISTRY\USER\...".
-// Nothing for any other.
-[[nodiscard]] std::optional<std::u16string> editorKeyPath(std::u16string_view systemPath);
 
 }  // namespace bromvale

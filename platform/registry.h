@@ -5,7 +5,7 @@
 // The wide ones, which the 9x family lacks: RegOpenKeyExW, RegEnumKeyExW, RegEnumValueW, RegQueryValueExW,
 // RegQueryInfoKeyW.
 #ifdef _WIN32
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #else
-#include "platform/offline/registry_api.h"
+#include "platform/offline/registry/api.h"
 #endif

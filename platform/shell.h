@@ -2,9 +2,9 @@
 // Shell functions under their own names: ShellExecuteA, SHFileOperationA, Shell_NotifyIconA,
 // SetForegroundWindow.
 #ifdef _WIN32
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #else
-#include "platform/offline/shell_api.h"
+#include "platform/offline/desktop/shell_api.h"
 #endif
 
 namespace bromvale {

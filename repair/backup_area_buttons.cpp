@@ -2,13 +2,15 @@
 // editors that it starts and never learns what they did.
 #include <string>
 
+#include "base/failure.h"
+#include "base/numbers.h"
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
 #include "core/attempt.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
+#include "core/time.h"
 #include "platform/shell.h"
 #include "repair/reboot.h"
 #include "ui/frm_main.h"

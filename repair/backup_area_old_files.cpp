@@ -2,16 +2,16 @@
 #include <optional>
 #include <vector>
 
+#include "base/c_text.h"
+#include "base/calendar.h"
+#include "base/failure.h"
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
 #include "core/attempt.h"
-#include "core/c_text.h"
-#include "core/calendar.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/files.h"
 #include "repair/backup_area.h"
 

@@ -2,13 +2,13 @@
 
 #include <optional>
 
-#include "core/c_text.h"
+#include "base/c_text.h"
 #include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/state.h"
 #include "core/text_file.h"
-#include "platform/exact_registry.h"
-#include "platform/exact_text.h"
+#include "platform/exact/registry.h"
+#include "platform/exact/text.h"
 #include "repair/key_record.h"
 #include "repair/undo_file.h"
 

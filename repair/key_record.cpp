@@ -3,12 +3,12 @@
 #include <optional>
 #include <vector>
 
+#include "base/registry_file_text.h"
 #include "core/registry_layer.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
+#include "platform/exact/whole_key.h"
 #include "platform/machine.h"
 #include "platform/real_key_path.h"
-#include "platform/registry_file_text.h"
-#include "platform/whole_key.h"
 #include "platform/wide.h"
 
 namespace bromvale {

@@ -3,10 +3,12 @@
 #include <optional>
 #include <string>
 
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "core/attempt.h"
 #include "core/log.h"
 #include "core/registry_layer.h"
-#include "core/runtime.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "repair/complete_copy.h"

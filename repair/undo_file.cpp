@@ -1,7 +1,7 @@
 #include "repair/undo_file.h"
 
-#include "core/runtime.h"
-#include "platform/exact_text.h"
+#include "core/time.h"
+#include "platform/exact/text.h"
 
 namespace bromvale {
 

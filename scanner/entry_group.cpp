@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/exact_text.h"
-#include "platform/failure.h"
+#include "base/failure.h"
+#include "platform/exact/text.h"
 
 namespace bromvale {
 

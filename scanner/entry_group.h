@@ -13,7 +13,7 @@ namespace bromvale {
 // beyond the end. Texts of removed entries keep their memory for the next ones: an entry of a scan costs no
 // allocation here.
 //
-// Texts are the true ones, with their marks (platform/exact_text.h). An object with a key whose name has
+// Texts are the true ones, with their marks (platform/exact/text.h). An object with a key whose name has
 // marks is left alone whole: what the ANSI functions would open in its place is another key or none.
 class EntryGroup {
   public:

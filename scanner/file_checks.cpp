@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <array>
 
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "base/text_parts.h"
 #include "core/file_helpers.h"
 #include "core/handling.h"
-#include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "scanner/left_alone.h"
 #include "scanner/registry_checks.h"
-#include "scanner/text_parts.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {

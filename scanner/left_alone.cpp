@@ -1,7 +1,7 @@
 #include "scanner/left_alone.h"
 
 #include "core/log.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {

@@ -6,7 +6,7 @@
 
 namespace bromvale {
 
-// What is left alone since its texts can't be told in the code page (platform/exact_text.h).
+// What is left alone since its texts can't be told in the code page (platform/exact/text.h).
 
 // Takes the rows of the object out of lvwRegKeys that its dead links got before the key was met that leaves
 // it alone.

@@ -3,15 +3,16 @@
 #include <algorithm>
 #include <array>
 
+#include "base/numbers.h"
+#include "base/text.h"
+#include "base/text_parts.h"
 #include "core/handling.h"
 #include "core/registry_layer.h"
-#include "core/runtime.h"
 #include "platform/events.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "scanner/file_checks.h"
 #include "scanner/left_alone.h"
 #include "scanner/scan_state.h"
-#include "scanner/text_parts.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {

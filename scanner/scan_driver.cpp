@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <string>
 
+#include "base/numbers.h"
 #include "core/handling.h"
-#include "core/runtime.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/events.h"
@@ -14,7 +14,6 @@
 #include "scanner/scan_state.h"
 #include "scanner/scan_steps.h"
 #include "scanner/search.h"
-#include "scanner/text_parts.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {

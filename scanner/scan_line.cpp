@@ -3,11 +3,11 @@
 #include <charconv>
 #include <limits>
 
+#include "base/numbers.h"
+#include "base/text_parts.h"
 #include "core/handling.h"
 #include "core/registry_layer.h"
-#include "core/runtime.h"
-#include "platform/exact_text.h"
-#include "scanner/text_parts.h"
+#include "platform/exact/text.h"
 
 namespace bromvale {
 

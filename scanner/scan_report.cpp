@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "core/runtime.h"
+#include "base/numbers.h"
 
 namespace bromvale {
 

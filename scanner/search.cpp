@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
+#include "base/numbers.h"
+#include "base/text.h"
 #include "core/attempt.h"
 #include "core/log.h"
 #include "core/registry_layer.h"
 #include "platform/events.h"
-#include "platform/exact_registry.h"
-#include "platform/exact_text.h"
+#include "platform/exact/registry.h"
+#include "platform/exact/text.h"
 #include "scanner/scan_state.h"
-#include "scanner/text_parts.h"
 
 namespace bromvale {
 

@@ -7,7 +7,7 @@
 namespace bromvale {
 
 // Registry entries as text, one line a value: hive handle in signed decimal, "[", key, "]", name, "=", data.
-// Nothing is escaped; what the code page lacks has its marks (platform/exact_text.h). An empty name stands as
+// Nothing is escaped; what the code page lacks has its marks (platform/exact/text.h). An empty name stands as
 // "@", data that is no string as nothing. Element 0 is the caller's placeholder and stays empty; entries
 // start at 1.
 using ScanLines = std::vector<std::string>;

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
 #include "core/handling.h"
-#include "core/runtime.h"
 
 namespace bromvale {
 namespace {

@@ -1,8 +1,8 @@
 // The options page's group "Internetverbindung".
 #include <string>
 
+#include "base/numbers.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/settings.h"
 #include "ui/options.h"
 

@@ -2,12 +2,13 @@
 #include <array>
 #include <string>
 
+#include "base/failure.h"
+#include "base/numbers.h"
 #include "core/attempt.h"
 #include "core/log.h"
 #include "core/registry_layer.h"
-#include "core/runtime.h"
 #include "platform/events.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "scanner/scan_state.h"
 #include "scanner/search.h"
 #include "scanner/sort.h"

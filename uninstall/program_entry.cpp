@@ -1,6 +1,6 @@
 #include "uninstall/program_entry.h"
 
-#include "scanner/text_parts.h"
+#include "base/text_parts.h"
 
 namespace bromvale {
 

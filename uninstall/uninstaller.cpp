@@ -2,12 +2,14 @@
 // without waiting.
 #include <string>
 
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
 #include "core/attempt.h"
 #include "core/command_start.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "core/state.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/shell.h"
 #include "repair/complete_copy.h"
 #include "ui/frm_main.h"
@@ -24,7 +26,7 @@ constexpr int kYes = 6;
 // A row's texts, taken once: what the user is asked about is what is started or removed.
 struct Program {
     std::string name;
-    std::string command;  // with marks, as the key (platform/exact_text.h)
+    std::string command;  // with marks, as the key (platform/exact/text.h)
     std::string hive;
     std::string key;  // with its closing "]"
 

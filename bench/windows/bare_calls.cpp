@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "bench/windows/call_record.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <map>
 
 #include "bench/windows/call_record.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 
 namespace {
 

@@ -7,10 +7,10 @@
 #include <cstring>
 
 #include "core/settings.h"
-#include "core/startup_main.h"
+#include "core/startup/main.h"
 #include "platform/controls.h"
 #include "platform/events.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "ui/frm_main.h"
 
 namespace {

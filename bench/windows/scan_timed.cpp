@@ -2,10 +2,10 @@
 // the milliseconds between the click and the end of its handler, and ends.
 #include <cstdio>
 
-#include "core/startup_main.h"
+#include "core/startup/main.h"
 #include "platform/controls.h"
 #include "platform/events.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "ui/frm_main.h"
 #ifdef RECORD_CALLS
 #include "bench/windows/call_recorder.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 
 namespace {
 

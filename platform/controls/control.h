@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/shell.h"  // HWND
+#include "platform/window_handle.h"
 
 namespace bromvale {
 
@@ -61,7 +61,7 @@ class ControlPeer {
     // State take effect before this returns.
     virtual void changed(Property property) = 0;
     virtual void takeFocus() {}
-    [[nodiscard]] virtual HWND window() const { return nullptr; }
+    [[nodiscard]] virtual WindowHandle window() const { return nullptr; }
 };
 
 // Place in twips, relative to the container; of a form the outer window on the screen.

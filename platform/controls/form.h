@@ -48,7 +48,7 @@ class Form : public Control {
     [[nodiscard]] Control* focused() const { return focused_; }
     [[nodiscard]] Button* defaultButton() const;
     [[nodiscard]] Button* cancelButton() const;
-    [[nodiscard]] HWND window() const { return peer() ? peer()->window() : nullptr; }
+    [[nodiscard]] WindowHandle window() const { return peer() ? peer()->window() : nullptr; }
 
     // The window got this outer place and inner size, by the user or by an assignment. Runs Form_Resize when
     // the size is another one. A minimised window keeps place and size. While the peers are made nothing

@@ -1,6 +1,6 @@
 #include "platform/controls/image_list.h"
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace bromvale {
 namespace {
@@ -23,7 +23,7 @@ int ImageList::resourceId(int index) const {
     return imageAt(images_, index).resourceId;
 }
 
-HICON ImageList::icon(int index) const {
+IconHandle ImageList::icon(int index) const {
     return loadResourceIcon(resourceId(index), size_);
 }
 

@@ -19,7 +19,7 @@ class ImageList : public Control {
     [[nodiscard]] const std::string& key(int index) const;
     [[nodiscard]] int resourceId(int index) const;
     // The icon's handle, for the tray record. Lives as long as the process.
-    [[nodiscard]] HICON icon(int index) const;
+    [[nodiscard]] IconHandle icon(int index) const;
 
   private:
     struct Image {
@@ -32,7 +32,7 @@ class ImageList : public Control {
 
 // Provider: the handle of an icon of the program's resources in the given size in pixels. Offline there is
 // no picture behind it: the number tells resource and size.
-[[nodiscard]] HICON loadResourceIcon(int resourceId, int pixels);
+[[nodiscard]] IconHandle loadResourceIcon(int resourceId, int pixels);
 
 // Shows one picture of an image list.
 class Picture : public Control {

@@ -1,9 +1,9 @@
 #include <algorithm>
 
+#include "base/text_case.h"
 #include "platform/controls/button.h"
 #include "platform/controls/form.h"
 #include "platform/controls/text.h"
-#include "platform/text_case.h"
 
 namespace bromvale {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "base/failure.h"
 #include "platform/events.h"
-#include "platform/failure.h"
 
 namespace bromvale {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/failure.h"
 #include "platform/events.h"
-#include "platform/failure.h"
 
 namespace bromvale {
 namespace {

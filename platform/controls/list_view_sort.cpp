@@ -1,7 +1,7 @@
 #include <algorithm>
 
+#include "base/text_order.h"
 #include "platform/controls/list_view.h"
-#include "platform/text_order.h"
 
 namespace bromvale {
 

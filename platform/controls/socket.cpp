@@ -1,6 +1,6 @@
 #include "platform/controls/socket.h"
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace bromvale {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace bromvale {
 namespace {

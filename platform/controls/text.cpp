@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/failure.h"
+#include "base/text_case.h"
 #include "platform/events.h"
-#include "platform/failure.h"
-#include "platform/text_case.h"
 
 namespace bromvale {
 namespace {

@@ -1,10 +1,10 @@
 // The machine's environment variables.
 #include <optional>
 
-#include "platform/offline/code_page.h"
+#include "platform/offline/desktop/process_api.h"
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/process_api.h"
-#include "platform/offline/stored_text.h"
 
 using namespace bromvale::offline;
 

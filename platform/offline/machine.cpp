@@ -3,9 +3,9 @@
 #include <array>
 #include <charconv>
 
-#include "platform/offline/code_page.h"
-#include "platform/offline/files_api.h"
-#include "platform/offline/stored_text.h"
+#include "platform/offline/files/files_api.h"
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
 namespace {

@@ -12,14 +12,14 @@
 #include <string>
 #include <string_view>
 
-#include "platform/offline/clock.h"
-#include "platform/offline/code_pages.h"
-#include "platform/offline/drives.h"
-#include "platform/offline/events.h"
+#include "platform/offline/desktop/events.h"
+#include "platform/offline/desktop/pump.h"
 #include "platform/offline/faults.h"
-#include "platform/offline/locale.h"
-#include "platform/offline/pump.h"
-#include "platform/offline/registry.h"
+#include "platform/offline/files/drives.h"
+#include "platform/offline/locale/clock.h"
+#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/locale.h"
+#include "platform/offline/registry/registry.h"
 
 namespace bromvale::offline {
 

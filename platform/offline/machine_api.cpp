@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/stored_text.h"
 
 using bromvale::offline::failsHere;
 using bromvale::offline::machine;

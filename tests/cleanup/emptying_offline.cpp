@@ -5,9 +5,9 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/failure.h"
 #include "cleanup/file_del.h"
 #include "core/log.h"
-#include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/cleanup/cleanup_fixture.h"
 

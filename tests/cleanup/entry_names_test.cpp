@@ -1,7 +1,7 @@
 // Which names lead to what they name.
 #include "cleanup/entry_names.h"
 
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "tests/cleanup/cleanup_fixture.h"
 
 namespace bromvale::testing {

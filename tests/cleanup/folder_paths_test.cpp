@@ -2,7 +2,7 @@
 #include "cleanup/folder_paths.h"
 
 #include "cleanup/emptying.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "tests/cleanup/cleanup_fixture.h"
 
 namespace bromvale::testing {

@@ -8,7 +8,7 @@
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
 #include "cleanup/folder_links.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/offline/machine.h"
 #include "tests/cleanup/cleanup_fixture.h"
 

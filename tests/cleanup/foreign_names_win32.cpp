@@ -5,7 +5,7 @@
 
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "repair/backup_area.h"
 #include "tests/cleanup/cleanup_fixture.h"
 #include "tests/cleanup/host_links_win32.h"

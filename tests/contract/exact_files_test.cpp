@@ -1,9 +1,9 @@
 // What a folder lists, by true names.
-#include "platform/exact_files.h"
+#include "platform/exact/files.h"
 
 #include <algorithm>
 
-#include "platform/final_path.h"
+#include "platform/exact/final_path.h"
 #include "tests/support/test_machine.h"
 #include "tests/support/true_names.h"
 

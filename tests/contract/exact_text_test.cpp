@@ -1,8 +1,8 @@
 // Texts of Windows in the program's code page, with marks where it has no character. Both machines of the
 // tests have Windows-1252.
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 
-#include "core/runtime.h"
+#include "base/text.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

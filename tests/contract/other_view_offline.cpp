@@ -1,12 +1,12 @@
 // The offline machine as a 64-bit Windows: two system folders, two halves of some keys. What is set up is
 // named by where it really lies.
-#include "platform/other_view.h"
+#include "platform/exact/other_view.h"
 
 #include "core/file_helpers.h"
 #include "core/registry_layer.h"
 #include "platform/files.h"
+#include "platform/offline/files/other_half.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/other_half.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

@@ -1,10 +1,10 @@
 // The two system folders of a real 64-bit Windows, as this program finds them.
-#include "platform/other_view.h"
+#include "platform/exact/other_view.h"
 
 #include "core/file_helpers.h"
 #include "platform/files.h"
 #include "platform/other_view_api.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

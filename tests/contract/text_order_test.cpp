@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "platform/text_order.h"
+#include "base/text_order.h"
 
 namespace bromvale {
 namespace {

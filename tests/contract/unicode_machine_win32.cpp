@@ -1,7 +1,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "tests/contract/unicode_machine.h"
 
 namespace bromvale::testing {

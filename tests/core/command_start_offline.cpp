@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/failure.h"
+#include "base/failure.h"
 #include "platform/files.h"
 #include "platform/offline/machine.h"
 #include "platform/process.h"

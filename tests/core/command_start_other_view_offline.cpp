@@ -1,8 +1,8 @@
 // Programs that only the other half of a 64-bit Windows has are started from there.
+#include "base/failure.h"
 #include "core/command_start.h"
-#include "platform/failure.h"
+#include "platform/offline/files/other_half.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/other_half.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

@@ -1,7 +1,7 @@
 // Command lines that start nothing, on both providers.
 #include "core/command_start.h"
 
-#include "platform/failure.h"
+#include "base/failure.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

@@ -1,8 +1,8 @@
 // Real programs, started by the system: what arrives as their arguments tells how the line was taken apart.
 // The program is a copy of the system's command interpreter under names of its own.
+#include "base/failure.h"
 #include "core/command_start.h"
-#include "platform/failure.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

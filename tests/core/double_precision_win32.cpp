@@ -2,7 +2,7 @@
 #ifdef __i386__
 #include <gtest/gtest.h>
 
-#include "platform/win32/patient_call.h"
+#include "platform/win32/system/patient_call.h"
 
 namespace bromvale {
 namespace {

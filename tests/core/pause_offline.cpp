@@ -1,4 +1,4 @@
-#include "core/runtime.h"
+#include "core/time.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
 

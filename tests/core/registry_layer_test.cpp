@@ -1,8 +1,8 @@
 #include "core/registry_layer.h"
 
+#include "base/failure.h"
 #include "core/log.h"
 #include "core/state.h"
-#include "platform/failure.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale {

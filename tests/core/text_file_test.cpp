@@ -1,6 +1,6 @@
 #include "core/text_file.h"
 
-#include "platform/failure.h"
+#include "base/failure.h"
 #include "platform/files.h"
 #include "tests/support/test_machine.h"
 

@@ -6,10 +6,10 @@
 #include <string>
 
 #include "core/log.h"
-#include "core/startup_main.h"
+#include "core/startup/main.h"
 #include "platform/events.h"
-#include "platform/win32/common_controls.h"
-#include "platform/win32/old_systems.h"
+#include "platform/win32/system/old_systems.h"
+#include "platform/win32/windows/common_controls.h"
 #include "ui/frm_error.h"
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {

@@ -1,5 +1,5 @@
 // What is fetched to a chosen place, and what becomes of a file that was there.
-#include "platform/file_download.h"
+#include "internet/file_download.h"
 
 #include "platform/files.h"
 #include "platform/internet.h"

@@ -1,5 +1,5 @@
 // Where a forwarding leads to, and that one which never ends is given up.
-#include "platform/forwarding.h"
+#include "base/forwarding.h"
 
 #include "internet/bug_report.h"
 #include "internet/live_update.h"

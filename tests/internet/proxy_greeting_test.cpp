@@ -1,7 +1,8 @@
 // The greeting of a proxy, and the socket that it uses.
 #include "internet/proxy_greeting.h"
 
-#include "core/runtime.h"
+#include "base/failure.h"
+#include "core/time.h"
 #include "platform/events.h"
 #include "tests/internet/internet_fixture.h"
 

@@ -1,7 +1,7 @@
 // Under Wine the server runs outside: Wine starts programs of its host, whose folders lie on drive Z.
 #include "tests/internet/recording_server.h"
 
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 
 namespace bromvale::testing {
 

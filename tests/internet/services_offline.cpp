@@ -1,11 +1,11 @@
 // What leaves the program on the way to the internet, call by call, and downloads to a chosen place.
 #include "core/log.h"
 #include "internet/bug_report.h"
+#include "internet/file_download.h"
 #include "internet/live_update.h"
-#include "platform/file_download.h"
 #include "platform/internet.h"
-#include "platform/offline/http_get.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/network/http_get.h"
 #include "tests/internet/internet_fixture.h"
 #include "ui/navigation.h"
 

@@ -3,10 +3,10 @@
 #include <thread>
 
 #include "internet/bug_report.h"
+#include "internet/file_download.h"
 #include "internet/live_update.h"
-#include "platform/file_download.h"
 #include "platform/internet.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "tests/internet/internet_fixture.h"
 
 namespace bromvale::testing {

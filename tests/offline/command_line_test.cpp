@@ -1,9 +1,9 @@
-#include "platform/offline/command_line.h"
+#include "platform/offline/desktop/command_line.h"
 
 #include <gtest/gtest.h>
 
+#include "platform/offline/desktop/process_api.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/process_api.h"
 
 namespace bromvale::offline {
 namespace {

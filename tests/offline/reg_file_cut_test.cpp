@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/offline/reg_file_reader.h"
+#include "platform/offline/reg_files/reader.h"
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {

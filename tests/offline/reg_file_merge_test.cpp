@@ -1,9 +1,9 @@
-#include "platform/offline/reg_file_merge.h"
+#include "platform/offline/reg_files/merge.h"
 
 #include <gtest/gtest.h>
 
+#include "platform/offline/desktop/shell_api.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/shell_api.h"
 
 namespace bromvale::offline {
 namespace {

@@ -3,8 +3,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/offline/reg_file_reader.h"
-#include "platform/offline/reg_file_writer.h"
+#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/writer.h"
 #include "tests/offline/registry_test_support.h"
 
 #ifndef BROMVALE_SHARED_DATA_DIR

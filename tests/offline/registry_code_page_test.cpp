@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/offline/code_page.h"
-#include "platform/offline/stored_text.h"
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
 namespace {

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/offline/reg_file_reader.h"
-#include "platform/offline/reg_file_writer.h"
+#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/writer.h"
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {

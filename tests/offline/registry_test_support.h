@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "platform/offline/faults.h"
-#include "platform/offline/registry.h"
-#include "platform/offline/registry_api.h"
-#include "platform/offline/stored_text.h"
+#include "platform/offline/locale/stored_text.h"
+#include "platform/offline/registry/api.h"
+#include "platform/offline/registry/registry.h"
 
 namespace bromvale::offline::testing {
 

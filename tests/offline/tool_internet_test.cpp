@@ -1,5 +1,5 @@
 // bromvale-offline and the web services: a server of the host stands in for the maker's.
-#include "platform/offline/code_page.h"
+#include "platform/offline/locale/code_page.h"
 #include "tests/internet/recording_server.h"
 #include "tests/offline/tool_run.h"
 

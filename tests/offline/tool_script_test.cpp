@@ -3,7 +3,7 @@
 #include <array>
 #include <filesystem>
 
-#include "platform/offline/code_page.h"
+#include "platform/offline/locale/code_page.h"
 #include "tests/offline/tool_run.h"
 
 namespace bromvale::testing {

@@ -3,10 +3,10 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/offline/code_pages.h"
-#include "platform/offline/reg_file_merge.h"
-#include "platform/offline/reg_file_reader.h"
-#include "platform/offline/reg_file_writer.h"
+#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/reg_files/merge.h"
+#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/writer.h"
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {

@@ -1,8 +1,8 @@
 // The machine of the scripts, and what must hold behind each of them.
 #include <algorithm>
 
+#include "base/failure.h"
 #include "platform/events.h"
-#include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/proof/fault_scripts.h"
 #include "ui/frm_main.h"

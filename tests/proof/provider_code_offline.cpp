@@ -28,8 +28,8 @@ struct Range {
 // Windows' functions stand in no namespace or in the program's own.
 bool isProvider(std::string_view symbol) {
     if (symbol.find("8bromvale7offline") != std::string_view::npos) return true;
-    constexpr std::string_view kOfTheProgramsNamespace[] = {"Internet", "HttpQueryInfoA", "DoFileDownload",
-                                                            "askWhereToSave", "openConnection"};
+    constexpr std::string_view kOfTheProgramsNamespace[] = {
+        "Internet", "HttpQueryInfoA", "openDownloadDialog", "askWhereToSave", "openConnection"};
     constexpr std::string_view kPlain = "_ZN8bromvale";
     if (symbol.starts_with(kPlain)) {
         symbol.remove_prefix(kPlain.size());

@@ -6,9 +6,9 @@
 
 #include "core/settings.h"
 #include "core/state.h"
+#include "platform/offline/files/other_half.h"
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/other_half.h"
-#include "platform/offline/stored_text.h"
 
 namespace bromvale::proof {
 namespace {

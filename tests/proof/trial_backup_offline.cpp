@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <fstream>
 
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/stored_text.h"
 #include "tests/proof/trial.h"
 #include "ui/frm_main.h"
 

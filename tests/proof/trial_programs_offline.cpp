@@ -4,7 +4,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/offline/machine.h"
 #include "tests/proof/trial.h"
 #include "ui/frm_main.h"

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "platform/offline/machine.h"
-#include "platform/offline/reg_file_reader.h"
+#include "platform/offline/reg_files/reader.h"
 #include "tests/proof/trial.h"
 #include "ui/frm_main.h"
 

@@ -2,7 +2,6 @@
 #include <functional>
 #include <utility>
 
-#include "core/runtime.h"
 #include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
 

@@ -1,7 +1,7 @@
 // Every call that the backup page makes of the platform fails in turn: nothing that should stay is lost, the
 // rest of the work goes on, and the log says what happened.
+#include "base/failure.h"
 #include "core/log.h"
-#include "core/runtime.h"
 #include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
 

@@ -1,6 +1,6 @@
 // The removal of old undo files at the start, by the machine's own date.
-#include "core/calendar.h"
-#include "core/runtime.h"
+#include "base/calendar.h"
+#include "base/failure.h"
 #include "platform/machine.h"
 #include "tests/repair/backup_fixture.h"
 

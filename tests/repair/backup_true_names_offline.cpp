@@ -1,6 +1,6 @@
 // Undo files whose names the code page can't hold: shown by their nearest letters, and reached by their short
 // names or not at all.
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
 

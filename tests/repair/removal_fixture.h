@@ -2,11 +2,11 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "core/registry_layer.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text_file.h"
-#include "platform/failure.h"
 #include "tests/support/test_machine.h"
 #include "ui/frm_main.h"
 

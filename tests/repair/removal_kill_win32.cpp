@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/state.h"
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "ui/frm_main.h"
 
 namespace bromvale::testing {

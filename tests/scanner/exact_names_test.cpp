@@ -1,6 +1,6 @@
 // Names and texts that the code page lacks: what a scan makes of them. The machine is set up with what
 // Windows keeps, and the real objects stand beside those whose names look the same in the code page.
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/files.h"
 #include "scanner/left_alone.h"
 #include "tests/scanner/scan_fixture.h"

@@ -1,7 +1,7 @@
 // A scan on a 64-bit Windows, by the program of either width: keys that both halves share name files of
 // either.
+#include "platform/offline/files/other_half.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/other_half.h"
 #include "tests/scanner/scan_fixture.h"
 
 namespace bromvale::testing {

@@ -3,8 +3,9 @@
 #include <cmath>
 #include <cstdint>
 
-#include "core/number_parser.h"
-#include "core/runtime.h"
+#include "base/failure.h"
+#include "base/number_parser.h"
+#include "base/numbers.h"
 #include "tests/scanner/scan_fixture.h"
 
 namespace bromvale::testing {

@@ -1,6 +1,6 @@
 #include <deque>
 
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "tests/support/provider.h"
 
 namespace bromvale::testing {

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "platform/exact_text.h"
+#include "platform/exact/text.h"
 #include "platform/wide.h"
 #ifndef _WIN32
 #include "platform/offline/machine.h"

@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "platform/failure.h"
+#include "base/failure.h"
 #include "tests/ui/main_form_fixture.h"
 #include "ui/frm_error.h"
 #include "ui/layout_error.h"

@@ -1,6 +1,6 @@
 // Items of the navigation bar that lead out of the program.
+#include "base/failure.h"
 #include "core/command_start.h"
-#include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/ui/main_form_fixture.h"
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "base/failure.h"
 #include "platform/controls.h"
-#include "platform/failure.h"
 
 namespace bromvale::testing {
 

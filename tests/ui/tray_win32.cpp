@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/win32/windows.h"
+#include "platform/win32/system/windows.h"
 #include "tests/ui/main_form_fixture.h"
 
 namespace bromvale::testing {

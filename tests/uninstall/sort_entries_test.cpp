@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <random>
 
-#include "platform/failure.h"
+#include "base/failure.h"
 #include "scanner/sort.h"
 #include "tests/uninstall/programs_fixture.h"
 #include "uninstall/program_entry.h"

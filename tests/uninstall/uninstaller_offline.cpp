@@ -1,6 +1,6 @@
 // The button of the programs page, on a machine that records what is started.
+#include "base/failure.h"
 #include "core/log.h"
-#include "platform/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/uninstall/programs_fixture.h"
 

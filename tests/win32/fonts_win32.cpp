@@ -1,7 +1,7 @@
 // Which face a control gets that names one.
 #include <gtest/gtest.h>
 
-#include "platform/win32/metrics.h"
+#include "platform/win32/windows/metrics.h"
 
 namespace bromvale::testing {
 namespace {

@@ -8,7 +8,7 @@
 #include "platform/controls.h"
 #include "platform/events.h"
 #include "platform/screen.h"
-#include "platform/win32/common_controls.h"
+#include "platform/win32/windows/common_controls.h"
 
 namespace bromvale::testing {
 

@@ -38,9 +38,9 @@ class Layering(unittest.TestCase):
         self.assertEqual([], self.findings({
             "core/log.cpp": '#include "core/log.h"\n#include "platform/files.h"\n#include <string>\n',
             "scanner/scan.cpp": '#include "repair/restart.h"\n#include "ui/form.h"\n',
-            "core/startup_main.cpp": '#include "scanner/scan.h"\n#include "platform/win32/entry.h"\n',
-            "platform/registry.h": '#include "platform/win32/windows.h"\n',
-            "platform/win32/windows.h": "#include <windows.h>\n",
+            "core/startup/main.cpp": '#include "scanner/scan.h"\n#include "platform/win32/entry.h"\n',
+            "platform/registry.h": '#include "platform/win32/system/windows.h"\n',
+            "platform/win32/system/windows.h": "#include <windows.h>\n",
             "platform/offline/load.cpp": "#include <fstream>\n"}))
 
     def test_an_include_that_points_up_is_found(self):
@@ -48,8 +48,8 @@ class Layering(unittest.TestCase):
                          self.findings({"core/log.cpp": '\n#include "ui/form.h"\n'}))
 
     def test_nobody_knows_start_up(self):
-        self.assertEqual(['ui/form.cpp:1: "core/startup_main.h" points upward'],
-                         self.findings({"ui/form.cpp": '#include "core/startup_main.h"\n'}))
+        self.assertEqual(['ui/form.cpp:1: "core/startup/main.h" points upward'],
+                         self.findings({"ui/form.cpp": '#include "core/startup/main.h"\n'}))
 
     def test_features_know_each_other_only_along_the_named_edges(self):
         self.assertEqual(['repair/undo.cpp:1: "scanner/scan.h": repair does not know scanner'],
@@ -57,9 +57,9 @@ class Layering(unittest.TestCase):
 
     def test_windows_headers_stay_in_their_provider(self):
         self.assertEqual(["ui/tray.cpp:1: <windows.h> belongs into platform/win32 alone",
-                          'ui/tray.cpp:2: "platform/win32/windows.h" lies behind the seam; '
+                          'ui/tray.cpp:2: "platform/win32/system/windows.h" lies behind the seam; '
                           "include the header in platform/"],
-                         self.findings({"ui/tray.cpp": '#include <windows.h>\n#include "platform/win32/windows.h"\n'}))
+                         self.findings({"ui/tray.cpp": '#include <windows.h>\n#include "platform/win32/system/windows.h"\n'}))
 
     def test_library_parts_that_old_systems_cannot_load_are_found(self):
         self.assertEqual(["core/log.cpp:1: <fstream> keeps Bromvale.exe from loading on Windows 98 and NT4"],

@@ -1,0 +1,12 @@
+#pragma once
+#include <optional>
+#include <string>
+
+#include "platform/offline/reg_files/reader.h"
+
+namespace bromvale::offline {
+
+// The example machine: its registry, and its files where the drive lives in memory.
+[[nodiscard]] std::optional<RegFileError> loadExample();
+
+}  // namespace bromvale::offline

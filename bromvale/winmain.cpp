@@ -1,0 +1,13 @@
+#include "core/startup/main.h"
+#include "platform/win32/system/error_mode.h"
+#include "platform/win32/system/old_systems.h"
+#include "platform/win32/windows/common_controls.h"
+
+// The program's own failures are reported by its routines; the exit code tells nothing.
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    bromvale::silenceDrives();
+    bromvale::bindOldSystems();
+    bromvale::loadCommonControls();
+    bromvale::runProgram();
+    return 0;
+}

@@ -1,0 +1,327 @@
+#include "core/startup/main.h"
+
+#include <algorithm>
+#include <array>
+
+#include "base/failure.h"
+#include "base/numbers.h"
+#include "base/text.h"
+#include "cleanup/emptying.h"
+#include "core/attempt.h"
+#include "core/log.h"
+#include "core/machine_facts.h"
+#include "core/registry_layer.h"
+#include "core/startup/check_libs.h"
+#include "core/startup/first_run.h"
+#include "core/startup/unload.h"
+#include "core/state.h"
+#include "core/text_file.h"
+#include "core/version.h"
+#include "platform/events.h"
+#include "platform/exact/program_file.h"
+#include "platform/exact/registry.h"
+#include "platform/exact/text.h"
+#include "platform/help.h"
+#include "platform/machine.h"
+#include "platform/process.h"
+#include "repair/backup_area.h"
+#include "ui/frm_error.h"
+#include "ui/frm_main.h"
+
+namespace bromvale {
+namespace {
+
+constexpr Tags kTags{"modMain", "Main"};
+constexpr const char* kTitle = "Bromvale";
+
+// Its handle lives as long as the process. Names of this kind are known within one session, so that two users
+// of one machine don't get in each other's way. A first start under other rights keeps its mutex to itself:
+// one that is there but may not be opened tells of a first start as well.
+bool previousInstanceRuns() {
+    SetLastError(ERROR_SUCCESS);
+    const HANDLE mutex = CreateMutexA(nullptr, FALSE, "Bromvale is running");
+    const DWORD error = GetLastError();
+    return error == ERROR_ALREADY_EXISTS || (mutex == nullptr && error == ERROR_ACCESS_DENIED);
+}
+
+// What stands behind the program's name on the command line, as it was typed, trailing blanks and all.
+std::string_view arguments() {
+    std::string_view line = GetCommandLineA();
+    if (line.starts_with('"')) {
+        line.remove_prefix(std::min(line.find('"', 1), line.size() - 1) + 1);
+    } else {
+        line.remove_prefix(std::min(line.find_first_of(" \t"), line.size()));
+    }
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    return line;
+}
+
+// --- the module-level state, a step each ---
+
+void nameProgram() {
+    AppTitle = kTitle;
+    AppVersion = std::to_string(kVersionMajor) + "." + std::to_string(kVersionMinor) + "." +
+                 std::to_string(kVersionRevision);
+    AppTarget = "für Windows 98/ME und NT4";
+}
+
+void findProgramFolder() {
+    AppPath = withBackslash(programFile().folder);
+    setHelpFolder(AppPath);
+}
+
+// Read before all other settings, so that their reading can be traced already.
+void readTraceSwitch() {
+    const std::string text = FindValue(kHiveCurrentUser, "Software\\" + AppTitle, "Protokoll");
+    Protokoll = text.empty() ? std::int16_t{0} : toInt16(text);
+    if (Protokoll == 1) LogAlways = true;
+    kTags.trace([] { return "Protokollierung=" + std::to_string(Protokoll); });
+}
+
+void readSettings() {
+    ReadAppSwitch();
+    kTags.trace(AppPath);
+}
+
+void nameBackupFolder() {
+    BackupPath = AppPath + "Backup\\";
+    kTags.trace(BackupPath);
+}
+
+void readComputerName() {
+    ComputerName = ReadComputerName();
+    kTags.trace(ComputerName);
+}
+
+void readUserName() {
+    UserName = ReadUserName();
+    kTags.trace(UserName);
+}
+
+void readWindowsFolder() {
+    WinDir = withBackslash(ReadWinDir());
+    kTags.trace([] { return plainText(WinDir); });
+}
+
+void nameAgentFolders() {
+    AgentDir = WinDir + "msagent\\";
+    AgentCharsDir = WinDir + "msagent\\chars\\";
+    kTags.trace(AgentDir);
+}
+
+void readSystemFolder() {
+    SysDir = withBackslash(ReadSysDir());
+    kTags.trace(SysDir);
+}
+
+void readTemporaryFolder() {
+    TmpDir = withBackslash(ReadTmpDir());
+    kTags.trace(TmpDir);
+}
+
+constexpr const char* kVersionKey = "Software\\Microsoft\\Windows\\CurrentVersion";
+constexpr const char* kProgramFilesDir = "ProgramFilesDir";
+
+// The folder with its marks, where it is another one than its ANSI text says.
+std::string exactProgramsFolder(const std::string& ansi) {
+    std::string folder;
+    HKEY key = nullptr;
+    if (openExactKey(HKEY_LOCAL_MACHINE, kVersionKey, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return ansi;
+    const bool read = queryExactText(key, kProgramFilesDir, folder) == ERROR_SUCCESS;
+    static_cast<void>(RegCloseKey(key));
+    return read && !isExact(folder) ? folder : ansi;
+}
+
+void readProgramsFolder() {
+    const RegistryValue value = ReadValue(kHiveLocalMachine, kVersionKey, kProgramFilesDir);
+    const std::string* folder = std::get_if<std::string>(&value);
+    ProgramFilesDir = withBackslash(folder != nullptr ? exactProgramsFolder(*folder) : std::string());
+    kTags.trace([] { return plainText(ProgramFilesDir); });
+}
+
+// The start record comes before the program's folder is known, so it lands in the current directory.
+constexpr std::array kFirstSteps{nameProgram, WriteLogStart, findProgramFolder};
+
+constexpr std::array kStateSteps{
+    readTraceSwitch,
+    readSettings,
+    nameBackupFolder,
+    readComputerName,
+    readUserName,
+    readWindowsFolder,
+    nameAgentFolders,
+    readSystemFolder,
+    readTemporaryFolder,
+    readProgramsFolder,
+    OS,
+};
+
+// --- refusal and checks ---
+
+// A backslash may be the second half of a character there: keys and files would be cut in the wrong places.
+void refuseCodePage() {
+    MsgBox(
+        AppTitle +
+            " kann auf diesem System nicht arbeiten: Seine Schriftzeichen bestehen aus mehreren Bytes, und "
+            "die Namen von Schlüsseln und Dateien wären nicht sicher zu lesen.",
+        kStyleExclamation);
+}
+
+// Log, undo files and folder list would go nowhere, or into a folder of nearly the same name: nothing that is
+// removed could come back.
+void refuseFolder() {
+    MsgBox(
+        "Der Name des Ordners, in dem " + AppTitle +
+            " liegt, enthält Zeichen, die das Programm auf diesem System nicht verwenden kann:\r\n" +
+            plainText(AppPath) +
+            "\r\n\r\nDas Protokoll und die Sicherungsdateien könnten dort nicht angelegt werden. Verschieben "
+            "Sie das Programm in einen anderen Ordner und starten Sie es erneut.",
+        kStyleExclamation);
+}
+
+void refuse() {
+    MsgBox(OSName + " wird nicht unterstützt.", kStyleInformation);
+}
+
+void traceSystem() {
+    kTags.trace([] { return OSName + " Build: " + OSBuild; });
+}
+
+// --- the emptying road ---
+
+void openFolderList(int number) {
+    openFile(AppPath + "liste.txt", FileMode::Input, number);
+    // The backslash that stands twice is as old as the program.
+    kTags.trace([] { return "Tempfiledelete: " + AppPath + "\\liste.txt geöffnet"; });
+}
+
+// Nobody sits before a start of this kind, so the log tells it, tracing or not.
+void logRefused(const RefusedFolder& folder) {
+    const std::string text = "Tempfiledelete: " + plainText(folder.path) + " wird nicht geleert. ";
+    ErrHandle(kTags.modul, kTags.funktion, text + folder.reason, 0, "", kStyleExclamation, kHide);
+}
+
+void emptyFolders(int number) {
+    emptyListedFolders(number, logRefused);
+    kTags.trace("Tempfiledelete: Dateien und Ordner gelöscht");
+}
+
+void endEmptying(int number) {
+    closeFile(number);
+    kTags.trace("Tempfiledelete endet");
+    unloadForm("frmLogin");
+}
+
+// --- the normal road ---
+
+void runFirstRunAction() {
+    if (FirstRun == 1) CheckFirstRun();
+}
+
+void deleteOldUndoFiles() {
+    if (AutoRegFileDel == 1) AutoFileDel();
+}
+
+void tellThatTracingIsOn() {
+    if (Protokoll == 1) MsgBox("Die Protokollierung ist aktiviert.", kStyleInformation);
+}
+
+void showMainWindow() {
+    frmMain().showBehindErrorDialog();
+}
+
+constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThatTracingIsOn, showMainWindow};
+
+// --- failures ---
+
+Ending makeFolderList(const Failure& failure, int number) {
+    const std::string path = AppPath + "liste.txt";
+    ErrHandle(kTags.modul, kTags.funktion, path + " musste angelegt werden.", failure.number,
+              failure.description, kStyleExclamation, kHide);
+    openFile(path, FileMode::Output, number);
+    closeFile(number);
+    return Ending::Retry;
+}
+
+void tellThatMemoryIsShort() {
+    MsgBox(
+        "Es ist mehr Speicher erforderlich, als verfügbar ist.\r"
+        "Es sind zu viele Anwendungen, Dokumente oder Quelldateien geöffnet.\r"
+        "Schließen Sie alle geöffneten Anwendungen, Dokumente oder Quelldateien, die Sie nicht benötigen.\r"
+        "Starten Sie ggf. den Rechner neu.",
+        kStyleStop);
+    unloadForm("frmMain");
+}
+
+// `number` is the file number of liste.txt, whose open is the one statement that fails with 52 or 53: a
+// missing list is made, and gives an empty run. After any other failure the error dialog is what stays on the
+// screen.
+Ending onFailureOfMain(const Failure& failure, int number) {
+    if (failure.number == 53 || failure.number == 52) return makeFolderList(failure, number);
+    if (failure.number == 7) tellThatMemoryIsShort();
+    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
+    return Ending::Leave;
+}
+
+// A failure that no routine below an event has caught.
+void showUnhandledFailure(const Failure& failure) {
+    MsgBox("Laufzeitfehler '" + std::to_string(failure.number) + "':\r\n\r\n" + failure.description,
+           kStyleStop);
+}
+
+// The waiting window can't be closed by hand, and the window that menus open from is never seen: without the
+// main window, which ends the process, they would keep it and with it every later start for good. What may be
+// left is the error dialog.
+void closeUnseenWindows() {
+    unloadForm("frmLogin");
+    const auto& forms = loadedForms();
+    const bool mainWindow =
+        std::any_of(forms.begin(), forms.end(), [](const Form* form) { return form->name() == "frmMain"; });
+    if (!mainWindow) unloadForm("frmPopUp");
+}
+
+}  // namespace
+
+void Main() {
+    int number = 1;
+    const auto onFailure = [&](const Failure& failure) { return onFailureOfMain(failure, number); };
+    const auto step = [&](auto&& statement) { return attempt(onFailure, statement); };
+    const auto all = [&](const auto& steps) { return std::all_of(steps.begin(), steps.end(), step); };
+
+    if (previousInstanceRuns()) return;
+    if (!all(kFirstSteps)) return;
+    if (!textsCanBeTold()) {
+        step(refuseCodePage);
+        return;
+    }
+    if (!isExact(AppPath)) {
+        step(refuseFolder);
+        return;
+    }
+    if (!all(kStateSteps)) return;
+    if (OSName == "Windows 95") {
+        step(refuse);
+        return;
+    }
+    if (!step(traceSystem) || !step(CheckLibs)) return;
+    if (arguments() != "-d") {
+        all(kNormalRoad);
+        return;
+    }
+    static_cast<void>(step([&] {
+                          kTags.trace("Tempfiledelete startet");
+                          number = freeFile();
+                      }) &&
+                      step(showEmptyingWindow) && step([&] { openFolderList(number); }) &&
+                      step([&] { emptyFolders(number); }) && step([&] { endEmptying(number); }));
+}
+
+void runProgram() {
+    registerErrorDialog();
+    setUnhandledFailure(showUnhandledFailure);
+    dispatchUserEvent(Main);
+    closeUnseenWindows();
+    RunEventLoop();
+}
+
+}  // namespace bromvale

@@ -1,0 +1,176 @@
+#include "platform/offline/desktop/process_api.h"
+
+#include <cstring>
+
+#include "platform/offline/desktop/command_line.h"
+#include "platform/offline/files/handles.h"
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/machine.h"
+
+using namespace bromvale::offline;
+
+namespace {
+
+// Modules are numbers into this list; 0 is the program itself.
+std::vector<std::string>& modules() {
+    static std::vector<std::string> list;
+    return list;
+}
+
+// The entry that was looked up last; every entry has this one address.
+std::string entryLibrary;
+std::string entryName;
+
+LibraryEntry entryOf(const std::string& library) {
+    const auto found = machine().libraryEntries.find(library);
+    return found != machine().libraryEntries.end() ? found->second : LibraryEntry{};
+}
+
+LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
+    machine().events.record({EventKind::Library, entryLibrary, entryName, 0, 0});
+    return entryOf(entryLibrary).result;
+}
+
+bool run(const std::string& commandLine) {
+    machine().events.record({EventKind::Run, commandLine, "", 0, 0});
+    return true;
+}
+
+}  // namespace
+
+HANDLE GetCurrentProcess() {
+    return INVALID_HANDLE_VALUE;
+}
+
+BOOL TerminateProcess(HANDLE, UINT exitCode) {
+    if (failsHere("TerminateProcess")) return FALSE;
+    machine().events.record({EventKind::End, "", "", exitCode, 0});
+    if (!machine().terminateReturns) throw ProcessEnded{exitCode};
+    return TRUE;
+}
+
+HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR) {
+    if (failsHere("CreateMutexA")) return nullptr;
+    const HANDLE mutex = openPlainObject();
+    SetLastError(machine().previousInstance ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    return mutex;
+}
+
+DWORD WaitForSingleObject(HANDLE, DWORD) {
+    return failsHere("WaitForSingleObject") ? WAIT_FAILED : WAIT_OBJECT_0;
+}
+
+BOOL GetExitCodeProcess(HANDLE, LPDWORD exitCode) {
+    if (failsHere("GetExitCodeProcess")) return FALSE;
+    *exitCode = 0;
+    return TRUE;
+}
+
+BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
+                    DWORD flags, LPVOID, LPCSTR, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made) {
+    const bool tells = start != nullptr && (start->dwFlags & STARTF_USESHOWWINDOW) != 0;
+    machine().lastRequests.startFlags = flags;
+    machine().lastRequests.startState = tells ? start->wShowWindow : -1;
+    if (failsHere("CreateProcessA")) return FALSE;
+    const std::string line = commandLine != nullptr ? commandLine : application;
+    std::string sought = line;
+    if (application != nullptr) sought.assign(1, '"').append(application).append(1, '"');
+    if (programOf(sought).empty()) {
+        SetLastError(ERROR_FILE_NOT_FOUND);
+        return FALSE;
+    }
+    if (made != nullptr) *made = {openPlainObject(), openPlainObject(), 1, 1};
+    return run(line);
+}
+
+UINT WinExec(LPCSTR commandLine, UINT) {
+    if (const auto fault = faults().at("WinExec")) return static_cast<UINT>(*fault);
+    if (programOf(commandLine).empty()) return ERROR_FILE_NOT_FOUND;
+    run(commandLine);
+    return 33;
+}
+
+BOOL OpenProcessToken(HANDLE, DWORD, PHANDLE token) {
+    if (failsHere("OpenProcessToken")) return FALSE;
+    if (!machine().os().isNt()) {
+        SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
+        return FALSE;
+    }
+    *token = openPlainObject();
+    return TRUE;
+}
+
+BOOL LookupPrivilegeValueA(LPCSTR, LPCSTR name, PLUID id) {
+    if (failsHere("LookupPrivilegeValueA")) return FALSE;
+    if (!machine().os().isNt() || !equalNoCase(name, SE_SHUTDOWN_NAME)) {
+        SetLastError(machine().os().isNt() ? ERROR_NO_SUCH_PRIVILEGE : ERROR_CALL_NOT_IMPLEMENTED);
+        return FALSE;
+    }
+    *id = {19, 0};
+    return TRUE;
+}
+
+BOOL AdjustTokenPrivileges(HANDLE, BOOL, PTOKEN_PRIVILEGES wanted, DWORD, PTOKEN_PRIVILEGES, LPDWORD) {
+    if (failsHere("AdjustTokenPrivileges")) return FALSE;
+    const bool known =
+        wanted != nullptr && wanted->PrivilegeCount == 1 && wanted->Privileges[0].Luid.LowPart == 19;
+    if (!known || !machine().shutdownPrivilege) {
+        SetLastError(ERROR_NOT_ALL_ASSIGNED);
+        return TRUE;
+    }
+    machine().events.record(
+        {EventKind::Privilege, SE_SHUTDOWN_NAME, "", wanted->Privileges[0].Attributes, 0});
+    SetLastError(ERROR_SUCCESS);
+    return TRUE;
+}
+
+BOOL ExitWindowsEx(UINT flags, DWORD) {
+    if (failsHere("ExitWindowsEx")) return FALSE;
+    if (machine().os().isNt() && !machine().shutdownPrivilege) {
+        SetLastError(ERROR_PRIVILEGE_NOT_HELD);
+        return FALSE;
+    }
+    machine().events.record({EventKind::Restart, "", "", flags, 0});
+    return TRUE;
+}
+
+HMODULE LoadLibraryA(LPCSTR path) {
+    if (failsHere("LoadLibraryA")) return nullptr;
+    const std::string inSystem = machine().systemFolder() + "\\" + path;
+    if (!machine().drives.exists(wideFromAnsi(path)) && !machine().drives.exists(wideFromAnsi(inSystem))) {
+        SetLastError(ERROR_MOD_NOT_FOUND);
+        return nullptr;
+    }
+    modules().push_back(path);
+    return reinterpret_cast<HMODULE>(modules().size());
+}
+
+FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
+    if (failsHere("GetProcAddress")) return nullptr;
+    const auto number = reinterpret_cast<std::uintptr_t>(module);
+    if (number == 0 || number > modules().size()) {
+        SetLastError(ERROR_PROC_NOT_FOUND);
+        return nullptr;
+    }
+    if (!entryOf(modules()[number - 1]).exists) {
+        SetLastError(ERROR_PROC_NOT_FOUND);
+        return nullptr;
+    }
+    entryLibrary = modules()[number - 1];
+    entryName = name;
+    // By way of a function without arguments, the one type that compilers let stand for any other.
+    return reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&entryPoint));
+}
+
+BOOL FreeLibrary(HMODULE) {
+    return failsHere("FreeLibrary") ? FALSE : TRUE;
+}
+
+HMODULE GetModuleHandleA(LPCSTR) {
+    return nullptr;
+}
+
+LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (failsHere("CallWindowProcA") || procedure == nullptr) return 0;
+    return procedure(window, message, first, second);
+}

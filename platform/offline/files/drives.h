@@ -1,0 +1,124 @@
+#pragma once
+#include <array>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/offline/files/volume.h"
+
+namespace bromvale::offline {
+
+// Where a path leads.
+struct Location {
+    Location() = default;
+    Location(const Location&) = delete;
+    Location& operator=(const Location&) = delete;
+
+    static constexpr std::size_t kMostNames = 132;
+    Volume* volume = nullptr;
+    bool onHost = false;
+    std::array<std::string_view, kMostNames> names;
+    std::size_t count = 0;
+    char root[2] = {};  // drive letter, upper case; NUL for a share
+    std::string_view server;
+    std::string_view share;
+    std::string path;  // what the names are parts of, where the caller's path was converted
+
+    [[nodiscard]] PathNames all() const { return {names.data(), count}; }
+    [[nodiscard]] PathNames parent() const { return {names.data(), count - 1}; }
+    // The drive or share without a trailing backslash, and the whole path.
+    [[nodiscard]] std::string rootText() const;
+    [[nodiscard]] std::string text() const;
+};
+
+// The machine's drives and shares. Paths are Windows paths, in Windows-1252 or in UTF-16; what is marked so
+// is in the stored form of stored_text.h. Behind "\\?\" a path stands for itself: dots and blanks at the end
+// of its names belong to them.
+class Drives {
+  public:
+    Drives();
+    Drives(const Drives&) = delete;
+    Drives& operator=(const Drives&) = delete;
+
+    // An empty drive in memory; replaces what the letter stood for.
+    void addMemory(char letter);
+    // A folder of the host (UTF-8) stands for the drive.
+    void addFolder(char letter, const std::string& hostFolder);
+    // An empty share in memory: \\server\share.
+    void addShare(std::string_view server, std::string_view share);
+    void remove(char letter);
+    [[nodiscard]] bool has(char letter) const;
+
+    // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server.
+    DWORD locate(std::string_view path, Location& location) const;
+    DWORD locate(std::u16string_view path, Location& location) const;
+    // The same for a path in the stored form, which must outlive `location`.
+    DWORD locateReal(std::string_view path, Location& location) const;
+    // Where such a path of the program leads, which a 64-bit Windows may redirect.
+    DWORD locateStored(std::string_view path, Location& location) const;
+    // The path of a file of the host, in the stored form; empty where it lies on no drive.
+    [[nodiscard]] std::string pathOfHost(std::string_view hostPath) const;
+
+    // Without fault points and events, for those who set up the machine. Makers make the folders above, too.
+    bool makeFolder(std::string_view path);
+    bool writeFile(std::string_view path, std::string_view bytes);
+    [[nodiscard]] std::optional<std::string> readFile(std::string_view path) const;
+    [[nodiscard]] bool exists(std::string_view path) const;
+    // Local time of the last write.
+    bool setFileTime(std::string_view path, const SYSTEMTIME& local);
+    bool erase(std::string_view path);
+
+    // The same with real names.
+    bool makeFolder(std::u16string_view path);
+    bool writeFile(std::u16string_view path, std::string_view bytes);
+    [[nodiscard]] std::optional<std::string> readFile(std::u16string_view path) const;
+    [[nodiscard]] bool exists(std::u16string_view path) const;
+    bool setFileTime(std::u16string_view path, const SYSTEMTIME& local);
+    bool erase(std::u16string_view path);
+    // Makes `link` a folder that leads to another one, which need not be there. In memory only.
+    bool linkFolder(std::u16string_view link, std::u16string_view target);
+
+    // Whether entries have names of eight letters and three beside their own. Until it is set, only what the
+    // program can't reach by its own name has one, and only on host folders.
+    std::optional<bool> shortNames;
+
+    // Without a trailing backslash but at a root. In the stored form.
+    std::string currentDirectory = "C:\\";
+
+    struct Recycled {
+        std::string path;    // where it stood
+        std::string stored;  // its name in the bin
+    };
+    std::vector<Recycled> recycled;
+
+    // The machine's own folders, in the stored form. On a host folder they come into being when something is
+    // written below them.
+    std::vector<std::string> ownFolders;
+    // Makes the folders above `location` that are the machine's own.
+    void makeOwnFolders(const Location& location) const;
+
+  private:
+    struct Mounted {
+        std::unique_ptr<Volume> volume;
+        bool onHost = false;
+        std::string hostFolder{};  // its real path
+    };
+    DWORD locateShare(std::string_view path, bool literal, Location& location) const;
+    std::array<Mounted, 26> drives_;
+    std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
+};
+
+// Whether a path holds characters of masks; the "?" of the prefix "\\?\" is none.
+[[nodiscard]] bool holdsWildcards(std::string_view path);
+
+// Whether `name` matches a mask of FindFirstFileA, in Windows-1252 or in the stored form.
+[[nodiscard]] bool matchesMask(std::string_view mask, std::string_view name);
+[[nodiscard]] bool matchesStoredMask(std::string_view mask, std::string_view name);
+
+[[nodiscard]] std::size_t openFindHandles();
+[[nodiscard]] std::size_t openFileHandles();
+
+}  // namespace bromvale::offline

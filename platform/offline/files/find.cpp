@@ -1,0 +1,175 @@
+// FindFirstFileA and its followers.
+#include <algorithm>
+#include <iterator>
+
+#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/handles.h"
+#include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale::offline {
+namespace {
+
+struct Search {
+    std::vector<FileInfo> entries;
+    std::size_t next = 0;
+};
+
+// The program leaks one for each file that it finds, so a search without wildcards keeps nothing.
+HandleTable<Search>& searches() {
+    static HandleTable<Search> table;
+    return table;
+}
+
+template <class Char, std::size_t Size>
+void copyName(std::basic_string_view<Char> name, Char (&buffer)[Size]) {
+    buffer[name.copy(buffer, Size - 1)] = Char{};
+}
+
+// False for a name that takes more bytes than the record holds, as it can with several bytes a character.
+bool fillNames(WIN32_FIND_DATAA& data, const FileInfo& info) {
+    const AnsiText name(info.name);
+    copyName(name.view(), data.cFileName);
+    copyName(AnsiText(info.shortName).view(), data.cAlternateFileName);
+    return name.view().size() < std::size(data.cFileName);
+}
+
+bool fillNames(WIN32_FIND_DATAW& data, const FileInfo& info) {
+    copyName<WCHAR>(wideFromStored(info.name), data.cFileName);
+    copyName<WCHAR>(wideFromStored(info.shortName), data.cAlternateFileName);
+    return true;
+}
+
+// False and the last error where the name doesn't fit.
+template <class Data>
+bool fill(Data& data, const FileInfo& info) {
+    const FILETIME time = toFileTime(info.written);
+    data.dwFileAttributes = info.attributes;
+    data.ftCreationTime = data.ftLastAccessTime = data.ftLastWriteTime = time;
+    data.nFileSizeHigh = static_cast<DWORD>(info.size >> 32);
+    data.nFileSizeLow = static_cast<DWORD>(info.size);
+    const bool link = (info.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
+    data.dwReserved0 = link ? IO_REPARSE_TAG_SYMLINK : 0;
+    data.dwReserved1 = 0;
+    const bool fits = fillNames(data, info);
+    if (!fits) SetLastError(ERROR_MORE_DATA);
+    return fits;
+}
+
+HANDLE fail(DWORD error) {
+    SetLastError(error);
+    return INVALID_HANDLE_VALUE;
+}
+
+template <class Data>
+HANDLE findOne(std::string_view path, Data& data) {
+    Location location;
+    if (const DWORD error = machine().drives.locateStored(path, location)) return fail(error);
+    FileInfo info;
+    // A root has no entry of its own that could be found.
+    if (location.count == 0) return fail(ERROR_FILE_NOT_FOUND);
+    if (const DWORD error = location.volume->find(location.all(), &info)) return fail(error);
+    return fill(data, info) ? searches().open({}) : INVALID_HANDLE_VALUE;
+}
+
+template <class Data>
+HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
+    if (mask.find_first_of("|:") != std::string_view::npos) return fail(ERROR_INVALID_NAME);
+    Location location;
+    const std::string_view where = folder.empty() ? std::string_view(".") : folder;
+    if (const DWORD error = machine().drives.locateStored(where, location)) return fail(error);
+    Search search;
+    const DWORD error = location.volume->list(location.all(), search.entries);
+    if (error != 0) return fail(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
+    std::erase_if(search.entries, [mask](const FileInfo& info) {
+        return !matchesStoredMask(mask, info.name) &&
+               (info.shortName.empty() || !matchesStoredMask(mask, info.shortName));
+    });
+    std::sort(search.entries.begin(), search.entries.end(), [](const FileInfo& left, const FileInfo& right) {
+        return compareStored(left.name, right.name) < 0;
+    });
+    if (location.count > 0) {
+        FileInfo self;
+        (void)location.volume->find(location.all(), &self);
+        self.shortName.clear();
+        for (const char* name : {"..", "."}) {
+            if (!matchesStoredMask(mask, name)) continue;
+            self.name = name;
+            search.entries.insert(search.entries.begin(), self);
+        }
+    }
+    if (search.entries.empty()) return fail(ERROR_FILE_NOT_FOUND);
+    if (!fill(data, search.entries[0])) return INVALID_HANDLE_VALUE;
+    search.next = 1;
+    return searches().open(std::move(search));
+}
+
+}  // namespace
+
+std::size_t openFindHandles() {
+    return searches().count();
+}
+
+}  // namespace bromvale::offline
+
+using namespace bromvale::offline;
+
+namespace {
+
+// `whole` is in the stored form.
+template <class Data>
+HANDLE findFirst(std::string_view whole, Data& data) {
+    if (whole.empty()) return fail(ERROR_PATH_NOT_FOUND);
+    const std::size_t slash = whole.find_last_of("\\/");
+    std::size_t start = slash == std::string_view::npos ? 0 : slash + 1;
+    if (start == 0 && whole.size() >= 2 && whole[1] == ':') start = 2;
+    const std::string_view mask = whole.substr(start);
+    if (slash != std::string_view::npos && mask.empty()) {
+        Location location;
+        const DWORD error = machine().drives.locateStored(whole, location);
+        return fail(error != 0 ? error : ERROR_FILE_NOT_FOUND);
+    }
+    if (mask.find_first_of("*?") == std::string_view::npos) return findOne(whole, data);
+    return findMany(whole.substr(0, start), mask, data);
+}
+
+template <class Data>
+BOOL findNext(HANDLE find, Data& data) {
+    if (failsHere("FindNextFileA")) return FALSE;
+    Search* search = searches().find(find);
+    if (search == nullptr) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    if (search->next >= search->entries.size()) {
+        SetLastError(ERROR_NO_MORE_FILES);
+        return FALSE;
+    }
+    return fill(data, search->entries[search->next++]) ? TRUE : FALSE;
+}
+
+}  // namespace
+
+HANDLE FindFirstFileA(LPCSTR path, LPWIN32_FIND_DATAA data) {
+    return failsHere("FindFirstFileA") ? INVALID_HANDLE_VALUE : findFirst(StoredText(path).view(), *data);
+}
+
+HANDLE FindFirstFileW(LPCWSTR path, LPWIN32_FIND_DATAW data) {
+    if (refusesWide() || failsHere("FindFirstFileA")) return INVALID_HANDLE_VALUE;
+    return findFirst(StoredText(path).view(), *data);
+}
+
+BOOL FindNextFileA(HANDLE find, LPWIN32_FIND_DATAA data) {
+    return findNext(find, *data);
+}
+
+BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data) {
+    return refusesWide() ? FALSE : findNext(find, *data);
+}
+
+BOOL FindClose(HANDLE find) {
+    if (failsHere("FindClose")) return FALSE;
+    if (searches().close(find)) return TRUE;
+    SetLastError(ERROR_INVALID_HANDLE);
+    return FALSE;
+}

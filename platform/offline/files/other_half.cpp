@@ -1,0 +1,152 @@
+#include "platform/offline/files/other_half.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
+#include "platform/other_view_api.h"
+
+namespace bromvale::offline {
+namespace {
+
+constexpr std::string_view kSystem = "SYSTEM32";
+constexpr std::string_view kOtherSystem = "SysWOW64";
+constexpr std::string_view kNative = "Sysnative";
+
+Halves seen = Halves::None;
+bool redirectionIsOff = false;
+
+// Folders below System32 that both kinds of program share.
+constexpr std::array<std::string_view, 5> kSharedFolders{"catroot", "catroot2", "driverstore", "logfiles",
+                                                         "spool"};
+
+bool isShared(const Location& location) {
+    if (location.count < 3) return false;
+    const auto is = [&](std::string_view name) { return equalNoCase(location.names[2], name); };
+    return std::any_of(kSharedFolders.begin(), kSharedFolders.end(), is) ||
+           (is("drivers") && location.count > 3 && equalNoCase(location.names[3], "etc"));
+}
+
+// The first row whose key holds the path decides. Without a real place the key is shared.
+struct KeyRow {
+    std::string_view key;
+    std::string_view real;
+};
+constexpr std::array<KeyRow, 2> kUserKeys{{
+    {"Software\\Classes\\CLSID", "Software\\Classes\\Wow6432Node\\CLSID"},
+    {"Software\\Classes\\Interface", "Software\\Classes\\Wow6432Node\\Interface"},
+}};
+constexpr std::array<KeyRow, 6> kMachineKeys{{
+    kUserKeys[0],
+    kUserKeys[1],
+    {"Software\\Classes", ""},
+    {"Software\\Wow6432Node", ""},
+    {"Software\\Microsoft\\Windows\\CurrentVersion\\App Paths", ""},
+    {"Software", "Software\\Wow6432Node"},
+}};
+
+constexpr std::size_t kCurrentUser = 1;
+constexpr std::size_t kLocalMachine = 2;
+
+bool lies(std::string_view path, std::string_view key) {
+    return path.size() >= key.size() && equalNoCase(path.substr(0, key.size()), key) &&
+           (path.size() == key.size() || path[key.size()] == '\\');
+}
+
+template <std::size_t kCount>
+const KeyRow* rowOf(const std::array<KeyRow, kCount>& rows, std::string_view path) {
+    const auto* const found =
+        std::find_if(rows.begin(), rows.end(), [&](const KeyRow& row) { return lies(path, row.key); });
+    return found == rows.end() || found->real.empty() ? nullptr : found;
+}
+
+const KeyRow* redirection(std::size_t hive, std::string_view path) {
+    if (seen != Halves::SeenBy32) return nullptr;
+    if (hive == kLocalMachine) return rowOf(kMachineKeys, path);
+    return hive == kCurrentUser ? rowOf(kUserKeys, path) : nullptr;
+}
+
+}  // namespace
+
+void setHalves(Halves halves) {
+    seen = halves;
+    redirectionIsOff = false;
+    if (halves != Halves::None)
+        machine().drives.makeFolder(machine().windowsFolder() + "\\" + std::string(kOtherSystem));
+}
+
+Halves halves() {
+    return seen;
+}
+
+void followRedirection(Location& location) {
+    if (seen != Halves::SeenBy32 || location.root[0] != 'C' || location.count < 2 ||
+        !equalNoCase(location.names[0], "WINDOWS"))
+        return;
+    if (equalNoCase(location.names[1], kNative)) {
+        location.names[1] = kSystem;
+    } else if (equalNoCase(location.names[1], kSystem) && !redirectionIsOff && !isShared(location)) {
+        location.names[1] = kOtherSystem;
+    }
+}
+
+bool isRedirected(std::size_t hive, std::string_view path) {
+    return redirection(hive, path) != nullptr;
+}
+
+std::string redirectedKey(std::size_t hive, std::string_view path) {
+    const KeyRow* const row = redirection(hive, path);
+    if (row == nullptr) return std::string(path);
+    return std::string(row->real).append(path.substr(row->key.size()));
+}
+
+}  // namespace bromvale::offline
+
+using namespace bromvale::offline;
+
+BOOL IsWow64Process(HANDLE, BOOL* is) {
+    if (failsHere("IsWow64Process")) return FALSE;
+    *is = seen == Halves::SeenBy32 ? TRUE : FALSE;
+    return TRUE;
+}
+
+BOOL Wow64DisableWow64FsRedirection(PVOID* old) {
+    if (failsHere("Wow64DisableWow64FsRedirection")) return FALSE;
+    if (seen != Halves::SeenBy32) {
+        SetLastError(ERROR_INVALID_FUNCTION);
+        return FALSE;
+    }
+    *old = redirectionIsOff ? old : nullptr;
+    redirectionIsOff = true;
+    return TRUE;
+}
+
+BOOL Wow64RevertWow64FsRedirection(PVOID old) {
+    if (failsHere("Wow64RevertWow64FsRedirection")) return FALSE;
+    redirectionIsOff = old != nullptr;
+    return TRUE;
+}
+
+UINT GetSystemWow64DirectoryA(LPSTR buffer, UINT size) {
+    if (failsHere("GetSystemWow64DirectoryA")) return 0;
+    if (seen == Halves::None) {
+        SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
+        return 0;
+    }
+    return answerLength(machine().windowsFolder() + "\\" + std::string(kOtherSystem), buffer, size);
+}
+
+namespace bromvale {
+
+const OtherViewFunctions& otherViewFunctions() {
+    static constexpr OtherViewFunctions kFunctions{&::IsWow64Process, &::Wow64DisableWow64FsRedirection,
+                                                   &::Wow64RevertWow64FsRedirection,
+                                                   &::GetSystemWow64DirectoryA};
+    static constexpr OtherViewFunctions kNone{};
+    return machine().os().isNt() ? kFunctions : kNone;
+}
+
+}  // namespace bromvale

@@ -1,0 +1,29 @@
+// Reads registry files into the offline registry.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/offline/registry/registry.h"
+
+namespace bromvale::offline {
+
+struct RegFileError {
+    std::string file;
+    std::size_t line = 0;  // from 1; 0 when no line is to blame
+    std::string reason;    // Windows-1252, to be shown: it may quote the file
+};
+
+// REGEDIT4 and version 5.00, UTF-16LE with mark or ANSI (the machine's code page), everything that the
+// registry editor exports; names and texts keep every character. A file is checked as a whole before the
+// first key is touched: after an error the registry is as it was. A last line without line break is read when
+// it is visibly whole (a text, a dword of eight digits, a "-"); for a key or a row of bytes it is an error,
+// since the file may have been cut there.
+[[nodiscard]] std::optional<RegFileError> loadRegFile(const std::string& path, Registry& registry);
+// The same for a file in memory; `name` is what an error calls it.
+[[nodiscard]] std::optional<RegFileError> loadRegText(std::string_view bytes, const std::string& name,
+                                                      Registry& registry);
+
+}  // namespace bromvale::offline

@@ -1,0 +1,177 @@
+// Keys: opening, creating, deleting.
+#include "platform/offline/registry/api.h"
+
+#include <string_view>
+
+#include "platform/offline/faults.h"
+#include "platform/offline/locale/stored_text.h"
+#include "platform/offline/registry/events.h"
+#include "platform/offline/registry/registry.h"
+
+using bromvale::offline::currentRegistry;
+using bromvale::offline::faults;
+using bromvale::offline::nextPathName;
+using bromvale::offline::recordKeyMade;
+using bromvale::offline::Registry;
+using bromvale::offline::RegistryKey;
+using bromvale::offline::StoredText;
+using bromvale::offline::unitCount;
+
+namespace {
+
+DWORD specificAccess(REGSAM access) {
+    DWORD result = access & ~(GENERIC_ALL | GENERIC_EXECUTE | GENERIC_WRITE | GENERIC_READ | MAXIMUM_ALLOWED);
+    if ((access & GENERIC_READ) != 0) result |= KEY_READ;
+    if ((access & GENERIC_WRITE) != 0) result |= KEY_WRITE;
+    if ((access & GENERIC_EXECUTE) != 0) result |= KEY_EXECUTE;
+    if ((access & (GENERIC_ALL | MAXIMUM_ALLOWED)) != 0) result |= KEY_ALL_ACCESS;
+    return result;
+}
+
+// The NT family refuses a path that starts with a backslash, the 9x family does not find it.
+LONG checkPath(std::string_view path) {
+    if (path.empty() || path.front() != '\\') return ERROR_SUCCESS;
+    return currentRegistry().ntFamily() ? ERROR_BAD_PATHNAME : ERROR_FILE_NOT_FOUND;
+}
+
+LONG findKey(HKEY handle, std::string_view path, RegistryKey*& found) {
+    Registry::Opened base;
+    LONG result = currentRegistry().resolve(handle, base);
+    if (result == ERROR_SUCCESS) result = checkPath(path);
+    if (result != ERROR_SUCCESS) return result;
+    found = currentRegistry().find(handle, base.key, path);
+    if (found == nullptr) return ERROR_FILE_NOT_FOUND;
+    return found->denied ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
+}
+
+LONG openKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened) {
+    // Windows leaves the caller's handle alone for a null handle only; every other failure sets it to null.
+    if (handle == nullptr) return ERROR_INVALID_HANDLE;
+    opened = nullptr;
+    RegistryKey* key = nullptr;
+    const LONG result = findKey(handle, path, key);
+    if (result != ERROR_SUCCESS) return result;
+    const bool hiveItself = path.empty() && Registry::isHive(handle);
+    opened = hiveItself ? handle : currentRegistry().open(key, specificAccess(access));
+    return ERROR_SUCCESS;
+}
+
+// Whether the last existing key on the way lets sub keys be made below it.
+bool mayCreateBelow(HKEY handle, RegistryKey* key, std::string_view path) {
+    while (key != nullptr && !path.empty()) {
+        RegistryKey* next = currentRegistry().find(handle, key, nextPathName(path));
+        if (next == nullptr) return !key->denied;
+        handle = nullptr;
+        key = next;
+    }
+    return true;
+}
+
+LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, DWORD& disposition) {
+    Registry& registry = currentRegistry();
+    Registry::Opened base;
+    LONG result = registry.resolve(handle, base);
+    if (result == ERROR_SUCCESS) result = checkPath(path);
+    if (result != ERROR_SUCCESS) return result;
+    bool created = false;
+    RegistryKey* key = registry.find(handle, base.key, path);
+    if (key == nullptr) {
+        if (!mayCreateBelow(handle, base.key, path)) return ERROR_ACCESS_DENIED;
+        key = registry.findOrMake(handle, base.key, path, created);
+        if (key == nullptr) return ERROR_INVALID_PARAMETER;
+    }
+    if (key->denied) return ERROR_ACCESS_DENIED;
+    opened = registry.open(key, specificAccess(access));
+    disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
+    return ERROR_SUCCESS;
+}
+
+// The NT family turns a sub key's text into a buffer of its own that holds 260 characters.
+constexpr std::size_t kLongestAnsiPath = 260;
+
+bool isTooLong(LPCSTR, std::string_view path) {
+    return currentRegistry().ntFamily() && path.size() > kLongestAnsiPath &&
+           unitCount(path) > kLongestAnsiPath;
+}
+
+bool isTooLong(LPCWSTR, std::string_view) {
+    return false;
+}
+
+template <class Text>
+LONG openKeyEx(HKEY key, Text subKey, REGSAM access, PHKEY result) {
+    if (result == nullptr) return ERROR_INVALID_PARAMETER;
+    if (const auto fault = faults().at("RegOpenKeyExA")) {
+        if (*fault != ERROR_SUCCESS) *result = nullptr;
+        return static_cast<LONG>(*fault);
+    }
+    const StoredText path(subKey);
+    if (isTooLong(subKey, path.view())) return ERROR_MORE_DATA;
+    return openKey(key, path.view(), access, *result);
+}
+
+}  // namespace
+
+LONG RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result) {
+    if (result == nullptr) return ERROR_INVALID_PARAMETER;
+    if (const auto fault = faults().at("RegOpenKeyA")) {
+        if (*fault != ERROR_SUCCESS) *result = nullptr;
+        return static_cast<LONG>(*fault);
+    }
+    if (subKey == nullptr || *subKey == '\0') {
+        *result = key;
+        return ERROR_SUCCESS;
+    }
+    const StoredText path(subKey);
+    if (isTooLong(subKey, path.view())) return ERROR_MORE_DATA;
+    return openKey(key, path.view(), MAXIMUM_ALLOWED, *result);
+}
+
+LONG RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {
+    return openKeyEx(key, subKey, access, result);
+}
+
+LONG RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {
+    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    return openKeyEx(key, subKey, access, result);
+}
+
+LONG RegCloseKey(HKEY key) {
+    if (const auto fault = faults().at("RegCloseKey")) return static_cast<LONG>(*fault);
+    return currentRegistry().close(key);
+}
+
+LONG RegFlushKey(HKEY key) {
+    if (const auto fault = faults().at("RegFlushKey")) return static_cast<LONG>(*fault);
+    Registry::Opened opened;
+    return currentRegistry().resolve(key, opened);
+}
+
+LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/, DWORD /*options*/,
+                     REGSAM access, const SECURITY_ATTRIBUTES* /*security*/, PHKEY result,
+                     LPDWORD disposition) {
+    if (reserved != 0 || result == nullptr) return ERROR_INVALID_PARAMETER;
+    *result = nullptr;
+    if (const auto fault = faults().at("RegCreateKeyExA")) return static_cast<LONG>(*fault);
+    DWORD done = 0;
+    const LONG status = createKey(key, StoredText(subKey).view(), access, *result, done);
+    if (status == ERROR_SUCCESS && done == REG_CREATED_NEW_KEY) recordKeyMade(*result);
+    if (status == ERROR_SUCCESS && disposition != nullptr) *disposition = done;
+    return status;
+}
+
+LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
+    if (const auto fault = faults().at("RegDeleteKeyA")) return static_cast<LONG>(*fault);
+    if (subKey == nullptr) return ERROR_INVALID_PARAMETER;
+    const StoredText stored(subKey);
+    const std::string_view path = stored.view();
+    RegistryKey* key = nullptr;
+    const LONG result = findKey(handle, path, key);
+    if (result != ERROR_SUCCESS) return result;
+    Registry& registry = currentRegistry();
+    if (registry.isRoot(key) || (path.empty() && Registry::isHive(handle))) return ERROR_ACCESS_DENIED;
+    if (registry.ntFamily() && key->subKeyCount() != 0) return ERROR_ACCESS_DENIED;
+    recordKeyDeleted(*key);
+    registry.tree().remove(key);
+    return ERROR_SUCCESS;
+}

@@ -1,0 +1,23 @@
+#include "platform/real_key_path.h"
+
+#include "platform/offline/files/other_half.h"
+#include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
+
+namespace bromvale {
+
+bool seesAnotherHalf() {
+    return offline::halves() == offline::Halves::SeenBy32;
+}
+
+// The machine's registry has one tree, and its names are the true ones.
+std::optional<std::u16string> realKeyPath(HKEY handle) {
+    offline::Registry::Opened opened;
+    if (offline::machine().registry.resolve(handle, opened) != ERROR_SUCCESS) return std::nullopt;
+    std::string path(opened.key->name());
+    for (const offline::RegistryKey* above = opened.key->owner(); above != nullptr; above = above->owner())
+        path = std::string(above->name()).append("\\").append(path);
+    return offline::wideFromStored(path);
+}
+
+}  // namespace bromvale

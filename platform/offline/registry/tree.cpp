@@ -1,0 +1,268 @@
+#include "platform/offline/registry/tree.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <utility>
+
+namespace bromvale::offline {
+
+namespace {
+
+// Up to here a walk along the values beats the table.
+constexpr std::size_t kIndexedFrom = 16;
+
+bool nameLess(const RegistryKey* left, const RegistryKey* right) {
+    return compareStored(left->name(), right->name()) < 0;
+}
+
+void* block(std::size_t header, std::size_t first, std::size_t second = 0) {
+    return ::operator new(header + first + second);
+}
+
+void copyText(char* to, std::string_view text) {
+    if (!text.empty()) std::memcpy(to, text.data(), text.size());
+}
+
+}  // namespace
+
+void RegistryValueNode::Free::operator()(RegistryValueNode* node) const {
+    node->~RegistryValueNode();
+    ::operator delete(node);
+}
+
+RegistryValueNode::Pointer RegistryValueNode::make(const RegistryKey* owner, std::string_view name,
+                                                   std::uint32_t type, const RegistryData& data) {
+    const std::string_view bytes = data.bytes;
+    void* memory = block(sizeof(RegistryValueNode), name.size(), bytes.size());
+    Pointer node(new (memory) RegistryValueNode);
+    node->owner_ = owner;
+    node->type_ = type;
+    node->nameSize_ = static_cast<std::uint32_t>(name.size());
+    node->dataSize_ = static_cast<std::uint32_t>(bytes.size());
+    node->narrow_ = data.narrow;
+    char* text = static_cast<char*>(memory) + sizeof(RegistryValueNode);
+    copyText(text, name);
+    copyText(text + name.size(), bytes);
+    return node;
+}
+
+std::string_view nextPathName(std::string_view& path) {
+    std::size_t start = 0;
+    while (start < path.size() && path[start] == '\\') ++start;
+    path.remove_prefix(start);
+    const std::string_view name = path.substr(0, path.find('\\'));
+    path.remove_prefix(name.size());
+    return name;
+}
+
+RegistryKey* RegistryTree::make(RegistryKey* parent, std::string_view name) {
+    void* memory = block(sizeof(RegistryKey), name.size());
+    auto* key = new (memory) RegistryKey(parent, static_cast<std::uint32_t>(name.size()));
+    copyText(static_cast<char*>(memory) + sizeof(RegistryKey), name);
+    if (parent == nullptr) return key;
+
+    auto& siblings = parent->children_;
+    const bool inOrder =
+        parent->sorted_ == siblings.size() && (siblings.empty() || nameLess(siblings.back(), key));
+    siblings.push_back(key);
+    if (inOrder) ++parent->sorted_;
+    keys_.insert(key);
+    ++keyCount_;
+    return key;
+}
+
+void RegistryTree::freeBlock(RegistryKey* key) {
+    key->~RegistryKey();
+    ::operator delete(key);
+}
+
+void RegistryTree::destroyRoot(RegistryKey* root) {
+    memo_.clear();
+    while (!root->children_.empty()) remove(root->children_.back());
+    clearValues(root);
+    freeBlock(root);
+}
+
+// Walks visit neighbours one after the other: the next one is tried before the table, which lies far away in
+// memory.
+RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) const {
+    const auto& children = key->children_;
+    // Registry files add keys in order: a name behind the last one is a new one.
+    if (key->sorted_ == children.size() &&
+        (children.empty() || compareStored(children.back()->name(), name) < 0)) {
+        return nullptr;
+    }
+    const std::uint32_t next = key->lastFound_ + 1;
+    if (next < children.size() && sameName(children[next]->name(), name)) {
+        key->lastFound_ = next;
+        return children[next];
+    }
+    if (!children.empty() && sameName(children.front()->name(), name)) {
+        key->lastFound_ = 0;
+        return children.front();
+    }
+    return keys_.find(key, name);
+}
+
+RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
+    std::size_t covered = 0;
+    RegistryKey* key = memo_.resume(from, path, covered);
+    std::string_view rest = path.substr(covered);
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
+        key = child(key, name);
+        if (key == nullptr) return nullptr;
+        memo_.add(path.size() - rest.size(), key);
+    }
+    return key;
+}
+
+RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, bool& created) {
+    created = false;
+    std::size_t covered = 0;
+    RegistryKey* key = memo_.resume(from, path, covered);
+    std::string_view rest = path.substr(covered);
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
+        RegistryKey* next = created ? nullptr : child(key, name);
+        if (next == nullptr) {
+            next = make(key, name);
+            created = true;
+        }
+        key = next;
+        memo_.add(path.size() - rest.size(), key);
+    }
+    return key;
+}
+
+void RegistryTree::remove(RegistryKey* key) {
+    memo_.clear();
+    unlinkFromParent(key);
+    std::vector<RegistryKey*> pending{key};
+    while (!pending.empty()) {
+        RegistryKey* next = pending.back();
+        pending.pop_back();
+        pending.insert(pending.end(), next->children_.begin(), next->children_.end());
+        drop(next);
+    }
+}
+
+void RegistryTree::drop(RegistryKey* key) {
+    keys_.erase(key);
+    --keyCount_;
+    clearValues(key);
+    if (key->openHandles == 0) {
+        freeBlock(key);
+        return;
+    }
+    key->deleted_ = true;
+    key->parent_ = nullptr;
+    key->children_.clear();
+    key->sorted_ = 0;
+}
+
+void RegistryTree::release(RegistryKey* key) {
+    if (key->deleted_ && key->openHandles == 0) freeBlock(key);
+}
+
+void RegistryTree::unlinkFromParent(RegistryKey* key) {
+    RegistryKey& parent = *key->parent_;
+    auto& siblings = parent.children_;
+    const auto sortedEnd = siblings.begin() + parent.sorted_;
+    auto found = std::lower_bound(siblings.begin(), sortedEnd, key, nameLess);
+    if (found != sortedEnd && *found == key) {
+        --parent.sorted_;
+    } else {
+        found = std::find(sortedEnd, siblings.end(), key);
+    }
+    siblings.erase(found);
+}
+
+RegistryKey* RegistryTree::subKey(RegistryKey* key, std::size_t index) const {
+    if (index >= key->children_.size()) return nullptr;
+    if (key->sorted_ < key->children_.size()) sortChildren(*key);
+    return key->children_[index];
+}
+
+// Sorting waits for the first enumeration: keys that come in any order cost one sort, not one move each.
+// Registry files hold few long runs that are in order already, so neighbouring runs are merged until one is
+// left.
+void RegistryTree::sortChildren(RegistryKey& key) {
+    auto& children = key.children_;
+    std::vector<std::size_t> ends;
+    for (std::size_t i = 1; i < children.size(); ++i) {
+        if (i >= key.sorted_ && nameLess(children[i], children[i - 1])) ends.push_back(i);
+    }
+    ends.push_back(children.size());
+    const auto at = [&](std::size_t place) { return children.begin() + static_cast<std::ptrdiff_t>(place); };
+    while (ends.size() > 1) {
+        std::vector<std::size_t> merged;
+        for (std::size_t run = 0; run < ends.size(); run += 2) {
+            const std::size_t begin = run == 0 ? 0 : ends[run - 1];
+            const std::size_t end = run + 1 < ends.size() ? ends[run + 1] : ends[run];
+            if (run + 1 < ends.size()) std::inplace_merge(at(begin), at(ends[run]), at(end), nameLess);
+            merged.push_back(end);
+        }
+        ends.swap(merged);
+    }
+    key.sorted_ = static_cast<std::uint32_t>(children.size());
+}
+
+const RegistryValueNode* RegistryTree::value(const RegistryKey* key, std::string_view name) const {
+    if (key->indexed_) return values_.find(key, name);
+    for (const auto& value : key->values_) {
+        if (sameName(value->name(), name)) return value.get();
+    }
+    return nullptr;
+}
+
+std::size_t RegistryTree::position(const RegistryKey* key, const RegistryValueNode* value) const {
+    const auto found = std::find_if(key->values_.begin(), key->values_.end(),
+                                    [&](const auto& each) { return each.get() == value; });
+    return static_cast<std::size_t>(found - key->values_.begin());
+}
+
+void RegistryTree::setValue(RegistryKey* key, std::string_view name, std::uint32_t type,
+                            const RegistryData& data) {
+    if (const RegistryValueNode* old = value(key, name)) {
+        auto& place = key->values_[position(key, old)];
+        auto changed = RegistryValueNode::make(key, old->name(), type, data);
+        if (key->indexed_) {
+            values_.erase(old);
+            values_.insert(changed.get());
+        }
+        place = std::move(changed);
+        return;
+    }
+    key->values_.push_back(RegistryValueNode::make(key, name, type, data));
+    ++valueCount_;
+    if (key->indexed_) {
+        values_.insert(key->values_.back().get());
+    } else if (key->values_.size() > kIndexedFrom) {
+        indexValues(key);
+    }
+}
+
+void RegistryTree::indexValues(RegistryKey* key) {
+    for (const auto& value : key->values_) values_.insert(value.get());
+    key->indexed_ = true;
+}
+
+bool RegistryTree::removeValue(RegistryKey* key, std::string_view name) {
+    const RegistryValueNode* found = value(key, name);
+    if (found == nullptr) return false;
+    if (key->indexed_) values_.erase(found);
+    key->values_.erase(key->values_.begin() + static_cast<std::ptrdiff_t>(position(key, found)));
+    --valueCount_;
+    return true;
+}
+
+void RegistryTree::clearValues(RegistryKey* key) {
+    if (key->indexed_) {
+        for (const auto& value : key->values_) values_.erase(value.get());
+        key->indexed_ = false;
+    }
+    valueCount_ -= key->values_.size();
+    key->values_.clear();
+}
+
+}  // namespace bromvale::offline

@@ -1,0 +1,137 @@
+// The tree of keys and values behind the offline registry, without handles, hives' names or access rules.
+// Built for hundreds of thousands of nodes: a node is one block of memory, and nothing in here recurses.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/offline/registry/name_table.h"
+#include "platform/offline/registry/path_memo.h"
+
+namespace bromvale::offline {
+
+class RegistryKey;
+
+// The data of a value. Texts that Windows-1252 holds exactly take one byte a character (`narrow`), which is
+// nearly all of them and half of the memory; everything else is kept as Windows has it.
+struct RegistryData {
+    std::string_view bytes;
+    bool narrow = false;
+};
+
+// A value: header, name (in the stored form of stored_text.h) and data in one block. Immutable; replacing a
+// value makes a new block.
+class RegistryValueNode {
+  public:
+    struct Free {
+        void operator()(RegistryValueNode* node) const;
+    };
+    using Pointer = std::unique_ptr<RegistryValueNode, Free>;
+
+    static Pointer make(const RegistryKey* owner, std::string_view name, std::uint32_t type,
+                        const RegistryData& data);
+
+    [[nodiscard]] const RegistryKey* owner() const { return owner_; }
+    [[nodiscard]] std::string_view name() const { return {text(), nameSize_}; }
+    [[nodiscard]] RegistryData data() const { return {{text() + nameSize_, dataSize_}, narrow_}; }
+    [[nodiscard]] std::uint32_t type() const { return type_; }
+
+  private:
+    RegistryValueNode() = default;
+    [[nodiscard]] const char* text() const { return reinterpret_cast<const char*>(this + 1); }
+
+    const RegistryKey* owner_ = nullptr;
+    std::uint32_t type_ = 0;
+    std::uint32_t nameSize_ = 0;
+    std::uint32_t dataSize_ = 0;
+    bool narrow_ = false;
+};
+static_assert(sizeof(RegistryValueNode) == sizeof(void*) + 16);
+
+// A key with its name behind it in the same block. Only the tree changes its links.
+class RegistryKey {
+  public:
+    [[nodiscard]] const RegistryKey* owner() const { return parent_; }
+    [[nodiscard]] std::string_view name() const {
+        return {reinterpret_cast<const char*>(this + 1), nameSize_};
+    }
+    [[nodiscard]] bool deleted() const { return deleted_; }
+    [[nodiscard]] std::size_t subKeyCount() const { return children_.size(); }
+    [[nodiscard]] std::size_t valueCount() const { return values_.size(); }
+    [[nodiscard]] const RegistryValueNode& value(std::size_t index) const { return *values_[index]; }
+
+    bool denied = false;            // a test's restriction: opening gives ERROR_ACCESS_DENIED
+    std::uint32_t openHandles = 0;  // a deleted key lives on, empty, until its last handle is closed
+
+  private:
+    friend class RegistryTree;
+    RegistryKey(RegistryKey* parent, std::uint32_t nameSize) : parent_(parent), nameSize_(nameSize) {}
+
+    bool deleted_ = false;
+    bool indexed_ = false;      // its values stand in the tree's value table
+    std::uint32_t sorted_ = 0;  // so many of children_ stand in order, the rest behind them as they came
+    std::vector<RegistryKey*> children_;
+    std::vector<RegistryValueNode::Pointer> values_;
+    // What a look-up reads stands beside the name, in the same cache line if possible.
+    RegistryKey* parent_;
+    std::uint32_t nameSize_;
+    mutable std::uint32_t lastFound_ =
+        0;  // the child that the last look-up led to: a walk asks for its neighbour
+};
+
+class RegistryTree {
+  public:
+    RegistryTree() = default;
+    RegistryTree(const RegistryTree&) = delete;
+    RegistryTree& operator=(const RegistryTree&) = delete;
+
+    // A key without parent; the caller destroys it.
+    RegistryKey* makeRoot(std::string_view name) { return make(nullptr, name); }
+    void destroyRoot(RegistryKey* root);
+
+    // `path`: names separated by backslashes; doubled and trailing ones count as one. Null when there is
+    // none.
+    [[nodiscard]] RegistryKey* find(RegistryKey* from, std::string_view path) const;
+    // As find, and makes what is missing; `created` tells whether the last key was.
+    RegistryKey* findOrMake(RegistryKey* from, std::string_view path, bool& created);
+    // Takes the key and all below it out of the tree. Keys with open handles stay as deleted ones.
+    void remove(RegistryKey* key);
+    // Frees a deleted key whose last handle was closed.
+    void release(RegistryKey* key);
+
+    // In alphabetical order of the upper-cased names.
+    [[nodiscard]] RegistryKey* subKey(RegistryKey* key, std::size_t index) const;
+
+    [[nodiscard]] const RegistryValueNode* value(const RegistryKey* key, std::string_view name) const;
+    // Replacing keeps the value's place and the name that it was made with.
+    void setValue(RegistryKey* key, std::string_view name, std::uint32_t type, const RegistryData& data);
+    bool removeValue(RegistryKey* key, std::string_view name);
+
+    [[nodiscard]] std::size_t keyCount() const { return keyCount_; }
+    [[nodiscard]] std::size_t valueCount() const { return valueCount_; }
+
+  private:
+    RegistryKey* make(RegistryKey* parent, std::string_view name);
+    void drop(RegistryKey* key);
+    static void freeBlock(RegistryKey* key);
+    static void sortChildren(RegistryKey& key);
+    [[nodiscard]] RegistryKey* child(const RegistryKey* key, std::string_view name) const;
+    void unlinkFromParent(RegistryKey* key);
+    void clearValues(RegistryKey* key);
+    void indexValues(RegistryKey* key);
+    [[nodiscard]] std::size_t position(const RegistryKey* key, const RegistryValueNode* value) const;
+
+    NameTable<RegistryKey> keys_;
+    mutable RegistryPathMemo memo_;
+    NameTable<RegistryValueNode> values_;  // of keys with many values only
+    std::size_t keyCount_ = 0;             // without the roots
+    std::size_t valueCount_ = 0;
+};
+
+// Cuts the next name off a path; empty when there is none left.
+std::string_view nextPathName(std::string_view& path);
+
+}  // namespace bromvale::offline

@@ -1,0 +1,53 @@
+#include "platform/help.h"
+
+#include <string>
+
+namespace bromvale {
+
+namespace {
+
+constexpr unsigned kCloseAll = 18;
+
+using Entry = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
+
+Entry& loadedEntry() {
+    static Entry entry = nullptr;
+    return entry;
+}
+
+Entry loadViewer() {
+    Entry& entry = loadedEntry();
+    if (entry != nullptr) return entry;
+    const HMODULE viewer = LoadLibraryA("hhctrl.ocx");
+    if (viewer == nullptr) return nullptr;
+    entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpA")));
+    return entry;
+}
+
+std::string& helpFolder() {
+    static std::string folder;
+    return folder;
+}
+
+std::string inHelpFolder(const char* file) {
+    const std::string name = file != nullptr ? file : "";
+    if (name.empty() || name.find_first_of("\\/:") != std::string::npos) return name;
+    const std::string path = helpFolder() + name;
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES ? path : name;
+}
+
+}  // namespace
+
+void setHelpFolder(std::string_view folder) {
+    helpFolder() = folder;
+}
+
+HWND HtmlHelpA(HWND window, const char* file, unsigned command, std::uintptr_t data) {
+    // What was never opened needs no closing.
+    const Entry entry = command == kCloseAll ? loadedEntry() : loadViewer();
+    if (entry == nullptr) return nullptr;
+    const std::string path = inHelpFolder(file);
+    return entry(window, path.c_str(), command, data);
+}
+
+}  // namespace bromvale

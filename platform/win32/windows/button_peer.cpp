@@ -1,0 +1,120 @@
+// Everything that Windows' button class draws: buttons, check boxes, option buttons and frames.
+#include "platform/win32/windows/peers.h"
+#include "platform/win32/windows/window_peer.h"
+
+namespace bromvale {
+
+namespace {
+
+class ButtonPeer : public WindowPeer {
+  public:
+    explicit ButtonPeer(Button& button) : WindowPeer(button), button_(button) {
+        const DWORD kind = button.isDefault() ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        createChild({"BUTTON", WS_TABSTOP | BS_NOTIFY | kind});
+    }
+
+    void command(UINT code) override {
+        if (code == BN_CLICKED) button_.userClick();
+    }
+
+    LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        // Return clicks the button that has the focus, so that one wears the thick frame meanwhile.
+        if (message == WM_SETFOCUS) markDefault(&button_);
+        if (message == WM_KILLFOCUS) markDefault(button_.form()->defaultButton());
+        return WindowPeer::userMessage(message, wParam, lParam);
+    }
+
+  private:
+    void markDefault(const Button* marked) const {
+        for (Control* other : button_.form()->controls()) {
+            if (other->kind() != ControlKind::Button || other->peer() == nullptr) continue;
+            const HWND window = other->peer()->window();
+            const LONG wanted = other == marked ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+            if (window == nullptr || (GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK) == wanted) continue;
+            SendMessageA(window, BM_SETSTYLE, static_cast<WPARAM>(wanted), TRUE);
+        }
+    }
+
+    Button& button_;
+};
+
+// Check boxes and option buttons: the mark follows the control's state, never the click itself.
+template <class Box>
+class MarkPeer : public WindowPeer {
+  public:
+    MarkPeer(Box& box, DWORD kind) : WindowPeer(box), box_(box) {
+        createChild({"BUTTON", WS_TABSTOP | BS_NOTIFY | kind});
+        apply(Property::Value);
+    }
+
+    void command(UINT code) override {
+        // An option button reports a click when it gets the keyboard.
+        if (code == BN_CLICKED && !gettingFocus_) box_.userClick();
+    }
+
+    LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message != WM_SETFOCUS) return WindowPeer::userMessage(message, wParam, lParam);
+        gettingFocus_ = true;
+        const LRESULT result = WindowPeer::userMessage(message, wParam, lParam);
+        gettingFocus_ = false;
+        return result;
+    }
+
+  protected:
+    void apply(Property property) override {
+        WindowPeer::apply(property);
+        if (property != Property::Value) return;
+        const WPARAM wanted = box_.value() ? BST_CHECKED : BST_UNCHECKED;
+        if (send(BM_GETCHECK) != static_cast<LRESULT>(wanted)) send(BM_SETCHECK, wanted);
+    }
+
+    [[nodiscard]] bool immediate(Property property) const override { return property == Property::Value; }
+
+  private:
+    Box& box_;
+    bool gettingFocus_ = false;
+};
+
+// A group box that holds its controls as real child windows: hiding it hides them, and it fills its own
+// ground, so that nothing behind it is painted first.
+class FramePeer : public WindowPeer {
+  public:
+    explicit FramePeer(Frame& frame) : WindowPeer(frame) {
+        createChild({"BUTTON", WS_CLIPCHILDREN | BS_GROUPBOX, WS_EX_CONTROLPARENT});
+    }
+
+    LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
+        switch (message) {
+            case WM_ERASEBKGND: {
+                RECT area{};
+                GetClientRect(window(), &area);
+                FillRect(reinterpret_cast<HDC>(wParam), &area, GetSysColorBrush(COLOR_BTNFACE));
+                return 1;
+            }
+            case WM_NCHITTEST: return HTCLIENT;
+            case WM_LBUTTONDOWN:
+            case WM_LBUTTONUP: return 0;
+            default: return WindowPeer::userMessage(message, wParam, lParam);
+        }
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<ControlPeer> makeButton(Button& button) {
+    return std::make_unique<ButtonPeer>(button);
+}
+
+std::unique_ptr<ControlPeer> makeCheckBox(CheckBox& box) {
+    return std::make_unique<MarkPeer<CheckBox>>(box, BS_CHECKBOX);
+}
+
+std::unique_ptr<ControlPeer> makeOptionButton(OptionButton& button) {
+    return std::make_unique<MarkPeer<OptionButton>>(button, BS_RADIOBUTTON);
+}
+
+std::unique_ptr<ControlPeer> makeFrame(Frame& frame) {
+    return std::make_unique<FramePeer>(frame);
+}
+
+}  // namespace bromvale

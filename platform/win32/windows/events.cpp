@@ -1,0 +1,132 @@
+#include "platform/events.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/controls/form.h"
+#include "platform/win32/system/held_keys.h"
+#include "platform/win32/windows/common_controls.h"
+#include "platform/win32/windows/form_peer.h"
+#include "platform/win32/windows/paint_queue.h"
+
+namespace bromvale {
+
+namespace {
+
+// What makes a window live without a handler of a control: its picture, its frame and the task bar's orders.
+struct MessageRange {
+    UINT first;
+    UINT last;
+};
+constexpr std::array<MessageRange, 3> kWindowMessages{{
+    {WM_PAINT, WM_PAINT},
+    {WM_NCMOUSEMOVE, WM_NCMBUTTONDBLCLK},
+    {WM_SYSCOMMAND, WM_SYSCOMMAND},
+}};
+
+bool closesWindow(const MSG& message) {
+    constexpr WPARAM kCommandBits = 0xFFF0;
+    return (message.message == WM_SYSCOMMAND && (message.wParam & kCommandBits) == SC_CLOSE) ||
+           (message.message == WM_NCLBUTTONDOWN && message.wParam == HTCLOSE) ||
+           (message.message == WM_NCLBUTTONDBLCLK && message.wParam == HTSYSMENU);
+}
+
+// What is behind a message that would close a window waits with it.
+void serveWindowMessages(const MessageRange& range) {
+    MSG message;
+    while (PeekMessageA(&message, nullptr, range.first, range.last, PM_NOREMOVE) && !closesWindow(message) &&
+           PeekMessageA(&message, nullptr, range.first, range.last, PM_REMOVE))
+        DispatchMessageA(&message);
+}
+
+// Milliseconds between two servings of the windows; in between ServeWindows looks at the clock only.
+constexpr DWORD kServingStep = 20;
+
+std::function<void()>& pumpObserver() {
+    static std::function<void()> observer;
+    return observer;
+}
+
+bool pressed(int key) {
+    return GetKeyState(key) < 0;
+}
+
+bool keptByControl(HWND focus, const Control* control, WPARAM key) {
+    const WindowPeer* const peer = control != nullptr ? WindowPeer::of(control->peer()->window()) : nullptr;
+    return peer != nullptr && peer->keepsKey(key, focus);
+}
+
+// Access keys are characters; umlauts have keys whose number depends on the keyboard.
+int accessCharacter(WPARAM key) {
+    constexpr UINT kToCharacter = 2;
+    const bool plain = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+    return plain ? static_cast<int>(key)
+                 : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), kToCharacter) & 0xFFu);
+}
+
+// Tab, Return, Escape and access keys belong to the form. True when the message is used up.
+bool offerToForm(const MSG& message) {
+    const bool alt = message.message == WM_SYSKEYDOWN;
+    if (message.message != WM_KEYDOWN && !alt) return false;
+    Form* const form = formOfWindow(message.hwnd);
+    if (form == nullptr) return false;
+    if (!alt && keptByControl(message.hwnd, controlOfWindow(message.hwnd), message.wParam)) return false;
+    // Ctrl makes another key of it, and with Alt it is the right Alt key that types characters.
+    if (pressed(VK_CONTROL)) return false;
+    const int key = alt ? accessCharacter(message.wParam) : static_cast<int>(message.wParam);
+    bool used = false;
+    guarded([&] { used = form->userKey(key, pressed(VK_SHIFT), alt, heldDown(message.lParam)); });
+    return used;
+}
+
+void serve(const MSG& message) {
+    if (offerToForm(message)) return;
+    TranslateMessage(&message);
+    DispatchMessageA(&message);
+}
+
+}  // namespace
+
+void DoEvents() {
+    flushDuePaints();
+    MSG message;
+    while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+        if (message.message == WM_QUIT) {
+            // For the loop outside.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            break;
+        }
+        serve(message);
+    }
+    if (pumpObserver()) pumpObserver()();
+}
+
+void ServeWindows() {
+    static DWORD servedAt = 0;
+    const DWORD now = GetTickCount();
+    if (now - servedAt < kServingStep) return;
+    servedAt = now;
+    flushDuePaints();
+    for (const MessageRange& range : kWindowMessages) serveWindowMessages(range);
+}
+
+void WaitForEvents(unsigned milliseconds) {
+    flushPaints();
+    MsgWaitForMultipleObjects(0, nullptr, FALSE, milliseconds, QS_ALLINPUT);
+}
+
+void RunEventLoop() {
+    MSG message;
+    while (!loadedForms().empty()) {
+        if (!PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) flushPaints();
+        if (GetMessageA(&message, nullptr, 0, 0) <= 0) return;
+        serve(message);
+        flushDuePaints();
+    }
+}
+
+void setPumpObserver(std::function<void()> observer) {
+    pumpObserver() = std::move(observer);
+}
+
+}  // namespace bromvale

@@ -1,0 +1,35 @@
+#pragma once
+#include "platform/controls/form.h"
+#include "platform/win32/windows/window_peer.h"
+
+namespace bromvale {
+
+// The window of a form.
+class FormPeer : public WindowPeer {
+  public:
+    explicit FormPeer(Form& form);
+    void changed(Property property) override;
+    void takeFocus() override {}
+    LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+  protected:
+    [[nodiscard]] RECT windowRect() const override;
+
+  private:
+    void create();
+    void show();
+    void showState();
+    void report();
+    void focusControl();
+    void mouseMoved(LPARAM lParam);
+
+    Form& form_;
+    bool shown_ = false;
+};
+
+// The loaded form that a window belongs to, and its control with that window or around it; null where there
+// is none.
+[[nodiscard]] Form* formOfWindow(HWND window);
+[[nodiscard]] Control* controlOfWindow(HWND window);
+
+}  // namespace bromvale

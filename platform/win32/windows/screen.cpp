@@ -1,0 +1,47 @@
+#include "platform/screen.h"
+
+#include "platform/win32/windows/metrics.h"
+
+namespace bromvale {
+namespace {
+
+template <class Entry>
+Entry userEntry(const char* name) {
+    return reinterpret_cast<Entry>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), name)));
+}
+
+// Windows 95 and NT4 have one screen and no such calls.
+bool areaOfScreenAt(POINT at, RECT& area) {
+    using FromPoint = HMONITOR(WINAPI*)(POINT, DWORD);
+    using GetInfo = BOOL(WINAPI*)(HMONITOR, MONITORINFO*);
+    static const auto fromPoint = userEntry<FromPoint>("MonitorFromPoint");
+    static const auto getInfo = userEntry<GetInfo>("GetMonitorInfoA");
+    if (fromPoint == nullptr || getInfo == nullptr) return false;
+    constexpr DWORD kNearest = 2;  // MONITOR_DEFAULTTONEAREST
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (!getInfo(fromPoint(at, kNearest), &info)) return false;
+    area = info.rcWork;
+    return true;
+}
+
+}  // namespace
+
+int screenWidth() {
+    return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX();
+}
+int screenHeight() {
+    return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY();
+}
+
+ScreenArea workingArea(int left, int top) {
+    RECT area{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    if (!areaOfScreenAt({pixelsX(left), pixelsY(top)}, area))
+        SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+    return {static_cast<int>(area.left) * twipsPerPixelX(), static_cast<int>(area.top) * twipsPerPixelY(),
+            static_cast<int>(area.right) * twipsPerPixelX(),
+            static_cast<int>(area.bottom) * twipsPerPixelY()};
+}
+
+}  // namespace bromvale

@@ -1,0 +1,135 @@
+// Status bar, progress bar and timer.
+#include <algorithm>
+
+#include "platform/win32/windows/common_controls.h"
+#include "platform/win32/windows/metrics.h"
+#include "platform/win32/windows/peers.h"
+#include "platform/win32/windows/window_peer.h"
+
+namespace bromvale {
+
+namespace {
+
+class StatusBarPeer : public WindowPeer {
+  public:
+    explicit StatusBarPeer(StatusBar& bar) : WindowPeer(bar), bar_(bar) {
+        createChild({STATUSCLASSNAMEA, CCS_NOPARENTALIGN | CCS_NORESIZE | SBARS_SIZEGRIP | WS_CLIPSIBLINGS});
+        apply(Property::Items);
+    }
+
+  protected:
+    void apply(Property property) override {
+        if (property != Property::Items) return;
+        const std::vector<StatusBar::Panel>& panels = bar_.panels();
+        std::vector<int> edges;
+        int edge = 0;
+        for (const StatusBar::Panel& panel : panels) edges.push_back(pixelsX(edge += panel.width));
+        // The last panel fills the bar.
+        if (!edges.empty()) edges.back() = -1;
+        if (edges != edges_) {
+            edges_ = edges;
+            send(SB_SETPARTS, edges.size(), reinterpret_cast<LPARAM>(edges.data()));
+        }
+        texts_.resize(panels.size());
+        for (std::size_t i = 0; i < panels.size(); ++i) {
+            // A tab would centre what follows it.
+            std::string text = panels[i].text;
+            std::replace(text.begin(), text.end(), '\t', ' ');
+            if (texts_[i] == text) continue;
+            texts_[i] = text;
+            send(SB_SETTEXTA, i, reinterpret_cast<LPARAM>(text.c_str()));
+        }
+    }
+
+    // The bar stays at the bottom of its window with the height that it was designed with.
+    [[nodiscard]] RECT windowRect() const override {
+        RECT area{};
+        GetClientRect(parentWindow(), &area);
+        area.top = area.bottom - pixelsY(bar_.height());
+        return area;
+    }
+
+  private:
+    StatusBar& bar_;
+    std::vector<int> edges_;
+    std::vector<std::string> texts_;
+};
+
+class ProgressBarPeer : public WindowPeer {
+  public:
+    explicit ProgressBarPeer(ProgressBar& bar) : WindowPeer(bar), bar_(bar) {
+        createChild({PROGRESS_CLASSA, WS_CLIPSIBLINGS});
+        apply(Property::Range);
+        apply(Property::Value);
+    }
+
+  protected:
+    void apply(Property property) override {
+        if (property == Property::Range)
+            send(PBM_SETRANGE32, static_cast<WPARAM>(bar_.minimum()), bar_.maximum());
+        if (property == Property::Value || property == Property::Range) {
+            send(PBM_SETPOS, static_cast<WPARAM>(bar_.value()));
+        }
+    }
+
+  private:
+    ProgressBar& bar_;
+};
+
+// No window of its own: a timer of the thread, found again by its number.
+class TimerPeer : public ControlPeer {
+  public:
+    explicit TimerPeer(Timer& timer) : timer_(timer) { start(); }
+    ~TimerPeer() override { stop(); }
+    TimerPeer(const TimerPeer&) = delete;
+    TimerPeer& operator=(const TimerPeer&) = delete;
+
+    void changed(Property property) override {
+        if (property == Property::Enabled || property == Property::Interval) start();
+    }
+
+  private:
+    static std::vector<TimerPeer*>& running() {
+        static std::vector<TimerPeer*> peers;
+        return peers;
+    }
+
+    static void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD) {
+        for (TimerPeer* peer : running()) {
+            if (peer->id_ != id) continue;
+            guarded([peer] { peer->timer_.tick(); });
+            return;
+        }
+    }
+
+    void start() {
+        stop();
+        if (!timer_.enabled() || timer_.interval() == 0) return;
+        id_ = SetTimer(nullptr, 0, timer_.interval(), onTick);
+        if (id_ != 0) running().push_back(this);
+    }
+
+    void stop() {
+        if (id_ == 0) return;
+        KillTimer(nullptr, id_);
+        std::erase(running(), this);
+        id_ = 0;
+    }
+
+    Timer& timer_;
+    UINT_PTR id_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<ControlPeer> makeStatusBar(StatusBar& bar) {
+    return std::make_unique<StatusBarPeer>(bar);
+}
+std::unique_ptr<ControlPeer> makeProgressBar(ProgressBar& bar) {
+    return std::make_unique<ProgressBarPeer>(bar);
+}
+std::unique_ptr<ControlPeer> makeTimer(Timer& timer) {
+    return std::make_unique<TimerPeer>(timer);
+}
+
+}  // namespace bromvale

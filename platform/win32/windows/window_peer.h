@@ -1,0 +1,104 @@
+#pragma once
+#include "platform/controls/control.h"
+#include "platform/win32/system/windows.h"
+
+namespace bromvale {
+
+// Runs what an event of a window starts. Nothing thrown leaves it, since nothing may pass through Windows'
+// own frames.
+void guarded(const std::function<void()>& action);
+
+// What a new window is made of.
+struct WindowShape {
+    const char* windowClass;
+    DWORD style;
+    DWORD extendedStyle = 0;
+};
+
+// One control's real window. Writes that only change what is painted are collected and made together, at most
+// a dozen times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
+// `busy` holds and the notifications that come back are not taken for the user's.
+class WindowPeer : public ControlPeer {
+  public:
+    explicit WindowPeer(Control& control) : control_(control) {}
+    ~WindowPeer() override;
+    WindowPeer(const WindowPeer&) = delete;
+    WindowPeer& operator=(const WindowPeer&) = delete;
+
+    [[nodiscard]] HWND window() const override { return window_; }
+    void changed(Property property) override;
+    void takeFocus() override;
+    [[nodiscard]] Control& control() const { return control_; }
+
+    // Makes the collected changes now.
+    void flush();
+
+    // Sent on by the window that holds this one.
+    virtual void command(UINT code);
+    virtual bool notification(NMHDR* header, LRESULT& result);
+    // Brush behind the control's text, with the text's colours set; null for Windows' own.
+    virtual HBRUSH colours(HDC dc, UINT message);
+
+    // True for a key that the control itself needs before the form looks at it; `focus` is the window that
+    // has the keyboard, this one or one inside it.
+    [[nodiscard]] virtual bool keepsKey(WPARAM key, HWND focus) const;
+
+    // The window's own messages. The peer may be gone when a call of userMessage or baseMessage returns.
+    virtual LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam);
+    LRESULT baseMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+    static WindowPeer* of(HWND window);
+
+  protected:
+    // Makes a child window below the control's container, with the control's place, text, font and state.
+    void createChild(const WindowShape& shape);
+    // For windows of classes of our own, whose procedure is `peerProcedure`: called by it at the first
+    // message.
+    void adopt(HWND window);
+    static LRESULT CALLBACK peerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    // Gives a fresh window its name and remembers the procedure of its class.
+    void subclass(HWND window);
+
+    // Makes one collected change.
+    virtual void apply(Property property);
+    // True for a property that must not wait.
+    [[nodiscard]] virtual bool immediate(Property property) const;
+    [[nodiscard]] virtual RECT windowRect() const;
+    void place();
+    // Sets the window text where it is another one.
+    void setWindowText(const std::string& text);
+    [[nodiscard]] std::string windowText() const;
+    [[nodiscard]] HWND parentWindow() const;
+    [[nodiscard]] bool busy() const { return busy_; }
+    LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+
+    class Busy {
+      public:
+        explicit Busy(WindowPeer& peer) : peer_(peer), before_(peer.busy_) { peer.busy_ = true; }
+        ~Busy() { peer_.busy_ = before_; }
+        Busy(const Busy&) = delete;
+        Busy& operator=(const Busy&) = delete;
+
+      private:
+        WindowPeer& peer_;
+        bool before_;
+    };
+
+  private:
+    void forget();
+
+    Control& control_;
+    HWND window_ = nullptr;
+    WNDPROC classProcedure_ = nullptr;
+    unsigned dirty_ = 0;
+    bool busy_ = false;
+};
+
+// Messages that child windows send to the one that holds them: WM_COMMAND, WM_NOTIFY, WM_CTLCOLOR...
+// True where a child's peer has answered.
+bool reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+
+// The pointer that the control or what holds it asks for; false where Windows decides.
+bool showPointer(const Control& control);
+
+}  // namespace bromvale
