@@ -13,8 +13,8 @@
 #include "core/state.h"
 #include "core/text_file.h"
 #include "core/time.h"
+#include "ui/cleanup_page.h"
 #include "ui/frm_login.h"
-#include "ui/frm_main.h"
 
 namespace bromvale {
 namespace {
@@ -64,7 +64,7 @@ void emptyListedFolders(int number, const OnRefused& onRefused) {
 }
 
 // The file decides what is emptied, not what the list on the page shows.
-void FrmMain::cmdInhaltLöschen_Click() {
+void CleanupPage::cmdInhaltLöschen_Click() {
     constexpr Tags kTags{"frmMain", "cmdInhaltLöschen_Click"};
     const auto onFailure = [&](const Failure& failure) {
         ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
@@ -83,7 +83,7 @@ void FrmMain::cmdInhaltLöschen_Click() {
     attempt(onFailure, [&] { tellRefused(refused); });
 }
 
-void FrmMain::mnuPopUpOrdnerEinzeln_Click() {
+void CleanupPage::mnuPopUpOrdnerEinzeln_Click() {
     attempt(kGoOn, [] { showEmptyingWindow(); });
     const int rows = lvwOrdnerList.count();
     RefusedFolders refused;
@@ -99,7 +99,7 @@ void FrmMain::mnuPopUpOrdnerEinzeln_Click() {
 }
 
 // Some systems come without it, which is nobody's fault.
-void FrmMain::cmdHDDBereinigen_Click() {
+void CleanupPage::cmdHDDBereinigen_Click() {
     attempt(kGoOn, [] { startCommand(folderOfCleaner() + "cleanmgr.exe", kNormalWithFocus); });
 }
 

@@ -9,7 +9,7 @@
 #include "core/log.h"
 #include "core/state.h"
 #include "core/text_file.h"
-#include "ui/frm_main.h"
+#include "ui/cleanup_page.h"
 
 namespace bromvale {
 namespace {
@@ -90,7 +90,7 @@ bool makeList(int number) {
 
 }  // namespace
 
-void FrmMain::Ordnerliste_laden() {
+void CleanupPage::Ordnerliste_laden() {
     constexpr Tags kTags{"modFiles", "Ordnerliste_laden"};
     int number = 0;
     const auto onFailure = [&](const Failure& failure) {
@@ -114,7 +114,7 @@ void FrmMain::Ordnerliste_laden() {
                       }));
 }
 
-void FrmMain::cmdOrdnerWählen_Click() {
+void CleanupPage::cmdOrdnerWählen_Click() {
     constexpr Tags kTags{"frmMain", "cmdOrdnerWählen_Click"};
     const auto onFailure = reporting(kTags);
     kTags.trace("started");
@@ -140,7 +140,7 @@ void FrmMain::cmdOrdnerWählen_Click() {
 }
 
 // Of several marked rows only the one with the list's focus goes, with every line that equals it.
-void FrmMain::cmdOrdnerLöschen_Click() {
+void CleanupPage::cmdOrdnerLöschen_Click() {
     constexpr Tags kTags{"frmMain", "cmdOrdnerLöschen_Click"};
     const auto onFailure = reporting(kTags);
     kTags.trace("started");

@@ -8,8 +8,8 @@
 #include "core/state.h"
 #include "internet/bug_report.h"
 #include "internet/proxy_greeting.h"
+#include "ui/bug_report_page.h"
 #include "ui/frm_error.h"
-#include "ui/frm_main.h"
 
 namespace bromvale {
 namespace {
@@ -18,44 +18,44 @@ constexpr std::uint32_t kTextValue = 1;
 
 // What must stand in the form before it is sent, in the order of the questions.
 struct Check {
-    bool (*fails)(const FrmMain& form);
+    bool (*fails)(const BugReportPage& page);
     const char* text;
 };
 constexpr std::array kChecks{
-    Check{[](const FrmMain& form) { return form.txtErrNr.text().empty(); },
+    Check{[](const BugReportPage& page) { return page.txtErrNr.text().empty(); },
           "Sie haben noch keine Fehlernummer angegeben."},
-    Check{[](const FrmMain& form) { return form.txtErrDesc.text().empty(); },
+    Check{[](const BugReportPage& page) { return page.txtErrDesc.text().empty(); },
           "Sie haben den Fehlertext nicht angegeben."},
-    Check{[](const FrmMain& form) { return form.txtErrtxt.text().empty(); },
+    Check{[](const BugReportPage& page) { return page.txtErrtxt.text().empty(); },
           "Bitte geben Sie noch eine kurze Beschreibung an, wie es zu dem Fehler kam."},
-    Check{[](const FrmMain& form) { return form.txtEMail.text().empty(); },
+    Check{[](const BugReportPage& page) { return page.txtEMail.text().empty(); },
           "Die E-Mail Adresse wird benötigt, um Ihnen eine Lösung anzubieten."},
-    Check{[](const FrmMain& form) { return !isAcceptedAddress(form.txtEMail.text()); },
+    Check{[](const BugReportPage& page) { return !isAcceptedAddress(page.txtEMail.text()); },
           "Um Ihnen eine Lösung anbieten zu können, \r\nbenötigen wir eine korrekt E-Mail-Adresse."},
 };
 
-bool isComplete(const FrmMain& form) {
+bool isComplete(const BugReportPage& page) {
     for (const Check& check : kChecks) {
-        if (!check.fails(form)) continue;
+        if (!check.fails(page)) continue;
         MsgBox(check.text, kStyleInformation);
         return false;
     }
     return true;
 }
 
-void send(FrmMain& form) {
-    if (!isComplete(form)) return;
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, "EMail", form.txtEMail.text(), kTextValue, kSetValue);
+void send(BugReportPage& page) {
+    if (!isComplete(page)) return;
+    SetKeyValue(kHiveCurrentUser, kSettingsKey, "EMail", page.txtEMail.text(), kTextValue, kSetValue);
     // A proxy that can't be reached ends the sending without a word.
-    if (Proxy == 1 && !greetProxy(form.winsock)) return;
-    BugReport({form.txtAppVer.text(), form.txtErrNr.text(), form.txtErrDesc.text(), form.cboErrHow.text(),
-               form.cboOS.text(), form.cboServicePack.text(),
-               form.txtErrtxt.text() + "\r\n\r\n; Bericht aus dem Programm", form.txtEMail.text()});
+    if (Proxy == 1 && !greetProxy(page.window.winsock)) return;
+    BugReport({page.txtAppVer.text(), page.txtErrNr.text(), page.txtErrDesc.text(), page.cboErrHow.text(),
+               page.cboOS.text(), page.cboServicePack.text(),
+               page.txtErrtxt.text() + "\r\n\r\n; Bericht aus dem Programm", page.txtEMail.text()});
 }
 
 }  // namespace
 
-void FrmMain::cmdBugReportSenden_Click() {
+void BugReportPage::cmdBugReportSenden_Click() {
     const auto onFailure = [](const Failure& failure) {
         ErrHandle("frmMain", "cmdBugReportSenden_Click", "", failure.number, failure.description,
                   kStyleExclamation, kHide);
@@ -64,7 +64,7 @@ void FrmMain::cmdBugReportSenden_Click() {
     attempt(onFailure, [&] { send(*this); });
 }
 
-void FrmMain::cmdBugReportLöschen_Click() {
+void BugReportPage::cmdBugReportLöschen_Click() {
     txtErrNr.setText("");
     txtErrDesc.setText("");
     cboErrHow.setText(cboErrHow.item(0));

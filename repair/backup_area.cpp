@@ -17,9 +17,7 @@
 #include "platform/events.h"
 #include "platform/exact/files.h"
 #include "platform/exact/text.h"
-#include "ui/frm_main.h"
-#include "ui/frm_popup.h"
-#include "ui/list_selection.h"
+#include "ui/backup_page.h"
 
 namespace bromvale {
 namespace {
@@ -27,25 +25,7 @@ namespace {
 constexpr int kRegFileIcon = 3;
 constexpr int kSizeColumn = 1;
 constexpr int kDateColumn = 2;
-constexpr int kRightButton = 2;
 constexpr int kFileNotFound = 53;
-
-// Keys in the list. F4, F6 and F7 act as clicks on the column headers.
-struct KeyAction {
-    int keyCode;
-    void (*act)(FrmMain& form);
-};
-constexpr std::array<KeyAction, 9> kKeyActions{{
-    {115, [](FrmMain& form) { form.lvwBackup_ColumnClick(1); }},  // F4
-    {116, [](FrmMain& form) { form.ReadBackupFiles(); }},         // F5
-    {117, [](FrmMain& form) { form.lvwBackup_ColumnClick(2); }},  // F6
-    {118, [](FrmMain& form) { form.lvwBackup_ColumnClick(3); }},  // F7
-    {119, [](FrmMain& form) { form.cmdEintragen_Click(); }},      // F8
-    {12, [](FrmMain& form) { form.cmdLöschen_Click(); }},         // Clear
-    {46, [](FrmMain& form) { form.cmdLöschen_Click(); }},         // Delete
-    {13, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Return
-    {43, [](FrmMain& form) { form.cmdBearbeiten_Click(); }},      // Execute
-}};
 
 // A row per file; what can't be found out about a file leaves its cell as it is, and the next file is listed
 // all the same. A name that the code page can't hold is shown by its nearest letters, which may be those of
@@ -97,7 +77,7 @@ std::string sizeText(double bytes) {
     return Left(numberText(bytes / 1024), 5) + " KB";
 }
 
-void FrmMain::ReadBackupFiles() {
+void BackupPage::ReadBackupFiles() {
     constexpr Tags kTags{"frmMain", "ReadBackupFiles"};
     const auto onFailure = [&](const Failure& failure) {
         ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
@@ -117,46 +97,10 @@ void FrmMain::ReadBackupFiles() {
     kTags.trace("endet");
 }
 
-void FrmMain::mnuPopUpBackupZeigen_Click() {
-    showPage(Frame2);
+void BackupPage::mnuPopUpBackupZeigen_Click() {
+    show();
     ReadBackupFiles();
-    setMousePointer(MousePointer::Default);
-}
-
-// Each click turns the order round, one on another column too.
-void FrmMain::lvwBackup_ColumnClick(int column) {
-    lvwBackup.setSortKey(column - 1);
-    lvwBackup.setSortOrder(lvwBackup.sortOrder() == SortOrder::Ascending ? SortOrder::Descending
-                                                                         : SortOrder::Ascending);
-}
-
-void FrmMain::lvwBackup_KeyDown(int keyCode) {
-    for (const KeyAction& key : kKeyActions) {
-        if (key.keyCode == keyCode) key.act(*this);
-    }
-}
-
-void FrmMain::lvwBackup_MouseUp(int button) {
-    int selected = 0;
-    attempt(kGoOn, [&] { selected = selectedRows(lvwBackup); });
-    const bool several = selected > 1;
-    // The captions lose the access keys of the design with the first release; the menu has never got them
-    // back.
-    attempt(kGoOn, [&] {
-        mnuPopUpBackupBearbeiten.setCaption(several ? "markierte Einträge bearbeiten"
-                                                    : "markierten Eintrag bearbeiten");
-    });
-    attempt(kGoOn, [&] {
-        mnuPopUpBackupEinfügen.setCaption(several ? "markierte Einträge einfügen"
-                                                  : "markierten Eintrag einfügen");
-    });
-    attempt(kGoOn, [&] {
-        mnuPopUpBackupLöschen.setCaption(several ? "markierte Einträge löschen"
-                                                 : "markierten Eintrag löschen");
-    });
-    attempt(kGoOn, [&] {
-        if (button == kRightButton) showPopupMenu(frmPopUp(), mnuPopUpBackup, nullptr);
-    });
+    window.setMousePointer(MousePointer::Default);
 }
 
 }  // namespace bromvale

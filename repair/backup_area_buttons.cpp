@@ -13,7 +13,7 @@
 #include "core/time.h"
 #include "platform/shell.h"
 #include "repair/reboot.h"
-#include "ui/frm_main.h"
+#include "ui/backup_page.h"
 
 namespace bromvale {
 namespace {
@@ -136,7 +136,7 @@ void handToRegistryEditor(const Click& click) {
 
 }  // namespace
 
-void FrmMain::cmdBearbeiten_Click() {
+void BackupPage::cmdBearbeiten_Click() {
     Click click(lvwBackup, "cmdBearbeiten_Click");
     std::int16_t rows = 0;
     click.step([&] { rows = narrowInt16(lvwBackup.count()); });
@@ -152,7 +152,7 @@ void FrmMain::cmdBearbeiten_Click() {
 // With AutoFileDelAfterReentry the list is filled anew behind the first selected row, which leaves nothing
 // selected: the other files stay where they are, and so does the selection's work. The switch is asked after
 // No as well, like RebootAfterEntry behind the loop.
-void FrmMain::cmdEintragen_Click() {
+void BackupPage::cmdEintragen_Click() {
     Click click(lvwBackup, "cmdEintragen_Click");
     const int rows = lvwBackup.count();
     for (int row = 1; row <= rows; ++row) {
@@ -175,7 +175,7 @@ void FrmMain::cmdEintragen_Click() {
 // The number of rows is taken once, so that after any deletion the index passes the last row. That is the
 // ordinary end of the loop: the failure is noted and the loop left. While the question stands the list may be
 // filled anew, so the row that goes is looked for by the name of the file.
-void FrmMain::cmdLöschen_Click() {
+void BackupPage::cmdLöschen_Click() {
     Click click(lvwBackup, "cmdLöschen_Click");
     const int rows = lvwBackup.count();
     for (int row = 1; row <= rows; ++row) {

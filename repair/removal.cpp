@@ -13,7 +13,7 @@
 #include "core/text_file.h"
 #include "repair/complete_copy.h"
 #include "repair/undo_file.h"
-#include "ui/frm_main.h"
+#include "ui/scan_page.h"
 
 namespace bromvale {
 
@@ -29,7 +29,7 @@ Ending handle(const Failure& failure) {
 // One run. The steps return false once the removal has ended early.
 class Removal {
   public:
-    explicit Removal(FrmMain& form) : form_(form), list_(form.lvwRegKeys) {}
+    explicit Removal(ScanPage& page) : page_(page), list_(page.lvwRegKeys) {}
     void run();
 
   private:
@@ -46,7 +46,7 @@ class Removal {
         return attempt(handle, statement);
     }
 
-    FrmMain& form_;
+    ScanPage& page_;
     ListView& list_;
     int file_ = 0;
     std::optional<CompleteCopy> copy_;
@@ -55,7 +55,7 @@ class Removal {
 void Removal::run() {
     kTags.trace("started");
     const auto removeRows = [&] {
-        return form_.chbMarkierteKeysEntfernen.value() == 1 ? removeSelected() : removeAll();
+        return page_.chbMarkierteKeysEntfernen.value() == 1 ? removeSelected() : removeAll();
     };
     if (openUndoFile() && writeHeader() && removeRows()) static_cast<void>(step([&] { closeFile(file_); }));
     kTags.trace("endet");
@@ -141,12 +141,12 @@ bool Removal::copyAndDelete(const std::string& hiveHandle, const std::string& su
 }
 
 bool Removal::show(std::string_view message) {
-    return step([&] { form_.lblScanBericht.setCaption(message); });
+    return step([&] { page_.lblScanBericht.setCaption(message); });
 }
 
 }  // namespace
 
-void FrmMain::ProblemeEntfernen() {
+void ScanPage::ProblemeEntfernen() {
     Removal(*this).run();
 }
 

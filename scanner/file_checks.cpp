@@ -89,7 +89,7 @@ void listAndRemove(std::string_view hiveName, int index, Data form) {
         std::string name = plainText(group.name(index));
         if (group.name(index) != "@") name = '"' + name + '"';
         const std::string data = dataOf(group.value(index), form);
-        frmMain().lvwRegKeys.add({keyLine, name, data, NumberPart(group.hive(index)).text()}, 1);
+        frmMain().scan.lvwRegKeys.add({keyLine, name, data, NumberPart(group.hive(index)).text()}, 1);
     });
     attempt(onFailure, [&] {
         kTags.trace([&] {

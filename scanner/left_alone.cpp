@@ -33,7 +33,7 @@ int firstInexactKey(const EntryGroup& group) {
 }  // namespace
 
 void takeBackRows(EntryGroup& group) {
-    ListView& list = frmMain().lvwRegKeys;
+    ListView& list = frmMain().scan.lvwRegKeys;
     for (const EntryGroup::Row& texts : group.takeListed()) {
         if (const int row = rowOf(list, texts); row > 0) list.remove(row);
     }

@@ -113,7 +113,7 @@ void addCrossLinkRow(const CrossLink& link, std::string_view hiveName, std::stri
     const EntryGroup::Row row{std::move(keyLine), plainText(name), plainText(value),
                               std::string(NumberPart(hive).text())};
     entryGroup().remember(row);
-    frmMain().lvwRegKeys.add({row[kKeyLine], row[kValueName], row[kValueData], row[kHiveHandle]}, 1);
+    frmMain().scan.lvwRegKeys.add({row[kKeyLine], row[kValueName], row[kValueData], row[kHiveHandle]}, 1);
 }
 
 // A GUID with marks is another one than the ANSI functions could look for, and nobody can tell whether it is

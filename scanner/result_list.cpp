@@ -2,9 +2,7 @@
 #include <array>
 
 #include "core/attempt.h"
-#include "ui/frm_main.h"
-#include "ui/frm_popup.h"
-#include "ui/list_selection.h"
+#include "ui/scan_page.h"
 
 namespace bromvale {
 
@@ -18,11 +16,9 @@ struct SortKey {
 // F4, F6, F7 act as clicks on the column headers. F5 is left out on purpose.
 constexpr std::array<SortKey, 3> kSortKeys{{{115, 1}, {117, 2}, {118, 3}}};
 
-constexpr int kRightButton = 2;
-
 }  // namespace
 
-void FrmMain::chbRegKeysShow_Click() {
+void ScanPage::chbRegKeysShow_Click() {
     if (chbRegKeysShow.value() == 1) {
         lvwRegKeys.setVisible(true);
         chbMarkierteKeysEntfernen.setEnabled(true);
@@ -35,33 +31,7 @@ void FrmMain::chbRegKeysShow_Click() {
     chbMarkierteKeysEntfernen.setEnabled(false);
 }
 
-// Each click turns the order round, one on another column too.
-void FrmMain::lvwRegKeys_ColumnClick(int column) {
-    lvwRegKeys.setSortKey(column - 1);
-    lvwRegKeys.setSortOrder(lvwRegKeys.sortOrder() == SortOrder::Ascending ? SortOrder::Descending
-                                                                           : SortOrder::Ascending);
-}
-
-void FrmMain::lvwRegKeys_KeyDown(int keyCode) {
-    for (const SortKey& key : kSortKeys) {
-        if (key.keyCode == keyCode) lvwRegKeys_ColumnClick(key.column);
-    }
-}
-
-void FrmMain::lvwRegKeys_MouseUp(int button) {
-    int selected = 0;
-    attempt(kGoOn, [&] { selected = selectedRows(lvwRegKeys); });
-    // Singular and plural have changed places; both texts stay exactly so.
-    attempt(kGoOn, [&] {
-        mnuPopUpRegKeyEinzeln.setCaption(selected > 1 ? "&markierte Eintrag entfernen"
-                                                      : "&markierten Eintrag entfernen");
-    });
-    attempt(kGoOn, [&] {
-        if (button == kRightButton) showPopupMenu(frmPopUp(), mnuPopUpRegKey, nullptr);
-    });
-}
-
-void FrmMain::mnuPopUpRegKeyEinzeln_Click() {
+void ScanPage::mnuPopUpRegKeyEinzeln_Click() {
     const bool tick = chbMarkierteKeysEntfernen.value() != 1;
     if (tick) chbMarkierteKeysEntfernen.setValue(1);
     cmdStart_Click();
@@ -69,13 +39,13 @@ void FrmMain::mnuPopUpRegKeyEinzeln_Click() {
 }
 
 // Honours the box for marked entries: with it ticked this removes the selected rows only.
-void FrmMain::mnuPopUpRegKeyAlle_Click() {
+void ScanPage::mnuPopUpRegKeyAlle_Click() {
     cmdStart_Click();
 }
 
 // While the button offers the removal this removes and doesn't scan. A running scan doesn't block it either.
-void FrmMain::mnuPopUpStartScan_Click() {
-    showPage(Frame1);
+void ScanPage::mnuPopUpStartScan_Click() {
+    show();
     cmdStart_Click();
 }
 

@@ -14,7 +14,7 @@
 #include "scanner/scan_state.h"
 #include "scanner/scan_steps.h"
 #include "scanner/search.h"
-#include "ui/frm_main.h"
+#include "ui/scan_page.h"
 
 namespace bromvale {
 
@@ -28,14 +28,14 @@ void step(Statement&& statement) {
     attempt(reportAndGoOn(kTags), statement);
 }
 
-void showVersion(FrmMain& form) {
-    form.StatusBar_.setPanelText(1, "Status");
-    form.StatusBar_.setPanelText(2, "Version " + AppVersion);
+void showVersion(ScanPage& page) {
+    page.window.StatusBar_.setPanelText(1, "Status");
+    page.window.StatusBar_.setPanelText(2, "Version " + AppVersion);
 }
 
 // A request: the window's end is the end of the process, where nothing holds it up.
-void closeWindow(FrmMain& form) {
-    step([&] { form.unload(); });
+void closeWindow(ScanPage& page) {
+    step([&] { page.window.unload(); });
 }
 
 void uncheckAndDisable(CheckBox& box) {
@@ -48,7 +48,7 @@ void uncheckAndDisable(CheckBox& box) {
 // The locals of one run of the handler. A scan that is started inside another one has its own.
 class Scan {
   public:
-    explicit Scan(FrmMain& form) : form_(form) {}
+    explicit Scan(ScanPage& page) : page_(page) {}
     void run();
 
   private:
@@ -62,11 +62,11 @@ class Scan {
     void finish();
     void followUps();
 
-    [[nodiscard]] int faults() const { return form_.lvwRegKeys.count(); }
+    [[nodiscard]] int faults() const { return page_.lvwRegKeys.count(); }
     [[nodiscard]] std::int32_t upperBound() const { return static_cast<std::int32_t>(lines_.size()) - 1; }
     void panel(int number, std::string_view before, std::int64_t value, std::string_view behind);
 
-    FrmMain& form_;
+    ScanPage& page_;
     SearchSpec spec_;
     ScanLines lines_;
     EntryParts parts_;
@@ -90,18 +90,18 @@ void Scan::run() {
 void Scan::prepare() {
     kTags.trace("started");
     ScanAbort = false;
-    form_.cmdStart.setEnabled(false);
-    form_.setMousePointer(MousePointer::Hourglass);
-    form_.ProgressBar_.setRange(0, 100);
-    form_.tmrTimer.setInterval(50);
-    form_.tmrTimer.setEnabled(true);
+    page_.cmdStart.setEnabled(false);
+    page_.window.setMousePointer(MousePointer::Hourglass);
+    page_.window.ProgressBar_.setRange(0, 100);
+    page_.window.tmrTimer.setInterval(50);
+    page_.window.tmrTimer.setEnabled(true);
     kTags.trace("Verlauf festgelegt");
-    form_.chbRegKeysShow.setEnabled(false);
-    Label* const labels[] = {&form_.lblScanTxt, &form_.lblScanProzent, &form_.lblScanBericht};
+    page_.chbRegKeysShow.setEnabled(false);
+    Label* const labels[] = {&page_.lblScanTxt, &page_.lblScanProzent, &page_.lblScanBericht};
     for (Label* label : labels) label->setCaption("");
     for (Label* label : labels) label->setVisible(true);
     lines_.assign(1, std::string());
-    form_.lvwRegKeys.clear();
+    page_.lvwRegKeys.clear();
 }
 
 bool Scan::collect() {
@@ -116,34 +116,35 @@ bool Scan::collectStep(int number, const ScanStep& row) {
     kTags.trace([&] { return "Schritt " + std::to_string(number) + " begonnen"; });
     spec_.SearchKey = row.searchKey;
     spec_.SearchHive = row.searchHive;
-    form_.lblScanTxt.setCaption(row.caption);
+    page_.lblScanTxt.setCaption(row.caption);
     ScanAbort = false;
-    form_.setMousePointer(MousePointer::Hourglass);
-    form_.StatusBar_.setPanelText(1, "Schritt " + std::to_string(number) + " von " +
-                                         std::to_string(kScanSteps.size()) + " läuft. Bitte warten...");
+    page_.window.setMousePointer(MousePointer::Hourglass);
+    page_.window.StatusBar_.setPanelText(1, "Schritt " + std::to_string(number) + " von " +
+                                                std::to_string(kScanSteps.size()) +
+                                                " läuft. Bitte warten...");
     step(DoEvents);
     kTags.trace("einlesen beginnt");
     step([&] { FindString(spec_, lines_); });
-    form_.StatusBar_.setPanelText(1, "Einen Moment bitte...");
-    form_.lblScanTxt.setCaption("Registrierungsschlüssel werden verarbeitet...");
+    page_.window.StatusBar_.setPanelText(1, "Einen Moment bitte...");
+    page_.lblScanTxt.setCaption("Registrierungsschlüssel werden verarbeitet...");
     step(DoEvents);
     kTags.trace("einlesen beendet");
-    form_.ProgressBar_.setValue(0);
+    page_.window.ProgressBar_.setValue(0);
     if (!ScanAbort) return true;
     kTags.trace("Scan abgebrochen");
-    step([&] { form_.cmdAbbrechen_Click(); });
+    step([&] { page_.cmdAbbrechen_Click(); });
     return false;
 }
 
 void Scan::turnToChecks() {
-    form_.tmrTimer.setEnabled(false);
+    page_.window.tmrTimer.setEnabled(false);
     panel(2, "", upperBound(), " relevante Einträge");
     kTags.trace("alle Werte eingelesen");
     step(DoEvents);
     kTags.trace([&] { return std::to_string(upperBound()) + " zu prüfende Keys"; });
     total_ = upperBound();
-    form_.StatusBar_.setPanelText(1, "Gefundene Einträge werden gescannt...");
-    form_.ProgressBar_.setRange(0, total_);
+    page_.window.StatusBar_.setPanelText(1, "Gefundene Einträge werden gescannt...");
+    page_.window.ProgressBar_.setRange(0, total_);
     kTags.trace("Verlauf erneut festgelegt");
     kTags.trace("Key-Auswertung beginnt");
 }
@@ -157,7 +158,7 @@ bool Scan::checkEntries() {
         CheckQuerVerbindung(parts_.hive, parts_.hiveName, parts_.key, parts_.name, parts_.value);
         if (ScanAbort) {
             kTags.trace("Der Scan wurde abgebrochen");
-            step([&] { form_.cmdAbbrechen_Click(); });
+            step([&] { page_.cmdAbbrechen_Click(); });
             return false;
         }
         if (RepeatEntry) {
@@ -171,40 +172,40 @@ bool Scan::checkEntries() {
 
 // Written anew for every entry; only the painting may be thinned out, and that is not done here.
 void Scan::showEntry() {
-    form_.lblScanTxt.setCaption("Registryschlüssel werden auf Fehler gescannt...");
+    page_.lblScanTxt.setCaption("Registryschlüssel werden auf Fehler gescannt...");
     text_.clear();
     appendNumber(text_, donePercent(entry_, total_));
-    form_.lblScanProzent.setCaption(text_ += "% fertig");
+    page_.lblScanProzent.setCaption(text_ += "% fertig");
     panel(1, "Eintrag ", entry_, " wird gescannt...");
     panel(2, "Gefundene Fehler: ", faults(), "");
-    form_.ProgressBar_.setValue(entry_);
+    page_.window.ProgressBar_.setValue(entry_);
 }
 
 void Scan::report() {
     kTags.trace("Key-Auswertung beendet");
-    form_.ProgressBar_.setValue(0);
-    form_.StatusBar_.setPanelText(1, "Status");
+    page_.window.ProgressBar_.setValue(0);
+    page_.window.StatusBar_.setPanelText(1, "Status");
     panel(2, "Gefundene Fehler: ", faults(), "");
-    form_.lblScanTxt.setCaption("Scanvorgang erfolgreich abgeschlossen.");
+    page_.lblScanTxt.setCaption("Scanvorgang erfolgreich abgeschlossen.");
     kTags.trace([&] {
         return std::to_string(faults()) + " Fehler in " + std::to_string(upperBound()) + " Keys gefunden; ";
     });
     // No entries at all: reported as a failure, and the share stays 0.
     step([&] { percent_ = faultPercent(faults(), upperBound()); });
     if (const std::string_view rating = scanRating(percent_); !rating.empty())
-        form_.lblScanBericht.setCaption(rating);
-    form_.lblScanBericht.setCaption(form_.lblScanBericht.caption() + scanShare(faults(), total_, percent_));
+        page_.lblScanBericht.setCaption(rating);
+    page_.lblScanBericht.setCaption(page_.lblScanBericht.caption() + scanShare(faults(), total_, percent_));
     kTags.trace("Bericht ausgegeben");
 }
 
 void Scan::finish() {
     if (faults() > 0) {
-        form_.cmdStart.setCaption("&Entfernen");
-        form_.chbRegKeysShow.setEnabled(true);
+        page_.cmdStart.setCaption("&Entfernen");
+        page_.chbRegKeysShow.setEnabled(true);
     }
     ScanAbort = true;
-    form_.cmdStart.setEnabled(true);
-    form_.setMousePointer(MousePointer::Default);
+    page_.cmdStart.setEnabled(true);
+    page_.window.setMousePointer(MousePointer::Default);
     kTags.trace("endet");
 }
 
@@ -212,51 +213,51 @@ void Scan::finish() {
 void Scan::followUps() {
     if (AutoEntfernen == 1 && faults() > 0) {
         kTags.trace([&] { return "AutoEntfernen wird gestartet" + std::to_string(entry_); });
-        step([&] { form_.cmdStart_Click(); });  // the button's caption makes this the removal
+        step([&] { page_.cmdStart_Click(); });  // the button's caption makes this the removal
     }
     if (AutoClose == 1) {
         kTags.trace("AutoClose");
-        closeWindow(form_);
+        closeWindow(page_);
     }
 }
 
 void Scan::panel(int number, std::string_view before, std::int64_t value, std::string_view behind) {
     text_.assign(before);
     appendNumber(text_, value);
-    form_.StatusBar_.setPanelText(number, text_ += behind);
+    page_.window.StatusBar_.setPanelText(number, text_ += behind);
 }
 
 // --- the removal of what a scan found --------------------------------------------------------------
 
-void resetPage(FrmMain& form) {
-    form.lvwRegKeys.setVisible(false);
-    uncheckAndDisable(form.chbRegKeysShow);
-    uncheckAndDisable(form.chbMarkierteKeysEntfernen);
-    form.cmdStart.setCaption("&Start");
-    form.lblScanProzent.setVisible(false);
-    showVersion(form);
+void resetPage(ScanPage& page) {
+    page.lvwRegKeys.setVisible(false);
+    uncheckAndDisable(page.chbRegKeysShow);
+    uncheckAndDisable(page.chbMarkierteKeysEntfernen);
+    page.cmdStart.setCaption("&Start");
+    page.lblScanProzent.setVisible(false);
+    showVersion(page);
 }
 
-void removeFaults(FrmMain& form) {
+void removeFaults(ScanPage& page) {
     kTags.trace("Entfernen gedrückt");
-    step([&] { form.ProblemeEntfernen(); });
-    if (form.chbMarkierteKeysEntfernen.value() == 1) return;  // the offer stays, without restart or close
-    resetPage(form);
+    step([&] { page.ProblemeEntfernen(); });
+    if (page.chbMarkierteKeysEntfernen.value() == 1) return;  // the offer stays, without restart or close
+    resetPage(page);
     if (RebootAfterDelete == 1) {
         kTags.trace("AutoClose + Reboot");
         step(RebootSystem);
-        closeWindow(form);
+        closeWindow(page);
     }
     if (AutoClose == 1) {
         kTags.trace("AutoClose");
-        closeWindow(form);
+        closeWindow(page);
     }
 }
 
 }  // namespace
 
 // One button, two roles, told apart by its caption alone.
-void FrmMain::cmdStart_Click() {
+void ScanPage::cmdStart_Click() {
     if (cmdStart.caption() == "&Entfernen") {
         removeFaults(*this);
     } else {
@@ -266,9 +267,9 @@ void FrmMain::cmdStart_Click() {
 
 // Not restricted to a running scan: a click while the button reads "&Entfernen" discards that offer. Rows and
 // group stay.
-void FrmMain::cmdAbbrechen_Click() {
+void ScanPage::cmdAbbrechen_Click() {
     ScanAbort = true;
-    setMousePointer(MousePointer::Default);
+    window.setMousePointer(MousePointer::Default);
     cmdStart.setEnabled(true);
     cmdStart.setCaption("Start");  // without the access key, unlike "&Start": a difference that stays
     cmdStart.setFocus();
@@ -277,8 +278,8 @@ void FrmMain::cmdAbbrechen_Click() {
     chbMarkierteKeysEntfernen.setValue(0);
     chbMarkierteKeysEntfernen.setEnabled(false);
     lvwRegKeys.setVisible(false);
-    tmrTimer.setEnabled(false);
-    ProgressBar_.setValue(0);
+    window.tmrTimer.setEnabled(false);
+    window.ProgressBar_.setValue(0);
     lblScanBericht.setCaption("");
     lblScanProzent.setCaption("");
     lblScanTxt.setCaption("");

@@ -8,10 +8,48 @@
 #include "platform/help.h"
 #include "platform/process.h"
 #include "platform/shell.h"
-#include "ui/layout_error.h"
+#include "resources/resource_ids.h"
+#include "ui/rows.h"
 
 namespace bromvale {
 namespace {
+
+using P = FrmError;
+
+// The two labels below txtDetails are never seen: they keep what a report sends.
+// clang-format off
+constexpr Row<P> kRows[] = {
+    row<P, &P::imgList>("", {}, -1, 0),
+    row<P, &P::imgErrImg>("", {240, 240, 615, 495}, -1, 0),
+    row<P, &P::lblErrDesc>("ErrDesc", {1080, 240, 3855, 720}, 6, 0),
+    row<P, &P::cmdSchließen>("&Schließen", {5160, 120, 1215, 375}, 0, 0,
+        on<&Button::onClick, &P::cmdSchließen_Click>()),
+    row<P, &P::cmdDetails>("Details >>", {5160, 600, 1215, 375}, 1, 0,
+        on<&Button::onClick, &P::cmdDetails_Click>()),
+    row<P, &P::txtDetails>("", {240, 1080, 6135, 1575}, 2, kLocked | kMultiLine | kGreyed),
+    row<P, &P::lblErrNr>("lblErrNr", {1080, 1200, 615, 255}, 7, 0),
+    row<P, &P::lblErrHow>("lblErrHow", {1920, 1200, 4455, 255}, 8, 0),
+    row<P, &P::lblEMail>("E-Mail-Adresse:", {240, 2840, 1215, 255}, 3, kRightAligned),
+    row<P, &P::txtEMail>("", {1560, 2820, 3375, 285}, 4, 0),
+    row<P, &P::cmdReportSenden>("&Report senden", {5160, 2760, 1215, 375}, 5, 0,
+        on<&Button::onClick, &P::cmdReportSenden_Click>()),
+};
+// clang-format on
+
+constexpr ImageRow kImages[] = {
+    {"Stop", BROMVALE_ICON_ERROR_FIRST},
+    {"Exclamation", BROMVALE_ICON_ERROR_FIRST + 1},
+    {"Question", BROMVALE_ICON_ERROR_FIRST + 2},
+    {"Information", BROMVALE_ICON_ERROR_FIRST + 3},
+};
+
+constexpr int kErrorInnerWidth = 6570;
+// Outer heights with the frame of the systems that the dialog was drawn on: closed it shows the picture, the
+// text and the two upper buttons only. Where the frame is thicker or thinner the heights follow, or a button
+// would be cut off or the edge of the details be seen.
+constexpr int kErrorHeightClosed = 1450;
+constexpr int kErrorHeightOpen = 3630;
+constexpr int kErrorFrameHeight = 375;
 
 constexpr std::string_view kMoreDetails = "Details >>";
 constexpr std::string_view kLessDetails = "<< Details";
@@ -39,14 +77,16 @@ int heightOf(bool open) {
 }  // namespace
 
 FrmError::FrmError() : Form("frmError") {
-    cmdDetails.onClick = [this] { cmdDetails_Click(); };
-    cmdSchließen.onClick = [this] { cmdSchließen_Click(); };
-    cmdReportSenden.onClick = [this] { cmdReportSenden_Click(); };
+    connectRows(*this, kRows);
 }
 
 FrmError& frmError() {
     static FrmError& form = *new FrmError;
     return form;
+}
+
+std::span<const Row<FrmError>> FrmError::rows() {
+    return kRows;
 }
 
 void registerErrorDialog() {
@@ -59,8 +99,8 @@ void FrmError::design() {
     setBorderStyle(BorderStyle::FixedDialog);
     setCaption("Fehlerbericht");
     setScaleSize(kErrorInnerWidth, kErrorHeightOpen);
-    buildPage(*this, layoutError());
-    buildImages(*this, layoutErrorImages());
+    designRows(*this, kRows);
+    setImages(imgList, kImages);
     imgErrImg.setImage(nullptr, 0);
     setHeight(heightOf(false));
     centreOnScreen();

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/controls.h"
+#include "ui/rows.h"
 
 namespace bromvale {
 
@@ -29,6 +29,8 @@ class FrmError : public Form {
     void cmdSchließen_Click();
     void cmdBeenden_Click();
     void cmdReportSenden_Click();  // internet/
+
+    [[nodiscard]] static std::span<const Row<FrmError>> rows();
 
   protected:
     void design() override;

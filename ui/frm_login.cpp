@@ -1,18 +1,13 @@
 #include "ui/frm_login.h"
 
-#include "ui/layout.h"
+#include "ui/rows.h"
 
 namespace bromvale {
 namespace {
 
-constexpr ControlRow kRows[] = {
-    {"lblLogin",
-     ControlKind::Label,
-     "Die Programmeinstellungen werden geladen. Bitte warten...",
-     nullptr,
-     {120, 75, 4455, 495},
-     0,
-     kCentred},
+constexpr Row<FrmLogin> kRows[] = {
+    row<FrmLogin, &FrmLogin::lblLogin>("Die Programmeinstellungen werden geladen. Bitte warten...",
+                                       {120, 75, 4455, 495}, 0, kCentred),
 };
 constexpr int kInnerWidth = 4710;
 constexpr int kInnerHeight = 630;
@@ -29,7 +24,7 @@ void FrmLogin::design() {
     setBorderStyle(BorderStyle::FixedNoControls);
     setScaleSize(kInnerWidth, kInnerHeight);
     centreOnScreen();
-    buildPage(*this, kRows);
+    designRows(*this, kRows);
 }
 
 }  // namespace bromvale

@@ -1,12 +1,86 @@
 #include "ui/frm_main.h"
 
+#include "core/handling.h"
 #include "resources/resource_ids.h"
-#include "ui/layout_main.h"
 
 namespace bromvale {
+namespace {
 
-FrmMain::FrmMain() : Form("frmMain") {
-    wire();
+using P = FrmMain;
+
+// mnuPopUpShowForm, the bold entry of the tray's menu, has no handler: choosing it does nothing, and is kept
+// so.
+// clang-format off
+constexpr Row<P> kRows[] = {
+    row<P, &P::Menu>("", {120, 210, 1575, 6555}, 0, 0, {.height = 700},
+        on<&ListBar::onItemClick, &P::Menu_ItemClick>()),
+    row<P, &P::imgMenu1>("", {}, -1, 0),
+    row<P, &P::imgList>("", {}, -1, 0),
+    row<P, &P::StatusBar_>("", {0, 6945, 10395, 255}, 9, 0, {.firstPanel = 5200}),
+    row<P, &P::ProgressBar_>("", {7515, 6990, 2650, 195}, 12, 0, {.top = 215, .left = 2820}),
+    row<P, &P::tmrTimer>("", {}, -1, kDisabled, on<&Timer::onTimer, &P::tmrTimer_Timer>()),
+    row<P, &P::winsock>("", {}, -1, 0),
+    row<P, &P::mnuPopUp>("<popup menu>", {}, -1, 0),
+    row<P, &P::mnuPopUpShowForm, &P::mnuPopUp>("&Zeige Programm", {}, -1, kDisabled),
+    row<P, &P::mnuPopUpStartScan, &P::mnuPopUp>("&Scan starten", {}, -1, 0,
+        on<&MenuItem::onClick, &P::scan, &ScanPage::mnuPopUpStartScan_Click>()),
+    row<P, &P::mnuPopUpBackupZeigen, &P::mnuPopUp>("B&ackup-Bereich", {}, -1, 0,
+        on<&MenuItem::onClick, &P::backup, &BackupPage::mnuPopUpBackupZeigen_Click>()),
+    row<P, &P::mnuPopUpDeinstall, &P::mnuPopUp>("Programme &deinstallieren", {}, -1, 0,
+        on<&MenuItem::onClick, &P::programs, &ProgramsPage::mnuPopUpDeinstall_Click>()),
+    row<P, &P::mnuPopUpBugReport, &P::mnuPopUp>("Bug-&Report", {}, -1, 0,
+        on<&MenuItem::onClick, &P::bugReport, &BugReportPage::mnuPopUpBugReport_Click>()),
+    row<P, &P::mnuPopUpLiveUpdate, &P::mnuPopUp>("&Live-Update", {}, -1, 0,
+        on<&MenuItem::onClick, &P::mnuPopUpLiveUpdate_Click>()),
+    row<P, &P::mnuPopUpOptionen, &P::mnuPopUp>("&Optionen", {}, -1, 0,
+        on<&MenuItem::onClick, &P::options, &OptionsPage::mnuPopUpOptionen_Click>()),
+    row<P, &P::mnuPopUpStep1, &P::mnuPopUp>("-", {}, -1, 0),
+    row<P, &P::mnuPopUpAbout, &P::mnuPopUp>("&Über", {}, -1, 0, on<&MenuItem::onClick, &P::mnuPopUpAbout_Click>()),
+    row<P, &P::mnuPopUpQuit, &P::mnuPopUp>("&Beenden", {}, -1, 0, on<&MenuItem::onClick, &P::mnuPopUpQuit_Click>()),
+};
+// clang-format on
+
+// Panel 1 takes the width that the window leaves it, panel 3 lies below the progress bar.
+constexpr ColumnRow kPanels[] = {{"Status", 5195}, {"", 2300}, {"", 2721}};
+
+// The keys of the navigation pictures are the captions of the navigation items.
+constexpr ImageRow kNavigationImages[] = {
+    {"Registry Scan starten", BROMVALE_ICON_NAV_FIRST},
+    {"Backup", BROMVALE_ICON_NAV_FIRST + 1},
+    {"Registriereditor starten", BROMVALE_ICON_NAV_FIRST + 2},
+    {"Hilfe", BROMVALE_ICON_NAV_FIRST + 3},
+    {"Beenden", BROMVALE_ICON_NAV_FIRST + 4},
+    {"Programme deinstallieren", BROMVALE_ICON_NAV_FIRST + 5},
+    {"Festplatte aufräumen", BROMVALE_ICON_NAV_FIRST + 6},
+    {"Optionen", BROMVALE_ICON_NAV_FIRST + 7},
+    {"Bug-Report", BROMVALE_ICON_NAV_FIRST + 8},
+    {"Live-Update", BROMVALE_ICON_NAV_FIRST + 9},
+    {"Homepage", BROMVALE_ICON_NAV_FIRST + 10},
+};
+constexpr ImageRow kListImages[] = {
+    {"RZIcon", BROMVALE_ICON_LIST_FIRST},
+    {"BinärIcon", BROMVALE_ICON_LIST_FIRST + 1},
+    {"RegFileIcon", BROMVALE_ICON_LIST_FIRST + 2},
+    {"TaskbarIcon", BROMVALE_ICON_LIST_TASKBAR},
+    {"DeinstallIcon", BROMVALE_ICON_LIST_FIRST + 4},
+    {"OrdnerIcon", BROMVALE_ICON_LIST_FIRST + 5},
+};
+
+// Inner size at design.
+constexpr int kDesignWidth = 10395;
+constexpr int kDesignHeight = 7200;
+// Outer size.
+constexpr int kMinimumHeight = 7800;
+constexpr int kMinimumWidth = 10515;
+
+}  // namespace
+
+FrmMain::FrmMain() {
+    connectRows(*this, kRows);
+}
+
+std::span<const Row<FrmMain>> FrmMain::rows() {
+    return kRows;
 }
 
 FrmMain& frmMain() {
@@ -24,106 +98,29 @@ void FrmMain::design() {
     setIconResource(BROMVALE_ICON_PROGRAM);
     setScaleSize(kDesignWidth, kDesignHeight);
     centreOnScreen();
-    for (const auto page : {layoutWindow(), layoutScan(), layoutBackup(), layoutBugReport(), layoutPrograms(),
-                            layoutOptions(), layoutCleanup(), layoutMenus()}) {
-        buildPage(*this, page);
-    }
-    buildColumns(*this, layoutColumns());
-    buildImages(*this, layoutImages());
-    for (ListView* list : {&lvwRegKeys, &lvwBackup, &lvwDeinstall, &lvwOrdnerList})
-        list->setSmallIcons(&imgList);
+    designRows(*this, kRows);
+    setPanels(StatusBar_, kPanels);
+    setImages(imgMenu1, kNavigationImages);
+    setImages(imgList, kListImages);
+    for (Page* page : pages()) page->design();
 }
 
-// Every event and its handler, in one place.
-void FrmMain::wire() {
-    Menu.onItemClick = [this](const ListBar::Item& item) { Menu_ItemClick(item); };
-    tmrTimer.onTimer = [this] { tmrTimer_Timer(); };
-
-    cmdStart.onClick = [this] { cmdStart_Click(); };
-    cmdAbbrechen.onClick = [this] { cmdAbbrechen_Click(); };
-    chbRegKeysShow.onClick = [this] { chbRegKeysShow_Click(); };
-    lvwRegKeys.onColumnClick = [this](int column) { lvwRegKeys_ColumnClick(column); };
-    lvwRegKeys.onKeyDown = [this](int keyCode) { lvwRegKeys_KeyDown(keyCode); };
-    lvwRegKeys.onMouseUp = [this](int button) { lvwRegKeys_MouseUp(button); };
-
-    cmdBugReportSenden.onClick = [this] { cmdBugReportSenden_Click(); };
-    cmdBugReportLöschen.onClick = [this] { cmdBugReportLöschen_Click(); };
-
-    cmdBearbeiten.onClick = [this] { cmdBearbeiten_Click(); };
-    cmdEintragen.onClick = [this] { cmdEintragen_Click(); };
-    cmdLöschen.onClick = [this] { cmdLöschen_Click(); };
-    lvwBackup.onColumnClick = [this](int column) { lvwBackup_ColumnClick(column); };
-    lvwBackup.onKeyDown = [this](int keyCode) { lvwBackup_KeyDown(keyCode); };
-    lvwBackup.onMouseUp = [this](int button) { lvwBackup_MouseUp(button); };
-    lvwBackup.onDblClick = [this] { cmdBearbeiten_Click(); };
-
-    cmdDeinstall.onClick = [this] { cmdDeinstall_Click(); };
-    cmdDeinstallRefresh.onClick = [this] { cmdDeinstallRefresh_Click(); };
-    lvwDeinstall.onColumnClick = [this](int column) { lvwDeinstall_ColumnClick(column); };
-    lvwDeinstall.onKeyDown = [this](int keyCode) { lvwDeinstall_KeyDown(keyCode); };
-    lvwDeinstall.onMouseUp = [this](int button) { lvwDeinstall_MouseUp(button); };
-    lvwDeinstall.onDblClick = [this] { cmdDeinstall_Click(); };
-
-    wireCleanup();
-    wireOptions();
-    wireMenus();
+void FrmMain::Form_Resize() {
+    constexpr Tags tags{"frmMain", "Form_Resize"};
+    const ReportAnd onFailure{Ending::Leave, tags};
+    tags.trace("started");
+    attempt(onFailure, [&] {
+        // Each assignment that changes the size runs this routine once more, nested.
+        if (height() < kMinimumHeight) setHeight(kMinimumHeight);
+        if (width() < kMinimumWidth) setWidth(kMinimumWidth);
+        for (Page* page : pages()) page->resize();
+        resizeRows(*this, kRows, *this);
+    });
+    tags.trace("endet");
 }
 
-void FrmMain::wireCleanup() {
-    cmdOrdnerWählen.onClick = [this] { cmdOrdnerWählen_Click(); };
-    cmdOrdnerLöschen.onClick = [this] { cmdOrdnerLöschen_Click(); };
-    cmdInhaltLöschen.onClick = [this] { cmdInhaltLöschen_Click(); };
-    cmdHDDBereinigen.onClick = [this] { cmdHDDBereinigen_Click(); };
-    chbTempFilesDel.onClick = [this] { chbTempFilesDel_Click(); };
-    chbDelFilePermanent.onClick = [this] { chbDelFilePermanent_Click(); };
-    lvwOrdnerList.onColumnClick = [this](int column) { lvwOrdnerList_ColumnClick(column); };
-    lvwOrdnerList.onKeyDown = [this](int keyCode) { lvwOrdnerList_KeyDown(keyCode); };
-    lvwOrdnerList.onMouseUp = [this](int button) { lvwOrdnerList_MouseUp(button); };
-    lvwOrdnerList.onDblClick = [this] { lvwOrdnerList_DblClick(); };
-}
-
-void FrmMain::wireOptions() {
-    chbScreenSave.onClick = [this] { chbScreenSave_Click(); };
-    chbAutoScan.onClick = [this] { chbAutoScan_Click(); };
-    chbAutoEntfernen.onClick = [this] { chbAutoEntfernen_Click(); };
-    chbAutoClose.onClick = [this] { chbAutoClose_Click(); };
-    chbRebootAfterDelete.onClick = [this] { chbRebootAfterDelete_Click(); };
-    chbRebootAfterEntry.onClick = [this] { chbRebootAfterEntry_Click(); };
-    chbAutoFileDelAfterReentry.onClick = [this] { chbAutoFileDelAfterReentry_Click(); };
-    chbAutoRegFileDel.onClick = [this] { chbAutoRegFileDel_Click(); };
-    // A text can be typed as well as chosen.
-    cboAutoRegFileDel.onClick = [this] { cboAutoRegFileDel_Click(); };
-    cboAutoRegFileDel.onChange = [this] { cboAutoRegFileDel_Click(); };
-    chbProtokoll.onClick = [this] { chbProtokoll_Click(); };
-    rdoINet1.onClick = [this] { rdoINet1_Click(); };
-    rdoINet2.onClick = [this] { rdoINet2_Click(); };
-    txtProxyAdresse.onChange = [this] { txtProxyAdresse_Change(); };
-    txtProxyPort.onChange = [this] { txtProxyPort_Change(); };
-    cmdÜbernehmen.onClick = [this] { cmdÜbernehmen_Click(); };
-}
-
-// mnuPopUpShowForm, the bold entry of the tray's menu, has no handler: choosing it does nothing, and is kept
-// so.
-void FrmMain::wireMenus() {
-    mnuPopUpStartScan.onClick = [this] { mnuPopUpStartScan_Click(); };
-    mnuPopUpBackupZeigen.onClick = [this] { mnuPopUpBackupZeigen_Click(); };
-    mnuPopUpDeinstall.onClick = [this] { mnuPopUpDeinstall_Click(); };
-    mnuPopUpBugReport.onClick = [this] { mnuPopUpBugReport_Click(); };
-    mnuPopUpLiveUpdate.onClick = [this] { mnuPopUpLiveUpdate_Click(); };
-    mnuPopUpOptionen.onClick = [this] { mnuPopUpOptionen_Click(); };
-    mnuPopUpAbout.onClick = [this] { mnuPopUpAbout_Click(); };
-    mnuPopUpQuit.onClick = [this] { mnuPopUpQuit_Click(); };
-    mnuPopUpRegKeyEinzeln.onClick = [this] { mnuPopUpRegKeyEinzeln_Click(); };
-    mnuPopUpRegKeyAlle.onClick = [this] { mnuPopUpRegKeyAlle_Click(); };
-    mnuPopUpDeinstDeinstall.onClick = [this] { cmdDeinstall_Click(); };
-    mnuPopUpDeinstRefresh.onClick = [this] { cmdDeinstallRefresh_Click(); };
-    mnuPopUpBackupBearbeiten.onClick = [this] { cmdBearbeiten_Click(); };
-    mnuPopUpBackupEinfügen.onClick = [this] { cmdEintragen_Click(); };
-    mnuPopUpBackupLöschen.onClick = [this] { cmdLöschen_Click(); };
-    mnuPopUpOrdnerHinzufügen.onClick = [this] { cmdOrdnerWählen_Click(); };
-    mnuPopUpOrdnerEntfernen.onClick = [this] { cmdOrdnerLöschen_Click(); };
-    mnuPopUpOrdnerEinzeln.onClick = [this] { mnuPopUpOrdnerEinzeln_Click(); };
-    mnuPopUpOrdnerAlle.onClick = [this] { cmdInhaltLöschen_Click(); };
+void MainWindow::showPage(const Page& page) {
+    for (Page* each : pages_) each->frame().setVisible(each == &page);
 }
 
 // A sign of life while the length of a step is unknown: 0, 5, ... 100 and round again.

@@ -1,12 +1,10 @@
 #include <string_view>
 
-#include "core/handling.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "ui/frm_main.h"
-#include "ui/layout_main.h"
 #include "ui/navigation.h"
-#include "ui/pages.h"
 
 namespace bromvale {
 namespace {
@@ -92,47 +90,46 @@ void fillAutoRegFileDel(ComboBox& box) {
 }
 
 void placePages(FrmMain& form) {
-    for (Frame* page : pages(form)) {
-        page->setTop(kPagePlace.top);
-        page->setLeft(kPagePlace.left);
-        page->setVisible(page == &form.Frame1);
+    for (Page* page : form.pages()) {
+        page->frame().setTop(kPagePlace.top);
+        page->frame().setLeft(kPagePlace.left);
     }
+    form.scan.show();
 }
 
 // The remains of an animated helper: its settings are kept, its controls stay switched off.
-void switchAgentOff(FrmMain& form) {
-    form.cboAgentType.setEnabled(false);
-    form.chbLoadAgent.setEnabled(false);
-    form.lblAgentType.setEnabled(false);
-    form.lblNoAgents.setVisible(true);
-    form.lblNoAgents.setCaption("Diese Funktion steht nicht zur Verfügung.");
+void switchAgentOff(OptionsPage& page) {
+    page.cboAgentType.setEnabled(false);
+    page.chbLoadAgent.setEnabled(false);
+    page.lblAgentType.setEnabled(false);
+    page.lblNoAgents.setVisible(true);
+    page.lblNoAgents.setCaption("Diese Funktion steht nicht zur Verfügung.");
 }
 
 }  // namespace
 
 void FrmMain::Form_Initialize() {
-    const ReportAnd onFailure{Ending::Next, {"frmMain", "Form_Initialize"}, kStyleStop, kShow};
-    const auto run = [&](auto&& statement) { attempt(onFailure, statement); };
-    run([&] { load(); });
-    run([&] { setCaption(AppTitle); });
-    run([&] { StatusBar_.setPanelText(2, "Version " + AppVersion); });
-    run([&] { Menu.setImageList(&imgMenu1); });
-    run([&] { fillMenu(*this); });
-    run([&] { lblStartText.setCaption(startText()); });
-    run([&] { txtAppVer.setText(AppVersion); });
-    run([&] { txtErrNr.setText(""); });
-    run([&] { txtErrDesc.setText(""); });
-    run([&] { fillErrHow(cboErrHow); });
-    run([&] { fillOS(cboOS); });
-    run([&] { fillServicePack(cboServicePack); });
-    run([&] { fillAutoRegFileDel(cboAutoRegFileDel); });
-    run([&] { placePages(*this); });
-    for (Label* label : {&lblScanBericht, &lblScanProzent, &lblScanTxt}) label->setCaption("");
-    run([&] { switchAgentOff(*this); });
-    run([&] { Ordnerliste_laden(); });
+    constexpr Routine routine{{"frmMain", "Form_Initialize"}, Report{Ending::Next, kStyleStop, kShow}};
+    routine.step([&] { load(); });
+    routine.step([&] { setCaption(AppTitle); });
+    routine.step([&] { StatusBar_.setPanelText(2, "Version " + AppVersion); });
+    routine.step([&] { Menu.setImageList(&imgMenu1); });
+    routine.step([&] { fillMenu(*this); });
+    routine.step([&] { scan.lblStartText.setCaption(startText()); });
+    routine.step([&] { bugReport.txtAppVer.setText(AppVersion); });
+    routine.step([&] { bugReport.txtErrNr.setText(""); });
+    routine.step([&] { bugReport.txtErrDesc.setText(""); });
+    routine.step([&] { fillErrHow(bugReport.cboErrHow); });
+    routine.step([&] { fillOS(bugReport.cboOS); });
+    routine.step([&] { fillServicePack(bugReport.cboServicePack); });
+    routine.step([&] { fillAutoRegFileDel(options.cboAutoRegFileDel); });
+    routine.step([&] { placePages(*this); });
+    for (Label* label : {&scan.lblScanBericht, &scan.lblScanProzent, &scan.lblScanTxt}) label->setCaption("");
+    routine.step([&] { switchAgentOff(options); });
+    routine.step([&] { cleanup.Ordnerliste_laden(); });
     if (AutoScan != 1) return;
-    run([&] { showBehindErrorDialog(); });
-    run([&] { cmdStart_Click(); });
+    routine.step([&] { showBehindErrorDialog(); });
+    routine.step([&] { scan.cmdStart_Click(); });
 }
 
 }  // namespace bromvale

@@ -7,7 +7,7 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/help.h"
-#include "ui/pages.h"
+#include "ui/frm_main.h"
 
 namespace bromvale {
 namespace {
@@ -17,13 +17,13 @@ constexpr unsigned kHelpDisplayTopic = 0;
 
 // Starts no scan: that is the page's own button.
 void openScan(FrmMain& form) {
-    attempt(kGoOn, [&] { form.showPage(form.Frame1); });
-    const bool scanRuns = !form.cmdStart.enabled();
+    attempt(kGoOn, [&] { form.scan.show(); });
+    const bool scanRuns = !form.scan.cmdStart.enabled();
     if (scanRuns) attempt(kGoOn, [&] { form.setMousePointer(MousePointer::Hourglass); });
 }
 
 void openBackup(FrmMain& form) {
-    attempt(kGoOn, [&] { form.mnuPopUpBackupZeigen_Click(); });
+    attempt(kGoOn, [&] { form.backup.mnuPopUpBackupZeigen_Click(); });
 }
 
 void startRegistryEditor(FrmMain&) {
@@ -39,27 +39,27 @@ void quit(FrmMain& form) {
 }
 
 void openPrograms(FrmMain& form) {
-    attempt(kGoOn, [&] { form.mnuPopUpDeinstall_Click(); });
+    attempt(kGoOn, [&] { form.programs.mnuPopUpDeinstall_Click(); });
 }
 
 // Neither box is ever cleared here: they may be ahead of what is stored.
 void openCleanup(FrmMain& form) {
-    attempt(kGoOn, [&] { form.showPage(form.Frame7); });
+    attempt(kGoOn, [&] { form.cleanup.show(); });
     std::string startsAtLogon;
     attempt(kGoOn, [&] {
         startsAtLogon =
             FindValue(kHiveLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", AppTitle);
     });
-    if (!startsAtLogon.empty()) attempt(kGoOn, [&] { form.chbTempFilesDel.setValue(1); });
-    if (DelFilePermanent == 1) attempt(kGoOn, [&] { form.chbDelFilePermanent.setValue(1); });
+    if (!startsAtLogon.empty()) attempt(kGoOn, [&] { form.cleanup.chbTempFilesDel.setValue(1); });
+    if (DelFilePermanent == 1) attempt(kGoOn, [&] { form.cleanup.chbDelFilePermanent.setValue(1); });
     attempt(kGoOn, [&] { form.setMousePointer(MousePointer::Default); });
 }
 
 // Loading the page fires the handlers of its controls, each of which enables the button: nothing is changed
 // yet.
 void openOptions(FrmMain& form) {
-    attempt(kGoOn, [&] { form.mnuPopUpOptionen_Click(); });
-    attempt(kGoOn, [&] { form.cmdÜbernehmen.setEnabled(false); });
+    attempt(kGoOn, [&] { form.options.mnuPopUpOptionen_Click(); });
+    attempt(kGoOn, [&] { form.options.cmdÜbernehmen.setEnabled(false); });
 }
 
 void openBugReport(FrmMain& form) {
@@ -72,7 +72,7 @@ void openBugReport(FrmMain& form) {
         });
         return;
     }
-    attempt(kGoOn, [&] { form.mnuPopUpBugReport_Click(); });
+    attempt(kGoOn, [&] { form.bugReport.mnuPopUpBugReport_Click(); });
 }
 
 void checkForUpdate(FrmMain& form) {
@@ -107,10 +107,6 @@ std::span<const NavigationItem> navigationItems() {
     return kItems;
 }
 
-void FrmMain::showPage(const Frame& page) {
-    for (Frame* frame : pages(*this)) frame->setVisible(frame == &page);
-}
-
 void FrmMain::Menu_ItemClick(const ListBar::Item& item) {
     int number = 0;
     for (const NavigationItem& candidate : navigationItems()) {
@@ -121,11 +117,11 @@ void FrmMain::Menu_ItemClick(const ListBar::Item& item) {
     }
 }
 
-void FrmMain::mnuPopUpBugReport_Click() {
-    showPage(Frame3);
+void BugReportPage::mnuPopUpBugReport_Click() {
+    show();
     txtEMail.setText(EMail);
     txtErrNr.setFocus();
-    setMousePointer(MousePointer::Default);
+    window.setMousePointer(MousePointer::Default);
 }
 
 }  // namespace bromvale

@@ -1,9 +1,9 @@
 #pragma once
 #include <span>
 
-#include "ui/frm_main.h"
-
 namespace bromvale {
+
+class FrmMain;
 
 // One item of the navigation bar. Its caption is not here: item n shows the key of picture n of imgMenu1.
 struct NavigationItem {

@@ -8,7 +8,6 @@
 #include "core/log.h"
 #include "core/registry_layer.h"
 #include "core/settings.h"
-#include "ui/frm_main.h"
 
 namespace bromvale {
 namespace {
@@ -29,8 +28,8 @@ void storeOption(std::string_view setting, std::string_view text) {
 
 // Every assignment that changes a control runs its handler as a user's click would, so the order counts: a
 // switch that depends on another one is set before it and may be forced by it.
-void FrmMain::mnuPopUpOptionen_Click() {
-    showPage(Frame5);
+void OptionsPage::mnuPopUpOptionen_Click() {
+    show();
     check(chbScreenSave, ScreenSave);
     check(chbAutoClose, AutoClose);
     check(chbAutoEntfernen, AutoEntfernen);
@@ -44,26 +43,26 @@ void FrmMain::mnuPopUpOptionen_Click() {
     check(chbLoadAgent, AgentLoad);
     cboAutoRegFileDel.setText(std::to_string(DelAfterDays));
     loadProxyOptions(*this);
-    setMousePointer(MousePointer::Default);
+    window.setMousePointer(MousePointer::Default);
 }
 
-void FrmMain::chbScreenSave_Click() {
+void OptionsPage::chbScreenSave_Click() {
     store(chbScreenSave, "ScreenSave");
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::chbAutoScan_Click() {
+void OptionsPage::chbAutoScan_Click() {
     store(chbAutoScan, "AutoScan");
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::chbAutoEntfernen_Click() {
+void OptionsPage::chbAutoEntfernen_Click() {
     store(chbAutoEntfernen, "AutoEntfernen");
     cmdÜbernehmen.setEnabled(true);
 }
 
 // A program that closes after the scan has to remove what it found by itself.
-void FrmMain::chbAutoClose_Click() {
+void OptionsPage::chbAutoClose_Click() {
     store(chbAutoClose, "AutoClose");
     const bool on = chbAutoClose.value() == 1;
     if (on) {
@@ -75,7 +74,7 @@ void FrmMain::chbAutoClose_Click() {
 }
 
 // A restart after the removal closes the program, which takes the removal along.
-void FrmMain::chbRebootAfterDelete_Click() {
+void OptionsPage::chbRebootAfterDelete_Click() {
     store(chbRebootAfterDelete, "RebootAfterDelete");
     const bool on = chbRebootAfterDelete.value() == 1;
     if (on) {
@@ -86,18 +85,18 @@ void FrmMain::chbRebootAfterDelete_Click() {
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::chbRebootAfterEntry_Click() {
+void OptionsPage::chbRebootAfterEntry_Click() {
     store(chbRebootAfterEntry, "RebootAfterEntry");
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::chbAutoFileDelAfterReentry_Click() {
+void OptionsPage::chbAutoFileDelAfterReentry_Click() {
     store(chbAutoFileDelAfterReentry, "AutoFileDelAfterReentry");
     cmdÜbernehmen.setEnabled(true);
 }
 
 // The number of days keeps its text and stays in force while the box is off.
-void FrmMain::chbAutoRegFileDel_Click() {
+void OptionsPage::chbAutoRegFileDel_Click() {
     store(chbAutoRegFileDel, "AutoRegFileDel");
     const bool on = chbAutoRegFileDel.value() == 1;
     cboAutoRegFileDel.setEnabled(on);
@@ -107,17 +106,17 @@ void FrmMain::chbAutoRegFileDel_Click() {
 }
 
 // Any text, chosen or typed; the reading of the settings decides what it is worth.
-void FrmMain::cboAutoRegFileDel_Click() {
+void OptionsPage::cboAutoRegFileDel_Click() {
     storeOption("DelAfterDays", cboAutoRegFileDel.text());
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::chbProtokoll_Click() {
+void OptionsPage::chbProtokoll_Click() {
     store(chbProtokoll, "Protokoll");
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::cmdÜbernehmen_Click() {
+void OptionsPage::cmdÜbernehmen_Click() {
     const auto onFailure = [](const Failure& failure) {
         ErrHandle("frmMain", "cmdÜbernehmen_Click", "", failure.number, failure.description,
                   kStyleExclamation, kHide);

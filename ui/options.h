@@ -1,7 +1,7 @@
 #pragma once
 #include <string_view>
 
-#include "ui/frm_main.h"
+#include "ui/options_page.h"
 
 namespace bromvale {
 
@@ -9,6 +9,6 @@ namespace bromvale {
 void storeOption(std::string_view setting, std::string_view text);
 
 // The group "Internetverbindung", from the settings in memory.
-void loadProxyOptions(FrmMain& form);
+void loadProxyOptions(OptionsPage& page);
 
 }  // namespace bromvale

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* kUsualPort = "80";
 
-void enableProxyFields(FrmMain& form, bool on) {
+void enableProxyFields(OptionsPage& form, bool on) {
     form.txtProxyPort.setEnabled(on);
     form.lblProxyport.setEnabled(on);
     form.txtProxyAdresse.setEnabled(on);
@@ -21,7 +21,7 @@ void enableProxyFields(FrmMain& form, bool on) {
 }  // namespace
 
 // Another number than 0 and 1 leaves both buttons as they are.
-void loadProxyOptions(FrmMain& form) {
+void loadProxyOptions(OptionsPage& form) {
     if (Proxy == 0) {
         form.rdoINet1.setValue(true);
         form.rdoINet2.setValue(false);
@@ -34,26 +34,26 @@ void loadProxyOptions(FrmMain& form) {
 }
 
 // Address and port stay stored, only greyed.
-void FrmMain::rdoINet1_Click() {
+void OptionsPage::rdoINet1_Click() {
     storeOption("Proxy", "0");
     enableProxyFields(*this, false);
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::rdoINet2_Click() {
+void OptionsPage::rdoINet2_Click() {
     storeOption("Proxy", "1");
     enableProxyFields(*this, true);
     cmdÜbernehmen.setEnabled(true);
 }
 
-void FrmMain::txtProxyAdresse_Change() {
+void OptionsPage::txtProxyAdresse_Change() {
     storeOption("ProxyAdresse", txtProxyAdresse.text());
     cmdÜbernehmen.setEnabled(true);
 }
 
 // The box never stays empty: what is erased is "80" at once. That assignment runs this handler again, which
 // then stores it.
-void FrmMain::txtProxyPort_Change() {
+void OptionsPage::txtProxyPort_Change() {
     if (!txtProxyPort.text().empty() && !isNumeric(txtProxyPort.text())) {
         MsgBox("Der Proxyport besteht nur aus einer Zahl. z.B. 80", kStyleInformation);
         txtProxyPort.setText(kUsualPort);

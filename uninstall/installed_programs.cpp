@@ -12,9 +12,7 @@
 #include "scanner/scan_state.h"
 #include "scanner/search.h"
 #include "scanner/sort.h"
-#include "ui/frm_main.h"
-#include "ui/frm_popup.h"
-#include "ui/list_selection.h"
+#include "ui/programs_page.h"
 #include "uninstall/program_entry.h"
 
 namespace bromvale {
@@ -25,20 +23,7 @@ constexpr std::string_view kUninstallKey = "Software\\Microsoft\\Windows\\Curren
 constexpr std::array kRoots{kHiveCurrentUser, kHiveLocalMachine};
 constexpr int kStatusPanel = 1;
 constexpr int kDeinstallIcon = 5;
-constexpr int kRightButton = 2;
 constexpr int kInvalidCall = 5;
-
-struct KeyAction {
-    int keyCode;
-    void (*act)(FrmMain& form);
-};
-constexpr std::array<KeyAction, 5> kKeyActions{{
-    {115, [](FrmMain& form) { form.lvwDeinstall_ColumnClick(1); }},  // F4
-    {116, [](FrmMain& form) { form.ShowDeinstall(); }},              // F5
-    {12, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Clear
-    {46, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Delete
-    {13, [](FrmMain& form) { form.cmdDeinstall_Click(); }},          // Return
-}};
 
 // Turns the sorted entries into rows: a program per "DisplayName", its command from the "UninstallString" of
 // the same key, which sorts behind it. The name is there to be read; command and key are the true texts.
@@ -68,9 +53,9 @@ class ProgramRows {
 // One run. The steps return false once a failure has ended it early.
 class Listing {
   public:
-    explicit Listing(FrmMain& form) : form_(form) {}
+    explicit Listing(ProgramsPage& page) : page_(page) {}
     void run() {
-        static_cast<void>(step([&] { form_.lvwDeinstall.clear(); }) && collect(1) && collect(2) && sort() &&
+        static_cast<void>(step([&] { page_.lvwDeinstall.clear(); }) && collect(1) && collect(2) && sort() &&
                           fill());
     }
 
@@ -89,14 +74,14 @@ class Listing {
         return attempt([this](const Failure& failure) { return handle(failure); }, statement);
     }
     [[nodiscard]] bool showStatus(std::string_view text) {
-        return step([&] { form_.StatusBar_.setPanelText(kStatusPanel, text); }) && step(DoEvents);
+        return step([&] { page_.window.StatusBar_.setPanelText(kStatusPanel, text); }) && step(DoEvents);
     }
 
     [[nodiscard]] bool collect(int round) {
         SearchSpec spec;
         spec.SearchKey = kUninstallKey;
         spec.SearchHive = kRoots[static_cast<std::size_t>(round - 1)];
-        if (!step([&] { form_.setMousePointer(MousePointer::Hourglass); }) ||
+        if (!step([&] { page_.window.setMousePointer(MousePointer::Hourglass); }) ||
             !showStatus("Daten werden eingelesen..."))
             return false;
         kTags.trace([&] { return "Scanoptionen " + std::to_string(round) + " festgelegt"; });
@@ -108,7 +93,7 @@ class Listing {
 
     // By the whole text: HKEY_LOCAL_MACHINE, whose handle ends in 6, comes before HKEY_CURRENT_USER.
     [[nodiscard]] bool sort() {
-        if (!step([&] { form_.ProgressBar_.setValue(0); }) || !step(DoEvents)) return false;
+        if (!step([&] { page_.window.ProgressBar_.setValue(0); }) || !step(DoEvents)) return false;
         kTags.trace([&] {
             return std::to_string(entries_.size() - 1) + " Einträge zu installierten Programmen gefunden";
         });
@@ -119,62 +104,36 @@ class Listing {
 
     // Events were served meanwhile: should the user have asked for the list once more, it is filled already.
     [[nodiscard]] bool fill() {
-        if (!step([&] { form_.lvwDeinstall.clear(); })) return false;
-        ProgramRows rows(form_.lvwDeinstall);
+        if (!step([&] { page_.lvwDeinstall.clear(); })) return false;
+        ProgramRows rows(page_.lvwDeinstall);
         for (std::size_t i = 1; i < entries_.size(); ++i) {
             if (!step([&] { rows.take(entries_[i]); })) return false;
         }
         return true;
     }
 
-    FrmMain& form_;
+    ProgramsPage& page_;
     ScanLines entries_{std::string()};
 };
 
 }  // namespace
 
-void FrmMain::ShowDeinstall() {
+void ProgramsPage::ShowDeinstall() {
     kTags.trace("started");
     Listing(*this).run();
-    attempt(kGoOn, [&] { StatusBar_.setPanelText(kStatusPanel, "Status"); });
-    attempt(kGoOn, [&] { setMousePointer(MousePointer::Default); });
+    attempt(kGoOn, [&] { window.StatusBar_.setPanelText(kStatusPanel, "Status"); });
+    attempt(kGoOn, [&] { window.setMousePointer(MousePointer::Default); });
     kTags.trace("endet");
 }
 
-void FrmMain::mnuPopUpDeinstall_Click() {
-    showPage(Frame4);
+void ProgramsPage::mnuPopUpDeinstall_Click() {
+    show();
     ShowDeinstall();
-    setMousePointer(MousePointer::Default);
+    window.setMousePointer(MousePointer::Default);
 }
 
-void FrmMain::cmdDeinstallRefresh_Click() {
+void ProgramsPage::cmdDeinstallRefresh_Click() {
     ShowDeinstall();
-}
-
-// Each click turns the order round, one on another column too.
-void FrmMain::lvwDeinstall_ColumnClick(int column) {
-    lvwDeinstall.setSortKey(column - 1);
-    lvwDeinstall.setSortOrder(lvwDeinstall.sortOrder() == SortOrder::Ascending ? SortOrder::Descending
-                                                                               : SortOrder::Ascending);
-}
-
-void FrmMain::lvwDeinstall_KeyDown(int keyCode) {
-    for (const KeyAction& key : kKeyActions) {
-        if (key.keyCode == keyCode) key.act(*this);
-    }
-}
-
-void FrmMain::lvwDeinstall_MouseUp(int button) {
-    int selected = 0;
-    attempt(kGoOn, [&] { selected = selectedRows(lvwDeinstall); });
-    attempt(kGoOn, [&] {
-        mnuPopUpDeinstDeinstall.setCaption(selected > 1 ? "markierte Programme &deinstallieren"
-                                                        : "markiertes Programm &deinstallieren");
-    });
-    attempt(kGoOn, [&] { mnuPopUpDeinstRefresh.setCaption("&Ansicht aktualisieren"); });
-    attempt(kGoOn, [&] {
-        if (button == kRightButton) showPopupMenu(frmPopUp(), mnuPopUpDeinst, nullptr);
-    });
 }
 
 }  // namespace bromvale

@@ -12,7 +12,7 @@
 #include "platform/exact/text.h"
 #include "platform/shell.h"
 #include "repair/complete_copy.h"
-#include "ui/frm_main.h"
+#include "ui/programs_page.h"
 
 namespace bromvale {
 namespace {
@@ -38,12 +38,12 @@ struct Program {
 };
 
 // The whole key goes, with a complete copy and no undo file.
-void removeEntry(FrmMain& form, const Program& program) {
+void removeEntry(ProgramsPage& page, const Program& program) {
     const std::int32_t hive = toInt32(program.hive);
     const std::string key = Left(program.key, static_cast<std::int64_t>(program.key.size()) - 1);
     kTags.trace([&] { return "Das Programm " + program.name + " kann nicht deinstalliert werden."; });
     copyAndDelete(kTags, hive, key);
-    form.ShowDeinstall();
+    page.ShowDeinstall();
 }
 
 // What the ANSI functions would start or delete in place of a text with marks is something else, or nothing.
@@ -75,14 +75,14 @@ bool refusesRemoval(const Program& program) {
     return true;
 }
 
-Ending offerRemoval(FrmMain& form, const Program& program) {
+Ending offerRemoval(ProgramsPage& page, const Program& program) {
     if (refusesRemoval(program)) return Ending::Next;
     const int answer = MsgBox(
         "Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
         "Soll der Eintrag jetzt entfernt werden?",
         kYesNoQuestion);
     if (answer != kYes) return Ending::Next;
-    removeEntry(form, program);
+    removeEntry(page, program);
     return Ending::Leave;
 }
 
@@ -104,9 +104,9 @@ bool confirmed(const Program& program) {
 
 // False where the entry was removed since its uninstaller is missing: the list is another one then, and the
 // click ends.
-bool uninstall(FrmMain& form, const Program& program) {
+bool uninstall(ProgramsPage& page, const Program& program) {
     const auto onFailure = [&](const Failure& failure) {
-        return failure.number == kFileNotFound ? offerRemoval(form, program) : report(failure);
+        return failure.number == kFileNotFound ? offerRemoval(page, program) : report(failure);
     };
     if (!attempt(onFailure, [&] { startCommand(program.command, SW_SHOWNORMAL); })) return false;
     kTags.trace([&] { return program.name + " soll deinstalliert werden"; });
@@ -115,7 +115,7 @@ bool uninstall(FrmMain& form, const Program& program) {
 
 }  // namespace
 
-void FrmMain::cmdDeinstall_Click() {
+void ProgramsPage::cmdDeinstall_Click() {
     kTags.trace("started");
     const int rows = lvwDeinstall.count();
     for (int row = 1; row <= rows; ++row) {

@@ -63,12 +63,12 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
     DelFilePermanent = std::strstr(arguments, "permanent") != nullptr ? 1 : 0;
     std::FILE* out = std::fopen("pages_timed.txt", "w");
     if (out != nullptr) {
-        measure(out, "backup", [] { frmMain().mnuPopUpBackupZeigen_Click(); });
-        std::fprintf(out, "rows=%d\n", frmMain().lvwBackup.count());
-        measure(out, "programs", [] { frmMain().mnuPopUpDeinstall_Click(); });
-        std::fprintf(out, "rows=%d\n", frmMain().lvwDeinstall.count());
+        measure(out, "backup", [] { frmMain().backup.mnuPopUpBackupZeigen_Click(); });
+        std::fprintf(out, "rows=%d\n", frmMain().backup.lvwBackup.count());
+        measure(out, "programs", [] { frmMain().programs.mnuPopUpDeinstall_Click(); });
+        std::fprintf(out, "rows=%d\n", frmMain().programs.lvwDeinstall.count());
         measure(out, DelFilePermanent == 1 ? "emptying for good" : "emptying into the recycle bin",
-                [] { frmMain().cmdInhaltLöschen_Click(); });
+                [] { frmMain().cleanup.cmdInhaltLöschen_Click(); });
         std::fprintf(out, "\n");
         std::fclose(out);
     }

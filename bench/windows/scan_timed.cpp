@@ -22,7 +22,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     QueryPerformanceFrequency(&frequency);
     startRecording();
     QueryPerformanceCounter(&begin);
-    frmMain().cmdStart_Click();
+    frmMain().scan.cmdStart_Click();
     QueryPerformanceCounter(&end);
     stopRecording();
     std::FILE* out = std::fopen("scan_timed.txt", "w");
@@ -30,7 +30,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
         std::fprintf(out, "scan_timed ms=%.1f\nreport %s\n",
                      1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) /
                          static_cast<double>(frequency.QuadPart),
-                     frmMain().lblScanBericht.caption().c_str());
+                     frmMain().scan.lblScanBericht.caption().c_str());
         std::fclose(out);
     }
     TerminateProcess(GetCurrentProcess(), 0);

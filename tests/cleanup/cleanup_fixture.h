@@ -26,13 +26,13 @@ class CleanupTest : public TestMachine {
     }
 
     static FrmMain& form() { return frmMain(); }
-    static ListView& list() { return form().lvwOrdnerList; }
+    static ListView& list() { return form().cleanup.lvwOrdnerList; }
 
     // The page over this list, as the user sees it who opens it.
     void openPage(std::string_view listFile) {
         writeWholeFile(listPath(), listFile);
-        form().Ordnerliste_laden();
-        form().showPage(form().Frame7);
+        form().cleanup.Ordnerliste_laden();
+        form().showPage(form().cleanup);
     }
     std::string listPath() { return folder() + "liste.txt"; }
     std::string listFile() { return readWholeFile(listPath()); }

@@ -139,7 +139,7 @@ TEST_F(EmptyingOffline, AFolderThatCannotBeReadIsPassedOverAndTheNextOneEmptied)
     put("C:\\zwei\\b");
     openPage("C:\\eins\r\nC:\\zwei\r\n");
     machine().faults.fail("FindFirstFileA", 1, ERROR_ACCESS_DENIED);
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     EXPECT_TRUE(exists("C:\\eins\\a"));
     EXPECT_FALSE(exists("C:\\zwei\\b"));
     EXPECT_EQ(loadedForms().size(), 1u);
@@ -161,7 +161,7 @@ TEST_F(EmptyingOffline, AListThatCannotBeReadToItsEndIsReportedAndClosed) {
     for (const char* call : {"CreateFileA", "ReadFile"}) {
         machine().faults.clear();
         machine().faults.fail(call, 1, ERROR_ACCESS_DENIED);
-        form().cmdInhaltLöschen.userClick();
+        form().cleanup.cmdInhaltLöschen.userClick();
         EXPECT_TRUE(exists("C:\\eins\\a")) << call;
         EXPECT_EQ(loadedForms().size(), 1u) << call;
     }
@@ -172,7 +172,7 @@ TEST_F(EmptyingOffline, AListThatCannotBeReadToItsEndIsReportedAndClosed) {
 TEST_F(EmptyingOffline, TheWaitingWindowWaitsATenthOfASecond) {
     openPage("");
     const auto before = machine().clock.now();
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     EXPECT_EQ(machine().clock.now() - before, 100);
 }
 
@@ -204,15 +204,15 @@ TEST_F(EmptyingOffline, NoFailureShowsTheErrorDialog) {
     setErrorDialog([&](auto, auto, auto, auto, auto) { ++dialogs; });
     openPage("C:\\eins\r\n");
     const std::function<void()> clicks[] = {
-        [] { form().Ordnerliste_laden(); },
-        [] { form().cmdInhaltLöschen.userClick(); },
+        [] { form().cleanup.Ordnerliste_laden(); },
+        [] { form().cleanup.cmdInhaltLöschen.userClick(); },
         [] {
             machine().folders = {"C:\\temp"};
-            form().cmdOrdnerWählen.userClick();
+            form().cleanup.cmdOrdnerWählen.userClick();
         },
         [] {
             list().userSelect({1});
-            form().cmdOrdnerLöschen.userClick();
+            form().cleanup.cmdOrdnerLöschen.userClick();
         },
     };
     for (const auto& click : clicks) {
@@ -226,7 +226,7 @@ TEST_F(EmptyingOffline, NoFailureShowsTheErrorDialog) {
     };
     put("C:\\eins\\a");
     machine().faults.observe(raising);
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     machine().faults.clear();
     setErrorDialog(nullptr);
     EXPECT_EQ(dialogs, 0);

@@ -126,7 +126,7 @@ TEST_F(Emptying, TheButtonEmptiesAllFoldersOfTheFileWhateverTheListShows) {
     writeWholeFile(listPath(),
                    first.substr(0, first.size() - 1) + "\r\n\r\n" + folder() + "fehlt\r\n" + second);
     EXPECT_EQ(rows(), Texts{});
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     EXPECT_EQ(filesIn(first, "*"), Texts{"voll"});
     EXPECT_EQ(filesIn(second, "*"), Texts{"voll"});
     EXPECT_EQ(logLines(), Texts{});
@@ -139,7 +139,7 @@ TEST_F(Emptying, TheWaitingWindowStandsWhileTheWorkBeginsAndGoes) {
         EXPECT_TRUE(frmLogin().visible());
         shown = frmLogin().lblLogin.caption();
     });
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     EXPECT_EQ(shown, "Bromvale 1.0.0\r\nDie gewählten Ordner werden geleert. Bitte warten...");
     ASSERT_EQ(loadedForms().size(), 1u);
     EXPECT_EQ(loadedForms()[0]->name(), "frmMain");
@@ -149,7 +149,7 @@ TEST_F(Emptying, TheWaitingWindowStandsWhileTheWorkBeginsAndGoes) {
 TEST_F(Emptying, AMissingListIsReportedAndTheWaitingWindowGoes) {
     openPage("C:\\a\r\n");
     DeleteFileA(listPath().c_str());
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     EXPECT_EQ(logLines(), Texts{"frmMain; cmdInhaltLöschen_Click; ; 53; Datei nicht gefunden"});
     EXPECT_EQ(loadedForms().size(), 1u);
     EXPECT_FALSE(exists(listPath()));
@@ -171,7 +171,7 @@ TEST_F(Emptying, TheMenuEmptiesTheMarkedFoldersOnly) {
     DeleteFileA(listPath().c_str());
     std::string shown;
     atPump(1, [&] { shown = frmLogin().lblLogin.caption(); });
-    form().mnuPopUpOrdnerEinzeln.userChoose();
+    form().cleanup.mnuPopUpOrdnerEinzeln.userChoose();
     EXPECT_EQ(filesIn(first, "*"), (Texts{"eins.txt", "leer", "voll", "zwei"}));
     EXPECT_EQ(filesIn(second, "*"), Texts{});
     EXPECT_EQ(filesIn(third, "*"), Texts{});
@@ -185,7 +185,7 @@ TEST_F(Emptying, ARowThatGoesMeanwhileIsPassedOver) {
     openPage(first + "\r\nC:\\b\r\n");
     list().userSelect({1, 2});
     atPump(1, [&] { list().remove(2); });
-    form().mnuPopUpOrdnerEinzeln.userChoose();
+    form().cleanup.mnuPopUpOrdnerEinzeln.userChoose();
     EXPECT_EQ(filesIn(first, "*"), Texts{});
     EXPECT_EQ(logLines(), Texts{});
     EXPECT_EQ(loadedForms().size(), 1u);

@@ -13,7 +13,7 @@ class FolderChoosing : public CleanupTest {
     // The user clicks "Ordner wählen" and chooses this folder.
     void choose(const std::string& path) {
         machine().folders = {path};
-        form().cmdOrdnerWählen.userClick();
+        form().cleanup.cmdOrdnerWählen.userClick();
     }
     static Texts started() {
         Texts lines;
@@ -66,7 +66,7 @@ TEST_F(FolderChoosing, AFolderWhosePathLeadsElsewhereIsRefusedAndTheUserIsToldWh
         openPage("C:\\Temp\r\n");
         machine().events.clear();
         machine().folders = {row.path};
-        form().cmdOrdnerWählen.userClick();
+        form().cleanup.cmdOrdnerWählen.userClick();
         ASSERT_EQ(boxes().size(), 1u) << row.words;
         EXPECT_EQ(boxes()[0].text, std::string("Der Ordner ") + row.words + kInexact);
         EXPECT_EQ(boxes()[0].caption, "Bromvale");
@@ -105,7 +105,7 @@ TEST_F(FolderChoosing, AFolderThatIsNotForTemporaryFilesIsAskedFor) {
     EXPECT_EQ(boxes()[0].style, 36u);
     EXPECT_EQ(listFile(), "C:\\Temp\r\nD:\\Müll\r\n");
     EXPECT_EQ(rows(), (Texts{"C:\\Temp", "D:\\Müll"}));
-    EXPECT_TRUE(form().chbTempFilesDel.enabled());
+    EXPECT_TRUE(form().cleanup.chbTempFilesDel.enabled());
 }
 
 TEST_F(FolderChoosing, NoLeavesTheListAlone) {
@@ -198,7 +198,7 @@ TEST_F(FolderChoosing, AListThatCannotBeReadIsNotRewritten) {
         openPage("C:\\a\r\nC:\\b\r\n");
         list().userSelect({1});
         machine().faults.fail(call, 1, ERROR_ACCESS_DENIED);
-        form().cmdOrdnerLöschen.userClick();
+        form().cleanup.cmdOrdnerLöschen.userClick();
         machine().faults.clear();
         EXPECT_EQ(listFile(), "C:\\a\r\nC:\\b\r\n") << call;
         EXPECT_EQ(rows(), (Texts{"C:\\a", "C:\\b"})) << call;
@@ -208,7 +208,7 @@ TEST_F(FolderChoosing, AListThatCannotBeReadIsNotRewritten) {
 
 TEST_F(FolderChoosing, AListThatCannotBeMadeIsReported) {
     machine().faults.fail("CreateFileA", 2, ERROR_ACCESS_DENIED);
-    form().Ordnerliste_laden();
+    form().cleanup.Ordnerliste_laden();
     EXPECT_EQ(logLines(), Texts{"modFiles; Ordnerliste_laden; ; 53; Datei nicht gefunden"});
     EXPECT_TRUE(boxes().empty());
 }
@@ -293,7 +293,7 @@ TEST_P(Cleaner, IsStartedFromTheFolderWhereTheSystemKeepsIt) {
     machine().drives.writeFile("C:\\WINDOWS\\cleanmgr.exe", "MZ");
     machine().drives.writeFile("C:\\WINDOWS\\SYSTEM32\\cleanmgr.exe", "MZ");
     openPage("");
-    form().cmdHDDBereinigen.userClick();
+    form().cleanup.cmdHDDBereinigen.userClick();
     ASSERT_EQ(machine().events.count(EventKind::Run), 1u);
     EXPECT_EQ(machine().events.of(EventKind::Run)[0].text, GetParam().program);
     EXPECT_EQ(machine().lastRequests.startState, 1);
@@ -309,7 +309,7 @@ INSTANTIATE_TEST_SUITE_P(Systems, Cleaner,
 
 TEST_F(FolderChoosing, AMissingCleanerIsPassedOver) {
     openPage("");
-    form().cmdHDDBereinigen.userClick();
+    form().cleanup.cmdHDDBereinigen.userClick();
     EXPECT_EQ(machine().events.count(EventKind::Run), 0u);
     EXPECT_TRUE(boxes().empty());
     EXPECT_EQ(logLines(), Texts{});

@@ -148,7 +148,7 @@ TEST_F(RefusedLines, AreToldInOneBoxByTheButtonAndTheOthersAreEmptied) {
     for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
         fill();
         openPage(hostileList());
-        form().cmdInhaltLöschen.userClick();
+        form().cleanup.cmdInhaltLöschen.userClick();
         expectOnlyTheGoodOneEmptied();
         ASSERT_EQ(boxes().size(), DelFilePermanent + 1u);
         EXPECT_EQ(boxes().back().text, words());
@@ -160,7 +160,7 @@ TEST_F(RefusedLines, AreToldInOneBoxByTheButtonAndTheOthersAreEmptied) {
 TEST_F(RefusedLines, AreToldInOneBoxByTheMenuAndTheOthersAreEmptied) {
     openPage(hostileList());
     list().userSelect({1, 2, 3, 4});
-    form().mnuPopUpOrdnerEinzeln.userChoose();
+    form().cleanup.mnuPopUpOrdnerEinzeln.userChoose();
     expectOnlyTheGoodOneEmptied();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].text, words());
@@ -170,7 +170,7 @@ TEST_F(RefusedLines, AreToldUpToTen) {
     std::string lines;
     for (int i = 0; i < 12; ++i) lines += "a" + std::to_string(i) + "\r\n";
     openPage(lines);
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     ASSERT_EQ(boxes().size(), 1u);
     const std::string& text = boxes()[0].text;
     EXPECT_NE(text.find("\r\na9\r\n"), std::string::npos);
@@ -182,7 +182,7 @@ TEST_F(RefusedLines, AreToldUpToTen) {
 TEST_F(RefusedLines, OfFoldersByTheCurrentDirectoryLeaveThemAlone) {
     openPage("Daten\r\n.\r\nt\r\n" + good_);
     SetCurrentDirectoryA(above_.c_str());
-    form().cmdInhaltLöschen.userClick();
+    form().cleanup.cmdInhaltLöschen.userClick();
     SetCurrentDirectoryA(folder().c_str());
     expectOnlyTheGoodOneEmptied();
 }

@@ -14,8 +14,8 @@ class FolderList : public testing::TestMachine {
     FolderList() { fillState(); }
     static Lines rows() {
         Lines texts;
-        for (int row = 1; row <= frmMain().lvwOrdnerList.count(); ++row) {
-            texts.push_back(frmMain().lvwOrdnerList.item(row).text());
+        for (int row = 1; row <= frmMain().cleanup.lvwOrdnerList.count(); ++row) {
+            texts.push_back(frmMain().cleanup.lvwOrdnerList.item(row).text());
         }
         return texts;
     }
@@ -24,8 +24,8 @@ class FolderList : public testing::TestMachine {
 TEST_F(FolderList, AMissingListIsMadeAndShowsNoRow) {
     EXPECT_EQ(rows(), Lines{});
     EXPECT_EQ(readWholeFile(folder() + "liste.txt"), "");
-    EXPECT_EQ(frmMain().chbTempFilesDel.value(), 0);
-    EXPECT_FALSE(frmMain().chbTempFilesDel.enabled());
+    EXPECT_EQ(frmMain().cleanup.chbTempFilesDel.value(), 0);
+    EXPECT_FALSE(frmMain().cleanup.chbTempFilesDel.enabled());
     EXPECT_EQ(logLines(), Lines{});
     EXPECT_EQ(openFileCount(), 0);
 }
@@ -33,19 +33,19 @@ TEST_F(FolderList, AMissingListIsMadeAndShowsNoRow) {
 TEST_F(FolderList, EachLineButTheEmptyOnesIsARow) {
     writeWholeFile(folder() + "liste.txt", "C:\\Müll\r\n\r\nD:\\Rest\\\r\n");
     EXPECT_EQ(rows(), (Lines{"C:\\Müll", "D:\\Rest\\"}));
-    EXPECT_EQ(frmMain().lvwOrdnerList.item(1).smallIcon(), 6);
-    EXPECT_TRUE(frmMain().chbTempFilesDel.enabled());
+    EXPECT_EQ(frmMain().cleanup.lvwOrdnerList.item(1).smallIcon(), 6);
+    EXPECT_TRUE(frmMain().cleanup.chbTempFilesDel.enabled());
 }
 
 TEST_F(FolderList, ReadingAnewReplacesTheRowsAndSwitchesTheBoxOffWithTheLastOne) {
     writeWholeFile(folder() + "liste.txt", "C:\\Müll\r\n");
     EXPECT_EQ(rows(), Lines{"C:\\Müll"});
-    frmMain().chbTempFilesDel.setValue(1);
+    frmMain().cleanup.chbTempFilesDel.setValue(1);
     writeWholeFile(folder() + "liste.txt", "\r\n");
-    frmMain().Ordnerliste_laden();
+    frmMain().cleanup.Ordnerliste_laden();
     EXPECT_EQ(rows(), Lines{});
-    EXPECT_EQ(frmMain().chbTempFilesDel.value(), 0);
-    EXPECT_FALSE(frmMain().chbTempFilesDel.enabled());
+    EXPECT_EQ(frmMain().cleanup.chbTempFilesDel.value(), 0);
+    EXPECT_FALSE(frmMain().cleanup.chbTempFilesDel.enabled());
 }
 
 TEST_F(FolderList, TheListIsSoughtInTheCurrentDirectory) {

@@ -10,10 +10,10 @@ class BugReportPage : public InternetTest {
   protected:
     static FrmMain& filled() {
         FrmMain& form = frmMain();
-        form.txtErrNr.userText("13");
-        form.txtErrDesc.userText("Typen unverträglich");
-        form.txtErrtxt.userText("Beim Start");
-        form.txtEMail.userText("kunde@bromvale.example");
+        form.bugReport.txtErrNr.userText("13");
+        form.bugReport.txtErrDesc.userText("Typen unverträglich");
+        form.bugReport.txtErrtxt.userText("Beim Start");
+        form.bugReport.txtEMail.userText("kunde@bromvale.example");
         return form;
     }
     std::string storedEMail() { return stringValue(HKEY_CURRENT_USER, "Software\\Bromvale", "EMail"); }
@@ -23,16 +23,16 @@ TEST_F(BugReportPage, TheChecksComeInTheirOrderAndNothingIsSent) {
     const RecordingServer server("reply", "ok");
     WebHost = server.host();
     FrmMain& form = frmMain();
-    const auto send = [&form] { form.cmdBugReportSenden.userClick(); };
+    const auto send = [&form] { form.bugReport.cmdBugReportSenden.userClick(); };
     nav("Bug-Report");
     send();
-    form.txtErrNr.userText("13");
+    form.bugReport.txtErrNr.userText("13");
     send();
-    form.txtErrDesc.userText("Text");
+    form.bugReport.txtErrDesc.userText("Text");
     send();
-    form.txtErrtxt.userText("Beim Start");
+    form.bugReport.txtErrtxt.userText("Beim Start");
     send();
-    form.txtEMail.userText("a@b.de");
+    form.bugReport.txtEMail.userText("a@b.de");
     send();
     EXPECT_EQ(
         boxTexts(),
@@ -43,7 +43,7 @@ TEST_F(BugReportPage, TheChecksComeInTheirOrderAndNothingIsSent) {
     for (const ShownBox& box : boxes()) EXPECT_EQ(box.caption, "Bromvale");
     EXPECT_EQ(server.requests(), Texts{});
     EXPECT_EQ(storedEMail(), "<missing>");
-    EXPECT_EQ(form.txtErrNr.text(), "13");
+    EXPECT_EQ(form.bugReport.txtErrNr.text(), "13");
 }
 
 TEST_F(BugReportPage, AllEightFieldsAreSent) {
@@ -51,9 +51,9 @@ TEST_F(BugReportPage, AllEightFieldsAreSent) {
     WebHost = server.host();
     nav("Bug-Report");
     FrmMain& form = filled();
-    form.cboErrHow.userText("Registry-Scan");
-    form.cboServicePack.userText("SP 2");
-    form.cmdBugReportSenden.userClick();
+    form.bugReport.cboErrHow.userText("Registry-Scan");
+    form.bugReport.cboServicePack.userText("SP 2");
+    form.bugReport.cmdBugReportSenden.userClick();
     EXPECT_EQ(boxTexts(), Texts{kSent});
     ASSERT_EQ(server.requests().size(), 1u);
     EXPECT_EQ(addressIn(server.requests()[0]),
@@ -67,7 +67,7 @@ TEST_F(BugReportPage, TheFieldsHoldWhatTheStartPutIntoThem) {
     const RecordingServer server("reply", "ok");
     WebHost = server.host();
     nav("Bug-Report");
-    filled().cmdBugReportSenden.userClick();
+    filled().bugReport.cmdBugReportSenden.userClick();
     ASSERT_EQ(server.requests().size(), 1u);
     EXPECT_NE(server.requests()[0].find(
                   "&errbereich=Bromvale%20installieren&os=Windows%20XP&sp=Build%202600&errtxt="),
@@ -78,8 +78,8 @@ TEST_F(BugReportPage, SeveralLinesAreSentWithTheirLineBreaks) {
     const RecordingServer server("reply", "ok");
     WebHost = server.host();
     nav("Bug-Report");
-    filled().txtErrDesc.userText("Zeile 1\r\nZeile 2");
-    frmMain().cmdBugReportSenden.userClick();
+    filled().bugReport.txtErrDesc.userText("Zeile 1\r\nZeile 2");
+    frmMain().bugReport.cmdBugReportSenden.userClick();
     ASSERT_EQ(server.requests().size(), 1u);
     EXPECT_NE(server.requests()[0].find("&errdesc=Zeile%201\r\nZeile%202&errbereich="), std::string::npos);
 }
@@ -87,31 +87,31 @@ TEST_F(BugReportPage, SeveralLinesAreSentWithTheirLineBreaks) {
 TEST_F(BugReportPage, TheAddressIsKeptEvenWhenTheReportFailsAndThePageStaysFilled) {
     nav("Bug-Report");
     FrmMain& form = filled();
-    form.cmdBugReportSenden.userClick();
+    form.bugReport.cmdBugReportSenden.userClick();
     EXPECT_EQ(boxTexts(), Texts{kNotSent});
     EXPECT_EQ(storedEMail(), "kunde@bromvale.example");
     EXPECT_EQ(EMail, "") << "the variable follows at the next reading";
-    EXPECT_EQ(form.txtErrNr.text(), "13");
-    EXPECT_EQ(form.txtErrDesc.text(), "Typen unverträglich");
-    EXPECT_EQ(form.txtErrtxt.text(), "Beim Start");
-    EXPECT_EQ(form.txtEMail.text(), "kunde@bromvale.example");
+    EXPECT_EQ(form.bugReport.txtErrNr.text(), "13");
+    EXPECT_EQ(form.bugReport.txtErrDesc.text(), "Typen unverträglich");
+    EXPECT_EQ(form.bugReport.txtErrtxt.text(), "Beim Start");
+    EXPECT_EQ(form.bugReport.txtEMail.text(), "kunde@bromvale.example");
 }
 
 TEST_F(BugReportPage, ClearingPutsThePageBack) {
     EMail = "alt@bromvale.example";
     nav("Bug-Report");
     FrmMain& form = filled();
-    form.cboErrHow.userText("Optionen");
-    form.cboServicePack.userText("SP 6");
-    form.cmdBugReportLöschen.userClick();
-    EXPECT_EQ(form.txtErrNr.text(), "");
-    EXPECT_EQ(form.txtErrDesc.text(), "");
-    EXPECT_EQ(form.txtErrtxt.text(), "");
-    EXPECT_EQ(form.cboErrHow.text(), "Bromvale installieren");
-    EXPECT_EQ(form.cboOS.text(), "Windows XP");
-    EXPECT_EQ(form.cboServicePack.text(), "Build 2600");
-    EXPECT_EQ(form.txtEMail.text(), "alt@bromvale.example");
-    EXPECT_EQ(form.txtAppVer.text(), "1.0.0");
+    form.bugReport.cboErrHow.userText("Optionen");
+    form.bugReport.cboServicePack.userText("SP 6");
+    form.bugReport.cmdBugReportLöschen.userClick();
+    EXPECT_EQ(form.bugReport.txtErrNr.text(), "");
+    EXPECT_EQ(form.bugReport.txtErrDesc.text(), "");
+    EXPECT_EQ(form.bugReport.txtErrtxt.text(), "");
+    EXPECT_EQ(form.bugReport.cboErrHow.text(), "Bromvale installieren");
+    EXPECT_EQ(form.bugReport.cboOS.text(), "Windows XP");
+    EXPECT_EQ(form.bugReport.cboServicePack.text(), "Build 2600");
+    EXPECT_EQ(form.bugReport.txtEMail.text(), "alt@bromvale.example");
+    EXPECT_EQ(form.bugReport.txtAppVer.text(), "1.0.0");
 }
 
 TEST_F(BugReportPage, AProxyIsGreetedFirstAndTheReportGoesOutDirectly) {
@@ -120,7 +120,7 @@ TEST_F(BugReportPage, AProxyIsGreetedFirstAndTheReportGoesOutDirectly) {
     WebHost = server.host();
     useProxy("127.0.0.1", proxy.port());
     nav("Bug-Report");
-    filled().cmdBugReportSenden.userClick();
+    filled().bugReport.cmdBugReportSenden.userClick();
     EXPECT_EQ(boxTexts(), Texts{kSent});
     ASSERT_EQ(proxy.requests().size(), 1u);
     EXPECT_EQ(proxy.requests()[0].substr(0, 11), "GET http://");
@@ -132,7 +132,7 @@ TEST_F(BugReportPage, ADeadProxyEndsTheSendingSilently) {
     WebHost = server.host();
     useProxy("127.0.0.1", kDeadPort);
     nav("Bug-Report");
-    filled().cmdBugReportSenden.userClick();
+    filled().bugReport.cmdBugReportSenden.userClick();
     EXPECT_EQ(boxTexts(), Texts{});
     EXPECT_EQ(server.requests(), Texts{});
     EXPECT_EQ(logLines(), Texts{});

@@ -80,12 +80,12 @@ TEST_F(Services, AFailureOfThePageIsReportedAndEndsTheSending) {
     useProxy("127.0.0.1", proxy.port());
     nav("Bug-Report");
     FrmMain& form = frmMain();
-    form.txtErrNr.userText("13");
-    form.txtErrDesc.userText("Text");
-    form.txtErrtxt.userText("Beim Start");
-    form.txtEMail.userText("a@bc.de");
+    form.bugReport.txtErrNr.userText("13");
+    form.bugReport.txtErrDesc.userText("Text");
+    form.bugReport.txtErrtxt.userText("Beim Start");
+    form.bugReport.txtEMail.userText("a@bc.de");
     machine().faults.fail("send", 1, 1);
-    form.cmdBugReportSenden.userClick();
+    form.bugReport.cmdBugReportSenden.userClick();
     EXPECT_EQ(boxTexts(), Texts{});
     EXPECT_EQ(logLines(),
               Texts{"frmMain; cmdBugReportSenden_Click; ; 40006; Die Verbindung ist nicht in dem Zustand, "

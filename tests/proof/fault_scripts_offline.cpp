@@ -31,8 +31,8 @@ bool wasShown(std::string_view text) {
 }
 
 void scanNow() {
-    form().cmdAbbrechen.userClick();
-    form().cmdStart.userClick();
+    form().scan.cmdAbbrechen.userClick();
+    form().scan.cmdStart.userClick();
 }
 
 bool onlyTheKeyWithALostNameIsLeft() {
@@ -50,14 +50,14 @@ constexpr int kRowsOfALaterScan = 8;
 Script scan() {
     return {.name = "Scan",
             .prepare = [] {},
-            .act = [] { form().cmdStart.userClick(); },
+            .act = [] { form().scan.cmdStart.userClick(); },
             .again =
                 [] {
                     scanNow();
-                    form().cmdAbbrechen.userClick();
+                    form().scan.cmdAbbrechen.userClick();
                 },
-            .isDone = [] { return form().lvwRegKeys.count() == kRowsOfTheMachine; },
-            .isDoneAgain = [] { return form().lvwRegKeys.count() == kRowsOfALaterScan; }};
+            .isDone = [] { return form().scan.lvwRegKeys.count() == kRowsOfTheMachine; },
+            .isDoneAgain = [] { return form().scan.lvwRegKeys.count() == kRowsOfALaterScan; }};
 }
 
 Script removal() {
@@ -65,20 +65,23 @@ Script removal() {
             .prepare = [] { scanNow(); },
             .act =
                 [] {
-                    if (form().cmdStart.caption() == "&Entfernen") form().cmdStart.userClick();
+                    if (form().scan.cmdStart.caption() == "&Entfernen") form().scan.cmdStart.userClick();
                 },
             .again = [] { scanNow(); },
             .isDone = [] { return onlyTheKeyWithALostNameIsLeft(); },
             .isDoneAgain =
-                [] { return form().lvwRegKeys.count() == 0 && form().cmdStart.caption() != "&Entfernen"; },
+                [] {
+                    return form().scan.lvwRegKeys.count() == 0 &&
+                           form().scan.cmdStart.caption() != "&Entfernen";
+                },
             .removesKeys = true,
             .writes = kBackup};
 }
 
 void openBackupPage() {
-    form().mnuPopUpBackupZeigen_Click();
-    for (int row = 1; row <= form().lvwBackup.count(); ++row) {
-        if (form().lvwBackup.item(row).text() == kUndo) form().lvwBackup.userSelect({row});
+    form().backup.mnuPopUpBackupZeigen_Click();
+    for (int row = 1; row <= form().backup.lvwBackup.count(); ++row) {
+        if (form().backup.lvwBackup.item(row).text() == kUndo) form().backup.lvwBackup.userSelect({row});
     }
     machine().answers.assign({IDYES});
 }
@@ -92,7 +95,7 @@ Script puttingBack() {
                     machine().drives.writeFile(std::string(kBackup) + "anders.reg", "REGEDIT4\r\n");
                     openBackupPage();
                 },
-            .act = [] { form().cmdEintragen.userClick(); },
+            .act = [] { form().backup.cmdEintragen.userClick(); },
             .again =
                 [] {
                     machine().events.clear();
@@ -115,10 +118,10 @@ Script emptying() {
                 [] {
                     machine().drives.writeFile("C:\\Programme\\Bromvale\\liste.txt",
                                                "C:\\Leeren\r\nC:\\Leeren\\Daten.\r\n");
-                    form().showPage(form().Frame7);
-                    form().Ordnerliste_laden();
+                    form().showPage(form().cleanup);
+                    form().cleanup.Ordnerliste_laden();
                 },
-            .act = [] { form().cmdInhaltLöschen.userClick(); },
+            .act = [] { form().cleanup.cmdInhaltLöschen.userClick(); },
             .again = [] {},
             .isDone =
                 [] {
@@ -143,8 +146,9 @@ Script emptyingForGood() {
 }
 
 void selectProgram(const char* name) {
-    for (int row = 1; row <= form().lvwDeinstall.count(); ++row) {
-        if (form().lvwDeinstall.item(row).text() == name) form().lvwDeinstall.userSelect({row});
+    for (int row = 1; row <= form().programs.lvwDeinstall.count(); ++row) {
+        if (form().programs.lvwDeinstall.item(row).text() == name)
+            form().programs.lvwDeinstall.userSelect({row});
     }
     machine().answers.assign({IDYES, IDYES});
 }
@@ -153,13 +157,13 @@ Script uninstalling() {
     return {.name = "Uninstalling",
             .prepare =
                 [] {
-                    form().mnuPopUpDeinstall_Click();
+                    form().programs.mnuPopUpDeinstall_Click();
                     selectProgram("Da");
                 },
-            .act = [] { form().cmdDeinstall.userClick(); },
+            .act = [] { form().programs.cmdDeinstall.userClick(); },
             .again =
                 [] {
-                    form().mnuPopUpDeinstall_Click();
+                    form().programs.mnuPopUpDeinstall_Click();
                     selectProgram("Da");
                 },
             .isDone = [] { return eventCount(offline::EventKind::Run) > 0; },
@@ -170,7 +174,7 @@ Script removingAnEntry() {
     Script script = uninstalling();
     script.name = "RemovingAnEntry";
     script.prepare = script.again = [] {
-        form().mnuPopUpDeinstall_Click();
+        form().programs.mnuPopUpDeinstall_Click();
         selectProgram("Fort");
     };
     script.isDone = [] {
@@ -185,16 +189,16 @@ Script removingAnEntry() {
 
 Script savingOptions() {
     return {.name = "SavingOptions",
-            .prepare = [] { form().mnuPopUpOptionen_Click(); },
+            .prepare = [] { form().options.mnuPopUpOptionen_Click(); },
             .act =
                 [] {
-                    form().chbScreenSave.userClick();
-                    form().chbAutoRegFileDel.userClick();
-                    form().cmdÜbernehmen.userClick();
+                    form().options.chbScreenSave.userClick();
+                    form().options.chbAutoRegFileDel.userClick();
+                    form().options.cmdÜbernehmen.userClick();
                 },
             .again =
                 [] {
-                    for (CheckBox* box : {&form().chbScreenSave, &form().chbAutoRegFileDel}) {
+                    for (CheckBox* box : {&form().options.chbScreenSave, &form().options.chbAutoRegFileDel}) {
                         if (box->value() == 1) box->userClick();
                     }
                 },
@@ -206,13 +210,13 @@ Script bugReport() {
     return {.name = "BugReport",
             .prepare =
                 [] {
-                    form().mnuPopUpBugReport_Click();
-                    form().txtErrtxt.setText("Es geht nicht");
-                    form().txtErrNr.setText("5");
-                    form().txtErrDesc.setText("Fehler");
-                    form().txtEMail.setText("jemand@beispiel.de");
+                    form().bugReport.mnuPopUpBugReport_Click();
+                    form().bugReport.txtErrtxt.setText("Es geht nicht");
+                    form().bugReport.txtErrNr.setText("5");
+                    form().bugReport.txtErrDesc.setText("Fehler");
+                    form().bugReport.txtEMail.setText("jemand@beispiel.de");
                 },
-            .act = [] { form().cmdBugReportSenden.userClick(); },
+            .act = [] { form().bugReport.cmdBugReportSenden.userClick(); },
             .again = [] { machine().events.clear(); },
             .isDone = [] { return wasShown("erfolgreich versendet"); },
             .writesKey = "HKEY_CURRENT_USER\\Software\\Bromvale"};

@@ -97,8 +97,8 @@ class Sample : public testing::TestMachine, public ::testing::WithParamInterface
 
 std::vector<Row> foundRows() {
     std::vector<Row> rows;
-    for (int number = 1; number <= frmMain().lvwRegKeys.count(); ++number) {
-        const ListItem& item = frmMain().lvwRegKeys.item(number);
+    for (int number = 1; number <= frmMain().scan.lvwRegKeys.count(); ++number) {
+        const ListItem& item = frmMain().scan.lvwRegKeys.item(number);
         rows.push_back({item.column(kKeyLine), item.column(kValueName), item.column(kValueData),
                         item.column(kHiveHandle)});
     }
@@ -116,7 +116,7 @@ std::string told(const std::vector<Row>& rows) {
 TEST_P(Sample, AScanFindsWhatTheOracleFinds) {
     Oracle oracle;
     const Findings expected = oracle.scan(model_);
-    frmMain().cmdStart.userClick();
+    frmMain().scan.cmdStart.userClick();
     const std::vector<Row> rows = foundRows();
     EXPECT_TRUE(rows == expected.rows) << "expected" << told(expected.rows) << "\nfound" << told(rows) << "\n"
                                        << describe(model_);
@@ -133,7 +133,7 @@ TEST_P(Sample, EmptyingStaysInItsFolder) {
     }
     writeWholeFile(folder() + "liste.txt", list);
     DelFilePermanent = 1;
-    frmMain().cmdInhaltLöschen_Click();
+    frmMain().cleanup.cmdInhaltLöschen_Click();
     std::string host;
     for (const Text& name : split(place() + u"\\Platte")) host += "/" + utf8(name);
     lookAtFiles(*model_.drive.find(place() + u"\\Platte"), wideFolder() + u"Platte", host,

@@ -35,11 +35,11 @@ void Trial::useBackupPage() {
         if (model_.system.family != Family::Nine || isExactOn(model_.system.codePage, name))
             std::ofstream(stage_.hostDrive() + kFolder + utf8(name)) << "REGEDIT4\r\n";
     }
-    frmMain().mnuPopUpBackupZeigen_Click();
+    frmMain().backup.mnuPopUpBackupZeigen_Click();
     const DriveSnapshot before = readDrive(stage_.hostDrive());
-    const int rows = frmMain().lvwBackup.count();
-    for (int tries = 0; tries < rows && frmMain().lvwBackup.count() > 0; ++tries)
-        backupRow(tries % frmMain().lvwBackup.count() + 1);
+    const int rows = frmMain().backup.lvwBackup.count();
+    for (int tries = 0; tries < rows && frmMain().backup.lvwBackup.count() > 0; ++tries)
+        backupRow(tries % frmMain().backup.lvwBackup.count() + 1);
     const DriveSnapshot after = readDrive(stage_.hostDrive());
     for (const auto& [path, content] : before) {
         if (!after.contains(path) && !path.starts_with(kFolder))
@@ -48,21 +48,21 @@ void Trial::useBackupPage() {
 }
 
 void Trial::backupRow(int number) {
-    const std::string name = frmMain().lvwBackup.item(number).text();
+    const std::string name = frmMain().backup.lvwBackup.item(number).text();
     if (!name.ends_with(".reg")) problem("listed as a backup: " + readable(name));
     const DriveSnapshot before = readDrive(stage_.hostDrive() + "/Programme");
     machine().events.clear();
-    frmMain().lvwBackup.userSelect({number});
+    frmMain().backup.lvwBackup.userSelect({number});
     machine().answers.assign({IDYES, IDYES});
-    frmMain().cmdEintragen.userClick();
+    frmMain().backup.cmdEintragen.userClick();
     for (const offline::Event& event : machine().events.of(EventKind::ShellExecute)) {
         const bool there = event.text.starts_with("C:\\Programme\\Bromvale\\Backup\\");
         if (!there || ansi(model_.system, trueName(event.text)) != name)
             problem("put back for " + readable(name) + ": " + readable(event.text));
     }
     machine().answers.assign({IDYES, IDYES});
-    frmMain().lvwBackup.userSelect({number});
-    frmMain().cmdLöschen.userClick();
+    frmMain().backup.lvwBackup.userSelect({number});
+    frmMain().backup.cmdLöschen.userClick();
     machine().answers.clear();
     const DriveSnapshot after = readDrive(stage_.hostDrive() + "/Programme");
     for (const auto& [path, content] : before) {

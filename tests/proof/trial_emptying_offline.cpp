@@ -33,7 +33,7 @@ void Trial::chooseFolders() {
         const std::string before = stage_.fileOnHost("Programme/Bromvale/liste.txt");
         machine().folders.emplace_back(path);
         machine().answers.assign(8, IDYES);
-        frmMain().cmdOrdnerWählen.userClick();
+        frmMain().cleanup.cmdOrdnerWählen.userClick();
         machine().answers.clear();
         const std::string after = stage_.fileOnHost("Programme/Bromvale/liste.txt");
         if (before == after) continue;
@@ -46,17 +46,17 @@ void Trial::chooseFolders() {
 }
 
 void Trial::emptyFolders() {
-    frmMain().showPage(frmMain().Frame7);
+    frmMain().showPage(frmMain().cleanup);
     {
         std::ofstream list(stage_.hostDrive() + kList, std::ios::binary);
         for (const Text& line : model_.plan.list) list << ansi(model_.system, line) << "\r\n";
     }
-    frmMain().Ordnerliste_laden();
+    frmMain().cleanup.Ordnerliste_laden();
     chooseFolders();
     DelFilePermanent = model_.plan.permanent ? 1 : 0;
     const DriveSnapshot before = readDrive(stage_.hostDrive());
     const RegistrySnapshot registry = readRegistry();
-    frmMain().cmdInhaltLöschen.userClick();
+    frmMain().cleanup.cmdInhaltLöschen.userClick();
     checkDrive(before, readDrive(stage_.hostDrive()));
     same("emptying changed the registry", registry, readRegistry());
 }

@@ -9,7 +9,7 @@ namespace bromvale::proof {
 namespace {
 
 Row rowAt(int number) {
-    const ListItem& item = frmMain().lvwRegKeys.item(number);
+    const ListItem& item = frmMain().scan.lvwRegKeys.item(number);
     return {item.column(kKeyLine), item.column(kValueName), item.column(kValueData),
             item.column(kHiveHandle)};
 }
@@ -37,7 +37,7 @@ void Trial::run() {
     remove();
     putBack();
     scan();
-    frmMain().cmdAbbrechen.userClick();
+    frmMain().scan.cmdAbbrechen.userClick();
     uninstall();
     useBackupPage();
     emptyFolders();
@@ -49,12 +49,13 @@ void Trial::same(const std::string& what, const RegistrySnapshot& before, const 
 
 void Trial::scan() {
     const Findings expected = expected_ = oracle_.scan(model_);
-    frmMain().cmdStart.setCaption("&Start");
-    frmMain().cmdStart.userClick();
+    frmMain().scan.cmdStart.setCaption("&Start");
+    frmMain().scan.cmdStart.userClick();
     compareRows(expected.rows);
     const std::string total = " von " + std::to_string(expected.entries) + " Eintr\xE4gen = ";
-    if (frmMain().lblScanBericht.caption().find(total) == std::string::npos && expected.entries > 0)
-        problem("the report is " + readable(frmMain().lblScanBericht.caption()) + ", not" + readable(total));
+    if (frmMain().scan.lblScanBericht.caption().find(total) == std::string::npos && expected.entries > 0)
+        problem("the report is " + readable(frmMain().scan.lblScanBericht.caption()) + ", not" +
+                readable(total));
     same("the scan changed the registry", atStart_, readRegistry());
     counts_.entries += expected.entries;
     counts_.rows += static_cast<int>(expected.rows.size());
@@ -62,10 +63,10 @@ void Trial::scan() {
 
 void Trial::compareRows(const std::vector<Row>& expectedRows) {
     std::vector<Row> got;
-    for (int number = 1; number <= frmMain().lvwRegKeys.count(); ++number) got.push_back(rowAt(number));
+    for (int number = 1; number <= frmMain().scan.lvwRegKeys.count(); ++number) got.push_back(rowAt(number));
     std::vector<Row> expected = expectedRows;
     // A removal switches the list's sorting on.
-    if (frmMain().lvwRegKeys.sorted()) {
+    if (frmMain().scan.lvwRegKeys.sorted()) {
         std::sort(got.begin(), got.end());
         std::sort(expected.begin(), expected.end());
     }

@@ -94,15 +94,15 @@ bool isSurelyMissing(const Model& model, const Text& command) {
 }  // namespace
 
 void Trial::uninstall() {
-    frmMain().mnuPopUpDeinstall_Click();
-    for (int number = 1; number <= frmMain().lvwDeinstall.count() && problems_.empty(); ++number)
+    frmMain().programs.mnuPopUpDeinstall_Click();
+    for (int number = 1; number <= frmMain().programs.lvwDeinstall.count() && problems_.empty(); ++number)
         uninstallRow(number);
     same("the programs page changed", atStart_, readRegistry());
 }
 
 // The rows' texts are plain, so several keys may look like the one of a row.
 void Trial::uninstallRow(int number) {
-    const ListItem& item = frmMain().lvwDeinstall.item(number);
+    const ListItem& item = frmMain().programs.lvwDeinstall.item(number);
     const std::string name = item.text();
     const std::string keyOfRow = item.column(kProgramKey);
     const std::int32_t hive = std::stoi(item.column(kProgramHive));
@@ -116,8 +116,8 @@ void Trial::uninstallRow(int number) {
     });
     machine().events.clear();
     machine().answers.assign({IDYES, IDYES});
-    frmMain().lvwDeinstall.userSelect({number});
-    frmMain().cmdDeinstall.userClick();
+    frmMain().programs.lvwDeinstall.userSelect({number});
+    frmMain().programs.cmdDeinstall.userClick();
     machine().answers.clear();
     std::vector<Text> commands;
     for (const Program& program : programs) commands.push_back(trimmed(*program.command));

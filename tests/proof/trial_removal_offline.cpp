@@ -48,11 +48,11 @@ std::vector<std::size_t> Trial::startRemoval() {
     }
     FrmMain& form = frmMain();
     if (model_.plan.markedOnly) {
-        form.chbRegKeysShow.userClick();
-        form.chbMarkierteKeysEntfernen.userClick();
-        form.lvwRegKeys.userSelect(marked);
+        form.scan.chbRegKeysShow.userClick();
+        form.scan.chbMarkierteKeysEntfernen.userClick();
+        form.scan.lvwRegKeys.userSelect(marked);
     }
-    form.cmdStart.userClick();
+    form.scan.cmdStart.userClick();
     return rows;
 }
 

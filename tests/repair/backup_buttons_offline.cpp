@@ -48,10 +48,10 @@ class BackupButtonsTest : public BackupTest {
 TEST_F(BackupButtonsTest, EditorsOpenNormally) {
     openPage({"a.reg"});
     list().userSelect({1});
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     list().userSelect({1});
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     const auto calls = offline::machine().events.of(EventKind::ShellExecute);
     ASSERT_EQ(calls.size(), 2u);
     for (const offline::Event& call : calls) EXPECT_EQ(call.number, 1u) << call.caption;
@@ -63,7 +63,7 @@ TEST_F(BackupButtonsTest, EditorsOpenNormally) {
 TEST_F(BackupButtonsTest, EditingOpensAllSelectedFilesAndLeavesNoneSelected) {
     openPage({"a.reg", "b.reg", "c.reg"});
     list().userSelect({1, 3});
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     EXPECT_EQ(handed(), (Texts{"Edit " + path("a.reg"), "Edit " + path("c.reg")}));
     EXPECT_EQ(selected(), Texts{});
     EXPECT_EQ(asked(), Texts{});
@@ -73,7 +73,7 @@ TEST_F(BackupButtonsTest, EditingIsTraced) {
     openPage({"a.reg"});
     list().userSelect({1});
     switchTracingOn();
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     EXPECT_EQ(logOf("cmdBearbeiten_Click"),
               (Texts{"started; 0; ", "a.reg zum bearbeiten geöffnet; 0; ", "endet; 0; "}));
 }
@@ -95,7 +95,7 @@ TEST_F(BackupButtonsTest, ReenteringAsksAndOpensTheFileOnYes) {
     openPage({"a.reg"});
     list().userSelect({1});
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(
         boxes()[0].text,
@@ -115,7 +115,7 @@ TEST_F(BackupButtonsTest, ReenteringOpensNothingOnNo) {
     openPage({"a.reg"});
     list().userSelect({1});
     answer(IDNO);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(handed(), Texts{});
     EXPECT_EQ(filesLeft(), Texts{"a.reg"});
 }
@@ -137,7 +137,7 @@ TEST_F(BackupButtonsTest, ReenteringIsTracedAsASuccessWhateverTheEditorDid) {
     offline::machine().faults.fail("ShellExecuteA", 1, SE_ERR_NOASSOC);
     switchTracingOn();
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(
         logOf("cmdEintragen_Click"),
         (Texts{"started; 0; ", "Die Sicherungdatei a.reg wurde erfolgreich in die Registry eingetragen.; 0; ",
@@ -150,7 +150,7 @@ TEST_F(BackupButtonsTest, TheFileGoesToTheBinSevenSecondsAfterItsReentry) {
     list().userSelect({1});
     answer(IDYES);
     const auto before = offline::machine().clock.elapsed();
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ((offline::machine().clock.elapsed() - before) / 1000, 7);
     EXPECT_EQ(recycled(), Texts{path("a.reg")});
     EXPECT_EQ(names(), Texts{});
@@ -162,7 +162,7 @@ TEST_F(BackupButtonsTest, TheFirstMergeRefillsTheListAndLeavesTheOtherFilesAlone
     list().userSelect({1, 2, 3});
     LogAlways = true;
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(boxes().size(), 1u);
     EXPECT_EQ(handed(), Texts{"Open " + path("a.reg")});
     EXPECT_EQ(recycled(), Texts{path("a.reg")});
@@ -179,7 +179,7 @@ TEST_F(BackupButtonsTest, AutoFileDelAfterReentryIsAskedAfterNoToo) {
     list().userSelect({1});
     switchTracingOn();
     answer(IDNO);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(handed(), Texts{});
     EXPECT_EQ(recycled(), Texts{path("a.reg")});
     EXPECT_EQ(logOf("cmdEintragen_Click"),
@@ -191,8 +191,8 @@ TEST_F(BackupButtonsTest, TheFileThatWasAskedForIsDeletedThoughTheListWasSortedM
     openPage({"a.reg", "b.reg", "c.reg"});
     list().userSelect({1});
     answer(IDYES);
-    atPump(1, [&] { form().lvwBackup_ColumnClick(1); });
-    form().cmdEintragen.userClick();
+    atPump(1, [&] { form().backup.sortBy(1); });
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(recycled(), Texts{path("a.reg")});
     EXPECT_EQ(filesLeft(), (Texts{"b.reg", "c.reg"}));
 }
@@ -204,7 +204,7 @@ TEST_F(BackupButtonsTest, WindowsRestartsSevenSecondsAfterNoToo) {
     switchTracingOn();
     answer(IDNO);
     const auto before = offline::machine().clock.elapsed();
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ((offline::machine().clock.elapsed() - before) / 1000, 7);
     ASSERT_EQ(restarts(), 1u);
     EXPECT_EQ(offline::machine().events.of(EventKind::Restart)[0].number, 6u);
@@ -218,14 +218,14 @@ TEST_F(BackupButtonsTest, WindowsRestartsOnceHoweverManyFilesWereEntered) {
     list().userSelect({1, 2});
     answer(IDYES);
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(restarts(), 1u);
 }
 
 TEST_F(BackupButtonsTest, WindowsRestartsThoughNothingIsSelected) {
     RebootAfterEntry = 1;
     openPage({"a.reg"});
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(restarts(), 1u);
 }
 
@@ -235,7 +235,7 @@ TEST_F(BackupButtonsTest, DeletingAsksAndMovesTheFileToTheBin) {
     openPage({"a.reg", "b.reg"});
     list().userSelect({1});
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].text, "Wollen Sie wirklich die Datei a.reg löschen?");
     EXPECT_EQ(boxes()[0].caption, "Bromvale");
@@ -250,7 +250,7 @@ TEST_F(BackupButtonsTest, DeletingGoesToTheBinThoughFilesAreToBeDeletedForGood) 
     openPage({"a.reg"});
     list().userSelect({1});
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(recycled(), Texts{path("a.reg")});
 }
 
@@ -258,7 +258,7 @@ TEST_F(BackupButtonsTest, DeletingLeavesTheFileOnNoAndSelectsTheFirstRow) {
     openPage({"a.reg", "b.reg"});
     list().userSelect({2});
     answer(IDNO);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(recycled(), Texts{});
     EXPECT_EQ(names(), (Texts{"a.reg", "b.reg"}));
     EXPECT_EQ(selected(), (Texts{"a.reg", "b.reg"}));
@@ -283,10 +283,10 @@ TEST_F(BackupButtonsTest, TheRowOfTheFileThatWasAskedForGoesThoughTheListWasFill
     LogAlways = true;
     duringTheBox([&] {
         undoFile("0.reg");
-        form().ReadBackupFiles();
+        form().backup.ReadBackupFiles();
     });
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(recycled(), Texts{path("b.reg")});
     EXPECT_EQ(names(), (Texts{"0.reg", "a.reg", "c.reg"}));
     EXPECT_EQ(filesLeft(), names());
@@ -297,11 +297,11 @@ TEST_F(BackupButtonsTest, NoRowGoesForAFileThatLeftTheListMeanwhile) {
     list().userSelect({1});
     duringTheBox([&] {
         offline::machine().drives.erase(path("a.reg"));
-        form().ReadBackupFiles();
+        form().backup.ReadBackupFiles();
     });
     switchTracingOn();
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(names(), (Texts{"b.reg", "c.reg"}));
     const Texts lines = logOf("cmdLöschen_Click");
     EXPECT_EQ(lines, (Texts{"started; 0; ", "Datei a.reg wurde gelöscht; 0; ",
@@ -327,7 +327,7 @@ TEST_F(BackupButtonsTest, TheIndexPassesTheLastRowAfterADeletionWhichIsLoggedAnd
     LogAlways = true;
     answer(IDYES);
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(names(), (Texts{"a.reg", "d.reg"}));
     EXPECT_EQ(selected(), Texts{"a.reg"});
     EXPECT_EQ(logOf("cmdLöschen_Click"),
@@ -337,7 +337,7 @@ TEST_F(BackupButtonsTest, TheIndexPassesTheLastRowAfterADeletionWhichIsLoggedAnd
 TEST_F(BackupButtonsTest, NothingIsLoggedWhileThereWasNothingToDelete) {
     openPage({"a.reg"});
     LogAlways = true;
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(logLines(), Texts{});
     EXPECT_EQ(selected(), Texts{"a.reg"});
 }
@@ -347,7 +347,7 @@ TEST_F(BackupButtonsTest, DeletingTracesTheRowAboveTheOneThatWent) {
     list().userSelect({2});
     switchTracingOn();
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(logOf("cmdLöschen_Click"),
               (Texts{
                   "started; 0; ",
@@ -361,9 +361,9 @@ TEST_F(BackupButtonsTest, DeletingTracesTheRowAboveTheOneThatWent) {
 TEST_F(BackupButtonsTest, AnEmptyListIsNoFailureForAnyButton) {
     openPage();
     LogAlways = true;
-    form().cmdBearbeiten.userClick();
-    form().cmdEintragen.userClick();
-    form().cmdLöschen.userClick();
+    form().backup.cmdBearbeiten.userClick();
+    form().backup.cmdEintragen.userClick();
+    form().backup.cmdLöschen.userClick();
     list().userKeyDown(12);
     EXPECT_EQ(asked(), Texts{});
     EXPECT_EQ(logLines(), Texts{});

@@ -28,7 +28,7 @@ TEST_P(BackupFaultsTest, AFileThatCannotBeLookedAtKeepsItsRowAndTheNextOnesAreWh
     undoFile("c.reg", 3072);
     // The first call lists the folder, the second looks at the first file.
     fail("FindFirstFileA", 3);
-    form().mnuPopUpBackupZeigen_Click();
+    form().backup.mnuPopUpBackupZeigen_Click();
     ASSERT_EQ(list().count(), 3);
     EXPECT_EQ(row(1), "a.reg | 1 KB | 15.11.2026 07:12:09 | 3");
     EXPECT_EQ(row(2), "b.reg |  |  | 3");
@@ -41,14 +41,14 @@ using BackupServing = BackupTest;
 TEST_F(BackupServing, TheWindowsAreServedForEachFileThatIsListed) {
     for (const char* name : {"a.reg", "b.reg", "c.reg"}) undoFile(name);
     const auto before = offline::machine().pump.windowServings();
-    form().ReadBackupFiles();
+    form().backup.ReadBackupFiles();
     EXPECT_GE(offline::machine().pump.windowServings() - before, 3u);
 }
 
 TEST_P(BackupFaultsTest, AFolderThatCannotBeReadGivesAnEmptyList) {
     undoFile("a.reg");
     fail("FindFirstFileA", 1);
-    form().mnuPopUpBackupZeigen_Click();
+    form().backup.mnuPopUpBackupZeigen_Click();
     EXPECT_EQ(list().count(), 0);
     EXPECT_TRUE(list().sorted());
 }
@@ -104,10 +104,10 @@ TEST_P(BackupFaultsTest, AFileThatCannotBeDeletedIsStillThereAtTheNextReading) {
     list().userSelect({1, 2, 3});
     fail("SHFileOperationA", 2);
     for (int i = 0; i < 3; ++i) answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(names(), Texts{});
     EXPECT_EQ(filesLeft(), Texts{"b.reg"});
-    form().ReadBackupFiles();
+    form().backup.ReadBackupFiles();
     EXPECT_EQ(names(), Texts{"b.reg"});
 }
 
@@ -121,7 +121,7 @@ TEST_P(BackupFaultsTest, AFileThatCannotBeOpenedStaysAndTheNextOneIsEntered) {
     fail("ShellExecuteA", 1);
     answer(IDYES);
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, "Software\\A"));
     EXPECT_EQ(stringValue(HKEY_LOCAL_MACHINE, "Software\\B", "w"), "2");
     EXPECT_EQ(filesLeft(), (Texts{"a.reg", "b.reg"}));
@@ -131,7 +131,7 @@ TEST_P(BackupFaultsTest, AFileThatCannotBeEditedLosesItsSelectionLikeTheOthers) 
     openPage({"a.reg", "b.reg"});
     list().userSelect({1, 2});
     fail("ShellExecuteA", 1);
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     EXPECT_EQ(machine().events.count(EventKind::ShellExecute), 2u);
     EXPECT_EQ(selected(), Texts{});
 }
@@ -147,7 +147,7 @@ TEST_F(BackupVanishedTest, AFileThatVanishesWhileTheFolderIsReadKeepsARowWithout
         if (operation == "FindFirstFileA" && ++looked == 3)
             offline::machine().drives.erase(BackupPath + "b.reg");
     });
-    form().mnuPopUpBackupZeigen_Click();
+    form().backup.mnuPopUpBackupZeigen_Click();
     EXPECT_EQ(names(), (Texts{"a.reg", "b.reg", "c.reg"}));
     EXPECT_EQ(row(2), "b.reg |  |  | 3");
     EXPECT_EQ(list().item(3).subItem(2), "15.11.2026 07:12:09");
@@ -159,12 +159,12 @@ TEST_F(BackupVanishedTest, FilesThatAreGoneByTheClickHarmNothing) {
     AutoFileDelAfterReentry = 1;
     list().userSelect({1});
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(names(), Texts{"b.reg"});
     ASSERT_TRUE(offline::machine().drives.erase(BackupPath + "b.reg"));
     list().userSelect({1});
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_EQ(names(), Texts{});
 }
 
@@ -177,7 +177,7 @@ TEST_F(BackupVanishedTest, FailuresAreSortedByTheirNumber) {
         list().userSelect({list().count()});
         answer(IDYES);
         atPump(1, [number] { bromvale::raise(number); });
-        form().cmdEintragen.userClick();
+        form().backup.cmdEintragen.userClick();
     }
     EXPECT_EQ(
         logLines(),
@@ -204,16 +204,16 @@ TEST_F(BackupVanishedTest, NoFailureShowsTheErrorDialog) {
     list().userSelect({1});
     answer(IDYES);
     atPump(1, [] { bromvale::raise(7); });
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     offline::machine().faults.fail("OpenFile", 1, ERROR_ACCESS_DENIED);
     AutoFileDel();
-    for (auto* const button : {&form().cmdBearbeiten, &form().cmdLöschen}) {
+    for (auto* const button : {&form().backup.cmdBearbeiten, &form().backup.cmdLöschen}) {
         for (const char* operation : {"ShellExecuteA", "MessageBoxA"}) {
             offline::machine().faults.clear();
             offline::machine().faults.observe([operation](std::string_view called) {
                 if (called == operation) bromvale::raise(7);
             });
-            form().ReadBackupFiles();
+            form().backup.ReadBackupFiles();
             list().userSelect({1});
             button->userClick();
         }
@@ -235,7 +235,7 @@ TEST_F(BackupVanishedTest, TheRestartIsTriedThoughTheWaitFailed) {
     RebootAfterEntry = 1;
     openPage();
     atPump(1, [] { bromvale::raise(75); });
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(offline::machine().events.count(EventKind::Restart), 1u);
 }
 

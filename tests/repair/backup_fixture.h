@@ -25,7 +25,7 @@ class BackupTest : public TestMachine {
     }
 
     static FrmMain& form() { return frmMain(); }
-    static ListView& list() { return form().lvwBackup; }
+    static ListView& list() { return form().backup.lvwBackup; }
 
     // A file of so many bytes in the backup folder, last written at that local time.
     void undoFile(const std::string& name, std::size_t size = 3,
@@ -48,7 +48,7 @@ class BackupTest : public TestMachine {
     // The page with these files, as the user sees it who opens it.
     void openPage(const Texts& names = {}) {
         for (const std::string& name : names) undoFile(name);
-        form().mnuPopUpBackupZeigen_Click();
+        form().backup.mnuPopUpBackupZeigen_Click();
     }
 
     static Texts names() {

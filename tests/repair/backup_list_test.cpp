@@ -11,7 +11,7 @@ using BackupListTest = BackupTest;
 
 TEST_F(BackupListTest, EachFileIsARowWithNameSizeDateAndItsPicture) {
     undoFile("Rückgängig_15112026_071209.reg", 2048, {2026, 11, 0, 15, 7, 12, 9, 0});
-    form().ReadBackupFiles();
+    form().backup.ReadBackupFiles();
     ASSERT_EQ(list().count(), 1);
     EXPECT_EQ(row(1), "Rückgängig_15112026_071209.reg | 2 KB | 15.11.2026 07:12:09 | 3");
 }
@@ -33,7 +33,7 @@ TEST_F(BackupListTest, AFolderOfSuchANameIsNoFileAndIsNeverDeletedAsOne) {
 
 TEST_F(BackupListTest, AnEmptyFolderLeavesTheListEmptyAndItsSortingOn) {
     list().setSorted(false);
-    form().ReadBackupFiles();
+    form().backup.ReadBackupFiles();
     EXPECT_EQ(list().count(), 0);
     EXPECT_TRUE(list().sorted());
     EXPECT_EQ(logLines(), Texts{});
@@ -42,7 +42,7 @@ TEST_F(BackupListTest, AnEmptyFolderLeavesTheListEmptyAndItsSortingOn) {
 TEST_F(BackupListTest, AMissingFolderLeavesTheListEmptyAndItsSortingOn) {
     openPage({"a.reg"});
     BackupPath = AppPath + "Weg\\";
-    form().ReadBackupFiles();
+    form().backup.ReadBackupFiles();
     EXPECT_EQ(list().count(), 0);
     EXPECT_TRUE(list().sorted());
     EXPECT_EQ(logLines(), Texts{});
@@ -52,7 +52,7 @@ TEST_F(BackupListTest, ReadingTracesItsStartAndItsEnd) {
     undoFile("a.reg");
     form().load();
     switchTracingOn();
-    form().ReadBackupFiles();
+    form().backup.ReadBackupFiles();
     EXPECT_EQ(logLines(), (Texts{
                               "frmMain; ReadBackupFiles; started; 0; ",
                               "modFiles; FindFileAPI; started; 0; ",
@@ -66,8 +66,8 @@ TEST_F(BackupListTest, ReadingTracesItsStartAndItsEnd) {
 TEST_F(BackupListTest, RowsAreInTheOrderOfTheChosenColumnAfterReading) {
     openPage({"c.reg", "a.reg", "b.reg"});
     EXPECT_EQ(names(), (Texts{"a.reg", "b.reg", "c.reg"}));
-    form().lvwBackup_ColumnClick(1);
-    form().ReadBackupFiles();
+    form().backup.sortBy(1);
+    form().backup.ReadBackupFiles();
     EXPECT_EQ(names(), (Texts{"c.reg", "b.reg", "a.reg"}));
 }
 
@@ -110,14 +110,14 @@ TEST_F(BackupListTest, AClickOnAColumnSortsByItAndTurnsTheOrderRound) {
     undoFile("b.reg", 1000);
     undoFile("c.reg", 2048);
     openPage();
-    form().lvwBackup_ColumnClick(2);
+    form().backup.sortBy(2);
     EXPECT_EQ(list().sortKey(), 1);
     EXPECT_EQ(list().sortOrder(), SortOrder::Descending);
     EXPECT_EQ(names(), (Texts{"a.reg", "c.reg", "b.reg"}));
-    form().lvwBackup_ColumnClick(2);
+    form().backup.sortBy(2);
     EXPECT_EQ(names(), (Texts{"b.reg", "c.reg", "a.reg"}));
     // Another column: the order turns as well.
-    form().lvwBackup_ColumnClick(1);
+    form().backup.sortBy(1);
     EXPECT_EQ(names(), (Texts{"c.reg", "b.reg", "a.reg"}));
 }
 
@@ -153,8 +153,9 @@ TEST_F(BackupListTest, OtherKeysAreLeftToTheList) {
 TEST_F(BackupListTest, TheCaptionsOfTheMenuFollowTheSelectionAtEveryRelease) {
     openPage({"a.reg", "b.reg"});
     const auto captions = [&] {
-        return Texts{form().mnuPopUpBackupBearbeiten.caption(), form().mnuPopUpBackupEinfügen.caption(),
-                     form().mnuPopUpBackupLöschen.caption()};
+        return Texts{form().backup.mnuPopUpBackupBearbeiten.caption(),
+                     form().backup.mnuPopUpBackupEinfügen.caption(),
+                     form().backup.mnuPopUpBackupLöschen.caption()};
     };
     const Texts one{"markierten Eintrag bearbeiten", "markierten Eintrag einfügen",
                     "markierten Eintrag löschen"};
@@ -175,10 +176,10 @@ TEST_F(BackupListTest, TheCaptionsOfTheMenuFollowTheSelectionAtEveryRelease) {
 TEST_F(BackupListTest, OpeningThePageShowsItFillsItAndClearsTheHourglass) {
     undoFile("a.reg");
     form().setMousePointer(MousePointer::Hourglass);
-    form().mnuPopUpBackupZeigen_Click();
-    EXPECT_TRUE(form().Frame2.visible());
-    for (const Frame* other :
-         {&form().Frame1, &form().Frame3, &form().Frame4, &form().Frame5, &form().Frame7})
+    form().backup.mnuPopUpBackupZeigen_Click();
+    EXPECT_TRUE(form().backup.Frame2.visible());
+    for (const Frame* other : {&form().scan.Frame1, &form().bugReport.Frame3, &form().programs.Frame4,
+                               &form().options.Frame5, &form().cleanup.Frame7})
         EXPECT_FALSE(other->visible()) << other->name();
     EXPECT_EQ(names(), Texts{"a.reg"});
     EXPECT_EQ(form().mousePointer(), MousePointer::Default);
@@ -187,7 +188,7 @@ TEST_F(BackupListTest, OpeningThePageShowsItFillsItAndClearsTheHourglass) {
 TEST_F(BackupListTest, TheNavigationOpensThePageToo) {
     undoFile("a.reg");
     ASSERT_TRUE(form().Menu.userItemClick("Backup"));
-    EXPECT_TRUE(form().Frame2.visible());
+    EXPECT_TRUE(form().backup.Frame2.visible());
     EXPECT_EQ(names(), Texts{"a.reg"});
 }
 

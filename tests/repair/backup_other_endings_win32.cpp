@@ -17,7 +17,7 @@ constexpr SYSTEMTIME kOld{2001, 3, 0, 5, 12, 0, 0, 0};
 
 TEST_F(OtherEndings, OnlyNamesThatEndInRegAreListed) {
     put({"B.REG", "a.reg", "lang.reg_alt"}, kOld);
-    form().mnuPopUpBackupZeigen_Click();
+    form().backup.mnuPopUpBackupZeigen_Click();
     EXPECT_EQ(names(), (Texts{"a.reg", "B.REG"}));
 }
 

@@ -20,16 +20,16 @@ class RoundTripTest : public BackupTest {
 
     // A scan, then the removal of all that it found.
     static void removeFaults() {
-        form().cmdStart_Click();
-        ASSERT_EQ(form().cmdStart.caption(), "&Entfernen");
-        form().cmdStart_Click();
+        form().scan.cmdStart_Click();
+        ASSERT_EQ(form().scan.cmdStart.caption(), "&Entfernen");
+        form().scan.cmdStart_Click();
     }
     void reenterFirst() {
         openPage();
         ASSERT_GE(list().count(), 1);
         list().userSelect({1});
         answer(IDYES);
-        form().cmdEintragen.userClick();
+        form().backup.cmdEintragen.userClick();
     }
 };
 
@@ -65,7 +65,7 @@ TEST_F(RoundTripTest, TheCompleteCopyBringsTheWholeKeyBack) {
     EXPECT_EQ(names()[0].substr(11), names()[1].substr(12));
     list().userSelect({2});
     answer(IDYES);
-    form().cmdEintragen.userClick();
+    form().backup.cmdEintragen.userClick();
     EXPECT_EQ(registry.wideValues(path), before);
 }
 
@@ -75,13 +75,13 @@ TEST_F(RoundTripTest, TheCompleteCopyIsEditedAndDeletedLikeAnyOther) {
     ASSERT_EQ(names().size(), 2u);
     const std::string copy = names()[1];
     list().userSelect({2});
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     const auto handed = offline::machine().events.of(offline::EventKind::ShellExecute);
     ASSERT_EQ(handed.size(), 1u);
     EXPECT_EQ(handed[0].caption + " " + handed[0].text, "Edit " + BackupPath + copy);
     list().userSelect({2});
     answer(IDYES);
-    form().cmdLöschen_Click();
+    form().backup.cmdLöschen_Click();
     EXPECT_EQ(filesIn(BackupPath, "V*.reg"), Texts{});
     EXPECT_EQ(filesIn(BackupPath, "R*.reg").size(), 1u);
     ASSERT_EQ(offline::machine().drives.recycled.size(), 1u);
@@ -92,7 +92,7 @@ TEST_F(RoundTripTest, EditingChangesNothing) {
     removeFaults();
     openPage();
     list().userSelect({1});
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, kServer));
 }
 

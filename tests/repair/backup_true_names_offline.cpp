@@ -23,7 +23,7 @@ class BackupTrueNames : public BackupTest {
         machine().drives.shortNames = shortNames;
         machine().drives.writeFile(lodz(), "12345");
         undoFile("Lodz.reg");
-        form().mnuPopUpBackupZeigen_Click();
+        form().backup.mnuPopUpBackupZeigen_Click();
     }
     static std::u16string lodz() { return wideText(BackupPath).append(u"\u0141od\u017A.reg"); }
     // The row of the one or the other.
@@ -51,9 +51,9 @@ TEST_F(BackupTrueNames, AreShownByTheirNearestLettersWithTheirOwnSize) {
 
 TEST_F(BackupTrueNames, WithoutAShortNameAreLeftAloneAndTold) {
     openPageWithTwins(false);
-    void (*const clicks[])() = {[] { form().cmdBearbeiten.userClick(); },
-                                [] { form().cmdEintragen.userClick(); },
-                                [] { form().cmdLöschen.userClick(); }};
+    void (*const clicks[])() = {[] { form().backup.cmdBearbeiten.userClick(); },
+                                [] { form().backup.cmdEintragen.userClick(); },
+                                [] { form().backup.cmdLöschen.userClick(); }};
     for (const auto& click : clicks) {
         machine().events.clear();
         list().userSelect({rowOf(true)});
@@ -73,7 +73,7 @@ TEST_F(BackupTrueNames, WithAShortNameAreDeletedByItAndTheTwinStaysInTheListToo)
     openPageWithTwins(true);
     list().userSelect({rowOf(true)});
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     EXPECT_FALSE(machine().drives.exists(lodz()));
     EXPECT_TRUE(twinExists());
     ASSERT_EQ(list().count(), 1);
@@ -83,7 +83,7 @@ TEST_F(BackupTrueNames, WithAShortNameAreDeletedByItAndTheTwinStaysInTheListToo)
 TEST_F(BackupTrueNames, WithAShortNameAreOpenedByIt) {
     openPageWithTwins(true);
     list().userSelect({rowOf(true)});
-    form().cmdBearbeiten.userClick();
+    form().backup.cmdBearbeiten.userClick();
     ASSERT_EQ(opened().size(), 1u);
     EXPECT_NE(opened()[0], BackupPath + "Lodz.reg");
     EXPECT_EQ(machine().drives.readFile(opened()[0]), "12345");
@@ -97,7 +97,7 @@ TEST_F(BackupTrueNames, ThatVanishWhileTheQuestionStandsTakeNothingAlong) {
         if (operation == "MessageBoxA") machine().drives.erase(lodz());
     });
     answer(IDYES);
-    form().cmdLöschen.userClick();
+    form().backup.cmdLöschen.userClick();
     machine().faults.clear();
     EXPECT_TRUE(twinExists());
     EXPECT_TRUE(machine().drives.recycled.empty());

@@ -8,7 +8,7 @@ TEST_F(CompleteCopyOfflineTest, AKeyThatMayNotBeReadStaysAndIsNamed) {
     addKey("A");
     addKey("B");
     registry().deny(kPath);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     registry().allow(kPath);
     EXPECT_FALSE(isGone("A"));
     EXPECT_TRUE(isGone("B"));
@@ -24,7 +24,7 @@ TEST_F(CompleteCopyOfflineTest, OnThe9xFamilySoDoesOneWithAnUnreadableKeyBelow) 
     setString(HKEY_LOCAL_MACHINE, std::string(kA) + "\\b\\c", "", "");
     static_cast<void>(form());
     offline::faults().fail("RegOpenKeyExA", 3, ERROR_ACCESS_DENIED);  // A, A\b, A\b\c
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(named(), 1u);
     EXPECT_EQ(filesIn(BackupPath, "V*.reg"), Texts{});
@@ -45,7 +45,7 @@ TEST_F(CompleteCopyOfflineTest, WhateverReadingFailsTheKeyStays) {
                     const auto before =
                         offline::machine().registry.wideValues(u"HKEY_LOCAL_MACHINE\\Software\\Probe\\A");
                     offline::faults().fail(operation, nth, error);
-                    form().ProblemeEntfernen();
+                    form().scan.ProblemeEntfernen();
                     const unsigned long calls = offline::faults().calls(operation);
                     offline::faults().clear();
                     const Texts copies = filesIn(BackupPath, "V*.reg");
@@ -86,14 +86,14 @@ TEST_F(CompleteCopyOfflineTest, AFullDiskLeavesNoPartOfARecord) {
         EXPECT_TRUE(drives.writeFile(path, *drives.readFile(path) + wide(u"\r\n[HKEY_LOCAL")));
     });
     offline::faults().fail("WriteFile", 7 + 4, 112);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     offline::faults().clear();
     EXPECT_TRUE(isGone("B"));
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(completeCopy(),
               head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\B]\r\n@=\"Wert B\"\r\n"));
     EXPECT_EQ(list().count(), 2);
-    EXPECT_EQ(form().lblScanBericht.caption(), "");
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), "");
     EXPECT_EQ(openFileCount(), 1);  // the undo file
     EXPECT_EQ(logLines().size(), 1u);
 }
@@ -101,7 +101,7 @@ TEST_F(CompleteCopyOfflineTest, AFullDiskLeavesNoPartOfARecord) {
 TEST_F(CompleteCopyOfflineTest, AFileThatCannotBeOpenedEndsTheRemoval) {
     addKey("A");
     offline::faults().fail("CreateFileA", 2, ERROR_SHARING_VIOLATION);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(list().count(), 1);
     EXPECT_EQ(logLines(), (Texts{"frmMain; ProblemeEntfernen; ; 70; Zugriff verweigert"}));

@@ -10,7 +10,7 @@ TEST_F(CompleteCopyOfflineTest, FromWindows2000OnTheFormIsThatOfVersion5) {
     for (const char* system : {"Windows 2000", "Windows XP", "2.6.1.7601", "2.10.0.19045"}) {
         runOn(system);
         addKey("A");
-        form().ProblemeEntfernen();
+        form().scan.ProblemeEntfernen();
         EXPECT_EQ(completeCopy(),
                   head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n@=\"Wert A\"\r\n"))
             << system;
@@ -25,7 +25,7 @@ TEST_F(CompleteCopyOfflineTest, BeforeItIsRegedit4) {
         runOn(system);
         addKey("A");
         setRaw(HKEY_LOCAL_MACHINE, kA, "\xE4", REG_EXPAND_SZ, "\xF6\0"s);
-        form().ProblemeEntfernen();
+        form().scan.ProblemeEntfernen();
         EXPECT_EQ(completeCopy(),
                   "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n"
                   "@=\"Wert A\"\r\n\"\xE4\"=hex(2):f6,00\r\n")
@@ -42,7 +42,7 @@ TEST_F(CompleteCopyOfflineTest, AFileOfAnotherFormIsLeftAloneAndTheNextNameTaken
     for (const std::string& there : {std::string("REGEDIT4\r\n\r\n"), head + "x", std::string("?")}) {
         writeWholeFile(first, there);
         addKey("A");
-        form().ProblemeEntfernen();
+        form().scan.ProblemeEntfernen();
         EXPECT_TRUE(isGone("A"));
         EXPECT_EQ(readWholeFile(first), there);
         const std::string second = BackupPath + "Vollständig_15112026_071209_2.reg";
@@ -57,7 +57,7 @@ TEST_F(CompleteCopyOfflineTest, OnThe9xFamilyWhatLiesBelowIsInTheRecord) {
     addKey("A");
     for (const char* below : {"b", "a", "a\\tief", "a\\tief\\[er] "})
         setString(HKEY_LOCAL_MACHINE, std::string(kA) + "\\" + below, "Name", below);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_EQ(completeCopy(),
               "REGEDIT4\r\n"
@@ -76,16 +76,16 @@ TEST_F(CompleteCopyOfflineTest, OnThe9xFamilyATreeMayBeVeryDeep) {
     std::string path = kPath;
     for (int i = 0; i < 2000; ++i) path += "\\t";
     ASSERT_TRUE(registry().setText(path, "", "unten"));
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_TRUE(completeCopy().ends_with("[" + path + "]\r\n@=\"unten\"\r\n"));
 }
 
 TEST_F(CompleteCopyOfflineTest, TwoRemovalsInOneSecondShareAFileWithOneHead) {
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     addKey("B");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(completeCopy(),
               head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n@=\"Wert A\"\r\n"
                           u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\B]\r\n@=\"Wert B\"\r\n"));
@@ -97,7 +97,7 @@ TEST_F(CompleteCopyOfflineTest, NoHandleStaysOpen) {
         addKey("A");
         setString(HKEY_LOCAL_MACHINE, std::string(kA) + "\\b\\c", "", "");
         const std::size_t before = registry().openHandles();
-        form().ProblemeEntfernen();
+        form().scan.ProblemeEntfernen();
         EXPECT_EQ(registry().openHandles(), before) << system;
     }
 }
@@ -114,7 +114,7 @@ class ForeignTextTest : public CompleteCopyOfflineTest {
 };
 
 TEST_F(ForeignTextTest, AreWholeInVersion5) {
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_EQ(completeCopy(), head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n@=\"Wert A\"\r\n"
                                           u"\"Zdj\u0119cie\"=\"\u0141\u00F3d\u017A\"\r\n"));
@@ -122,13 +122,13 @@ TEST_F(ForeignTextTest, AreWholeInVersion5) {
 
 TEST_F(ForeignTextTest, HaveNoFormOnWindowsNt4) {
     runOn("Windows NT4");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(named(), 1u);
     registry().deleteValue(u"HKEY_LOCAL_MACHINE\\Software\\Probe\\A", u"Zdj\u0119cie");
     registry().setText(u"HKEY_LOCAL_MACHINE\\Software\\Probe\\A", u"Bild", u"\u0141\u00F3d\u017A");
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "@", "");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(named(), 2u);
 }

@@ -40,7 +40,7 @@ TEST_F(CompleteCopyTest, HoldsEveryValueWithTypeAndBytes) {
     setRaw(HKEY_LOCAL_MACHINE, kA, "viele", REG_MULTI_SZ, "a\0b\0\0"s);
     setRaw(HKEY_LOCAL_MACHINE, kA, "weit", REG_EXPAND_SZ, "\xE4\0"s);
     setRaw(HKEY_LOCAL_MACHINE, kA, "Zahl", REG_DWORD, "\1\2\3\4"s);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_EQ(completeCopy(), head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n"
                                           u"@=\"Wert A\"\r\n"
@@ -60,7 +60,7 @@ TEST_F(CompleteCopyTest, HoldsLongNamesAndData) {
     addKey("A");
     const std::string name(2000, 'n');
     setRaw(HKEY_LOCAL_MACHINE, kA, name, REG_SZ, std::string(100000, 'x') + '\0');
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_NE(completeCopy().find(wide(u"\"" + std::u16string(2000, u'n') + u"\"=\"" +
                                        std::u16string(100000, u'x') + u"\"\r\n")),
@@ -69,7 +69,7 @@ TEST_F(CompleteCopyTest, HoldsLongNamesAndData) {
 
 TEST_F(CompleteCopyTest, HasTheStampOfTheUndoFile) {
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     const Texts undo = filesIn(BackupPath, "R*.reg");
     const Texts copy = filesIn(BackupPath, "V*.reg");
     ASSERT_EQ(undo.size(), 1u);
@@ -79,7 +79,7 @@ TEST_F(CompleteCopyTest, HasTheStampOfTheUndoFile) {
 
 TEST_F(CompleteCopyTest, IsMadeWithTheFirstKeyThatIsThere) {
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\Fort]", "@", "");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(filesIn(BackupPath, "V*.reg"), Texts{});
     EXPECT_EQ(logLines(), Texts{});
 }
@@ -87,7 +87,7 @@ TEST_F(CompleteCopyTest, IsMadeWithTheFirstKeyThatIsThere) {
 TEST_F(CompleteCopyTest, OfTwoRowsOfOneKeyTheSecondFindsItGone) {
     addKey("A");
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "\"Name\"", "");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(completeCopy(),
               head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n@=\"Wert A\"\r\n"));
 }
@@ -96,7 +96,7 @@ TEST_F(CompleteCopyTest, OfTwoRowsOfOneKeyTheSecondFindsItGone) {
 TEST_F(CompleteCopyTest, HasTheKeyThatADeadLinkRowMeets) {
     setString(HKEY_LOCAL_MACHINE, "Classes\\CLSID\\{A}\\Interface", "", "hier");
     add("[HKEY_LOCAL_MACHINESoftware\\Classes\\CLSID\\{A}\\Interface]", "@", "{L}");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, "Classes\\CLSID\\{A}\\Interface"));
     EXPECT_EQ(completeCopy(),
               head + wide(u"\r\n[HKEY_LOCAL_MACHINE\\Classes\\CLSID\\{A}\\Interface]\r\n@=\"hier\"\r\n"));
@@ -107,7 +107,7 @@ TEST_F(CompleteCopyTest, AKeyWithATextWithoutItsNulStaysAndTheNextOneGoes) {
     addKey("A");
     setRaw(HKEY_LOCAL_MACHINE, kA, "offen", REG_EXPAND_SZ, "ab");
     addKey("B");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_TRUE(isGone("B"));
     EXPECT_EQ(completeCopy(),
@@ -115,7 +115,7 @@ TEST_F(CompleteCopyTest, AKeyWithATextWithoutItsNulStaysAndTheNextOneGoes) {
     // Row, record and message are those of any key that refuses.
     EXPECT_NE(undoRecords().find("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n"), std::string::npos);
     EXPECT_EQ(list().count(), 0);
-    EXPECT_EQ(form().lblScanBericht.caption(), allMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), allMessage);
     EXPECT_EQ(logLines(),
               Texts{stays("Die Sicherungsdatei kann den Schl\xFCssel nicht vollst\xE4ndig aufnehmen.")});
     EXPECT_TRUE(boxes().empty());
@@ -124,7 +124,7 @@ TEST_F(CompleteCopyTest, AKeyWithATextWithoutItsNulStaysAndTheNextOneGoes) {
 TEST_F(CompleteCopyTest, AKeyWhoseValueNameHoldsALineBreakStays) {
     addKey("A");
     setString(HKEY_LOCAL_MACHINE, kA, "a\nb", "x");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(logLines(),
               Texts{stays("Die Sicherungsdatei kann den Schl\xFCssel nicht vollst\xE4ndig aufnehmen.")});

@@ -23,7 +23,7 @@ class RemovalTest : public TestMachine {
     }
 
     static FrmMain& form() { return frmMain(); }
-    static ListView& list() { return frmMain().lvwRegKeys; }
+    static ListView& list() { return frmMain().scan.lvwRegKeys; }
     static void add(std::string_view keyLine, std::string_view name, std::string_view data,
                     std::string_view hive = "-2147483646") {
         list().add({keyLine, name, data, hive}, 1);
@@ -49,8 +49,8 @@ class RemovalTest : public TestMachine {
         }
     }
     static void removeMarked() {
-        form().chbMarkierteKeysEntfernen.setValue(1);
-        form().ProblemeEntfernen();
+        form().scan.chbMarkierteKeysEntfernen.setValue(1);
+        form().scan.ProblemeEntfernen();
     }
 
     // The bytes of the one undo file.

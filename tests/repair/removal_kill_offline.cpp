@@ -69,7 +69,7 @@ class KillTest : public RemovalTest {
             if (marked) {
                 removeMarked();
             } else {
-                form().ProblemeEntfernen();
+                form().scan.ProblemeEntfernen();
             }
             tell(kEnded);
         }

@@ -78,9 +78,9 @@ TEST(RemovalKill, TheProcessThatIsEnded) {
     BackupPath = variable("BROMVALE_KILL_FOLDER");
     RegFileHeader = "REGEDIT4\r\n\r\n";
     for (const char* name = kNames; *name != '\0'; ++name) {
-        frmMain().lvwRegKeys.add({"[HKEY_CURRENT_USER\\" + key + "\\" + *name + "]", "@",
-                                  std::string("Wert ") + *name, "-2147483647"},
-                                 1);
+        frmMain().scan.lvwRegKeys.add({"[HKEY_CURRENT_USER\\" + key + "\\" + *name + "]", "@",
+                                       std::string("Wert ") + *name, "-2147483647"},
+                                      1);
     }
     detour<1>("CreateFileA", &CreateFileA);
     detour<2>("WriteFile", &WriteFile);
@@ -91,7 +91,7 @@ TEST(RemovalKill, TheProcessThatIsEnded) {
     detour<7>("RegDeleteKeyA", &RegDeleteKeyA);
     detour<8>("RegCloseKey", &RegCloseKey);
     callsLeft = std::atol(variable("BROMVALE_KILL_AT").c_str());
-    frmMain().ProblemeEntfernen();
+    frmMain().scan.ProblemeEntfernen();
     callsLeft = 0;
     TerminateProcess(GetCurrentProcess(), 0);
 }

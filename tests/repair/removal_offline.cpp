@@ -33,7 +33,7 @@ class RemovalOfflineTest : public RemovalTest {
 
 TEST_F(RemovalOfflineTest, TheWholeFileOfWindowsXp) {
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(readWholeFile(path), header("Windows Registry Editor Version 5.00", "Windows XP") + recordA);
 }
 
@@ -41,7 +41,7 @@ TEST_F(RemovalOfflineTest, TheWholeFileOfWindows98) {
     RegFileHeader = "REGEDIT4\r\n\r\n";
     OSName = "Windows 98";
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(readWholeFile(path), header("REGEDIT4", "Windows 98") + recordA);
 }
 
@@ -52,9 +52,9 @@ TEST_F(RemovalOfflineTest, AFileWithoutRecordEndsBehindItsHeader) {
 
 TEST_F(RemovalOfflineTest, TwoRemovalsInOneSecondShareOneFileWithTwoHeaders) {
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     addKey("B");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     const std::string head = header("Windows Registry Editor Version 5.00", "Windows XP");
     EXPECT_EQ(readWholeFile(path),
               head + recordA + head + "[HKEY_LOCAL_MACHINE\\Software\\Probe\\B]\r\n@=\"Wert B\"\r\n\r\n");
@@ -62,7 +62,7 @@ TEST_F(RemovalOfflineTest, TwoRemovalsInOneSecondShareOneFileWithTwoHeaders) {
 
 TEST_F(RemovalOfflineTest, DaysAndMonthsOfOneDigitGetTheirZeroAndTheLocalesNames) {
     offline::machine().clock.set(2027, 3, 1, 0, 5, 7);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(filesIn(BackupPath, "*"), (Texts{"R\xFC"
                                                "ckg\xE4ngig_01032027_000507.reg"}));
     EXPECT_NE(undoFile().find("; erstellt am: Montag, 01. Mrz 2027 - 00:05:07\r\n"), std::string::npos);
@@ -71,7 +71,7 @@ TEST_F(RemovalOfflineTest, DaysAndMonthsOfOneDigitGetTheirZeroAndTheLocalesNames
 TEST_F(RemovalOfflineTest, TheLogOfARemovalReadsSo) {
     addKey("A");
     switchTracingOn();
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     Texts log = logLines();
     for (std::string& line : log) {
         if (line.starts_with("modKeyFunc; DelKey;")) line = "modKeyFunc; DelKey; ...";  // a handle's number
@@ -109,7 +109,7 @@ TEST_F(RemovalOfflineTest, AFileThatMayNotBeOpenedInAnExistingFolderIsTheCallers
     addKey("A");
     offline::faults().failFrom("CreateFileA", 1, ERROR_ACCESS_DENIED);
     try {
-        form().ProblemeEntfernen();
+        form().scan.ProblemeEntfernen();
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.number, 75);
@@ -120,18 +120,18 @@ TEST_F(RemovalOfflineTest, AFileThatMayNotBeOpenedInAnExistingFolderIsTheCallers
 TEST_F(RemovalOfflineTest, AnyOtherFailureOfTheOpenShowsTheDialogAndLeavesTheRows) {
     addKey("A");
     offline::faults().fail("CreateFileA", 1, ERROR_SHARING_VIOLATION);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(logLines(), (Texts{"frmMain; ProblemeEntfernen; ; 70; Zugriff verweigert"}));
     EXPECT_EQ(list().count(), 1);
     EXPECT_FALSE(isGone("A"));
-    EXPECT_EQ(form().lblScanBericht.caption(), "");
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), "");
 }
 
 TEST_F(RemovalOfflineTest, TheDialogOfSuchAFailureIsShown) {
     static_cast<void>(form());
     registerErrorDialog();
     offline::faults().fail("CreateFileA", 1, ERROR_SHARING_VIOLATION);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(frmError().visible());
 }
 
@@ -139,14 +139,14 @@ TEST_F(RemovalOfflineTest, AFullDiskStopsInTheMiddleWithAllRowsStillListed) {
     for (const char* name : {"A", "B", "C"}) addKey(name);
     // The header is seven writes, then come C and its copy, then B.
     offline::faults().fail("WriteFile", 7 + 3, 112);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("C"));
     EXPECT_FALSE(isGone("B"));
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(list().count(), 3);
     EXPECT_EQ(undoRecords(), "[HKEY_LOCAL_MACHINE\\Software\\Probe\\C]\r\n@=\"Wert C\"\r\n\r\n");
     EXPECT_EQ(openFileCount(), 1);
-    EXPECT_EQ(form().lblScanBericht.caption(), "");
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), "");
     EXPECT_EQ(logLines().size(), 1u);
 }
 
@@ -164,7 +164,7 @@ TEST_F(RemovalOfflineTest, OnThe9xFamilyTheSubTreeGoesAlong) {
     offline::machine().registry.setNtFamily(false);
     setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A\\Unten\\Tiefer", "", "u");
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "@", "");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
 }
 
@@ -176,7 +176,7 @@ TEST_F(RemovalOfflineTest, EachRecordIsOneWriteBeforeItsDeletion) {
     offline::faults().observe([&](std::string_view operation) {
         if (operation == "WriteFile" || operation == "RegDeleteKeyA") calls.emplace_back(operation);
     });
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     offline::faults().clear();
     EXPECT_EQ(calls, (Texts{"WriteFile", "WriteFile", "WriteFile", "WriteFile", "WriteFile", "WriteFile",
                             "WriteFile", "WriteFile", "WriteFile", "RegDeleteKeyA", "WriteFile", "WriteFile",
@@ -187,7 +187,7 @@ TEST_F(RemovalOfflineTest, NothingPumpsEventsDuringARemoval) {
     for (const char* name : {"A", "B"}) addKey(name);
     bool pumped = false;
     atPump(1, [&] { pumped = true; });
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(pumped);
 }
 

@@ -6,17 +6,17 @@ namespace {
 TEST_F(RemovalTest, AllRowsAreSavedDeletedAndCleared) {
     addKey("A");
     addKey("B");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_TRUE(isGone("B"));
     EXPECT_EQ(list().count(), 0);
-    EXPECT_EQ(form().lblScanBericht.caption(), allMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), allMessage);
     EXPECT_EQ(openFileCount(), 0);
 }
 
 TEST_F(RemovalTest, RecordsStandInTheOrderOfTheListSortedDownwardsByKey) {
     for (const char* name : {"B", "D", "A", "C"}) addKey(name);
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(undoRecords(),
               "[HKEY_LOCAL_MACHINE\\Software\\Probe\\D]\r\n@=\"Wert D\"\r\n\r\n"
               "[HKEY_LOCAL_MACHINE\\Software\\Probe\\C]\r\n@=\"Wert C\"\r\n\r\n"
@@ -36,7 +36,7 @@ TEST_F(RemovalTest, OfMarkedRowsTheOthersStay) {
     EXPECT_EQ(rowKeys(), (Texts{"[HKEY_LOCAL_MACHINE\\Software\\Probe\\C]",
                                 "[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]"}));
     EXPECT_EQ(undoRecords(), "[HKEY_LOCAL_MACHINE\\Software\\Probe\\B]\r\n@=\"Wert B\"\r\n\r\n");
-    EXPECT_EQ(form().lblScanBericht.caption(), markedMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), markedMessage);
 }
 
 TEST_F(RemovalTest, TheRowThatMovesUpIntoPlaceThreeIsLookedAtNext) {
@@ -63,32 +63,32 @@ TEST_F(RemovalTest, WithoutAMarkedRowTheFileHoldsItsHeaderAlone) {
     removeMarked();
     EXPECT_EQ(undoRecords(), "");
     EXPECT_FALSE(isGone("A"));
-    EXPECT_EQ(form().lblScanBericht.caption(), markedMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), markedMessage);
 }
 
 TEST_F(RemovalTest, AnEmptyListGivesAFileWithItsHeaderAlone) {
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(undoRecords(), "");
-    EXPECT_EQ(form().lblScanBericht.caption(), allMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), allMessage);
 }
 
 TEST_F(RemovalTest, AMissingBackupFolderIsMadeAndTheRunGoesOn) {
     BackupPath = folder() + "Neu\\";
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(isGone("A"));
     EXPECT_EQ(undoRecords(), "[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n@=\"Wert A\"\r\n\r\n");
     EXPECT_EQ(logLines(), (Texts{"frmMain; ProblemeEntfernen; Ordner " + BackupPath +
                                  " angelegt; 76; Pfad nicht gefunden"}));
     EXPECT_TRUE(boxes().empty());
-    EXPECT_EQ(form().lblScanBericht.caption(), allMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), allMessage);
 }
 
 TEST_F(RemovalTest, AFolderThatCannotBeMadeIsTheCallersFailure) {
     BackupPath = folder() + "Fehlt\\Auch\\";
     addKey("A");
     try {
-        form().ProblemeEntfernen();
+        form().scan.ProblemeEntfernen();
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_EQ(failure.number, 76);
@@ -100,18 +100,18 @@ TEST_F(RemovalTest, AFolderThatCannotBeMadeIsTheCallersFailure) {
 TEST_F(RemovalTest, ThroughTheButtonThatFailureIsReportedAndThePageIsReset) {
     BackupPath = folder() + "Fehlt\\Auch\\";
     addKey("A");
-    form().cmdStart.setCaption("&Entfernen");
-    form().cmdStart_Click();
+    form().scan.cmdStart.setCaption("&Entfernen");
+    form().scan.cmdStart_Click();
     EXPECT_EQ(logLines(), (Texts{"frmMain; cmdStart_Click; ; 76; Pfad nicht gefunden"}));
-    EXPECT_EQ(form().cmdStart.caption(), "&Start");
+    EXPECT_EQ(form().scan.cmdStart.caption(), "&Start");
     EXPECT_FALSE(isGone("A"));
 }
 
 TEST_F(RemovalTest, RowsWhoseKeyIsGoneAreStillSavedAndCounted) {
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\Fort]", "\"Name\"", "x");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(undoRecords(), "[HKEY_LOCAL_MACHINE\\Software\\Probe\\Fort]\r\n\"Name\"=\"x\"\r\n\r\n");
-    EXPECT_EQ(form().lblScanBericht.caption(), allMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), allMessage);
 }
 
 TEST_F(RemovalTest, TwoRowsOfOneKeyGiveTwoRecords) {
@@ -119,7 +119,7 @@ TEST_F(RemovalTest, TwoRowsOfOneKeyGiveTwoRecords) {
     setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A", "zwei", "2");
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "\"zwei\"", "2");
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "\"eins\"", "1");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(undoRecords(),
               "[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n\"zwei\"=\"2\"\r\n\r\n"
               "[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]\r\n\"eins\"=\"1\"\r\n\r\n");
@@ -132,7 +132,7 @@ TEST_F(RemovalTest, ADeadLinkRowWithoutBackslashBehindTheHiveDeletesNothing) {
     setString(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{A}\\Interface", "", "{L}");
     add("[HKEY_LOCAL_MACHINESoftware\\Classes\\CLSID\\{A}\\Interface]", "@", "{L}");
     switchTracingOn();
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_TRUE(keyExists(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{A}\\Interface"));
     EXPECT_EQ(undoRecords(),
               "[HKEY_LOCAL_MACHINESoftware\\Classes\\CLSID\\{A}\\Interface]\r\n@=\"{L}\"\r\n\r\n");
@@ -146,23 +146,23 @@ TEST_F(RemovalTest, ADeadLinkRowWithoutBackslashBehindTheHiveDeletesNothing) {
 TEST_F(RemovalTest, ARowWithoutAnyBackslashEndsTheRemovalWithTheDialog) {
     add("[K]", "@", "");
     addKey("A");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_EQ(logLines(),
               (Texts{"frmMain; ProblemeEntfernen; ; 5; Ungültiger Prozeduraufruf oder ungültiges Argument"}));
     EXPECT_EQ(undoRecords(), "[K]\r\n@=\"\"\r\n\r\n");
     EXPECT_EQ(list().count(), 2);
     EXPECT_FALSE(isGone("A"));
-    EXPECT_EQ(form().lblScanBericht.caption(), "");
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), "");
     EXPECT_EQ(openFileCount(), 1);  // the file stays open
 }
 
 TEST_F(RemovalTest, OnTheNtFamilyAKeyWithSubKeysStaysAndCountsAsRemoved) {
     setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A\\Unten", "", "u");
     add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "@", "");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(isGone("A"));
     EXPECT_EQ(list().count(), 0);
-    EXPECT_EQ(form().lblScanBericht.caption(), allMessage);
+    EXPECT_EQ(form().scan.lblScanBericht.caption(), allMessage);
     EXPECT_EQ(logLines(), Texts{});
 }
 
@@ -174,7 +174,7 @@ TEST_F(RemovalTest, UmlautsQuotesAndEmptyDataReachTheFileAsTheRowHoldsThem) {
     add("[HKEY_CURRENT_USER\\Software\\Gr\xF6\xDF"
         "e]",
         "\"Na\"me\"", "\xC4\"\\\"", "-2147483647");
-    form().ProblemeEntfernen();
+    form().scan.ProblemeEntfernen();
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER,
                            "Software\\Gr\xF6\xDF"
                            "e"));

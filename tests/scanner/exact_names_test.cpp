@@ -154,7 +154,7 @@ TEST_F(ExactNames, AnObjectWithOneSuchKeyIsLeftAloneWhole) {
     makeKey(HKEY_LOCAL_MACHINE, kClsid + u"{1}\\\u0142");
     server(u"{2}", u"C:\\Fehlt\\srv.exe");
     EXPECT_EQ(scanned().size(), 2u);
-    EXPECT_EQ(form().lvwRegKeys.item(1).column(kKeyLine),
+    EXPECT_EQ(form().scan.lvwRegKeys.item(1).column(kKeyLine),
               "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{2}\\LocalServer32]");
 }
 
@@ -225,7 +225,7 @@ TEST_F(ExactNames, RowsOfADeadLinkAreTakenBackWhenSuchAKeyFollows) {
           "00322");
     enter(kObject + "\\TypeLib", "@", "{D}");
     ASSERT_EQ(rows().size(), 4u);
-    form().lvwRegKeys_ColumnClick(1);  // the user sorts meanwhile
+    form().scan.sortBy(1);  // the user sorts meanwhile
     enter(kObject +
               "\\\x1A"
               "00322",
@@ -252,7 +252,7 @@ TEST_F(ExactNames, ALargerObjectsOneRowIsTakenBackAsWell) {
 TEST_F(ExactNames, AClearedListHasNothingToTakeBack) {
     enter(kObject, "@", "");
     enter(kObject + "\\TypeLib", "@", "{D}");
-    form().lvwRegKeys.clear();
+    form().scan.lvwRegKeys.clear();
     enter(kObject +
               "\\\x1A"
               "00322",

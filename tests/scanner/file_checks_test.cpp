@@ -149,7 +149,7 @@ TEST_F(CheckFileTest, OnlySomeKeysNameFiles) {
         enter(one.key, one.name, file);
         closeGroup();
         EXPECT_EQ(rows().size(), one.tested ? 1u : 0u) << one.key << " " << one.name;
-        form().lvwRegKeys.clear();
+        form().scan.lvwRegKeys.clear();
         entryGroup().clear();
         GroupOpen = false;
     }

@@ -134,7 +134,7 @@ TEST_F(CheckRegTest, EventsArePumpedOncePerEntryOfAClosingGroup) {
 
 TEST_F(CheckRegTest, AScanEndedByAnAbortLeavesItsGroupForTheNextOne) {
     enter(kClsid + "\\{A}", "@", "");
-    form().cmdAbbrechen_Click();
+    form().scan.cmdAbbrechen_Click();
     EXPECT_EQ(entryGroup().count(), 1);
     closeGroup();
     EXPECT_EQ(rows(), (Texts{"[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{A}] | @ |  | -2147483646"}));
@@ -179,7 +179,7 @@ TEST_F(CrossLinkTest, LinksToClassesAndInterfacesHaveNoBackslashBehindTheHivesNa
         rows(),
         (Texts{"[HKEY_LOCAL_MACHINESoftware\\Classes\\Interface\\{A}\\ProxyStubClsid]\\{x}\\Clsid] | @ | "
                "{L} | -2147483646"}));
-    form().lvwRegKeys.clear();
+    form().scan.lvwRegKeys.clear();
     enter(kClsid + "\\{B}\\Interface", "@", "{M}");
     EXPECT_EQ(
         rows(),

@@ -77,18 +77,18 @@ TEST_F(FollowUpTest, RebootAfterDeleteRestartsAndClosesAndAutoCloseClosesAgain) 
 
 TEST_F(FollowUpTest, WithMarkedRowsThereIsNeitherRestartNorClose) {
     scan();
-    form().chbRegKeysShow.setValue(1);
-    form().chbMarkierteKeysEntfernen.setValue(1);
-    form().lvwRegKeys.item(1).setSelected(true);
+    form().scan.chbRegKeysShow.setValue(1);
+    form().scan.chbMarkierteKeysEntfernen.setValue(1);
+    form().scan.lvwRegKeys.item(1).setSelected(true);
     AutoClose = 1;
     RebootAfterDelete = 1;
     scan();
     EXPECT_EQ(logged("AutoClose + Reboot") + logged("AutoClose"), 0);
     EXPECT_EQ(events(EventKind::Restart), 0u);
     EXPECT_EQ(events(EventKind::End), 0u);
-    EXPECT_EQ(form().lvwRegKeys.count(), 1);
+    EXPECT_EQ(form().scan.lvwRegKeys.count(), 1);
     EXPECT_EQ(caption(), "&Entfernen");
-    EXPECT_TRUE(form().lvwRegKeys.visible());
+    EXPECT_TRUE(form().scan.lvwRegKeys.visible());
 }
 
 // --- hostile registries ---
@@ -150,7 +150,7 @@ TEST_F(HostileScanTest, AnObjectOf33000ValuesIsJudgedWhole) {
     setString(HKEY_LOCAL_MACHINE, key, "zuletzt", "C:\\Fehlt\\a.dll");
     setString(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{B}", "", "b");
     scan();
-    EXPECT_EQ(form().lvwRegKeys.count(), 33002);
+    EXPECT_EQ(form().scan.lvwRegKeys.count(), 33002);
 }
 
 // --- restart ---

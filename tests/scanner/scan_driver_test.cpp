@@ -11,7 +11,7 @@ class ScanDriverTest : public EveryPump {
         setString(HKEY_LOCAL_MACHINE, "Software\\Classes\\CLSID\\{B}", "", "b");
     }
     void expectIdle() {
-        EXPECT_TRUE(form().cmdStart.enabled());
+        EXPECT_TRUE(form().scan.cmdStart.enabled());
         EXPECT_EQ(form().mousePointer(), MousePointer::Default);
         EXPECT_FALSE(form().tmrTimer.enabled());
         EXPECT_EQ(form().ProgressBar_.value(), 0);
@@ -22,13 +22,13 @@ class ScanDriverTest : public EveryPump {
         expectIdle();
         EXPECT_EQ(caption(), "Start");
         EXPECT_EQ(panel(2), "Version 1.0.0");
-        EXPECT_EQ(form().lblScanTxt.caption(), "");
-        EXPECT_EQ(form().lblScanProzent.caption(), "");
+        EXPECT_EQ(form().scan.lblScanTxt.caption(), "");
+        EXPECT_EQ(form().scan.lblScanProzent.caption(), "");
         EXPECT_EQ(report(), "");
-        EXPECT_TRUE(form().lblScanBericht.visible());
-        EXPECT_FALSE(form().lvwRegKeys.visible());
-        EXPECT_FALSE(form().chbRegKeysShow.enabled());
-        EXPECT_FALSE(form().chbMarkierteKeysEntfernen.enabled());
+        EXPECT_TRUE(form().scan.lblScanBericht.visible());
+        EXPECT_FALSE(form().scan.lvwRegKeys.visible());
+        EXPECT_FALSE(form().scan.chbRegKeysShow.enabled());
+        EXPECT_FALSE(form().scan.chbMarkierteKeysEntfernen.enabled());
     }
 };
 
@@ -37,11 +37,11 @@ TEST_F(ScanDriverTest, AnEmptyRegistryHasOneEntryPerStartKeyAndNoFault) {
     scan();
     expectIdle();
     EXPECT_EQ(report(), "Hervorragend, keine Fehler gefunden. (0 von 9 Einträgen = 0%)");
-    EXPECT_EQ(form().lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
-    EXPECT_EQ(form().lblScanProzent.caption(), "100% fertig");
+    EXPECT_EQ(form().scan.lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
+    EXPECT_EQ(form().scan.lblScanProzent.caption(), "100% fertig");
     EXPECT_EQ(panel(2), "Gefundene Fehler: 0");
     EXPECT_EQ(caption(), "&Start");
-    EXPECT_FALSE(form().chbRegKeysShow.enabled());
+    EXPECT_FALSE(form().scan.chbRegKeysShow.enabled());
     EXPECT_EQ(form().ProgressBar_.maximum(), 9);
 }
 
@@ -57,9 +57,9 @@ TEST_F(ScanDriverTest, FaultsTurnTheButtonAndTheListStaysHidden) {
     scan();
     expectIdle();
     EXPECT_EQ(caption(), "&Entfernen");
-    EXPECT_TRUE(form().chbRegKeysShow.enabled());
-    EXPECT_EQ(form().chbRegKeysShow.value(), 0);
-    EXPECT_FALSE(form().lvwRegKeys.visible());
+    EXPECT_TRUE(form().scan.chbRegKeysShow.enabled());
+    EXPECT_EQ(form().scan.chbRegKeysShow.value(), 0);
+    EXPECT_FALSE(form().scan.lvwRegKeys.visible());
     EXPECT_EQ(panel(2), "Gefundene Fehler: 2");
     EXPECT_EQ(rows(), (Texts{
                           "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{A}\\InprocServer32] | @ | "
@@ -119,7 +119,7 @@ TEST_F(ScanDriverTest, AnEntryThatClosesAGroupIsShownTwiceAndTheTotalStays) {
     Texts seen;
     atEveryPump([&] {
         if (panel(1).starts_with("Eintrag"))
-            seen.push_back(panel(1) + " " + form().lblScanProzent.caption() + " " +
+            seen.push_back(panel(1) + " " + form().scan.lblScanProzent.caption() + " " +
                            std::to_string(form().ProgressBar_.value()) + "/" +
                            std::to_string(form().ProgressBar_.maximum()));
     });
@@ -146,7 +146,7 @@ TEST_F(ScanDriverTest, PercentsAreRoundedHalfToEven) {
     Texts seen;
     atEveryPump([&] {
         if (panel(1) == "Eintrag 1 wird gescannt..." || panel(1) == "Eintrag 3 wird gescannt...")
-            seen.push_back(form().lblScanProzent.caption());
+            seen.push_back(form().scan.lblScanProzent.caption());
     });
     scan();
     EXPECT_EQ(seen, (Texts{"2% fertig", "8% fertig"}));  // 2.5 and 7.5
@@ -155,7 +155,7 @@ TEST_F(ScanDriverTest, PercentsAreRoundedHalfToEven) {
 TEST_F(ScanDriverTest, TheStepsShowTheirTextsInOrder) {
     Texts seen;
     atEveryPump([&] {
-        const std::string now = panel(1) + " | " + form().lblScanTxt.caption();
+        const std::string now = panel(1) + " | " + form().scan.lblScanTxt.caption();
         if ((seen.empty() || seen.back() != now) && !panel(1).starts_with("Eintrag")) seen.push_back(now);
     });
     scan();
@@ -187,7 +187,7 @@ TEST_F(ScanDriverTest, WhileItRunsTheButtonIsDisabledAndTheHourglassShows) {
     bool looked = false;
     atPump(2, [&] {
         looked = true;
-        EXPECT_FALSE(form().cmdStart.enabled());
+        EXPECT_FALSE(form().scan.cmdStart.enabled());
         EXPECT_EQ(form().mousePointer(), MousePointer::Hourglass);
         EXPECT_TRUE(form().tmrTimer.enabled());
         EXPECT_EQ(form().tmrTimer.interval(), 50u);
@@ -211,15 +211,15 @@ TEST_F(ScanDriverTest, BetweenThePhasesTheNumberOfEntriesShows) {
 TEST_F(ScanDriverTest, AnAbortInPhase1KeepsTheRowsUntilTheNextScanClearsThem) {
     switchTracingOn();
     form().show();
-    form().lvwRegKeys.add({"[alt]", "@", "", "-2147483646"}, 1);
+    form().scan.lvwRegKeys.add({"[alt]", "@", "", "-2147483646"}, 1);
     atPump(2, [&] {
-        form().lvwRegKeys.add({"[neu]", "@", "", "-2147483646"}, 1);
-        form().cmdAbbrechen.userClick();
+        form().scan.lvwRegKeys.add({"[neu]", "@", "", "-2147483646"}, 1);
+        form().scan.cmdAbbrechen.userClick();
     });
     scan();
     expectAborted();
     EXPECT_EQ(rows(), (Texts{"[neu] | @ |  | -2147483646"}));
-    EXPECT_EQ(form().focused(), &form().cmdStart);
+    EXPECT_EQ(form().focused(), &form().scan.cmdStart);
     const Texts log = logLines();
     EXPECT_EQ(log.back(), "frmMain; cmdStart_Click; Scan abgebrochen; 0; ");
     EXPECT_EQ(std::count(log.begin(), log.end(), "frmMain; cmdStart_Click; Schritt 2 begonnen; 0; "), 0);
@@ -233,7 +233,7 @@ TEST_F(ScanDriverTest, AnAbortInPhase2EndsWithTheNextEntry) {
     switchTracingOn();
     form().show();
     Texts seen;
-    atPump(29, [&] { form().cmdAbbrechen.userClick(); });
+    atPump(29, [&] { form().scan.cmdAbbrechen.userClick(); });
     atPump(30, [&] { seen.push_back("zu spät"); });
     scan();
     expectAborted();
@@ -245,7 +245,7 @@ TEST_F(ScanDriverTest, AnAbortWhileAGroupIsJudgedKeepsTheRowsFoundSoFar) {
     makeFaultySmallRegistry();
     form().show();
     atEveryPump([&] {
-        if (panel(1) == "Eintrag 5 wird gescannt...") form().cmdAbbrechen.userClick();
+        if (panel(1) == "Eintrag 5 wird gescannt...") form().scan.cmdAbbrechen.userClick();
     });
     scan();
     expectAborted();
@@ -256,7 +256,7 @@ TEST_F(ScanDriverTest, AnAbortWhileAGroupIsJudgedKeepsTheRowsFoundSoFar) {
 // Disabling the button is the only guard, and the menu goes past it.
 TEST_F(ScanDriverTest, AScanStartedFromTheMenuRunsInsideTheFirstWhichThenEnds) {
     switchTracingOn();
-    atPump(29, [&] { form().mnuPopUpStartScan_Click(); });
+    atPump(29, [&] { form().scan.mnuPopUpStartScan_Click(); });
     scan();
     expectAborted();
     const Texts log = logLines();
@@ -272,11 +272,11 @@ TEST_F(ScanDriverTest, AScanStartedFromTheMenuRunsInsideTheFirstWhichThenEnds) {
 TEST_F(ScanDriverTest, AbbrechenDiscardsTheOfferAndKeepsTheRows) {
     makeFaultySmallRegistry();
     scan();
-    form().chbRegKeysShow.setValue(1);
-    form().cmdAbbrechen_Click();
+    form().scan.chbRegKeysShow.setValue(1);
+    form().scan.cmdAbbrechen_Click();
     expectAborted();
     EXPECT_EQ(rows().size(), 2u);
-    EXPECT_EQ(form().chbRegKeysShow.value(), 0);
+    EXPECT_EQ(form().scan.chbRegKeysShow.value(), 0);
     scan();
     EXPECT_EQ(caption(), "&Entfernen");
 }
@@ -284,16 +284,16 @@ TEST_F(ScanDriverTest, AbbrechenDiscardsTheOfferAndKeepsTheRows) {
 TEST_F(ScanDriverTest, RemovingAllResetsThePageAndKeepsTheReport) {
     makeFaultySmallRegistry();
     scan();
-    form().chbRegKeysShow.setValue(1);
+    form().scan.chbRegKeysShow.setValue(1);
     scan();
     EXPECT_EQ(caption(), "&Start");
-    EXPECT_EQ(form().lvwRegKeys.count(), 0);
-    EXPECT_FALSE(form().lvwRegKeys.visible());
-    EXPECT_EQ(form().chbRegKeysShow.value(), 0);
-    EXPECT_FALSE(form().chbRegKeysShow.enabled());
-    EXPECT_FALSE(form().chbMarkierteKeysEntfernen.enabled());
-    EXPECT_FALSE(form().lblScanProzent.visible());
-    EXPECT_EQ(form().lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
+    EXPECT_EQ(form().scan.lvwRegKeys.count(), 0);
+    EXPECT_FALSE(form().scan.lvwRegKeys.visible());
+    EXPECT_EQ(form().scan.chbRegKeysShow.value(), 0);
+    EXPECT_FALSE(form().scan.chbRegKeysShow.enabled());
+    EXPECT_FALSE(form().scan.chbMarkierteKeysEntfernen.enabled());
+    EXPECT_FALSE(form().scan.lblScanProzent.visible());
+    EXPECT_EQ(form().scan.lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
     EXPECT_EQ(report(), "Die erkannten Fehler wurden erfolgreich entfernt und gesichert.");
     EXPECT_EQ(panel(1), "Status");
     EXPECT_EQ(panel(2), "Version 1.0.0");
@@ -306,14 +306,14 @@ TEST_F(ScanDriverTest, RemovingMarkedRowsKeepsTheOffer) {
     AutoClose = 1;
     AutoEntfernen = 0;
     // AutoClose would end the process here, were it looked at.
-    form().lvwRegKeys.add({"[HKEY_LOCAL_MACHINE\\Software\\Nichts]", "@", "", "-2147483646"}, 1);
-    form().cmdStart.setCaption("&Entfernen");
-    form().chbMarkierteKeysEntfernen.setValue(1);
-    form().cmdStart_Click();
+    form().scan.lvwRegKeys.add({"[HKEY_LOCAL_MACHINE\\Software\\Nichts]", "@", "", "-2147483646"}, 1);
+    form().scan.cmdStart.setCaption("&Entfernen");
+    form().scan.chbMarkierteKeysEntfernen.setValue(1);
+    form().scan.cmdStart_Click();
     EXPECT_EQ(caption(), "&Entfernen");
-    EXPECT_EQ(form().lvwRegKeys.count(), 1);
+    EXPECT_EQ(form().scan.lvwRegKeys.count(), 1);
     EXPECT_EQ(report(), "Die markierten Fehler wurden erfolgreich entfernt und gesichert.");
-    EXPECT_EQ(form().chbMarkierteKeysEntfernen.value(), 1);
+    EXPECT_EQ(form().scan.chbMarkierteKeysEntfernen.value(), 1);
 }
 
 TEST_F(ScanDriverTest, AutoEntfernenRemovesAtTheEndOfTheScan) {

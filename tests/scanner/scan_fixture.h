@@ -23,16 +23,16 @@ class ScanTest : public TestMachine {
     ScanTest() { fillState(); }
 
     static FrmMain& form() { return frmMain(); }
-    static void scan() { form().cmdStart_Click(); }
-    static const std::string& report() { return form().lblScanBericht.caption(); }
+    static void scan() { form().scan.cmdStart_Click(); }
+    static const std::string& report() { return form().scan.lblScanBericht.caption(); }
     static const std::string& panel(int number) { return form().StatusBar_.panelText(number); }
-    static const std::string& caption() { return form().cmdStart.caption(); }
+    static const std::string& caption() { return form().scan.cmdStart.caption(); }
 
     // "KeyLine | ValueName | ValueData | HiveHandle", in the order that the list shows.
     static Texts rows() {
         Texts result;
-        for (int row = 1; row <= form().lvwRegKeys.count(); ++row) {
-            const ListItem& item = form().lvwRegKeys.item(row);
+        for (int row = 1; row <= form().scan.lvwRegKeys.count(); ++row) {
+            const ListItem& item = form().scan.lvwRegKeys.item(row);
             result.push_back(item.column(kKeyLine) + " | " + item.column(kValueName) + " | " +
                              item.column(kValueData) + " | " + item.column(kHiveHandle));
         }

@@ -34,7 +34,7 @@ TEST_F(ScanReportOfflineTest, OneFaultIn30000EntriesIsExcellentAndCanBeRemoved) 
     scan();
     EXPECT_EQ(report(), "Hervorragend, keine Fehler gefunden. (1 von 30000 Einträgen = 0%)");
     EXPECT_EQ(caption(), "&Entfernen");
-    EXPECT_TRUE(form().chbRegKeysShow.enabled());
+    EXPECT_TRUE(form().scan.chbRegKeysShow.enabled());
 }
 
 }  // namespace

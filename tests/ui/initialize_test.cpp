@@ -27,9 +27,9 @@ TEST_F(Initialize, CaptionAndPanelsTellTitleAndVersion) {
     EXPECT_EQ(frmMain().StatusBar_.panels()[2].width, 2721);
     EXPECT_EQ(frmMain().ProgressBar_.minimum(), 0);
     EXPECT_EQ(frmMain().ProgressBar_.maximum(), 100);
-    EXPECT_EQ(frmMain().txtAppVer.text(), "1.0.0");
-    EXPECT_EQ(frmMain().txtErrNr.text(), "");
-    EXPECT_EQ(frmMain().txtErrDesc.text(), "");
+    EXPECT_EQ(frmMain().bugReport.txtAppVer.text(), "1.0.0");
+    EXPECT_EQ(frmMain().bugReport.txtErrNr.text(), "");
+    EXPECT_EQ(frmMain().bugReport.txtErrDesc.text(), "");
 }
 
 TEST_F(Initialize, TheNavigationBarHasThreeBarsWithElevenItems) {
@@ -68,7 +68,7 @@ TEST_F(Initialize, TheNavigationBarHasThreeBarsWithElevenItems) {
 
 TEST_F(Initialize, TheStartTextHasThreeParagraphs) {
     EXPECT_EQ(
-        frmMain().lblStartText.caption(),
+        frmMain().scan.lblStartText.caption(),
         "Bromvale ist ein Programm, das nach Fehlern in der Windows Registrierungs-Datenbank sucht und diese "
         "behebt.\r\n\r\n"
         "Sollten Fehler in der Windows Registrierungs-Datenbank gefunden werden, können diese von Ihnen "
@@ -82,68 +82,68 @@ TEST_F(Initialize, TheStartTextHasThreeParagraphs) {
 }
 
 TEST_F(Initialize, TheAnswersToWhereTheErrorCameUpStandInOrder) {
-    EXPECT_EQ(entries(frmMain().cboErrHow),
+    EXPECT_EQ(entries(frmMain().bugReport.cboErrHow),
               (std::vector<std::string>{
                   "Bromvale installieren", "Registry-Scan", "Reg-Dateien eintragen", "Reg-Dateien bearbeiten",
                   "Reg-Dateien löschen", "Animation aktivieren", "Anmation wechseln", "Hilfe anzeigen",
                   "Bug-Report senden", "Live-Update", "Optionen", "Programme deinstallieren",
                   "Programm beenden", "Bromvale deinstallieren"}));
-    EXPECT_EQ(frmMain().cboErrHow.text(), "Bromvale installieren");
+    EXPECT_EQ(frmMain().bugReport.cboErrHow.text(), "Bromvale installieren");
 }
 
 TEST_F(Initialize, AKnownSystemIsShownGreyedAndTheServicePackStaysEditable) {
-    EXPECT_EQ(frmMain().cboOS.text(), "Windows XP");
-    EXPECT_FALSE(frmMain().cboOS.enabled());
-    EXPECT_EQ(frmMain().cboOS.backColor(), BackColor::Greyed);
-    EXPECT_EQ(frmMain().cboOS.count(), 0);
-    frmMain().cboOS.userText("Windows 98");
-    EXPECT_EQ(frmMain().cboOS.text(), "Windows XP");
+    EXPECT_EQ(frmMain().bugReport.cboOS.text(), "Windows XP");
+    EXPECT_FALSE(frmMain().bugReport.cboOS.enabled());
+    EXPECT_EQ(frmMain().bugReport.cboOS.backColor(), BackColor::Greyed);
+    EXPECT_EQ(frmMain().bugReport.cboOS.count(), 0);
+    frmMain().bugReport.cboOS.userText("Windows 98");
+    EXPECT_EQ(frmMain().bugReport.cboOS.text(), "Windows XP");
 
-    EXPECT_EQ(entries(frmMain().cboServicePack),
+    EXPECT_EQ(entries(frmMain().bugReport.cboServicePack),
               (std::vector<std::string>{"", "SP 1", "SP 2", "SP 3", "SP 4", "SP 5", "SP 6"}));
-    EXPECT_EQ(frmMain().cboServicePack.text(), "Build 2600");
-    EXPECT_TRUE(frmMain().cboServicePack.enabled());
+    EXPECT_EQ(frmMain().bugReport.cboServicePack.text(), "Build 2600");
+    EXPECT_TRUE(frmMain().bugReport.cboServicePack.enabled());
 }
 
 TEST_F(Initialize, AnUnknownSystemIsChosenFromAList) {
     OSName = "";
     OSBuild = "";
-    EXPECT_EQ(entries(frmMain().cboOS),
+    EXPECT_EQ(entries(frmMain().bugReport.cboOS),
               (std::vector<std::string>{"Windows 98", "Windows 98 SE", "Windows NT4", "Windows 2000",
                                         "Windows ME", "Windows XP"}));
-    EXPECT_EQ(frmMain().cboOS.text(), "Windows 98");
-    EXPECT_TRUE(frmMain().cboOS.enabled());
-    EXPECT_EQ(frmMain().cboOS.backColor(), BackColor::Default);
-    EXPECT_EQ(frmMain().cboServicePack.text(), "");
+    EXPECT_EQ(frmMain().bugReport.cboOS.text(), "Windows 98");
+    EXPECT_TRUE(frmMain().bugReport.cboOS.enabled());
+    EXPECT_EQ(frmMain().bugReport.cboOS.backColor(), BackColor::Default);
+    EXPECT_EQ(frmMain().bugReport.cboServicePack.text(), "");
 }
 
 TEST_F(Initialize, TheDaysListStartsAtItsEmptyEntry) {
-    EXPECT_EQ(entries(frmMain().cboAutoRegFileDel),
+    EXPECT_EQ(entries(frmMain().options.cboAutoRegFileDel),
               (std::vector<std::string>{"", "10", "20", "30", "50", "100"}));
-    EXPECT_EQ(frmMain().cboAutoRegFileDel.text(), "");
+    EXPECT_EQ(frmMain().options.cboAutoRegFileDel.text(), "");
 }
 
 TEST_F(Initialize, OnlyTheScanPageIsVisibleAndItsLabelsAreEmpty) {
     EXPECT_EQ(shownPages(), "Frame1 ");
-    EXPECT_EQ(frmMain().lblScanBericht.caption(), "");
-    EXPECT_EQ(frmMain().lblScanProzent.caption(), "");
-    EXPECT_EQ(frmMain().lblScanTxt.caption(), "");
+    EXPECT_EQ(frmMain().scan.lblScanBericht.caption(), "");
+    EXPECT_EQ(frmMain().scan.lblScanProzent.caption(), "");
+    EXPECT_EQ(frmMain().scan.lblScanTxt.caption(), "");
 }
 
 TEST_F(Initialize, TheAnimationIsSwitchedOffWhateverItsSettingSays) {
     AgentLoad = 1;
-    EXPECT_FALSE(frmMain().cboAgentType.enabled());
-    EXPECT_FALSE(frmMain().chbLoadAgent.enabled());
-    EXPECT_FALSE(frmMain().lblAgentType.enabled());
-    EXPECT_TRUE(frmMain().lblNoAgents.visible());
-    EXPECT_EQ(frmMain().lblNoAgents.caption(), "Diese Funktion steht nicht zur Verfügung.");
+    EXPECT_FALSE(frmMain().options.cboAgentType.enabled());
+    EXPECT_FALSE(frmMain().options.chbLoadAgent.enabled());
+    EXPECT_FALSE(frmMain().options.lblAgentType.enabled());
+    EXPECT_TRUE(frmMain().options.lblNoAgents.visible());
+    EXPECT_EQ(frmMain().options.lblNoAgents.caption(), "Diese Funktion steht nicht zur Verfügung.");
 }
 
 TEST_F(Initialize, WithAutoScanTheWindowIsShownAndScans) {
     AutoScan = 1;
     EXPECT_TRUE(frmMain().visible());
-    EXPECT_EQ(frmMain().lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
-    EXPECT_EQ(frmMain().cmdStart.caption(), "&Start");
+    EXPECT_EQ(frmMain().scan.lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
+    EXPECT_EQ(frmMain().scan.cmdStart.caption(), "&Start");
 }
 
 TEST_F(Initialize, TheTimerMovesTheBarInStepsOfFiveAndStartsOverAtItsEnd) {

@@ -3,8 +3,8 @@
 #include <array>
 #include <iterator>
 
+#include "tests/ui/form_rows.h"
 #include "tests/ui/main_form_fixture.h"
-#include "ui/layout_main.h"
 
 namespace bromvale::testing {
 namespace {
@@ -107,23 +107,20 @@ constexpr Designed kDesigned[] = {
 // clang-format on
 
 // The pages' own frames and the menus are told elsewhere.
-std::vector<ControlRow> placedRows() {
-    std::vector<ControlRow> rows;
-    for (const auto page : {layoutWindow(), layoutScan(), layoutBackup(), layoutBugReport(), layoutPrograms(),
-                            layoutOptions(), layoutCleanup()}) {
-        std::ranges::copy_if(page, std::back_inserter(rows), [](const ControlRow& row) {
-            const bool isPage = row.kind == ControlKind::Frame && row.container == nullptr;
-            return !isPage && row.kind != ControlKind::ImageList && row.kind != ControlKind::Timer &&
-                   row.kind != ControlKind::Socket;
-        });
-    }
+std::vector<FormRow> placedRows() {
+    std::vector<FormRow> rows = rowsOf(frmMain());
+    std::erase_if(rows, [](const FormRow& row) {
+        const bool isPage = row.kind == ControlKind::Frame && row.container.empty();
+        return isPage || row.kind == ControlKind::ImageList || row.kind == ControlKind::Timer ||
+               row.kind == ControlKind::Socket || row.kind == ControlKind::Menu;
+    });
     return rows;
 }
 
 std::string namesWith(LayoutFlag flag) {
     std::string names;
-    for (const ControlRow& row : placedRows()) {
-        if ((row.flags & flag) != 0) names += std::string(row.name) + " ";
+    for (const FormRow& row : placedRows()) {
+        if ((row.facts.flags & flag) != 0) names += row.name + " ";
     }
     return names;
 }
@@ -131,26 +128,25 @@ std::string namesWith(LayoutFlag flag) {
 using LayoutPlaces = MainFormTest;
 
 TEST_F(LayoutPlaces, EveryControlStandsAsDesigned) {
-    const std::vector<ControlRow> rows = placedRows();
+    const std::vector<FormRow> rows = placedRows();
     EXPECT_EQ(rows.size(), std::size(kDesigned));
     for (const Designed& wanted : kDesigned) {
-        const auto row =
-            std::ranges::find_if(rows, [&](const ControlRow& r) { return wanted.name == r.name; });
+        const auto row = std::ranges::find(rows, std::string(wanted.name), &FormRow::name);
         ASSERT_NE(row, rows.end()) << wanted.name;
-        EXPECT_EQ(row->container == nullptr ? "" : row->container, wanted.container) << wanted.name;
-        EXPECT_EQ(row->place, wanted.place) << wanted.name;
-        EXPECT_EQ(row->tab, wanted.tab) << wanted.name;
-        EXPECT_EQ(row->caption, wanted.caption) << wanted.name;
+        EXPECT_EQ(row->container, wanted.container) << wanted.name;
+        EXPECT_EQ(row->facts.place, wanted.place) << wanted.name;
+        EXPECT_EQ(row->facts.tab, wanted.tab) << wanted.name;
+        EXPECT_EQ(row->facts.caption, wanted.caption) << wanted.name;
     }
 }
 
 // What the window does with a row: before anything is resized a control stands where its row says.
 TEST_F(LayoutPlaces, TheWindowTakesPlacesFromTheRows) {
     const FrmMain& form = frmMain();
-    EXPECT_EQ(form.chbProtokoll.place(), (Place{4080, 1580, 2295, 255}));
-    EXPECT_EQ(form.chbProtokoll.tabIndex(), 51);
-    EXPECT_EQ(form.txtErrDesc.place(), (Place{1920, 1200, 6015, 1455}));
-    EXPECT_EQ(form.txtErrDesc.tabIndex(), 2);
+    EXPECT_EQ(form.options.chbProtokoll.place(), (Place{4080, 1580, 2295, 255}));
+    EXPECT_EQ(form.options.chbProtokoll.tabIndex(), 51);
+    EXPECT_EQ(form.bugReport.txtErrDesc.place(), (Place{1920, 1200, 6015, 1455}));
+    EXPECT_EQ(form.bugReport.txtErrDesc.tabIndex(), 2);
 }
 
 TEST_F(LayoutPlaces, DisabledAtDesign) {
@@ -166,8 +162,8 @@ TEST_F(LayoutPlaces, HiddenAtDesign) {
 TEST_F(LayoutPlaces, TwoBoxesHoldSeveralLinesAndOneListIsSorted) {
     EXPECT_EQ(namesWith(kMultiLine), "txtErrDesc txtErrtxt ");
     EXPECT_EQ(namesWith(kSortedItems), "cboAgentType ");
-    EXPECT_TRUE(frmMain().txtErrDesc.multiLine());
-    EXPECT_TRUE(frmMain().cboAgentType.sorted());
+    EXPECT_TRUE(frmMain().bugReport.txtErrDesc.multiLine());
+    EXPECT_TRUE(frmMain().options.cboAgentType.sorted());
 }
 
 }  // namespace

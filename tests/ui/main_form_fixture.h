@@ -14,8 +14,9 @@ class MainFormTest : public TestMachine {
     // Names of the pages that can be seen.
     static std::string shownPages() {
         std::string names;
-        for (const Frame* page : {&frmMain().Frame1, &frmMain().Frame2, &frmMain().Frame3, &frmMain().Frame4,
-                                  &frmMain().Frame5, &frmMain().Frame7}) {
+        for (const Frame* page :
+             {&frmMain().scan.Frame1, &frmMain().backup.Frame2, &frmMain().bugReport.Frame3,
+              &frmMain().programs.Frame4, &frmMain().options.Frame5, &frmMain().cleanup.Frame7}) {
             if (page->visible()) names += page->name() + " ";
         }
         return names;

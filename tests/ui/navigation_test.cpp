@@ -25,19 +25,19 @@ TEST_F(Navigation, EachPageItemShowsItsPageAlone) {
 
 TEST_F(Navigation, GoingToTheScanPageStartsNoScan) {
     nav("Registry Scan starten");
-    EXPECT_EQ(frmMain().lblScanTxt.caption(), "");
+    EXPECT_EQ(frmMain().scan.lblScanTxt.caption(), "");
     EXPECT_EQ(frmMain().mousePointer(), MousePointer::Default);
 }
 
 TEST_F(Navigation, GoingToTheScanPageDuringAScanShowsTheHourglass) {
     FrmMain& form = frmMain();
-    form.cmdStart.setEnabled(false);
+    form.scan.cmdStart.setEnabled(false);
     nav("Backup");
     EXPECT_EQ(form.mousePointer(), MousePointer::Default);
     nav("Registry Scan starten");
     EXPECT_EQ(shownPages(), "Frame1 ");
     EXPECT_EQ(form.mousePointer(), MousePointer::Hourglass);
-    EXPECT_EQ(form.lblScanTxt.caption(), "");
+    EXPECT_EQ(form.scan.lblScanTxt.caption(), "");
 }
 
 TEST_F(Navigation, EveryChangeToAnotherPageClearsTheHourglass) {
@@ -54,59 +54,59 @@ TEST_F(Navigation, SwitchingPagesDuringAScanWorksInsideIt) {
     bool seen = false;
     atPump(2, [&] {
         seen = true;
-        EXPECT_FALSE(frmMain().cmdStart.enabled());
+        EXPECT_FALSE(frmMain().scan.cmdStart.enabled());
         nav("Backup");
         EXPECT_EQ(shownPages(), "Frame2 ");
         EXPECT_EQ(frmMain().mousePointer(), MousePointer::Default);
         nav("Registry Scan starten");
         EXPECT_EQ(frmMain().mousePointer(), MousePointer::Hourglass);
     });
-    frmMain().cmdStart.userClick();
+    frmMain().scan.cmdStart.userClick();
     EXPECT_TRUE(seen);
-    EXPECT_TRUE(frmMain().cmdStart.enabled());
+    EXPECT_TRUE(frmMain().scan.cmdStart.enabled());
     EXPECT_EQ(frmMain().mousePointer(), MousePointer::Default);
 }
 
 TEST_F(Navigation, TheCleanupPageLeavesItsBoxAloneWithoutARunValue) {
     makeKey(HKEY_LOCAL_MACHINE, kRunKey);
-    frmMain().chbTempFilesDel.setValue(1);
+    frmMain().cleanup.chbTempFilesDel.setValue(1);
     nav("Festplatte aufräumen");
-    EXPECT_EQ(frmMain().chbTempFilesDel.value(), 1);
-    frmMain().chbTempFilesDel.setValue(0);
+    EXPECT_EQ(frmMain().cleanup.chbTempFilesDel.value(), 1);
+    frmMain().cleanup.chbTempFilesDel.setValue(0);
     nav("Festplatte aufräumen");
-    EXPECT_EQ(frmMain().chbTempFilesDel.value(), 0);
+    EXPECT_EQ(frmMain().cleanup.chbTempFilesDel.value(), 0);
 }
 
 TEST_F(Navigation, TheCleanupPageChecksItsBoxForARunValue) {
     setString(HKEY_LOCAL_MACHINE, kRunKey, "Bromvale", "C:\\Programme\\Bromvale\\Bromvale.exe -d");
     nav("Festplatte aufräumen");
-    EXPECT_EQ(frmMain().chbTempFilesDel.value(), 1);
+    EXPECT_EQ(frmMain().cleanup.chbTempFilesDel.value(), 1);
 }
 
 TEST_F(Navigation, TheCleanupPageChecksDeletionForGoodByItsSettingAndNeverClearsIt) {
     nav("Festplatte aufräumen");
-    EXPECT_EQ(frmMain().chbDelFilePermanent.value(), 0);
+    EXPECT_EQ(frmMain().cleanup.chbDelFilePermanent.value(), 0);
     DelFilePermanent = 1;
     nav("Festplatte aufräumen");
-    EXPECT_EQ(frmMain().chbDelFilePermanent.value(), 1);
+    EXPECT_EQ(frmMain().cleanup.chbDelFilePermanent.value(), 1);
     DelFilePermanent = 0;
     nav("Festplatte aufräumen");
-    EXPECT_EQ(frmMain().chbDelFilePermanent.value(), 1);
+    EXPECT_EQ(frmMain().cleanup.chbDelFilePermanent.value(), 1);
 }
 
 TEST_F(Navigation, TheOptionsItemLeavesTheApplyButtonDisabled) {
-    frmMain().cmdÜbernehmen.setEnabled(true);
+    frmMain().options.cmdÜbernehmen.setEnabled(true);
     nav("Optionen");
-    EXPECT_FALSE(frmMain().cmdÜbernehmen.enabled());
+    EXPECT_FALSE(frmMain().options.cmdÜbernehmen.enabled());
 }
 
 TEST_F(Navigation, TheBugReportPageTakesTheAddressAndGivesTheErrorNumberTheFocus) {
     EMail = "a@b.de";
-    frmMain().txtErrDesc.setText("bleibt");
+    frmMain().bugReport.txtErrDesc.setText("bleibt");
     nav("Bug-Report");
-    EXPECT_EQ(frmMain().txtEMail.text(), "a@b.de");
-    EXPECT_EQ(frmMain().txtErrDesc.text(), "bleibt");
-    EXPECT_EQ(frmMain().focused(), &frmMain().txtErrNr);
+    EXPECT_EQ(frmMain().bugReport.txtEMail.text(), "a@b.de");
+    EXPECT_EQ(frmMain().bugReport.txtErrDesc.text(), "bleibt");
+    EXPECT_EQ(frmMain().focused(), &frmMain().bugReport.txtErrNr);
 }
 
 TEST_F(Navigation, WithoutTheInternetComponentTheBugReportItemOnlyTellsSo) {
@@ -136,11 +136,11 @@ TEST_F(Navigation, TheCaptionDecidesAndNotTheKey) {
 
 TEST_F(Navigation, TheStartButtonAnswersReturnOnItsPageOnly) {
     nav("Backup");
-    frmMain().lvwBackup.setFocus();
+    frmMain().backup.lvwBackup.setFocus();
     EXPECT_FALSE(frmMain().userKey(13, false, false));
     EXPECT_FALSE(frmMain().userKey(27, false, false));
-    EXPECT_EQ(frmMain().lblScanTxt.caption(), "");
-    EXPECT_EQ(frmMain().cmdStart.caption(), "&Start");
+    EXPECT_EQ(frmMain().scan.lblScanTxt.caption(), "");
+    EXPECT_EQ(frmMain().scan.cmdStart.caption(), "&Start");
 }
 
 }  // namespace

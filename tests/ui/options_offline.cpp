@@ -65,20 +65,20 @@ TEST_F(OptionsOrder, OpeningWithEverythingSetStoresInTheOrderOfTheLoading) {
 TEST_F(OptionsOrder, AValueThatCannotBeWrittenKeepsNothingElseFromWorking) {
     nav("Optionen");
     machine().faults.fail("RegSetValueExA", 1, ERROR_ACCESS_DENIED);
-    frmMain().chbAutoScan.userClick();
-    EXPECT_EQ(frmMain().chbAutoScan.value(), 1);
-    EXPECT_TRUE(frmMain().cmdÜbernehmen.enabled());
+    frmMain().options.chbAutoScan.userClick();
+    EXPECT_EQ(frmMain().options.chbAutoScan.value(), 1);
+    EXPECT_TRUE(frmMain().options.cmdÜbernehmen.enabled());
     EXPECT_EQ(stringValue(HKEY_CURRENT_USER, kSettingsKey, "AutoScan"), "0");
-    frmMain().chbProtokoll.userClick();
+    frmMain().options.chbProtokoll.userClick();
     EXPECT_EQ(stringValue(HKEY_CURRENT_USER, kSettingsKey, "Protokoll"), "1");
 }
 
 TEST_F(OptionsOrder, ApplyingWithoutReadableSettingsDisablesTheButtonAllTheSame) {
     nav("Optionen");
-    frmMain().chbAutoScan.userClick();
+    frmMain().options.chbAutoScan.userClick();
     machine().faults.fail("RegOpenKeyA", 1, ERROR_ACCESS_DENIED);
-    frmMain().cmdÜbernehmen.userClick();
-    EXPECT_FALSE(frmMain().cmdÜbernehmen.enabled());
+    frmMain().options.cmdÜbernehmen.userClick();
+    EXPECT_FALSE(frmMain().options.cmdÜbernehmen.enabled());
     EXPECT_EQ(AutoScan, 0);
 }
 

@@ -17,49 +17,49 @@ class Options : public MainFormTest {
 };
 
 struct BoxRow {
-    CheckBox FrmMain::*box;
+    CheckBox OptionsPage::*box;
     const char* setting;
     std::int16_t* variable;
 };
 
 const BoxRow kBoxes[] = {
-    {&FrmMain::chbScreenSave, "ScreenSave", &ScreenSave},
-    {&FrmMain::chbAutoScan, "AutoScan", &AutoScan},
-    {&FrmMain::chbAutoEntfernen, "AutoEntfernen", &AutoEntfernen},
-    {&FrmMain::chbAutoClose, "AutoClose", &AutoClose},
-    {&FrmMain::chbRebootAfterDelete, "RebootAfterDelete", &RebootAfterDelete},
-    {&FrmMain::chbRebootAfterEntry, "RebootAfterEntry", &RebootAfterEntry},
-    {&FrmMain::chbAutoFileDelAfterReentry, "AutoFileDelAfterReentry", &AutoFileDelAfterReentry},
-    {&FrmMain::chbAutoRegFileDel, "AutoRegFileDel", &AutoRegFileDel},
-    {&FrmMain::chbProtokoll, "Protokoll", &Protokoll},
+    {&OptionsPage::chbScreenSave, "ScreenSave", &ScreenSave},
+    {&OptionsPage::chbAutoScan, "AutoScan", &AutoScan},
+    {&OptionsPage::chbAutoEntfernen, "AutoEntfernen", &AutoEntfernen},
+    {&OptionsPage::chbAutoClose, "AutoClose", &AutoClose},
+    {&OptionsPage::chbRebootAfterDelete, "RebootAfterDelete", &RebootAfterDelete},
+    {&OptionsPage::chbRebootAfterEntry, "RebootAfterEntry", &RebootAfterEntry},
+    {&OptionsPage::chbAutoFileDelAfterReentry, "AutoFileDelAfterReentry", &AutoFileDelAfterReentry},
+    {&OptionsPage::chbAutoRegFileDel, "AutoRegFileDel", &AutoRegFileDel},
+    {&OptionsPage::chbProtokoll, "Protokoll", &Protokoll},
 };
 
 TEST_F(Options, EachBoxStoresItsValueAtOnceAndTheProgramLearnsOfItByTheApplyButton) {
     openPage();
     for (const BoxRow& row : kBoxes) {
-        CheckBox& box = form().*row.box;
-        EXPECT_FALSE(form().cmdÜbernehmen.enabled()) << row.setting;
+        CheckBox& box = form().options.*row.box;
+        EXPECT_FALSE(form().options.cmdÜbernehmen.enabled()) << row.setting;
         box.userClick();
         EXPECT_EQ(box.value(), 1) << row.setting;
         EXPECT_EQ(stored(row.setting), "1") << row.setting;
         EXPECT_EQ(*row.variable, 0) << row.setting;
-        EXPECT_TRUE(form().cmdÜbernehmen.enabled()) << row.setting;
-        form().cmdÜbernehmen.userClick();
+        EXPECT_TRUE(form().options.cmdÜbernehmen.enabled()) << row.setting;
+        form().options.cmdÜbernehmen.userClick();
         EXPECT_EQ(*row.variable, 1) << row.setting;
-        EXPECT_FALSE(form().cmdÜbernehmen.enabled()) << row.setting;
+        EXPECT_FALSE(form().options.cmdÜbernehmen.enabled()) << row.setting;
         box.userClick();
         EXPECT_EQ(stored(row.setting), "0") << row.setting;
         EXPECT_EQ(*row.variable, 1) << row.setting;
         // What one box forces upon another is another test's; begin each row alike.
-        for (const BoxRow& other : kBoxes) (form().*other.box).setValue(0);
-        form().cmdÜbernehmen.userClick();
+        for (const BoxRow& other : kBoxes) (form().options.*other.box).setValue(0);
+        form().options.cmdÜbernehmen.userClick();
         EXPECT_EQ(*row.variable, 0) << row.setting;
     }
 }
 
 TEST_F(Options, LeavingThePageWithoutApplyingKeepsTheOldValuesInTheProgram) {
     openPage();
-    form().chbAutoScan.userClick();
+    form().options.chbAutoScan.userClick();
     nav("Backup");
     EXPECT_EQ(stored("AutoScan"), "1");
     EXPECT_EQ(AutoScan, 0);
@@ -69,10 +69,10 @@ TEST_F(Options, LeavingThePageWithoutApplyingKeepsTheOldValuesInTheProgram) {
 
 TEST_F(Options, OpeningThePageShowsWhatTheProgramKnowsAndStoresItAgain) {
     openPage();
-    form().chbAutoScan.userClick();
+    form().options.chbAutoScan.userClick();
     nav("Backup");
     openPage();
-    EXPECT_EQ(form().chbAutoScan.value(), 0);
+    EXPECT_EQ(form().options.chbAutoScan.value(), 0);
     EXPECT_EQ(stored("AutoScan"), "0");
 }
 
@@ -89,69 +89,69 @@ TEST_F(Options, OpeningThePageLoadsEveryControl) {
     ProxyPort = 8080;
     openPage();
     EXPECT_EQ(shownPages(), "Frame5 ");
-    for (const BoxRow& row : kBoxes) EXPECT_EQ((form().*row.box).value(), *row.variable) << row.setting;
-    EXPECT_EQ(form().cboAgentType.text(), "Merlin");
-    EXPECT_EQ(form().chbLoadAgent.value(), 1);
-    EXPECT_EQ(form().cboAutoRegFileDel.text(), "30");
-    EXPECT_FALSE(form().rdoINet1.value());
-    EXPECT_TRUE(form().rdoINet2.value());
-    EXPECT_EQ(form().txtProxyAdresse.text(), "10.0.0.1");
-    EXPECT_EQ(form().txtProxyPort.text(), "8080");
+    for (const BoxRow& row : kBoxes) EXPECT_EQ((form().options.*row.box).value(), *row.variable) << row.setting;
+    EXPECT_EQ(form().options.cboAgentType.text(), "Merlin");
+    EXPECT_EQ(form().options.chbLoadAgent.value(), 1);
+    EXPECT_EQ(form().options.cboAutoRegFileDel.text(), "30");
+    EXPECT_FALSE(form().options.rdoINet1.value());
+    EXPECT_TRUE(form().options.rdoINet2.value());
+    EXPECT_EQ(form().options.txtProxyAdresse.text(), "10.0.0.1");
+    EXPECT_EQ(form().options.txtProxyPort.text(), "8080");
     EXPECT_EQ(form().mousePointer(), MousePointer::Default);
-    EXPECT_FALSE(form().chbLoadAgent.enabled());
-    EXPECT_FALSE(form().cboAgentType.enabled());
+    EXPECT_FALSE(form().options.chbLoadAgent.enabled());
+    EXPECT_FALSE(form().options.cboAgentType.enabled());
 }
 
 TEST_F(Options, TheTraysEntryLeavesTheApplyButtonAsTheLoadingLeftIt) {
     AutoScan = 1;
     form().mnuPopUpOptionen.userChoose();
     EXPECT_EQ(shownPages(), "Frame5 ");
-    EXPECT_TRUE(form().cmdÜbernehmen.enabled());
-    form().cmdÜbernehmen.userClick();
+    EXPECT_TRUE(form().options.cmdÜbernehmen.enabled());
+    form().options.cmdÜbernehmen.userClick();
     form().mnuPopUpOptionen.userChoose();
-    EXPECT_FALSE(form().cmdÜbernehmen.enabled());
+    EXPECT_FALSE(form().options.cmdÜbernehmen.enabled());
 }
 
 TEST_F(Options, TheApplyButtonIsDisabledAtTheStart) {
-    EXPECT_FALSE(form().cmdÜbernehmen.enabled());
+    EXPECT_FALSE(form().options.cmdÜbernehmen.enabled());
 }
 
 // --- what depends on what ---
 
 TEST_F(Options, ARestartAfterTheRemovalForcesClosingAndRemoval) {
     openPage();
-    form().chbRebootAfterDelete.userClick();
-    EXPECT_EQ(form().chbAutoClose.value(), 1);
-    EXPECT_FALSE(form().chbAutoClose.enabled());
-    EXPECT_EQ(form().chbAutoEntfernen.value(), 1);
-    EXPECT_FALSE(form().chbAutoEntfernen.enabled());
+    form().options.chbRebootAfterDelete.userClick();
+    EXPECT_EQ(form().options.chbAutoClose.value(), 1);
+    EXPECT_FALSE(form().options.chbAutoClose.enabled());
+    EXPECT_EQ(form().options.chbAutoEntfernen.value(), 1);
+    EXPECT_FALSE(form().options.chbAutoEntfernen.enabled());
     for (const char* setting : {"RebootAfterDelete", "AutoClose", "AutoEntfernen"})
         EXPECT_EQ(stored(setting), "1") << setting;
 }
 
 TEST_F(Options, WithoutTheRestartClosingIsFreeAgainAndStaysCheckedAndRemovalFollowsIt) {
     openPage();
-    form().chbRebootAfterDelete.userClick();
-    form().chbRebootAfterDelete.userClick();
+    form().options.chbRebootAfterDelete.userClick();
+    form().options.chbRebootAfterDelete.userClick();
     EXPECT_EQ(stored("RebootAfterDelete"), "0");
-    EXPECT_EQ(form().chbAutoClose.value(), 1);
-    EXPECT_TRUE(form().chbAutoClose.enabled());
-    EXPECT_EQ(form().chbAutoEntfernen.value(), 1);
-    EXPECT_FALSE(form().chbAutoEntfernen.enabled());
-    form().chbAutoClose.userClick();
-    EXPECT_EQ(form().chbAutoEntfernen.value(), 1);
-    EXPECT_TRUE(form().chbAutoEntfernen.enabled());
+    EXPECT_EQ(form().options.chbAutoClose.value(), 1);
+    EXPECT_TRUE(form().options.chbAutoClose.enabled());
+    EXPECT_EQ(form().options.chbAutoEntfernen.value(), 1);
+    EXPECT_FALSE(form().options.chbAutoEntfernen.enabled());
+    form().options.chbAutoClose.userClick();
+    EXPECT_EQ(form().options.chbAutoEntfernen.value(), 1);
+    EXPECT_TRUE(form().options.chbAutoEntfernen.enabled());
     EXPECT_EQ(stored("AutoClose"), "0");
     EXPECT_EQ(stored("AutoEntfernen"), "1");
 }
 
 TEST_F(Options, ClosingForcesRemovalThatWasCheckedBefore) {
     openPage();
-    form().chbAutoEntfernen.userClick();
+    form().options.chbAutoEntfernen.userClick();
     set("AutoEntfernen", "anders");
-    form().chbAutoClose.userClick();
+    form().options.chbAutoClose.userClick();
     EXPECT_EQ(stored("AutoEntfernen"), "1");
-    EXPECT_FALSE(form().chbAutoEntfernen.enabled());
+    EXPECT_FALSE(form().options.chbAutoEntfernen.enabled());
 }
 
 // Closing is loaded before removal, so that a removal that is off in the settings ends off, but disabled.
@@ -159,60 +159,60 @@ TEST_F(Options, TheLoadingMayUndoWhatClosingForced) {
     AutoClose = 1;
     AutoEntfernen = 0;
     openPage();
-    EXPECT_EQ(form().chbAutoEntfernen.value(), 0);
-    EXPECT_FALSE(form().chbAutoEntfernen.enabled());
+    EXPECT_EQ(form().options.chbAutoEntfernen.value(), 0);
+    EXPECT_FALSE(form().options.chbAutoEntfernen.enabled());
     EXPECT_EQ(stored("AutoEntfernen"), "0");
 }
 
 TEST_F(Options, TheLoadingOfTheRestartForcesClosingBehindItsOwnLoading) {
     RebootAfterDelete = 1;
     openPage();
-    EXPECT_EQ(form().chbAutoClose.value(), 1);
-    EXPECT_EQ(form().chbAutoEntfernen.value(), 1);
+    EXPECT_EQ(form().options.chbAutoClose.value(), 1);
+    EXPECT_EQ(form().options.chbAutoEntfernen.value(), 1);
     EXPECT_EQ(stored("AutoClose"), "1");
     EXPECT_EQ(AutoClose, 0);
 }
 
 TEST_F(Options, DeletionByAgeFreesTheNumberOfDaysAndItsWords) {
     openPage();
-    for (Control* control :
-         {static_cast<Control*>(&form().cboAutoRegFileDel), static_cast<Control*>(&form().lblAutoRegFileDel1),
-          static_cast<Control*>(&form().lblAutoRegFileDel2)}) {
+    for (Control* control : {static_cast<Control*>(&form().options.cboAutoRegFileDel),
+                             static_cast<Control*>(&form().options.lblAutoRegFileDel1),
+                             static_cast<Control*>(&form().options.lblAutoRegFileDel2)}) {
         EXPECT_FALSE(control->enabled()) << control->name();
-        form().chbAutoRegFileDel.setValue(1);
+        form().options.chbAutoRegFileDel.setValue(1);
         EXPECT_TRUE(control->enabled()) << control->name();
-        form().chbAutoRegFileDel.setValue(0);
+        form().options.chbAutoRegFileDel.setValue(0);
         EXPECT_FALSE(control->enabled()) << control->name();
     }
-    EXPECT_EQ(form().cboAutoRegFileDel.text(), "50");
+    EXPECT_EQ(form().options.cboAutoRegFileDel.text(), "50");
     EXPECT_EQ(stored("DelAfterDays"), "50");
 }
 
 TEST_F(Options, TheNumberOfDaysIsStoredWhenItIsChosenAndWhenItIsTyped) {
     openPage();
-    form().chbAutoRegFileDel.userClick();
-    form().cmdÜbernehmen.userClick();
-    form().cboAutoRegFileDel.userChoose(2);
+    form().options.chbAutoRegFileDel.userClick();
+    form().options.cmdÜbernehmen.userClick();
+    form().options.cboAutoRegFileDel.userChoose(2);
     EXPECT_EQ(stored("DelAfterDays"), "20");
     EXPECT_EQ(DelAfterDays, 50);
-    EXPECT_TRUE(form().cmdÜbernehmen.enabled());
-    form().cmdÜbernehmen.userClick();
+    EXPECT_TRUE(form().options.cmdÜbernehmen.enabled());
+    form().options.cmdÜbernehmen.userClick();
     EXPECT_EQ(DelAfterDays, 20);
-    form().cboAutoRegFileDel.userText("7");
+    form().options.cboAutoRegFileDel.userText("7");
     EXPECT_EQ(stored("DelAfterDays"), "7");
-    EXPECT_TRUE(form().cmdÜbernehmen.enabled());
-    form().cboAutoRegFileDel.userChoose(0);
+    EXPECT_TRUE(form().options.cmdÜbernehmen.enabled());
+    form().options.cboAutoRegFileDel.userChoose(0);
     EXPECT_EQ(stored("DelAfterDays"), "");
-    form().cboAutoRegFileDel.userText("viele");
+    form().options.cboAutoRegFileDel.userText("viele");
     EXPECT_EQ(stored("DelAfterDays"), "viele");
-    form().cmdÜbernehmen.userClick();
+    form().options.cmdÜbernehmen.userClick();
     EXPECT_EQ(DelAfterDays, 20);
 }
 
 TEST_F(Options, ADaysNumberOfZeroIsShownAsItIs) {
     DelAfterDays = 0;
     openPage();
-    EXPECT_EQ(form().cboAutoRegFileDel.text(), "0");
+    EXPECT_EQ(form().options.cboAutoRegFileDel.text(), "0");
 }
 
 // --- the proxy ---
@@ -223,36 +223,37 @@ TEST_F(Options, WithoutAProxyItsFieldsAreGreyedAndKeepWhatIsStored) {
     set("Proxy", "1");
     ReadAppSwitch();
     openPage();
-    form().rdoINet1.userClick();
+    form().options.rdoINet1.userClick();
     EXPECT_EQ(stored("Proxy"), "0");
     EXPECT_EQ(stored("ProxyAdresse"), "10.0.0.1");
     EXPECT_EQ(stored("ProxyPort"), "3128");
-    EXPECT_FALSE(form().rdoINet2.value());
-    for (Control* control :
-         {static_cast<Control*>(&form().txtProxyAdresse), static_cast<Control*>(&form().txtProxyPort),
-          static_cast<Control*>(&form().lblProxyAdresse), static_cast<Control*>(&form().lblProxyport)}) {
+    EXPECT_FALSE(form().options.rdoINet2.value());
+    for (Control* control : {static_cast<Control*>(&form().options.txtProxyAdresse),
+                             static_cast<Control*>(&form().options.txtProxyPort),
+                             static_cast<Control*>(&form().options.lblProxyAdresse),
+                             static_cast<Control*>(&form().options.lblProxyport)}) {
         EXPECT_FALSE(control->enabled()) << control->name();
     }
-    EXPECT_TRUE(form().cmdÜbernehmen.enabled());
-    form().rdoINet2.userClick();
+    EXPECT_TRUE(form().options.cmdÜbernehmen.enabled());
+    form().options.rdoINet2.userClick();
     EXPECT_EQ(stored("Proxy"), "1");
-    EXPECT_TRUE(form().txtProxyAdresse.enabled());
-    EXPECT_TRUE(form().txtProxyPort.enabled());
-    EXPECT_TRUE(form().lblProxyAdresse.enabled());
-    EXPECT_TRUE(form().lblProxyport.enabled());
-    EXPECT_EQ(form().txtProxyPort.text(), "3128");
+    EXPECT_TRUE(form().options.txtProxyAdresse.enabled());
+    EXPECT_TRUE(form().options.txtProxyPort.enabled());
+    EXPECT_TRUE(form().options.lblProxyAdresse.enabled());
+    EXPECT_TRUE(form().options.lblProxyport.enabled());
+    EXPECT_EQ(form().options.txtProxyPort.text(), "3128");
 }
 
 TEST_F(Options, AnotherProxySwitchThanZeroAndOneLeavesBothButtons) {
     Proxy = 2;
     openPage();
-    EXPECT_FALSE(form().rdoINet1.value());
-    EXPECT_FALSE(form().rdoINet2.value());
+    EXPECT_FALSE(form().options.rdoINet1.value());
+    EXPECT_FALSE(form().options.rdoINet2.value());
     Proxy = 0;
     openPage();
     Proxy = 2;
     openPage();
-    EXPECT_TRUE(form().rdoINet1.value());
+    EXPECT_TRUE(form().options.rdoINet1.value());
 }
 
 class ProxyFields : public Options {
@@ -262,15 +263,15 @@ class ProxyFields : public Options {
         openPage();
     }
     // The user has typed this into the box.
-    void type(std::string_view port) { form().txtProxyPort.userText(port); }
+    void type(std::string_view port) { form().options.txtProxyPort.userText(port); }
 };
 
 TEST_F(ProxyFields, TheAddressIsStoredAtEachChangeAsItStands) {
     for (const char* text : {"p", "proxy.example", "", " nicht geprüft ; "}) {
-        form().txtProxyAdresse.userText(text);
+        form().options.txtProxyAdresse.userText(text);
         EXPECT_EQ(stored("ProxyAdresse"), text);
     }
-    EXPECT_TRUE(form().cmdÜbernehmen.enabled());
+    EXPECT_TRUE(form().options.cmdÜbernehmen.enabled());
     EXPECT_EQ(ProxyAdresse, "0.0.0.0");
 }
 
@@ -283,16 +284,16 @@ TEST_F(ProxyFields, APortWithALetterIsToldAndBecomes80) {
 #ifndef _WIN32
     EXPECT_EQ(boxes()[0].style, 64u);
 #endif
-    EXPECT_EQ(form().txtProxyPort.text(), "80");
+    EXPECT_EQ(form().options.txtProxyPort.text(), "80");
     EXPECT_EQ(stored("ProxyPort"), "80");
-    EXPECT_EQ(form().focused(), &form().txtProxyPort);
+    EXPECT_EQ(form().focused(), &form().options.txtProxyPort);
 }
 
 TEST_F(ProxyFields, ThePort0AndAnEmptyOneBecome80WithoutAWord) {
     for (const char* text : {"0", ""}) {
         type("3128");
         type(text);
-        EXPECT_EQ(form().txtProxyPort.text(), "80") << text;
+        EXPECT_EQ(form().options.txtProxyPort.text(), "80") << text;
         EXPECT_EQ(stored("ProxyPort"), "80") << text;
     }
     EXPECT_TRUE(boxes().empty());
@@ -303,25 +304,25 @@ TEST_F(ProxyFields, EveryTextThatCountsAsANumberIsStoredAsItStands) {
          {"8080", "00", "-5", "1,5", "1e3", "99999", " 7 ", "80-", "(80)", "8e1", "80,5"}) {
         type(text);
         EXPECT_EQ(stored("ProxyPort"), text);
-        EXPECT_EQ(form().txtProxyPort.text(), text);
+        EXPECT_EQ(form().options.txtProxyPort.text(), text);
     }
     EXPECT_TRUE(boxes().empty());
 }
 
 TEST_F(ProxyFields, APortBeyondTheProgramsNumbersIsStoredAndKeepsTheOldOneInTheProgram) {
     type("99999");
-    form().cmdÜbernehmen.userClick();
+    form().options.cmdÜbernehmen.userClick();
     EXPECT_EQ(ProxyPort, 80);
     EXPECT_EQ(stored("ProxyPort"), "99999");
     type("1,5");
-    form().cmdÜbernehmen.userClick();
+    form().options.cmdÜbernehmen.userClick();
     EXPECT_EQ(ProxyPort, 2);
 }
 
 TEST_F(ProxyFields, APortOfZeroInTheProgramIsShownAs80) {
     ProxyPort = 0;
     openPage();
-    EXPECT_EQ(form().txtProxyPort.text(), "80");
+    EXPECT_EQ(form().options.txtProxyPort.text(), "80");
     EXPECT_EQ(stored("ProxyPort"), "80");
     EXPECT_TRUE(boxes().empty());
 }

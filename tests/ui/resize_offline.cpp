@@ -61,7 +61,7 @@ TEST_F(SmallestWindow, GivesEveryControlItsPlace) {
     ASSERT_EQ(frmMain().scaleWidth(), 10395);
     ASSERT_EQ(frmMain().scaleHeight(), 7395);
     expectSizes(frmMain(), kSmallest);
-    EXPECT_EQ(frmMain().Line2.x2(), 8045);
+    EXPECT_EQ(frmMain().cleanup.Line2.x2(), 8045);
     EXPECT_EQ(frmMain().StatusBar_.panels()[0].width, 5195);
     EXPECT_EQ(frmMain().StatusBar_.place(), (Place{0, 7140, 10395, 255}));
 }

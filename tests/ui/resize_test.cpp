@@ -57,8 +57,8 @@ TEST_F(Resize, ALargeWindowGivesEveryControlItsPlace) {
     ASSERT_EQ(frmMain().scaleWidth(), 15000);
     ASSERT_EQ(frmMain().scaleHeight(), 11250);
     expectSizes(frmMain(), kLarge);
-    EXPECT_EQ(frmMain().Line2.left(), 240);
-    EXPECT_EQ(frmMain().Line2.x2(), 12650);
+    EXPECT_EQ(frmMain().cleanup.Line2.left(), 240);
+    EXPECT_EQ(frmMain().cleanup.Line2.x2(), 12650);
     EXPECT_EQ(frmMain().StatusBar_.panels()[0].width, 9800);
     EXPECT_EQ(frmMain().StatusBar_.place(), (Place{0, 10995, 15000, 255}));
 }
@@ -69,18 +69,18 @@ TEST_F(Resize, AllOtherPlacesStayAsDesigned) {
     EXPECT_EQ(form.Menu.left(), 120);
     EXPECT_EQ(form.Menu.top(), 210);
     EXPECT_EQ(form.Menu.width(), 1575);
-    EXPECT_EQ(form.Frame1.left(), 1920);
-    EXPECT_EQ(form.Frame1.top(), 120);
-    EXPECT_EQ(form.lvwRegKeys.top(), 360);
-    EXPECT_EQ(form.cmdStart.place(), (Place{240, 10050, 1095, 375}));
-    EXPECT_EQ(form.lblStartText.place(), (Place{240, 420, 7815, 3375}));
-    EXPECT_EQ(form.lblScanTxt.place(), (Place{240, 3960, 7815, 255}));
-    EXPECT_EQ(form.lblScanProzent.place(), (Place{3360, 4230, 1575, 300}));
-    EXPECT_EQ(form.lblScanBericht.place(), (Place{240, 4560, 7815, 255}));
-    EXPECT_EQ(form.cmdBugReportSenden.place(), (Place{240, 6000, 1335, 375}));
-    EXPECT_EQ(form.Frame6.place(), (Place{240, 360, 7695, 2055}));
-    EXPECT_EQ(form.cmdÜbernehmen.place(), (Place{240, 6000, 1335, 375}));
-    EXPECT_EQ(form.lvwOrdnerList.top(), 2280);
+    EXPECT_EQ(form.scan.Frame1.left(), 1920);
+    EXPECT_EQ(form.scan.Frame1.top(), 120);
+    EXPECT_EQ(form.scan.lvwRegKeys.top(), 360);
+    EXPECT_EQ(form.scan.cmdStart.place(), (Place{240, 10050, 1095, 375}));
+    EXPECT_EQ(form.scan.lblStartText.place(), (Place{240, 420, 7815, 3375}));
+    EXPECT_EQ(form.scan.lblScanTxt.place(), (Place{240, 3960, 7815, 255}));
+    EXPECT_EQ(form.scan.lblScanProzent.place(), (Place{3360, 4230, 1575, 300}));
+    EXPECT_EQ(form.scan.lblScanBericht.place(), (Place{240, 4560, 7815, 255}));
+    EXPECT_EQ(form.bugReport.cmdBugReportSenden.place(), (Place{240, 6000, 1335, 375}));
+    EXPECT_EQ(form.options.Frame6.place(), (Place{240, 360, 7695, 2055}));
+    EXPECT_EQ(form.options.cmdÜbernehmen.place(), (Place{240, 6000, 1335, 375}));
+    EXPECT_EQ(form.cleanup.lvwOrdnerList.top(), 2280);
     EXPECT_EQ(form.ProgressBar_.width(), 2650);
     EXPECT_EQ(form.ProgressBar_.height(), 195);
 }
@@ -94,7 +94,7 @@ TEST_F(Resize, ASizeBelowTheMinimumSnapsBackAndTheRestUsesTheNewSize) {
     EXPECT_EQ(form.scaleWidth(), 10515 - frameSize(BorderStyle::Sizable).width);
     EXPECT_EQ(form.scaleHeight(), 7800 - frameSize(BorderStyle::Sizable).height);
     EXPECT_EQ(form.Menu.height(), form.scaleHeight() - 700);
-    EXPECT_EQ(form.lvwRegKeys.width(), form.scaleWidth() - 2550);
+    EXPECT_EQ(form.scan.lvwRegKeys.width(), form.scaleWidth() - 2550);
     EXPECT_EQ(form.ProgressBar_.left(), form.scaleWidth() - 2820);
 }
 
@@ -137,7 +137,7 @@ TEST_F(Resize, AFailureIsReportedAndTheRestIsLeftOut) {
               (std::vector<std::string>{"frmMain; Form_Resize; started; 0; ",
                                         "frmMain; Form_Resize; ; 35600; Index liegt außerhalb der Grenzen",
                                         "frmMain; Form_Resize; endet; 0; "}));
-    EXPECT_EQ(form.chbDelFilePermanent.top(), 8990);
+    EXPECT_EQ(form.cleanup.chbDelFilePermanent.top(), 8990);
     EXPECT_EQ(form.ProgressBar_.left(), 1);
 }
 

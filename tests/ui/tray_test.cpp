@@ -24,17 +24,17 @@ TEST_F(Menus, TheTraysMenuHasItsEntriesInOrder) {
 }
 
 TEST_F(Menus, TheListsMenusHaveTheirEntriesInOrder) {
-    EXPECT_EQ(entries(frmMain().mnuPopUpRegKey),
+    EXPECT_EQ(entries(frmMain().scan.mnuPopUpRegKey),
               (Texts{"<popup regkey>", "mnuPopUpRegKeyEinzeln &markierte Eintrag entfernen",
                      "mnuPopUpRegKeyAlle &alle Einträge entfernen"}));
-    EXPECT_EQ(entries(frmMain().mnuPopUpDeinst),
+    EXPECT_EQ(entries(frmMain().programs.mnuPopUpDeinst),
               (Texts{"<popup deinst>", "mnuPopUpDeinstDeinstall markiertes Programm &deinstallieren",
                      "mnuPopUpDeinstRefresh &Ansicht aktualisieren"}));
-    EXPECT_EQ(entries(frmMain().mnuPopUpBackup),
+    EXPECT_EQ(entries(frmMain().backup.mnuPopUpBackup),
               (Texts{"<popup backup>", "mnuPopUpBackupBearbeiten markierte(n) Eintrag &bearbeiten",
                      "mnuPopUpBackupEinfügen markierte(n) Eintrag ein&fügen",
                      "mnuPopUpBackupLöschen markierte(n) Eintrag lö&schen"}));
-    EXPECT_EQ(entries(frmMain().mnuPopUpOrdner),
+    EXPECT_EQ(entries(frmMain().cleanup.mnuPopUpOrdner),
               (Texts{"<popup ordner>", "mnuPopUpOrdnerHinzufügen neuen Ordner der Liste &hinzufügen",
                      "mnuPopUpOrdnerEntfernen markierten &Ordner aus Liste entfernen",
                      "mnuPopUpOrdnerEinzeln mark&ierte(n) Ordner leeren",
@@ -58,7 +58,7 @@ TEST_F(Menus, TheEntriesOfTheTrayShowTheirPages) {
     EXPECT_EQ(shownPages(), "Frame5 ");
     frmMain().mnuPopUpStartScan.userChoose();
     EXPECT_EQ(shownPages(), "Frame1 ");
-    EXPECT_NE(frmMain().lblScanBericht.caption(), "");
+    EXPECT_NE(frmMain().scan.lblScanBericht.caption(), "");
 }
 
 TEST_F(Menus, TheBugReportEntryAsksForNoComponent) {

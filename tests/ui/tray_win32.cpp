@@ -111,7 +111,7 @@ TEST_F(RealTray, TheMessageOfANewTaskBarReachesTheForm) {
 TEST_F(RealTray, AnEntryThatAsksForAFieldGivesItTheKeyboard) {
     report(kRightUp, {VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN});
     EXPECT_EQ(shownPages(), "Frame3 ");
-    EXPECT_EQ(GetFocus(), frmMain().txtErrNr.peer()->window());
+    EXPECT_EQ(GetFocus(), frmMain().bugReport.txtErrNr.peer()->window());
 }
 
 // Stands where the system looks for its task bar, and takes the records of the icons.

@@ -18,7 +18,7 @@ class ExactPrograms : public ProgramsTest {
         std::vector<int> all;
         for (int row = 1; row <= list().count(); ++row) all.push_back(row);
         list().userSelect(all);
-        form().cmdDeinstall_Click();
+        form().programs.cmdDeinstall_Click();
         return asked();
     }
     bool isThere(const std::u16string& key) { return keyExists(HKEY_LOCAL_MACHINE, kKey + key); }

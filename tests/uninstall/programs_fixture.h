@@ -25,14 +25,14 @@ class ProgramsTest : public TestMachine {
     }
 
     static FrmMain& form() { return frmMain(); }
-    static ListView& list() { return form().lvwDeinstall; }
+    static ListView& list() { return form().programs.lvwDeinstall; }
 
     static std::string keyOf(const std::string& name) { return std::string(kUninstall) + "\\" + name; }
     void program(HKEY hive, const std::string& key, const std::string& name, const std::string& command) {
         setString(hive, keyOf(key), "DisplayName", name);
         setString(hive, keyOf(key), "UninstallString", command);
     }
-    static void openPage() { form().mnuPopUpDeinstall_Click(); }
+    static void openPage() { form().programs.mnuPopUpDeinstall_Click(); }
 
     // "name | command | root | key".
     static Texts rows() {

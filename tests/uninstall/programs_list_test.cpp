@@ -109,9 +109,9 @@ TEST_F(ProgramsListTest, OpeningShowsThePageAndLeavesStatusAndPointerAsTheyWere)
     form().ProgressBar_.setValue(40);
     ScanAbort = true;
     openPage();
-    EXPECT_TRUE(form().Frame4.visible());
-    for (const Frame* other :
-         {&form().Frame1, &form().Frame2, &form().Frame3, &form().Frame5, &form().Frame7})
+    EXPECT_TRUE(form().programs.Frame4.visible());
+    for (const Frame* other : {&form().scan.Frame1, &form().backup.Frame2, &form().bugReport.Frame3,
+                               &form().options.Frame5, &form().cleanup.Frame7})
         EXPECT_FALSE(other->visible()) << other->name();
     EXPECT_EQ(form().StatusBar_.panelText(1), "Status");
     EXPECT_EQ(form().mousePointer(), MousePointer::Default);
@@ -122,7 +122,7 @@ TEST_F(ProgramsListTest, OpeningShowsThePageAndLeavesStatusAndPointerAsTheyWere)
 TEST_F(ProgramsListTest, TheNavigationOpensThePageToo) {
     program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha", "");
     ASSERT_TRUE(form().Menu.userItemClick("Programme deinstallieren"));
-    EXPECT_TRUE(form().Frame4.visible());
+    EXPECT_TRUE(form().programs.Frame4.visible());
     EXPECT_EQ(names(), Texts{"Alpha"});
 }
 
@@ -148,7 +148,7 @@ TEST_F(ProgramsListTest, EveryStepIsTraced) {
     program(HKEY_CURRENT_USER, "Alpha", "Alpha", "c:\\alpha.exe");
     program(HKEY_LOCAL_MACHINE, "Beta", "Beta", "c:\\beta.exe");
     switchTracingOn();
-    form().ShowDeinstall();
+    form().programs.ShowDeinstall();
     EXPECT_EQ(logOf("ShowDeinstall"), (Texts{
                                           "started; 0; ",
                                           "Scanoptionen 1 festgelegt; 0; ",
@@ -165,7 +165,7 @@ TEST_F(ProgramsListTest, RefreshingReadsAnew) {
     program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha", "");
     openPage();
     program(HKEY_LOCAL_MACHINE, "Beta", "Beta", "");
-    form().cmdDeinstallRefresh.userClick();
+    form().programs.cmdDeinstallRefresh.userClick();
     EXPECT_EQ(names(), (Texts{"Alpha", "Beta"}));
     program(HKEY_LOCAL_MACHINE, "Gamma", "Gamma", "");
     list().userKeyDown(116);
@@ -175,7 +175,7 @@ TEST_F(ProgramsListTest, RefreshingReadsAnew) {
 TEST_F(ProgramsListTest, ARefreshInTheMiddleOfAnotherListsEachProgramOnce) {
     program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha", "");
     program(HKEY_LOCAL_MACHINE, "Beta", "Beta", "");
-    atPump(3, [] { form().cmdDeinstallRefresh.userClick(); });
+    atPump(3, [] { form().programs.cmdDeinstallRefresh.userClick(); });
     openPage();
     EXPECT_EQ(names(), (Texts{"Alpha", "Beta"}));
 }
@@ -197,7 +197,7 @@ TEST_F(ProgramsListTest, AClickOnAColumnSortsByItAndTurnsTheOrderRound) {
     list().userKeyDown(115);
     EXPECT_EQ(names(), (Texts{"Alpha", "beta", "Gamma"}));
     // The hidden columns have no header, but the handler knows them.
-    form().lvwDeinstall_ColumnClick(4);
+    form().programs.sortBy(4);
     EXPECT_EQ(list().sortKey(), 3);
     EXPECT_EQ(names(), (Texts{"Gamma", "beta", "Alpha"}));
 }
@@ -207,7 +207,7 @@ TEST_F(ProgramsListTest, TheChosenOrderOutlivesARefresh) {
         program(HKEY_LOCAL_MACHINE, name, name, "c:\\" + std::string(name));
     openPage();
     list().userColumnClick(1);
-    form().cmdDeinstallRefresh.userClick();
+    form().programs.cmdDeinstallRefresh.userClick();
     EXPECT_EQ(names(), (Texts{"Beta", "Alpha"}));
     EXPECT_EQ(list().item(1).column(kUninstallCommand), "c:\\Beta");
 }
@@ -218,11 +218,11 @@ TEST_F(ProgramsListTest, TheCaptionsOfTheMenuFollowTheSelectionAtEveryRelease) {
     openPage();
     list().userSelect({1, 2});
     list().userMouseUp(kLeft);
-    EXPECT_EQ(form().mnuPopUpDeinstDeinstall.caption(), "markierte Programme &deinstallieren");
+    EXPECT_EQ(form().programs.mnuPopUpDeinstDeinstall.caption(), "markierte Programme &deinstallieren");
     list().userSelect({2});
     list().userMouseUp(4);
-    EXPECT_EQ(form().mnuPopUpDeinstDeinstall.caption(), "markiertes Programm &deinstallieren");
-    EXPECT_EQ(form().mnuPopUpDeinstRefresh.caption(), "&Ansicht aktualisieren");
+    EXPECT_EQ(form().programs.mnuPopUpDeinstDeinstall.caption(), "markiertes Programm &deinstallieren");
+    EXPECT_EQ(form().programs.mnuPopUpDeinstRefresh.caption(), "&Ansicht aktualisieren");
 }
 
 }  // namespace

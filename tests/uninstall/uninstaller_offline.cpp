@@ -29,7 +29,7 @@ class UninstallerTest : public ProgramsTest {
     static std::string commandOf(const std::string& name) {
         return "C:\\Programme\\" + name + "\\weg.exe /still";
     }
-    static void click() { form().cmdDeinstall.userClick(); }
+    static void click() { form().programs.cmdDeinstall.userClick(); }
 };
 
 TEST_F(UninstallerTest, UninstallingAsksAndStartsTheCommandOnYes) {
@@ -274,20 +274,20 @@ TEST_F(UninstallerTest, EachReadingOfTheRegistryMayFailAndTheOtherProgramsAreLis
         for (const char* operation : {"RegOpenKeyExA", "RegQueryValueExA", "RegEnumValueA", "RegEnumKeyA"}) {
             offline::machine().faults.clear();
             offline::machine().faults.startCounting();
-            form().ShowDeinstall();
+            form().programs.ShowDeinstall();
             ASSERT_EQ(names().size(), 3u);
             const auto calls = offline::machine().faults.calls(operation);
             for (unsigned call = 1; call <= calls; ++call) {
                 offline::machine().faults.clear();
                 offline::machine().faults.fail(operation, call, result);
-                form().ShowDeinstall();
+                form().programs.ShowDeinstall();
                 EXPECT_LE(names().size(), 3u);
                 EXPECT_EQ(form().StatusBar_.panelText(1), "Status");
             }
         }
     }
     offline::machine().faults.clear();
-    form().ShowDeinstall();
+    form().programs.ShowDeinstall();
     EXPECT_EQ(names(), (Texts{"Alpha", "Beta", "Gamma"}));
     EXPECT_EQ(asked(), Texts{});
 }
@@ -298,7 +298,7 @@ TEST_F(UninstallerTest, AnyOtherFailureOfTheReadingIsShownAndEndsIt) {
     program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha", "");
     openPage();
     atPump(1, [] { bromvale::raise(7); });
-    form().ShowDeinstall();
+    form().programs.ShowDeinstall();
     EXPECT_EQ(logLines(), Texts{"frmMain; ShowDeinstall; Programm Deinstallation konnte nicht angezeigt "
                                 "werden.; 7; Nicht genügend Speicher"});
     EXPECT_EQ(names(), Texts{});
@@ -329,7 +329,7 @@ class UninstallerReports : public UninstallerTest {
 
 TEST_F(UninstallerReports, AnInvalidCallWhileReadingIsLoggedAndNotShown) {
     atPump(1, [] { bromvale::raise(5); });
-    form().ShowDeinstall();
+    form().programs.ShowDeinstall();
     EXPECT_EQ(logLines(), Texts{"frmMain; ShowDeinstall; Programm Deinstallation konnte nicht angezeigt "
                                 "werden.; 5; Ungültiger Prozeduraufruf oder ungültiges Argument"});
     EXPECT_TRUE(shown_.empty());
@@ -337,7 +337,7 @@ TEST_F(UninstallerReports, AnInvalidCallWhileReadingIsLoggedAndNotShown) {
 
 TEST_F(UninstallerReports, AnyOtherFailureOfTheReadingIsShownInTheErrorDialog) {
     atPump(1, [] { bromvale::raise(7); });
-    form().ShowDeinstall();
+    form().programs.ShowDeinstall();
     EXPECT_EQ(logLines(), Texts{"frmMain; ShowDeinstall; Programm Deinstallation konnte nicht angezeigt "
                                 "werden.; 7; Nicht genügend Speicher"});
     EXPECT_EQ(shown_, (std::vector<ShownReport>{{"frmMain; ShowDeinstall", 7, "Nicht genügend Speicher"}}));

@@ -1,0 +1,63 @@
+#pragma once
+#include "ui/page.h"
+
+namespace bromvale {
+
+// The options.
+class OptionsPage : public Page {
+  public:
+    explicit OptionsPage(MainWindow& ofWindow);
+
+    Frame Frame5{&window, "Frame5"};
+    Frame Frame8Internet{&window, "Frame8Internet"};
+    TextBox txtProxyAdresse{&window, "txtProxyAdresse"};
+    TextBox txtProxyPort{&window, "txtProxyPort"};
+    OptionButton rdoINet2{&window, "rdoINet2"};
+    OptionButton rdoINet1{&window, "rdoINet1"};
+    Label lblProxyAdresse{&window, "lblProxyAdresse"};
+    Label lblProxyport{&window, "lblProxyport"};
+    Button cmdÜbernehmen{&window, "cmdÜbernehmen"};
+    Frame Frame6{&window, "Frame6"};
+    CheckBox chbAutoFileDelAfterReentry{&window, "chbAutoFileDelAfterReentry"};
+    CheckBox chbRebootAfterEntry{&window, "chbRebootAfterEntry"};
+    CheckBox chbAutoRegFileDel{&window, "chbAutoRegFileDel"};
+    CheckBox chbRebootAfterDelete{&window, "chbRebootAfterDelete"};
+    CheckBox chbProtokoll{&window, "chbProtokoll"};
+    CheckBox chbScreenSave{&window, "chbScreenSave"};
+    CheckBox chbAutoScan{&window, "chbAutoScan"};
+    CheckBox chbAutoClose{&window, "chbAutoClose"};
+    CheckBox chbAutoEntfernen{&window, "chbAutoEntfernen"};
+    ComboBox cboAutoRegFileDel{&window, "cboAutoRegFileDel"};
+    Line Line1{&window, "Line1"};
+    Label lblAutoRegFileDel2{&window, "lblAutoRegFileDel2"};
+    Label lblAutoRegFileDel1{&window, "lblAutoRegFileDel1"};
+    Frame Frame4Agents{&window, "Frame4Agents"};
+    ComboBox cboAgentType{&window, "cboAgentType"};
+    CheckBox chbLoadAgent{&window, "chbLoadAgent"};
+    Label lblNoAgents{&window, "lblNoAgents"};
+    Label lblAgentType{&window, "lblAgentType"};
+
+    // ui/
+    void mnuPopUpOptionen_Click();
+    void chbScreenSave_Click();
+    void chbAutoScan_Click();
+    void chbAutoEntfernen_Click();
+    void chbAutoClose_Click();
+    void chbRebootAfterDelete_Click();
+    void chbRebootAfterEntry_Click();
+    void chbAutoFileDelAfterReentry_Click();
+    void chbAutoRegFileDel_Click();
+    void cboAutoRegFileDel_Click();
+    void chbProtokoll_Click();
+    void rdoINet1_Click();
+    void rdoINet2_Click();
+    void txtProxyAdresse_Change();
+    void txtProxyPort_Change();
+    void cmdÜbernehmen_Click();
+
+    [[nodiscard]] static std::span<const Row<OptionsPage>> rows();
+    void design() override;
+    void resize() override;
+};
+
+}  // namespace bromvale
