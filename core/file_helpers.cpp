@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "base/c_text.h"
-#include "core/handling.h"
+#include "core/routine.h"
 #include "platform/exact/files.h"
 #include "platform/exact/other_view.h"
 #include "platform/files.h"
@@ -24,15 +24,14 @@ void collectEntries(const std::string& sought, std::vector<FoundEntry>& entries)
 }  // namespace
 
 void FindFileAPI(std::string& path, std::string_view pattern, std::vector<FoundEntry>& entries) {
-    const Tags tags{kModule, "FindFileAPI"};
-    const auto onFailure = reportAndGoOn(tags);
-    tags.trace("started");
+    constexpr Routine routine{{kModule, "FindFileAPI"}};
+    routine.started();
     if (path.empty() || path.back() != '\\') path += '\\';
-    tags.trace([&] { return "durchsuchter Ordner " + path; });
+    routine.trace([&] { return "durchsuchter Ordner " + path; });
     entries.clear();
-    attempt(onFailure, [&] { collectEntries(std::string(path).append(pattern), entries); });
-    tags.trace([&] { return "Darin wurden " + std::to_string(entries.size()) + " Dateien gefunden."; });
-    tags.trace("endet");
+    routine.step([&] { collectEntries(std::string(path).append(pattern), entries); });
+    routine.trace([&] { return "Darin wurden " + std::to_string(entries.size()) + " Dateien gefunden."; });
+    routine.ended();
 }
 
 void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::string>& names) {
@@ -46,7 +45,7 @@ void FindFileAPI(std::string& path, std::string_view pattern, std::vector<std::s
 
 bool FileExists(std::string_view path) {
     WIN32_FIND_DATAA found;
-    // The search stays open, as it always did here: one handle per file found, until the process ends.
+    // The search stays open, one handle per file found, until the process ends.
     const HANDLE search = FindFirstFileA(CText(path).get(), &found);
     const bool exists = search != INVALID_HANDLE_VALUE && search != nullptr;
     if (!exists) trace(kModule, "FileExists", [&] { return std::string(path).append("; Falsch"); });

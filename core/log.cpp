@@ -4,7 +4,7 @@
 
 #include "base/c_text.h"
 #include "base/failure.h"
-#include "core/attempt.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "core/time.h"
@@ -22,8 +22,8 @@ ErrorDialog& errorDialog() {
 // record and nothing else; the write and the close then fail too and are passed over in the same way.
 void writeRecord(std::initializer_list<std::string_view> fields) {
     const int number = freeFile();
-    attempt(kGoOn, [&] { openFile(AppPath + "bromvale.log", FileMode::Append, number); });
-    attempt(kGoOn, [&] {
+    quietly([&] { openFile(AppPath + "bromvale.log", FileMode::Append, number); });
+    quietly([&] {
         std::string line = dateText() + " " + timeText();
         for (const std::string_view field : fields) line.append("; ").append(field);
         writeLine(number, line);
@@ -39,6 +39,10 @@ void setErrorDialog(ErrorDialog dialog) {
 
 int MsgBox(std::string_view text, std::int32_t style) {
     return showMessageBox(CText(text).get(), AppTitle.c_str(), static_cast<unsigned>(style));
+}
+
+bool asksYes(std::string_view text, std::int32_t picture) {
+    return MsgBox(text, picture | MB_YESNO) == IDYES;
 }
 
 void WriteLogStart() {

@@ -40,6 +40,8 @@ void setErrorDialog(ErrorDialog dialog);
 
 // Message box with the program's title; the answer is IDOK, IDYES, IDNO ...
 int MsgBox(std::string_view text, std::int32_t style);
+// A question with the buttons Yes and No.
+[[nodiscard]] bool asksYes(std::string_view text, std::int32_t picture = kStyleQuestion);
 
 // Trace with style 64 and the last failure (normally 0 and empty), only while Protokoll is 1. `text` may be a
 // text or a callable that builds one, which then costs nothing while tracing is off.

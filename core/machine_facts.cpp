@@ -6,8 +6,8 @@
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "core/handling.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "platform/exact/machine.h"
 #include "platform/exact/text.h"
@@ -16,8 +16,8 @@
 namespace bromvale {
 namespace {
 
-ReportAnd reporting(std::string_view funktion) {
-    return reportAndGoOn({"modMain", funktion});
+constexpr Routine<> routine(std::string_view funktion) {
+    return Routine{{"modMain", funktion}};
 }
 
 std::string beforeNul(std::string buffer) {
@@ -74,7 +74,7 @@ bool matches(const SystemRow& row, const OSVERSIONINFOA& info, bool build1998) {
 
 std::string ReadComputerName() {
     std::string name;
-    attempt(kGoOn, [&] {
+    quietly([&] {
         std::string buffer(32, 'X');
         DWORD size = 32;
         GetComputerNameA(buffer.data(), &size);
@@ -85,7 +85,7 @@ std::string ReadComputerName() {
 
 std::string ReadUserName() {
     std::string name;
-    attempt(reporting("ReadUserName"), [&] {
+    routine("ReadUserName").step([&] {
         std::string buffer(100, '\0');
         DWORD size = 100;
         GetUserNameA(buffer.data(), &size);
@@ -96,13 +96,13 @@ std::string ReadUserName() {
 
 std::string ReadWinDir() {
     std::string folder;
-    attempt(reporting("ReadWinDir"), [&] {
+    routine("ReadWinDir").step([&] {
         std::string buffer(200, '\0');
         const UINT length = GetWindowsDirectoryA(buffer.data(), 200);
         folder = Left(buffer, length);
     });
     // With its marks a folder makes every file below it one of which nobody can tell whether it exists.
-    attempt(reporting("ReadWinDir"), [&] {
+    routine("ReadWinDir").step([&] {
         std::string exact = exactWindowsFolder();
         if (!isExact(exact)) folder = std::move(exact);
     });
@@ -111,7 +111,7 @@ std::string ReadWinDir() {
 
 std::string ReadSysDir() {
     std::string folder;
-    attempt(reporting("ReadSysDir"), [&] {
+    routine("ReadSysDir").step([&] {
         std::string buffer(255, ' ');
         const UINT length = GetSystemDirectoryA(buffer.data(), 255);
         folder = Left(buffer, length);
@@ -121,7 +121,7 @@ std::string ReadSysDir() {
 
 std::string ReadTmpDir() {
     std::string folder;
-    attempt(reporting("ReadTmpDir"), [&] {
+    routine("ReadTmpDir").step([&] {
         std::string buffer(100, '\0');
         GetTempPathA(100, buffer.data());
         folder = beforeNul(buffer);
@@ -130,9 +130,8 @@ std::string ReadTmpDir() {
 }
 
 void OS() {
-    const auto onFailure = reporting("OS");
     OSVERSIONINFOA info{};
-    attempt(onFailure, [&] {
+    routine("OS").step([&] {
         info.dwOSVersionInfoSize = 148;
         GetVersionExA(&info);
     });
@@ -140,7 +139,7 @@ void OS() {
     RegFileHeader = kHeader4;
     // On the 9x family the high 16 bits hold the version once more.
     OSBuild = std::to_string(static_cast<std::int16_t>(info.dwBuildNumber & 0xFFFFu));
-    attempt(onFailure, [&] {
+    routine("OS").step([&] {
         const bool build1998 = toInt32(OSBuild) == 1998;
         const auto row = std::find_if(kSystems.begin(), kSystems.end(),
                                       [&](const SystemRow& r) { return matches(r, info, build1998); });

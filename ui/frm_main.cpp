@@ -1,6 +1,6 @@
 #include "ui/frm_main.h"
 
-#include "core/handling.h"
+#include "core/routine.h"
 #include "resources/resource_ids.h"
 
 namespace bromvale {
@@ -106,17 +106,16 @@ void FrmMain::design() {
 }
 
 void FrmMain::Form_Resize() {
-    constexpr Tags tags{"frmMain", "Form_Resize"};
-    const ReportAnd onFailure{Ending::Leave, tags};
-    tags.trace("started");
-    attempt(onFailure, [&] {
+    constexpr Routine routine{{"frmMain", "Form_Resize"}, Report{Ending::Leave}};
+    routine.started();
+    routine.step([&] {
         // Each assignment that changes the size runs this routine once more, nested.
         if (height() < kMinimumHeight) setHeight(kMinimumHeight);
         if (width() < kMinimumWidth) setWidth(kMinimumWidth);
         for (Page* page : pages()) page->resize();
         resizeRows(*this, kRows, *this);
     });
-    tags.trace("endet");
+    routine.ended();
 }
 
 void MainWindow::showPage(const Page& page) {

@@ -1,8 +1,7 @@
 #include <cstdint>
 #include <string>
 
-#include "core/handling.h"
-#include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/help.h"
@@ -15,10 +14,8 @@ namespace bromvale {
 namespace {
 
 constexpr unsigned kHelpCloseAll = 18;
-constexpr std::uint32_t kTextValue = 1;
-
-void saveNumber(std::string_view name, int value) {
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, name, std::to_string(value), kTextValue, kSetValue);
+void saveNumber(const std::int16_t& setting, int value) {
+    quietly([&] { storeSetting(setting, std::to_string(value)); });
 }
 
 }  // namespace
@@ -35,21 +32,20 @@ void FrmMain::restoreGeometry() {
 }
 
 void FrmMain::saveGeometry() {
-    attempt(kGoOn, [&] { saveNumber("Form_Height", height()); });
-    attempt(kGoOn, [&] { saveNumber("Form_Width", width()); });
-    attempt(kGoOn, [&] { saveNumber("ScreenX", top()); });
-    attempt(kGoOn, [&] { saveNumber("ScreenY", left()); });
+    saveNumber(Form_Height, height());
+    saveNumber(Form_Width, width());
+    saveNumber(ScreenX, top());
+    saveNumber(ScreenY, left());
 }
 
 void FrmMain::Form_Load() {
-    constexpr Tags tags{"frmMain", "Form_Load"};
-    const ReportAnd onFailure{Ending::Next, tags, kStyleStop, kShow};
-    tags.trace("started");
-    attempt(onFailure, [&] { addTrayIcon(); });
-    attempt(onFailure, [&] { mnuPopUpShowForm.setEnabled(true); });
-    if (ScreenSave == 1) attempt(onFailure, [&] { restoreGeometry(); });
-    if (ScreenSave != 1) attempt(onFailure, [&] { keepOnScreen(); });
-    tags.trace("endet");
+    constexpr Routine routine{{"frmMain", "Form_Load"}, Report{Ending::Next, kStyleStop, kShow}};
+    routine.started();
+    routine.step([&] { addTrayIcon(); });
+    routine.step([&] { mnuPopUpShowForm.setEnabled(true); });
+    if (ScreenSave == 1) routine.step([&] { restoreGeometry(); });
+    if (ScreenSave != 1) routine.step([&] { keepOnScreen(); });
+    routine.ended();
 }
 
 // A failure at the start is told before the main window is there, and must not be covered by it.
@@ -60,11 +56,11 @@ void FrmMain::showBehindErrorDialog() {
 
 // Closing the main window is always the end of the process, whatever else is open.
 void FrmMain::Form_Unload() {
-    attempt(kGoOn, [] { unloadAllForms(); });
+    quietly([] { unloadAllForms(); });
     if (windowState() == WindowState::Normal && ScreenSave == 1) saveGeometry();
-    attempt(kGoOn, [] { trace("frmMain", "Form_Unload", ""); });
-    attempt(kGoOn, [&] { removeTrayIcon(); });
-    attempt(kGoOn, [&] { HtmlHelpA(window(), "", kHelpCloseAll, 0); });
+    quietly([] { trace("frmMain", "Form_Unload", ""); });
+    quietly([&] { removeTrayIcon(); });
+    quietly([&] { HtmlHelpA(window(), "", kHelpCloseAll, 0); });
     TerminateProcess(GetCurrentProcess(), 0);
 }
 

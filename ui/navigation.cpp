@@ -1,9 +1,8 @@
 #include "ui/navigation.h"
 
-#include "core/attempt.h"
 #include "core/command_start.h"
-#include "core/log.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/help.h"
@@ -17,54 +16,54 @@ constexpr unsigned kHelpDisplayTopic = 0;
 
 // Starts no scan: that is the page's own button.
 void openScan(FrmMain& form) {
-    attempt(kGoOn, [&] { form.scan.show(); });
+    quietly([&] { form.scan.show(); });
     const bool scanRuns = !form.scan.cmdStart.enabled();
-    if (scanRuns) attempt(kGoOn, [&] { form.setMousePointer(MousePointer::Hourglass); });
+    if (scanRuns) quietly([&] { form.setMousePointer(MousePointer::Hourglass); });
 }
 
 void openBackup(FrmMain& form) {
-    attempt(kGoOn, [&] { form.backup.mnuPopUpBackupZeigen_Click(); });
+    quietly([&] { form.backup.mnuPopUpBackupZeigen_Click(); });
 }
 
 void startRegistryEditor(FrmMain&) {
-    attempt(kGoOn, [] { startCommand(WinDir + "Regedit.exe", kNormalWithFocus); });
+    quietly([] { startCommand(WinDir + "Regedit.exe", kNormalWithFocus); });
 }
 
 void openHelp(FrmMain& form) {
-    attempt(kGoOn, [&] { HtmlHelpA(form.window(), "Bromvale.chm", kHelpDisplayTopic, 0); });
+    quietly([&] { HtmlHelpA(form.window(), "Bromvale.chm", kHelpDisplayTopic, 0); });
 }
 
 void quit(FrmMain& form) {
-    attempt(kGoOn, [&] { form.unload(); });
+    quietly([&] { form.unload(); });
 }
 
 void openPrograms(FrmMain& form) {
-    attempt(kGoOn, [&] { form.programs.mnuPopUpDeinstall_Click(); });
+    quietly([&] { form.programs.mnuPopUpDeinstall_Click(); });
 }
 
 // Neither box is ever cleared here: they may be ahead of what is stored.
 void openCleanup(FrmMain& form) {
-    attempt(kGoOn, [&] { form.cleanup.show(); });
+    quietly([&] { form.cleanup.show(); });
     std::string startsAtLogon;
-    attempt(kGoOn, [&] {
+    quietly([&] {
         startsAtLogon =
             FindValue(kHiveLocalMachine, "Software\\Microsoft\\Windows\\CurrentVersion\\Run", AppTitle);
     });
-    if (!startsAtLogon.empty()) attempt(kGoOn, [&] { form.cleanup.chbTempFilesDel.setValue(1); });
-    if (DelFilePermanent == 1) attempt(kGoOn, [&] { form.cleanup.chbDelFilePermanent.setValue(1); });
-    attempt(kGoOn, [&] { form.setMousePointer(MousePointer::Default); });
+    if (!startsAtLogon.empty()) quietly([&] { form.cleanup.chbTempFilesDel.setValue(1); });
+    if (DelFilePermanent == 1) quietly([&] { form.cleanup.chbDelFilePermanent.setValue(1); });
+    quietly([&] { form.setMousePointer(MousePointer::Default); });
 }
 
 // Loading the page fires the handlers of its controls, each of which enables the button: nothing is changed
 // yet.
 void openOptions(FrmMain& form) {
-    attempt(kGoOn, [&] { form.options.mnuPopUpOptionen_Click(); });
-    attempt(kGoOn, [&] { form.options.cmdÜbernehmen.setEnabled(false); });
+    quietly([&] { form.options.mnuPopUpOptionen_Click(); });
+    quietly([&] { form.options.cmdÜbernehmen.setEnabled(false); });
 }
 
 void openBugReport(FrmMain& form) {
     if (InternetMissing) {
-        attempt(kGoOn, [] {
+        quietly([] {
             MsgBox(
                 "Eine Funktion des Microsoft Internet Explorer arbeitet nicht korrekt.\r"
                 "Installieren Sie diesen neu, um den Bug-Report nutzen zu können.",
@@ -72,15 +71,15 @@ void openBugReport(FrmMain& form) {
         });
         return;
     }
-    attempt(kGoOn, [&] { form.bugReport.mnuPopUpBugReport_Click(); });
+    quietly([&] { form.bugReport.mnuPopUpBugReport_Click(); });
 }
 
 void checkForUpdate(FrmMain& form) {
-    attempt(kGoOn, [&] { form.mnuPopUpLiveUpdate_Click(); });
+    quietly([&] { form.mnuPopUpLiveUpdate_Click(); });
 }
 
 void openWebSite(FrmMain&) {
-    attempt(kGoOn, CallWebSite);
+    quietly(CallWebSite);
 }
 
 constexpr NavigationItem kItems[] = {

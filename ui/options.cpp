@@ -1,129 +1,144 @@
 // The options page. Each control writes its value into the settings key at the moment it changes; the
 // variables that the rest of the program reads follow when cmdÜbernehmen has them read again.
-#include "ui/options.h"
-
+#include <array>
 #include <string>
 
-#include "core/attempt.h"
-#include "core/log.h"
-#include "core/registry_layer.h"
+#include "base/numbers.h"
+#include "core/routine.h"
 #include "core/settings.h"
+#include "ui/options_page.h"
 
 namespace bromvale {
 namespace {
 
-void store(const CheckBox& box, std::string_view setting) {
-    storeOption(setting, std::to_string(box.value()));
-}
+constexpr const char* kUsualPort = "80";
 
-void check(CheckBox& box, std::int16_t setting) {
-    box.setValue(setting);
-}
+struct Box {
+    CheckBox OptionsPage::*box;
+    std::int16_t& setting;
+    void (OptionsPage::*rule)(bool on) = nullptr;
+};
+
+// In the order of the loading. Every assignment that changes a box does what a user's click would, so the
+// order counts: a box that depends on another one is set before it and may be forced by it.
+const std::array kBoxes{
+    Box{&OptionsPage::chbScreenSave, ScreenSave},
+    Box{&OptionsPage::chbAutoClose, AutoClose, &OptionsPage::chbAutoClose_Click},
+    Box{&OptionsPage::chbAutoEntfernen, AutoEntfernen},
+    Box{&OptionsPage::chbAutoRegFileDel, AutoRegFileDel, &OptionsPage::chbAutoRegFileDel_Click},
+    Box{&OptionsPage::chbAutoScan, AutoScan},
+    Box{&OptionsPage::chbProtokoll, Protokoll},
+    Box{&OptionsPage::chbRebootAfterDelete, RebootAfterDelete, &OptionsPage::chbRebootAfterDelete_Click},
+    Box{&OptionsPage::chbRebootAfterEntry, RebootAfterEntry},
+    Box{&OptionsPage::chbAutoFileDelAfterReentry, AutoFileDelAfterReentry},
+};
 
 }  // namespace
 
-void storeOption(std::string_view setting, std::string_view text) {
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, setting, text, REG_SZ, kSetValue);
+void OptionsPage::connectBoxes() {
+    for (const Box& row : kBoxes) {
+        (this->*row.box).onClick = [this, &row] {
+            const int value = (this->*row.box).value();
+            storeSetting(row.setting, std::to_string(value));
+            if (row.rule) (this->*row.rule)(value == 1);
+            cmdÜbernehmen.setEnabled(true);
+        };
+    }
 }
 
-// Every assignment that changes a control runs its handler as a user's click would, so the order counts: a
-// switch that depends on another one is set before it and may be forced by it.
 void OptionsPage::mnuPopUpOptionen_Click() {
     show();
-    check(chbScreenSave, ScreenSave);
-    check(chbAutoClose, AutoClose);
-    check(chbAutoEntfernen, AutoEntfernen);
-    check(chbAutoRegFileDel, AutoRegFileDel);
-    check(chbAutoScan, AutoScan);
-    check(chbProtokoll, Protokoll);
-    check(chbRebootAfterDelete, RebootAfterDelete);
-    check(chbRebootAfterEntry, RebootAfterEntry);
-    check(chbAutoFileDelAfterReentry, AutoFileDelAfterReentry);
+    for (const Box& row : kBoxes) (this->*row.box).setValue(row.setting);
     cboAgentType.setText(AgentType);
-    check(chbLoadAgent, AgentLoad);
+    chbLoadAgent.setValue(AgentLoad);
     cboAutoRegFileDel.setText(std::to_string(DelAfterDays));
-    loadProxyOptions(*this);
+    loadProxy();
     window.setMousePointer(MousePointer::Default);
 }
 
-void OptionsPage::chbScreenSave_Click() {
-    store(chbScreenSave, "ScreenSave");
-    cmdÜbernehmen.setEnabled(true);
-}
-
-void OptionsPage::chbAutoScan_Click() {
-    store(chbAutoScan, "AutoScan");
-    cmdÜbernehmen.setEnabled(true);
-}
-
-void OptionsPage::chbAutoEntfernen_Click() {
-    store(chbAutoEntfernen, "AutoEntfernen");
-    cmdÜbernehmen.setEnabled(true);
+// What is on can't be without this box. It is stored as it is, and then changed.
+void OptionsPage::force(CheckBox& box, bool on) {
+    if (on) {
+        box.onClick();
+        box.setValue(1);
+    }
+    box.setEnabled(!on);
 }
 
 // A program that closes after the scan has to remove what it found by itself.
-void OptionsPage::chbAutoClose_Click() {
-    store(chbAutoClose, "AutoClose");
-    const bool on = chbAutoClose.value() == 1;
-    if (on) {
-        chbAutoEntfernen_Click();  // stores the box as it is, then changes it
-        chbAutoEntfernen.setValue(1);
-    }
-    chbAutoEntfernen.setEnabled(!on);
-    cmdÜbernehmen.setEnabled(true);
+void OptionsPage::chbAutoClose_Click(bool on) {
+    force(chbAutoEntfernen, on);
 }
 
 // A restart after the removal closes the program, which takes the removal along.
-void OptionsPage::chbRebootAfterDelete_Click() {
-    store(chbRebootAfterDelete, "RebootAfterDelete");
-    const bool on = chbRebootAfterDelete.value() == 1;
-    if (on) {
-        chbAutoClose_Click();
-        chbAutoClose.setValue(1);
-    }
-    chbAutoClose.setEnabled(!on);
-    cmdÜbernehmen.setEnabled(true);
-}
-
-void OptionsPage::chbRebootAfterEntry_Click() {
-    store(chbRebootAfterEntry, "RebootAfterEntry");
-    cmdÜbernehmen.setEnabled(true);
-}
-
-void OptionsPage::chbAutoFileDelAfterReentry_Click() {
-    store(chbAutoFileDelAfterReentry, "AutoFileDelAfterReentry");
-    cmdÜbernehmen.setEnabled(true);
+void OptionsPage::chbRebootAfterDelete_Click(bool on) {
+    force(chbAutoClose, on);
 }
 
 // The number of days keeps its text and stays in force while the box is off.
-void OptionsPage::chbAutoRegFileDel_Click() {
-    store(chbAutoRegFileDel, "AutoRegFileDel");
-    const bool on = chbAutoRegFileDel.value() == 1;
+void OptionsPage::chbAutoRegFileDel_Click(bool on) {
     cboAutoRegFileDel.setEnabled(on);
     lblAutoRegFileDel1.setEnabled(on);
     lblAutoRegFileDel2.setEnabled(on);
-    cmdÜbernehmen.setEnabled(true);
 }
 
 // Any text, chosen or typed; the reading of the settings decides what it is worth.
 void OptionsPage::cboAutoRegFileDel_Click() {
-    storeOption("DelAfterDays", cboAutoRegFileDel.text());
+    storeSetting(DelAfterDays, cboAutoRegFileDel.text());
     cmdÜbernehmen.setEnabled(true);
 }
 
-void OptionsPage::chbProtokoll_Click() {
-    store(chbProtokoll, "Protokoll");
+// Another number than 0 and 1 leaves both buttons as they are.
+void OptionsPage::loadProxy() {
+    if (Proxy == 0 || Proxy == 1) {
+        rdoINet1.setValue(Proxy == 0);
+        rdoINet2.setValue(Proxy == 1);
+    }
+    txtProxyAdresse.setText(ProxyAdresse);
+    txtProxyPort.setText(std::to_string(ProxyPort));
+}
+
+// Address and port stay stored, only greyed.
+void OptionsPage::storeProxy(bool on) {
+    storeSetting(Proxy, on ? "1" : "0");
+    txtProxyPort.setEnabled(on);
+    lblProxyport.setEnabled(on);
+    txtProxyAdresse.setEnabled(on);
+    lblProxyAdresse.setEnabled(on);
+    cmdÜbernehmen.setEnabled(true);
+}
+
+void OptionsPage::rdoINet1_Click() {
+    storeProxy(false);
+}
+
+void OptionsPage::rdoINet2_Click() {
+    storeProxy(true);
+}
+
+void OptionsPage::txtProxyAdresse_Change() {
+    storeSetting(ProxyAdresse, txtProxyAdresse.text());
+    cmdÜbernehmen.setEnabled(true);
+}
+
+// The box never stays empty: what is erased is "80" at once. That assignment runs this handler again, which
+// then stores it.
+void OptionsPage::txtProxyPort_Change() {
+    if (!txtProxyPort.text().empty() && !isNumeric(txtProxyPort.text())) {
+        MsgBox("Der Proxyport besteht nur aus einer Zahl. z.B. 80", kStyleInformation);
+        txtProxyPort.setText(kUsualPort);
+        txtProxyPort.setFocus();
+        return;
+    }
+    if (txtProxyPort.text().empty() || txtProxyPort.text() == "0") txtProxyPort.setText(kUsualPort);
+    storeSetting(ProxyPort, txtProxyPort.text());
     cmdÜbernehmen.setEnabled(true);
 }
 
 void OptionsPage::cmdÜbernehmen_Click() {
-    const auto onFailure = [](const Failure& failure) {
-        ErrHandle("frmMain", "cmdÜbernehmen_Click", "", failure.number, failure.description,
-                  kStyleExclamation, kHide);
-        return Ending::Next;
-    };
-    attempt(onFailure, [] { ReadAppSwitch(); });
-    attempt(onFailure, [&] { cmdÜbernehmen.setEnabled(false); });
+    constexpr Routine routine{{"frmMain", "cmdÜbernehmen_Click"}};
+    routine.step(ReadAppSwitch);
+    routine.step([&] { cmdÜbernehmen.setEnabled(false); });
 }
 
 }  // namespace bromvale

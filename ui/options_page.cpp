@@ -24,26 +24,17 @@ constexpr Row<P> kRows[] = {
         on<&Button::onClick, &P::cmdÜbernehmen_Click>()),
     row<P, &P::Frame6, &P::Frame5>("Allgemein", {240, 360, 7695, 2055}, 43, 0),
     row<P, &P::chbAutoFileDelAfterReentry, &P::Frame6>(
-        "Sicherungsdatei nach Eintragen löschen", {4080, 660, 3375, 255}, 59, 0,
-        on<&CheckBox::onClick, &P::chbAutoFileDelAfterReentry_Click>()),
+        "Sicherungsdatei nach Eintragen löschen", {4080, 660, 3375, 255}, 59, 0),
     row<P, &P::chbRebootAfterEntry, &P::Frame6>(
-        "Neustart nach Eintragen entfernter Keys", {4080, 360, 3255, 255}, 58, 0,
-        on<&CheckBox::onClick, &P::chbRebootAfterEntry_Click>()),
-    row<P, &P::chbAutoRegFileDel, &P::Frame6>("Sicherungsdatei nach Zeit löschen", {4080, 960, 2895, 255}, 57, 0,
-        on<&CheckBox::onClick, &P::chbAutoRegFileDel_Click>()),
+        "Neustart nach Eintragen entfernter Keys", {4080, 360, 3255, 255}, 58, 0),
+    row<P, &P::chbAutoRegFileDel, &P::Frame6>("Sicherungsdatei nach Zeit löschen", {4080, 960, 2895, 255}, 57, 0),
     row<P, &P::chbRebootAfterDelete, &P::Frame6>(
-        "Neustart nach Entfernen der Probleme", {240, 1580, 3015, 255}, 52, 0,
-        on<&CheckBox::onClick, &P::chbRebootAfterDelete_Click>()),
-    row<P, &P::chbProtokoll, &P::Frame6>("Protokollierung einschalten", {4080, 1580, 2295, 255}, 51, 0,
-        on<&CheckBox::onClick, &P::chbProtokoll_Click>()),
-    row<P, &P::chbScreenSave, &P::Frame6>("Bildschirmposition speichern", {240, 360, 2295, 255}, 48, 0,
-        on<&CheckBox::onClick, &P::chbScreenSave_Click>()),
-    row<P, &P::chbAutoScan, &P::Frame6>("Registry Scan automatisch starten", {240, 600, 2895, 375}, 47, 0,
-        on<&CheckBox::onClick, &P::chbAutoScan_Click>()),
-    row<P, &P::chbAutoClose, &P::Frame6>("Nach Scan Programm beenden", {240, 1280, 2775, 255}, 46, 0,
-        on<&CheckBox::onClick, &P::chbAutoClose_Click>()),
-    row<P, &P::chbAutoEntfernen, &P::Frame6>("Probleme automatisch entfernen", {240, 960, 3135, 255}, 45, 0,
-        on<&CheckBox::onClick, &P::chbAutoEntfernen_Click>()),
+        "Neustart nach Entfernen der Probleme", {240, 1580, 3015, 255}, 52, 0),
+    row<P, &P::chbProtokoll, &P::Frame6>("Protokollierung einschalten", {4080, 1580, 2295, 255}, 51, 0),
+    row<P, &P::chbScreenSave, &P::Frame6>("Bildschirmposition speichern", {240, 360, 2295, 255}, 48, 0),
+    row<P, &P::chbAutoScan, &P::Frame6>("Registry Scan automatisch starten", {240, 600, 2895, 375}, 47, 0),
+    row<P, &P::chbAutoClose, &P::Frame6>("Nach Scan Programm beenden", {240, 1280, 2775, 255}, 46, 0),
+    row<P, &P::chbAutoEntfernen, &P::Frame6>("Probleme automatisch entfernen", {240, 960, 3135, 255}, 45, 0),
     row<P, &P::cboAutoRegFileDel, &P::Frame6>("", {5160, 1245, 615, 315}, 44, kDisabled,
         on<&ComboBox::onClick, &P::cboAutoRegFileDel_Click>(),
         on<&ComboBox::onChange, &P::cboAutoRegFileDel_Click>()),
@@ -63,6 +54,7 @@ constexpr Row<P> kRows[] = {
 
 OptionsPage::OptionsPage(MainWindow& ofWindow) : Page(ofWindow, Frame5) {
     connectRows(*this, kRows);
+    connectBoxes();
 }
 
 std::span<const Row<OptionsPage>> OptionsPage::rows() {

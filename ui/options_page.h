@@ -37,18 +37,12 @@ class OptionsPage : public Page {
     Label lblNoAgents{&window, "lblNoAgents"};
     Label lblAgentType{&window, "lblAgentType"};
 
-    // ui/
     void mnuPopUpOptionen_Click();
-    void chbScreenSave_Click();
-    void chbAutoScan_Click();
-    void chbAutoEntfernen_Click();
-    void chbAutoClose_Click();
-    void chbRebootAfterDelete_Click();
-    void chbRebootAfterEntry_Click();
-    void chbAutoFileDelAfterReentry_Click();
-    void chbAutoRegFileDel_Click();
+    // What follows from a box beside its storing; `on` is what it says now.
+    void chbAutoClose_Click(bool on);
+    void chbRebootAfterDelete_Click(bool on);
+    void chbAutoRegFileDel_Click(bool on);
     void cboAutoRegFileDel_Click();
-    void chbProtokoll_Click();
     void rdoINet1_Click();
     void rdoINet2_Click();
     void txtProxyAdresse_Change();
@@ -58,6 +52,12 @@ class OptionsPage : public Page {
     [[nodiscard]] static std::span<const Row<OptionsPage>> rows();
     void design() override;
     void resize() override;
+
+  private:
+    void connectBoxes();
+    void loadProxy();
+    void storeProxy(bool on);
+    void force(CheckBox& box, bool on);
 };
 
 }  // namespace bromvale

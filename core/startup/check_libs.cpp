@@ -4,10 +4,9 @@
 #include <string>
 
 #include "base/failure.h"
-#include "core/attempt.h"
 #include "core/file_helpers.h"
-#include "core/log.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/startup/unload.h"
 #include "core/state.h"
 #include "core/time.h"
@@ -18,7 +17,6 @@
 namespace bromvale {
 namespace {
 
-constexpr Tags kTags{"modLibRegister", "CheckLibs"};
 constexpr std::int16_t kRegister = -1;
 constexpr int kInternetIsMissing = 60008;
 
@@ -66,14 +64,14 @@ void check(const Component& component) {
 
 // The missing file is told as the report's description, since the dialog shows that and not the report's own
 // text. The check goes on behind the dialog: ending the program is the user's choice.
-Ending onFailureOfCheck(const Failure& failure) {
+Ending handle(const Tags& tags, const Failure& failure) {
     const bool internet = failure.number == kInternetIsMissing;
     if (internet) {
-        ErrHandle(kTags.modul, kTags.funktion, failure.description, failure.number, failure.description,
+        ErrHandle(tags.modul, tags.funktion, failure.description, failure.number, failure.description,
                   kStyleExclamation, kHide);
         InternetMissing = true;
     } else {
-        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
+        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
     }
     return Ending::Next;
 }
@@ -89,35 +87,35 @@ std::int32_t callEntry(FARPROC entry, HWND window) {
 }  // namespace
 
 void RegisterServer(HWND window, std::string_view Pfad, std::int16_t Registrieren) {
-    constexpr Tags tags{"modLibRegister", "RegisterServer"};
     const std::string path(Pfad);
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, path, failure.number, failure.description, kStyleStop, kHide);
-        return Ending::Next;
-    };
+    const Routine routine{{"modLibRegister", "RegisterServer"},
+                          [&](const Tags& tags, const Failure& failure) {
+                              ErrHandle(tags.modul, tags.funktion, path, failure.number, failure.description,
+                                        kStyleStop, kHide);
+                              return Ending::Next;
+                          }};
     HMODULE library = nullptr;
     FARPROC entry = nullptr;
-    attempt(onFailure, [] { frmLogin().show(); });
-    attempt(onFailure,
-            [&] { frmLogin().lblLogin.setCaption("Die Komponente " + path + " wird nachregistriert."); });
-    attempt(onFailure, [&] { library = LoadLibraryA(path.c_str()); });
-    attempt(onFailure, [&] {
+    routine.step([] { frmLogin().show(); });
+    routine.step(
+        [&] { frmLogin().lblLogin.setCaption("Die Komponente " + path + " wird nachregistriert."); });
+    routine.step([&] { library = LoadLibraryA(path.c_str()); });
+    routine.step([&] {
         entry = GetProcAddress(library, Registrieren != 0 ? "DllRegisterServer" : "DllUnregisterServer");
     });
-    attempt(onFailure, [&] { LastRegisterResult = callEntry(entry, window); });
+    routine.step([&] { LastRegisterResult = callEntry(entry, window); });
     // Each registration leaves its line in the log, whatever came of it.
-    ErrHandle(tags.modul, tags.funktion, path, lastFailure().number, lastFailure().description,
+    ErrHandle(routine.modul, routine.funktion, path, lastFailure().number, lastFailure().description,
               kStyleExclamation, kHide);
-    attempt(onFailure, [&] { FreeLibrary(library); });
+    routine.step([&] { FreeLibrary(library); });
 }
 
 void CheckLibs() {
-    kTags.trace("started");
-    for (const Component& component : kComponents) {
-        attempt(onFailureOfCheck, [&] { check(component); });
-    }
+    constexpr Routine routine{{"modLibRegister", "CheckLibs"}, &handle};
+    routine.started();
+    for (const Component& component : kComponents) routine.step([&] { check(component); });
     unloadForm("frmLogin");
-    kTags.trace("endet");
+    routine.ended();
 }
 
 }  // namespace bromvale

@@ -1,20 +1,19 @@
 #include "core/startup/first_run.h"
 
-#include "core/handling.h"
-#include "core/registry_layer.h"
+#include "core/routine.h"
+#include "core/settings.h"
 #include "platform/help.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {
 
 void CheckFirstRun() {
-    const Tags tags{"modMain", "CheckFirstRun"};
-    const auto onFailure = reportAndGoOn(tags);
-    tags.trace("started");
+    constexpr Routine routine{{"modMain", "CheckFirstRun"}};
+    routine.started();
     // The first use of the window loads it.
-    attempt(onFailure, [] { HtmlHelpA(frmMain().window(), "Bromvale.chm", 0, 0); });
-    attempt(onFailure, [] { SetKeyValue(kHiveCurrentUser, kSettingsKey, "1stRun", "0", REG_SZ, kSetValue); });
-    tags.trace("endet");
+    routine.step([] { HtmlHelpA(frmMain().window(), "Bromvale.chm", 0, 0); });
+    routine.step([] { storeSetting(FirstRun, "0"); });
+    routine.ended();
 }
 
 }  // namespace bromvale

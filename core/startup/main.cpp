@@ -7,10 +7,9 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "cleanup/emptying.h"
-#include "core/attempt.h"
-#include "core/log.h"
 #include "core/machine_facts.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/startup/check_libs.h"
 #include "core/startup/first_run.h"
 #include "core/startup/unload.h"
@@ -72,7 +71,7 @@ void findProgramFolder() {
 
 // Read before all other settings, so that their reading can be traced already.
 void readTraceSwitch() {
-    const std::string text = FindValue(kHiveCurrentUser, "Software\\" + AppTitle, "Protokoll");
+    const std::string text = FindValue(kHiveCurrentUser, "Software\\" + AppTitle, settingName(Protokoll));
     Protokoll = text.empty() ? std::int16_t{0} : toInt16(text);
     if (Protokoll == 1) LogAlways = true;
     kTags.trace([] { return "Protokollierung=" + std::to_string(Protokoll); });
@@ -284,36 +283,39 @@ void closeUnseenWindows() {
 
 void Main() {
     int number = 1;
-    const auto onFailure = [&](const Failure& failure) { return onFailureOfMain(failure, number); };
-    const auto step = [&](auto&& statement) { return attempt(onFailure, statement); };
-    const auto all = [&](const auto& steps) { return std::all_of(steps.begin(), steps.end(), step); };
+    const Routine routine{
+        kTags, [&](const Tags&, const Failure& failure) { return onFailureOfMain(failure, number); }};
+    const auto all = [&](const auto& steps) {
+        return std::ranges::all_of(steps, [&](auto statement) { return routine.step(statement); });
+    };
 
     if (previousInstanceRuns()) return;
     if (!all(kFirstSteps)) return;
     if (!textsCanBeTold()) {
-        step(refuseCodePage);
+        routine.step(refuseCodePage);
         return;
     }
     if (!isExact(AppPath)) {
-        step(refuseFolder);
+        routine.step(refuseFolder);
         return;
     }
     if (!all(kStateSteps)) return;
     if (OSName == "Windows 95") {
-        step(refuse);
+        routine.step(refuse);
         return;
     }
-    if (!step(traceSystem) || !step(CheckLibs)) return;
+    if (!routine.step(traceSystem) || !routine.step(CheckLibs)) return;
     if (arguments() != "-d") {
         all(kNormalRoad);
         return;
     }
-    static_cast<void>(step([&] {
-                          kTags.trace("Tempfiledelete startet");
-                          number = freeFile();
-                      }) &&
-                      step(showEmptyingWindow) && step([&] { openFolderList(number); }) &&
-                      step([&] { emptyFolders(number); }) && step([&] { endEmptying(number); }));
+    static_cast<void>(routine.step([&] {
+        kTags.trace("Tempfiledelete startet");
+        number = freeFile();
+    }) && routine.step(showEmptyingWindow) &&
+                      routine.step([&] { openFolderList(number); }) &&
+                      routine.step([&] { emptyFolders(number); }) &&
+                      routine.step([&] { endEmptying(number); }));
 }
 
 void runProgram() {

@@ -89,7 +89,8 @@ TEST_F(Options, OpeningThePageLoadsEveryControl) {
     ProxyPort = 8080;
     openPage();
     EXPECT_EQ(shownPages(), "Frame5 ");
-    for (const BoxRow& row : kBoxes) EXPECT_EQ((form().options.*row.box).value(), *row.variable) << row.setting;
+    for (const BoxRow& row : kBoxes)
+        EXPECT_EQ((form().options.*row.box).value(), *row.variable) << row.setting;
     EXPECT_EQ(form().options.cboAgentType.text(), "Merlin");
     EXPECT_EQ(form().options.chbLoadAgent.value(), 1);
     EXPECT_EQ(form().options.cboAutoRegFileDel.text(), "30");
