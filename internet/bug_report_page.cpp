@@ -14,8 +14,6 @@
 namespace bromvale {
 namespace {
 
-constexpr std::uint32_t kTextValue = 1;
-
 // What must stand in the form before it is sent, in the order of the questions.
 struct Check {
     bool (*fails)(const FrmMain& form);
@@ -45,7 +43,7 @@ bool isComplete(const FrmMain& form) {
 
 void send(FrmMain& form) {
     if (!isComplete(form)) return;
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, "EMail", form.txtEMail.text(), kTextValue, kSetValue);
+    SetKeyValue(kHiveCurrentUser, kSettingsKey, "EMail", form.txtEMail.text(), REG_SZ, kSetValue);
     // A proxy that can't be reached ends the sending without a word.
     if (Proxy == 1 && !greetProxy(form.winsock)) return;
     BugReport({form.txtAppVer.text(), form.txtErrNr.text(), form.txtErrDesc.text(), form.cboErrHow.text(),
