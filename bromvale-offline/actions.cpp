@@ -8,6 +8,7 @@
 #include "bromvale-offline/words.h"
 #include "platform/controls.h"
 #include "platform/events.h"
+#include "platform/keys.h"
 #include "platform/offline/machine.h"
 #include "platform/screen.h"
 
@@ -30,10 +31,10 @@ Control& named(std::string_view name) {
 }
 
 template <class Kind>
-Kind& as(Control& control, ControlKind kind) {
-    if (control.kind() == kind) return static_cast<Kind&>(control);
+Kind& mustBe(Control& control) {
+    if (Kind* found = as<Kind>(&control)) return *found;
     throw ScriptError{control.name() + " is a " + std::string(kindName(control.kind())) + ", not a " +
-                      std::string(kindName(kind))};
+                      std::string(kindName(Kind::kKind))};
 }
 
 void mustBeReachable(const Control& control) {
@@ -44,8 +45,8 @@ void mustBeReachable(const Control& control) {
 }
 
 template <class Kind>
-Kind& reachable(std::string_view& rest, ControlKind kind) {
-    Kind& control = as<Kind>(named(takeWord(rest)), kind);
+Kind& reachable(std::string_view& rest) {
+    Kind& control = mustBe<Kind>(named(takeWord(rest)));
     mustBeReachable(control);
     return control;
 }
@@ -59,13 +60,12 @@ Form& mainForm() {
 void click(std::string_view rest, Transcript&) {
     Control& control = named(takeWord(rest));
     mustBeReachable(control);
-    if (control.kind() == ControlKind::CheckBox) return static_cast<CheckBox&>(control).userClick();
-    if (control.kind() == ControlKind::OptionButton) return static_cast<OptionButton&>(control).userClick();
-    as<Button>(control, ControlKind::Button).userClick();
+    if (!as<CheckBox>(&control) && !as<OptionButton>(&control)) mustBe<Button>(control);
+    control.userClick();
 }
 
 void check(std::string_view rest, Transcript&) {
-    auto& box = reachable<CheckBox>(rest, ControlKind::CheckBox);
+    auto& box = reachable<CheckBox>(rest);
     if (rest != "0" && rest != "1") throw ScriptError{"write 0 or 1"};
     if (box.value() != (rest == "1" ? 1 : 0)) box.userClick();
 }
@@ -81,14 +81,14 @@ std::string unescaped(std::string_view text) {
 void text(std::string_view rest, Transcript&) {
     Control& control = named(takeWord(rest));
     mustBeReachable(control);
-    if (control.kind() == ControlKind::ComboBox) return static_cast<ComboBox&>(control).userText(rest);
-    auto& box = as<TextBox>(control, ControlKind::TextBox);
+    if (auto* combo = as<ComboBox>(&control)) return combo->userText(rest);
+    auto& box = mustBe<TextBox>(control);
     if (box.locked()) throw ScriptError{box.name() + " is locked"};
     box.userText(unescaped(rest));
 }
 
 void choose(std::string_view rest, Transcript&) {
-    auto& box = reachable<ComboBox>(rest, ControlKind::ComboBox);
+    auto& box = reachable<ComboBox>(rest);
     for (int i = 0; i < box.count(); ++i) {
         if (box.item(i) == rest) return box.userChoose(i);
     }
@@ -96,14 +96,14 @@ void choose(std::string_view rest, Transcript&) {
 }
 
 void select(std::string_view rest, Transcript&) {
-    auto& list = reachable<ListView>(rest, ControlKind::ListView);
+    auto& list = reachable<ListView>(rest);
     const std::vector<int> rows = toRows(rest, list.count());
     if (rows.size() > 1 && !list.multiSelect()) throw ScriptError{list.name() + " takes one row only"};
     list.userSelect(rows);
 }
 
 void column(std::string_view rest, Transcript&) {
-    auto& list = reachable<ListView>(rest, ControlKind::ListView);
+    auto& list = reachable<ListView>(rest);
     const int number = toNumber(rest);
     const auto& columns = list.columns();
     if (number < 1 || number > static_cast<int>(columns.size())) throw ScriptError{"no such column"};
@@ -122,15 +122,15 @@ void key(std::string_view rest, Transcript&) {
         form = control.form();
         form->userFocus(&control);
         const bool plain = !press->alt && !press->shift;
-        if (control.kind() == ControlKind::ListView && plain && press->key != 9 && press->key != 27) {
-            return static_cast<ListView&>(control).userKeyDown(press->key);
-        }
+        auto* list = as<ListView>(&control);
+        if (list && plain && press->key != VK_TAB && press->key != VK_ESCAPE)
+            return list->userKeyDown(press->key);
     }
     form->userKey(press->key, press->shift, press->alt);
 }
 
 void doubleclick(std::string_view rest, Transcript&) {
-    auto& list = reachable<ListView>(rest, ControlKind::ListView);
+    auto& list = reachable<ListView>(rest);
     const std::vector<int> rows = toRows(rest, list.count());
     if (rows.size() != 1) throw ScriptError{"name one row"};
     list.userSelect(rows);
@@ -138,7 +138,7 @@ void doubleclick(std::string_view rest, Transcript&) {
 }
 
 void mouseup(std::string_view rest, Transcript&) {
-    auto& list = reachable<ListView>(rest, ControlKind::ListView);
+    auto& list = reachable<ListView>(rest);
     constexpr std::array<std::pair<std::string_view, int>, 3> kButtons{
         {{"left", 1}, {"right", 2}, {"middle", 4}}};
     for (const auto& [name, number] : kButtons) {
@@ -148,7 +148,7 @@ void mouseup(std::string_view rest, Transcript&) {
 }
 
 void menu(std::string_view rest, Transcript&) {
-    auto& item = as<MenuItem>(named(takeWord(rest)), ControlKind::Menu);
+    auto& item = mustBe<MenuItem>(named(takeWord(rest)));
     if (!item.enabled()) throw ScriptError{item.name() + " is disabled"};
     if (!item.visible()) throw ScriptError{item.name() + " is hidden"};
     item.userChoose();
@@ -156,9 +156,10 @@ void menu(std::string_view rest, Transcript&) {
 
 void nav(std::string_view rest, Transcript&) {
     for (Control* control : mainForm().controls()) {
-        if (control->kind() != ControlKind::ListBar) continue;
-        mustBeReachable(*control);
-        if (static_cast<ListBar*>(control)->userItemClick(rest)) return;
+        auto* bar = as<ListBar>(control);
+        if (!bar) continue;
+        mustBeReachable(*bar);
+        if (bar->userItemClick(rest)) return;
     }
     throw ScriptError{"the navigation bar has no icon '" + std::string(rest) + "'"};
 }
@@ -214,7 +215,7 @@ void print(std::string_view rest, Transcript& transcript) {
 }
 
 void rows(std::string_view rest, Transcript& transcript) {
-    printRows(as<ListView>(named(takeWord(rest)), ControlKind::ListView), transcript);
+    printRows(mustBe<ListView>(named(takeWord(rest))), transcript);
 }
 
 void window(std::string_view, Transcript& transcript) {

@@ -37,6 +37,22 @@ std::string barText(const ListBar& bar) {
     return text;
 }
 
+// What a control shows where that is not its caption.
+class ValueText : public ControlVisitor {
+  public:
+    std::string text;
+
+    using ControlVisitor::visit;
+    void visit(TextBox& box) override { text = box.text(); }
+    void visit(ComboBox& box) override { text = box.text(); }
+    void visit(CheckBox& box) override { text = std::to_string(box.value()); }
+    void visit(OptionButton& button) override { text = button.value() ? "1" : "0"; }
+    void visit(ProgressBar& bar) override { text = std::to_string(bar.value()); }
+    void visit(StatusBar& bar) override { text = panelTexts(bar); }
+    void visit(ListView& list) override { text = listText(list); }
+    void visit(ListBar& bar) override { text = barText(bar); }
+};
+
 bool isVisual(ControlKind kind) {
     return kind != ControlKind::ImageList && kind != ControlKind::Timer && kind != ControlKind::Menu &&
            kind != ControlKind::Socket;
@@ -66,19 +82,11 @@ Control* findControl(std::string_view name) {
     return nullptr;
 }
 
-std::string valueText(const Control& control) {
-    switch (control.kind()) {
-        case ControlKind::TextBox: return static_cast<const TextBox&>(control).text();
-        case ControlKind::ComboBox: return static_cast<const ComboBox&>(control).text();
-        case ControlKind::CheckBox: return std::to_string(static_cast<const CheckBox&>(control).value());
-        case ControlKind::OptionButton: return static_cast<const OptionButton&>(control).value() ? "1" : "0";
-        case ControlKind::ProgressBar:
-            return std::to_string(static_cast<const ProgressBar&>(control).value());
-        case ControlKind::StatusBar: return panelTexts(static_cast<const StatusBar&>(control));
-        case ControlKind::ListView: return listText(static_cast<const ListView&>(control));
-        case ControlKind::ListBar: return barText(static_cast<const ListBar&>(control));
-        default: return control.caption();
-    }
+std::string valueText(Control& control) {
+    ValueText value;
+    value.text = control.caption();
+    control.accept(value);
+    return value.text;
 }
 
 void printRows(const ListView& list, Transcript& transcript) {
@@ -97,7 +105,7 @@ void printWindow(const Form& form, Transcript& transcript) {
     transcript.line(form.name() + " form " + placeText(form.place()) + " inner " +
                     std::to_string(form.scaleWidth()) + "x" + std::to_string(form.scaleHeight()) + " " +
                     kStates[static_cast<int>(form.windowState())] + " \"" + form.caption() + "\"");
-    for (const Control* control : form.controls()) {
+    for (Control* control : form.controls()) {
         if (!isVisual(control->kind()) || !control->shown()) continue;
         std::string text = "  " + control->name() + " " + std::string(kindName(control->kind())) + " " +
                            placeText(control->place()) + (control->reachable() ? " enabled" : " disabled");

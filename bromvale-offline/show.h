@@ -13,7 +13,7 @@ namespace bromvale::offline {
 [[nodiscard]] Control* findControl(std::string_view name);
 
 // What the control shows: text, value, panels or caption.
-[[nodiscard]] std::string valueText(const Control& control);
+[[nodiscard]] std::string valueText(Control& control);
 // A line a row, columns separated by tabs.
 void printRows(const ListView& list, Transcript& transcript);
 // The window and its visible controls: kind, place in twips, enabled or not, what they show.

@@ -15,7 +15,7 @@ namespace {
 constexpr Tags kTags{"modInternet", "BugReport"};
 constexpr int kNoAnswer = 61001;
 constexpr const char* kNoAnswerText = "Es besteht ein Problem mit Ihrer Internetverbindung.";
-constexpr std::int32_t kYesNoWarning = 52;
+constexpr std::int32_t kYesNoWarning = MB_YESNO | MB_ICONEXCLAMATION;
 
 // The keys in their order. The one that says where a report comes from stands before the last field.
 struct Part {

@@ -14,8 +14,6 @@
 namespace bromvale {
 namespace {
 
-constexpr std::uint32_t kTextValue = 1;
-
 // What must stand in the form before it is sent, in the order of the questions.
 struct Check {
     bool (*fails)(const BugReportPage& page);
@@ -45,7 +43,7 @@ bool isComplete(const BugReportPage& page) {
 
 void send(BugReportPage& page) {
     if (!isComplete(page)) return;
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, "EMail", page.txtEMail.text(), kTextValue, kSetValue);
+    storeSetting(EMail, page.txtEMail.text());
     // A proxy that can't be reached ends the sending without a word.
     if (Proxy == 1 && !greetProxy(page.window.winsock)) return;
     BugReport({page.txtAppVer.text(), page.txtErrNr.text(), page.txtErrDesc.text(), page.cboErrHow.text(),

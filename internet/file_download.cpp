@@ -1,7 +1,6 @@
 #include "internet/file_download.h"
 
 #include <array>
-#include <optional>
 #include <string>
 
 #include "platform/dialogs.h"
@@ -20,28 +19,22 @@ struct PartFile {
     HANDLE file = INVALID_HANDLE_VALUE;
 };
 
-std::optional<DWORD> numberInHead(HINTERNET answer, DWORD which) {
-    DWORD number = 0;
-    DWORD size = sizeof number;
-    if (!HttpQueryInfoA(answer, which | kQueryNumber, &number, &size, nullptr)) return std::nullopt;
-    return number;
-}
-
 // A server's page about an error is not the file that was asked for.
-bool isTheFile(HINTERNET answer) {
-    const auto status = numberInHead(answer, kQueryStatusCode);
+bool isTheFile(const WebAnswer& answer) {
+    const auto status = answer.status();
     return status && *status >= 200 && *status < 300;
 }
 
 // False where less comes than the head has said: not every library tells of a line that broke.
-bool copyAll(HINTERNET source, HANDLE file) {
-    const auto length = numberInHead(source, kQueryContentLength);
+bool copyAll(WebAnswer& source, HANDLE file) {
+    const auto length = source.length();
     DWORD copied = 0;
     std::array<char, 8192> buffer;
     for (;;) {
-        DWORD got = 0;
-        if (!InternetReadFile(source, buffer.data(), static_cast<DWORD>(buffer.size()), &got)) return false;
-        if (got == 0) return !length || copied == *length;
+        std::size_t read = 0;
+        if (!source.read(buffer.data(), buffer.size(), read)) return false;
+        if (read == 0) return !length || copied == *length;
+        const auto got = static_cast<DWORD>(read);
         DWORD written = 0;
         if (!WriteFile(file, buffer.data(), got, &written, nullptr) || written != got) return false;
         copied += got;
@@ -69,7 +62,7 @@ bool moveOver(const std::string& part, const std::string& path) {
     return false;
 }
 
-bool fetchTo(HINTERNET source, const std::string& path) {
+bool fetchTo(WebAnswer& source, const std::string& path) {
     const PartFile part = makePartOf(path);
     if (part.file == INVALID_HANDLE_VALUE) return false;
     const bool whole = copyAll(source, part.file);
@@ -82,12 +75,8 @@ bool fetchTo(HINTERNET source, const std::string& path) {
 }  // namespace
 
 bool fetchFile(const std::string& address, const std::string& path) {
-    const HINTERNET session = InternetOpenA("Bromvale", kInternetOpenDirect, nullptr, nullptr, 0);
-    const HINTERNET source = InternetOpenUrlA(session, address.c_str(), nullptr, 0, kInternetReload, 0);
-    const bool done = source != nullptr && isTheFile(source) && fetchTo(source, path);
-    InternetCloseHandle(source);
-    InternetCloseHandle(session);
-    return done;
+    WebAnswer source(address, "Bromvale");
+    return source.came() && isTheFile(source) && fetchTo(source, path);
 }
 
 void fetchWithConsent(const std::string& address) {

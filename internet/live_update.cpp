@@ -19,7 +19,7 @@ namespace {
 constexpr Tags kTags{"modInternet", "LiveUpdate"};
 constexpr int kNoAnswer = 61000;
 constexpr const char* kNoAnswerText = "Es besteht ein Problem mit Ihrer Internetverbindung.";
-constexpr std::int32_t kYesNoWarning = 52;
+constexpr std::int32_t kYesNoWarning = MB_YESNO | MB_ICONEXCLAMATION;
 
 Ending onFailure(const Failure& failure) {
     ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation, kHide);

@@ -8,7 +8,6 @@ namespace bromvale {
 
 void CallWebSite() {
     constexpr Tags tags{"modInternet", "CallWebSite"};
-    constexpr int kMaximised = 3;
     const auto onFailure = [&](const Failure& failure) {
         ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
                   kHide);
@@ -16,7 +15,7 @@ void CallWebSite() {
     };
     tags.trace("started");
     attempt(onFailure, [] {
-        ShellExecuteA(nullptr, nullptr, (webServices() + "/").c_str(), nullptr, nullptr, kMaximised);
+        ShellExecuteA(nullptr, nullptr, (webServices() + "/").c_str(), nullptr, nullptr, SW_SHOWMAXIMIZED);
     });
     tags.trace("endet");
 }

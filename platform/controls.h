@@ -1,7 +1,7 @@
 #pragma once
 // The controls that the forms are made of: state and events. On Windows each one drives a real window.
 #include "platform/controls/button.h"
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 #include "platform/controls/form.h"
 #include "platform/controls/image_list.h"
 #include "platform/controls/list_bar.h"

@@ -1,12 +1,12 @@
 #pragma once
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
 // Push button; the "&" of its caption marks the access key.
-class Button : public Control {
+class Button : public ControlOf<Button, ControlKind::Button> {
   public:
-    Button(Form* form, std::string_view name) : Control(form, name, ControlKind::Button) {}
+    using ControlOf::ControlOf;
     std::function<void()> onClick;
 
     // The form's default button answers Return, its cancel button Escape.
@@ -15,8 +15,8 @@ class Button : public Control {
     void setDefault(bool on) { default_ = on; }
     void setCancel(bool on) { cancel_ = on; }
 
-    // The user clicks. Nothing happens on a button that cannot be reached.
-    void userClick();
+    [[nodiscard]] bool takesFocus() const override { return true; }
+    void userClick() override;
 
   private:
     bool default_ = false;
@@ -24,14 +24,15 @@ class Button : public Control {
 };
 
 // Value 0 or 1. Every change of it runs onClick, made by the user or by code.
-class CheckBox : public Control {
+class CheckBox : public ControlOf<CheckBox, ControlKind::CheckBox> {
   public:
-    CheckBox(Form* form, std::string_view name) : Control(form, name, ControlKind::CheckBox) {}
+    using ControlOf::ControlOf;
     std::function<void()> onClick;
 
     [[nodiscard]] int value() const { return value_; }
     void setValue(int value);
-    void userClick();
+    [[nodiscard]] bool takesFocus() const override { return true; }
+    void userClick() override;
 
   private:
     int value_ = 0;
@@ -39,16 +40,21 @@ class CheckBox : public Control {
 
 // One of a group: the option buttons of the same container. Switching one on switches the others off and
 // runs its onClick; switching one off runs nothing.
-class OptionButton : public Control {
+class OptionButton : public ControlOf<OptionButton, ControlKind::OptionButton> {
   public:
-    OptionButton(Form* form, std::string_view name) : Control(form, name, ControlKind::OptionButton) {}
+    using ControlOf::ControlOf;
     std::function<void()> onClick;
 
     [[nodiscard]] bool value() const { return value_; }
     void setValue(bool value);
-    void userClick();
+    [[nodiscard]] bool takesFocus() const override { return true; }
+    // Of a group only the chosen one is a stop, or the first while none is chosen.
+    [[nodiscard]] bool isTabStop() const override;
+    void userClick() override;
+    bool userArrow(bool backwards) override;
 
   private:
+    [[nodiscard]] OptionButton* inGroup(Control* control) const;
     bool value_ = false;
 };
 

@@ -8,6 +8,7 @@
 
 namespace bromvale {
 
+class ControlVisitor;
 class Form;
 
 enum class ControlKind {
@@ -126,6 +127,25 @@ class Control {
     // Ignored for a control that cannot be reached.
     void setFocus();
 
+    // The user clicks, by mouse or keyboard. Nothing happens on a control that takes no clicks or cannot be
+    // reached.
+    virtual void userClick() {}
+    // An arrow key moves the choice within a group of controls; false where there is none.
+    virtual bool userArrow(bool /*backwards*/) { return false; }
+    // The kind can have the keyboard at all.
+    [[nodiscard]] virtual bool takesFocus() const { return false; }
+    // The keyboard can come here now, and does by the Tab key.
+    [[nodiscard]] bool takesFocusNow() const { return takesFocus() && tabIndex_ >= 0 && reachable(); }
+    [[nodiscard]] virtual bool isTabStop() const { return takesFocusNow(); }
+    // An "&" of its caption marks an access key.
+    [[nodiscard]] virtual bool hasAccessKey() const { return true; }
+    // Return belongs to the control, not to the form's default button.
+    [[nodiscard]] virtual bool keepsReturn() const { return false; }
+    // The form has this inner size now.
+    virtual void formResized(int /*width*/, int /*height*/) {}
+
+    virtual void accept(ControlVisitor& visitor) = 0;
+
     [[nodiscard]] ControlPeer* peer() const { return peer_.get(); }
     void setPeer(std::unique_ptr<ControlPeer> peer);
 
@@ -147,20 +167,6 @@ class Control {
     BackColor backColor_ = BackColor::Default;
     bool visible_ = true;
     bool enabled_ = true;
-};
-
-// A group or page: holds other controls.
-class Frame : public Control {
-  public:
-    Frame(Form* form, std::string_view name) : Control(form, name, ControlKind::Frame) {}
-};
-
-// A rule; see Place for its two points.
-class Line : public Control {
-  public:
-    Line(Form* form, std::string_view name) : Control(form, name, ControlKind::Line) {}
-    [[nodiscard]] int x2() const { return left() + width(); }
-    void setX2(int x2) { setWidth(x2 - left()); }
 };
 
 // Provider: makes the visible side of a control. Form::load calls it for the form first and then for its

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/controls/button.h"
 #include "platform/events.h"
 
 namespace bromvale {
@@ -39,7 +38,7 @@ void unloadAllForms() {
     for (Form* form : forms) form->unload();
 }
 
-Form::Form(std::string_view name) : Control(nullptr, name, ControlKind::Form) {
+Form::Form(std::string_view name) : ControlOf(nullptr, name) {
     setVisible(false);
 }
 
@@ -57,8 +56,7 @@ void Form::load() {
     design();
     createPeers();
     building_ = false;
-    dockStatusBars();
-    Form_Resize();
+    sizeChanged();
     Form_Load();
 }
 
@@ -138,15 +136,12 @@ void Form::placed(const Place& outer, int scaleWidth, int scaleHeight, WindowSta
     scaleWidth_ = scaleWidth;
     scaleHeight_ = scaleHeight;
     if (!resized || !loaded_ || building_ || unloading_) return;
-    dockStatusBars();
-    Form_Resize();
+    sizeChanged();
 }
 
-void Form::dockStatusBars() {
-    for (Control* control : controls_) {
-        if (control->kind() != ControlKind::StatusBar) continue;
-        control->setPlace({0, scaleHeight_ - control->height(), scaleWidth_, control->height()});
-    }
+void Form::sizeChanged() {
+    for (Control* control : controls_) control->formResized(scaleWidth_, scaleHeight_);
+    Form_Resize();
 }
 
 void Form::centreOnScreen() {

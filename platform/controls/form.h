@@ -1,7 +1,7 @@
 #pragma once
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 #include "platform/screen.h"
 
 namespace bromvale {
@@ -18,7 +18,7 @@ enum class BorderStyle {
 // A window. Its controls are members that register themselves here in their order of declaration; `design`
 // gives them their places and texts. The life of a window: load (design, peers, Form_Load), show, unload
 // (Form_Unload, peers gone). After an unload the next load starts from the design again.
-class Form : public Control {
+class Form : public ControlOf<Form, ControlKind::Form> {
   public:
     explicit Form(std::string_view name);
     ~Form() override;
@@ -87,11 +87,9 @@ class Form : public Control {
     void createPeerOf(Control& control);
     void destroyPeers();
     void leaveUnreachable();
-    void dockStatusBars();
-    [[nodiscard]] bool isTabStop(const Control& control) const;
-    [[nodiscard]] std::vector<Control*> tabOrder() const;
+    void sizeChanged();
+    [[nodiscard]] std::vector<Control*> tabStops() const;
     bool moveFocus(bool backwards);
-    bool moveInGroup(bool backwards);
     bool useAccessKey(int key, bool held);
 
     std::vector<Control*> controls_;
@@ -110,6 +108,9 @@ class Form : public Control {
 // The place as it is while its caption begins within the area, the nearest such place otherwise. Windows that
 // are larger than the area begin at its corner.
 [[nodiscard]] Place withCaptionIn(const ScreenArea& area, const Place& place);
+
+// The control behind this place of the tab order, or before it; round the end. Null for none at all.
+[[nodiscard]] Control* neighbourInTabOrder(std::vector<Control*> controls, int tabIndex, bool backwards);
 
 // All loaded forms in the order of their loading.
 [[nodiscard]] const std::vector<Form*>& loadedForms();

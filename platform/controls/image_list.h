@@ -1,15 +1,14 @@
 #pragma once
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
 // Pictures from the program's resources, counted from 1, each with a text key.
-class ImageList : public Control {
+class ImageList : public ControlOf<ImageList, ControlKind::ImageList> {
   public:
-    ImageList(Form* form, std::string_view name, int size)
-        : Control(form, name, ControlKind::ImageList), size_(size) {}
+    ImageList(Form* form, std::string_view name, int size) : ControlOf(form, name), size_(size) {}
     // Edge of a picture in pixels at 96 DPI: 16 or 32.
     [[nodiscard]] int size() const { return size_; }
     void add(std::string_view key, int resourceId) { images_.push_back({std::string(key), resourceId}); }
@@ -35,9 +34,9 @@ class ImageList : public Control {
 [[nodiscard]] IconHandle loadResourceIcon(int resourceId, int pixels);
 
 // Shows one picture of an image list.
-class Picture : public Control {
+class Picture : public ControlOf<Picture, ControlKind::Picture> {
   public:
-    Picture(Form* form, std::string_view name) : Control(form, name, ControlKind::Picture) {}
+    using ControlOf::ControlOf;
     // Index 0 for no picture.
     void setImage(const ImageList* images, int index);
     [[nodiscard]] const ImageList* images() const { return images_; }

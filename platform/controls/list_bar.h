@@ -1,7 +1,7 @@
 #pragma once
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
@@ -9,7 +9,7 @@ class ImageList;
 
 // The navigation bar: groups ("bars") of icons with captions, of which one group is open at a time and slides
 // open when its header is clicked.
-class ListBar : public Control {
+class ListBar : public ControlOf<ListBar, ControlKind::ListBar> {
   public:
     struct Item {
         std::string key;
@@ -22,7 +22,7 @@ class ListBar : public Control {
         std::vector<Item> items;
     };
 
-    ListBar(Form* form, std::string_view name) : Control(form, name, ControlKind::ListBar) {}
+    using ControlOf::ControlOf;
     std::function<void(const Item&)> onItemClick;
 
     void setImageList(const ImageList* images);
@@ -38,6 +38,7 @@ class ListBar : public Control {
 
     // The user clicks the item with this caption; opens its bar first. False where there is none.
     bool userItemClick(std::string_view caption);
+    [[nodiscard]] bool takesFocus() const override { return true; }
 
   private:
     std::vector<Bar> bars_;

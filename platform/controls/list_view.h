@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
@@ -43,14 +43,14 @@ enum class SortOrder { Ascending = 0, Descending = 1 };
 // Report list. Rows stand in the order of insertion until a sort key or order is assigned (or sorting is
 // switched on); from then on they are kept sorted by the text of the sort column, without case, equal rows as
 // they were.
-class ListView : public Control {
+class ListView : public ControlOf<ListView, ControlKind::ListView> {
   public:
     struct Column {
         std::string heading;
         int width;  // twips; 0 hides the column
     };
 
-    ListView(Form* form, std::string_view name) : Control(form, name, ControlKind::ListView) {}
+    using ControlOf::ControlOf;
 
     // The column header's index counts from 1.
     std::function<void(int column)> onColumnClick;
@@ -94,6 +94,7 @@ class ListView : public Control {
     void userKeyDown(int keyCode);
     void userMouseUp(int button);
     void userDoubleClick();
+    [[nodiscard]] bool takesFocus() const override { return true; }
 
   private:
     friend class ListItem;

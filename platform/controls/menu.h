@@ -1,19 +1,20 @@
 #pragma once
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
 // An entry of a pop-up menu, or with children a menu. The caption "-" is a separator line.
-class MenuItem : public Control {
+class MenuItem : public ControlOf<MenuItem, ControlKind::Menu> {
   public:
-    MenuItem(Form* form, std::string_view name) : Control(form, name, ControlKind::Menu) {}
+    using ControlOf::ControlOf;
     std::function<void()> onClick;
     void add(MenuItem& child) { children_.push_back(&child); }
     [[nodiscard]] const std::vector<MenuItem*>& children() const { return children_; }
     // The user chooses the entry.
     void userChoose();
+    [[nodiscard]] bool hasAccessKey() const override { return false; }
 
   private:
     std::vector<MenuItem*> children_;

@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
@@ -27,9 +27,9 @@ class Connection {
 
 // A TCP connection to somewhere. Nothing of it is to be seen and it has no events: whoever uses it asks for
 // its state.
-class Socket : public Control {
+class Socket : public ControlOf<Socket, ControlKind::Socket> {
   public:
-    Socket(Form* form, std::string_view name) : Control(form, name, ControlKind::Socket) {}
+    using ControlOf::ControlOf;
 
     [[nodiscard]] int remotePort() const { return remotePort_; }
     void setRemotePort(int port) { remotePort_ = port; }

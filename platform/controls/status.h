@@ -1,32 +1,35 @@
 #pragma once
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
 // Lies along the lower edge of its form, whatever size that has; its height is its own. Panels count from 1;
 // Failure 35600 out of range.
-class StatusBar : public Control {
+class StatusBar : public ControlOf<StatusBar, ControlKind::StatusBar> {
   public:
     struct Panel {
         std::string text;
         int width = 0;  // twips
     };
-    StatusBar(Form* form, std::string_view name) : Control(form, name, ControlKind::StatusBar) {}
+    using ControlOf::ControlOf;
     void setPanels(std::vector<Panel> panels);
     [[nodiscard]] const std::vector<Panel>& panels() const { return panels_; }
     [[nodiscard]] const std::string& panelText(int panel) const;
     void setPanelText(int panel, std::string_view text);
     void setPanelWidth(int panel, int width);
+    void formResized(int formWidth, int formHeight) override {
+        setPlace({0, formHeight - height(), formWidth, height()});
+    }
 
   private:
     std::vector<Panel> panels_;
 };
 
-class ProgressBar : public Control {
+class ProgressBar : public ControlOf<ProgressBar, ControlKind::ProgressBar> {
   public:
-    ProgressBar(Form* form, std::string_view name) : Control(form, name, ControlKind::ProgressBar) {}
+    using ControlOf::ControlOf;
     [[nodiscard]] int minimum() const { return minimum_; }
     [[nodiscard]] int maximum() const { return maximum_; }
     [[nodiscard]] int value() const { return value_; }

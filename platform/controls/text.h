@@ -1,13 +1,13 @@
 #pragma once
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
-class Label : public Control {
+class Label : public ControlOf<Label, ControlKind::Label> {
   public:
-    Label(Form* form, std::string_view name) : Control(form, name, ControlKind::Label) {}
+    using ControlOf::ControlOf;
     [[nodiscard]] Alignment alignment() const { return alignment_; }
     void setAlignment(Alignment alignment) { alignment_ = alignment; }
     // Face of the text where it isn't the form's own; empty for that.
@@ -20,9 +20,9 @@ class Label : public Control {
 };
 
 // Lines are separated by CR LF.
-class TextBox : public Control {
+class TextBox : public ControlOf<TextBox, ControlKind::TextBox> {
   public:
-    TextBox(Form* form, std::string_view name) : Control(form, name, ControlKind::TextBox) {}
+    using ControlOf::ControlOf;
     std::function<void()> onChange;
 
     [[nodiscard]] const std::string& text() const { return text_; }
@@ -33,6 +33,9 @@ class TextBox : public Control {
     void setLocked(bool on) { locked_ = on; }
     // The user typed: the box shows `text` already.
     void userText(std::string_view text);
+    [[nodiscard]] bool takesFocus() const override { return true; }
+    [[nodiscard]] bool hasAccessKey() const override { return false; }
+    [[nodiscard]] bool keepsReturn() const override { return multiLine_; }
 
   private:
     std::string text_;
@@ -41,9 +44,9 @@ class TextBox : public Control {
 };
 
 // A drop-down list with an edit field: any text can be typed. Entries count from 0.
-class ComboBox : public Control {
+class ComboBox : public ControlOf<ComboBox, ControlKind::ComboBox> {
   public:
-    ComboBox(Form* form, std::string_view name) : Control(form, name, ControlKind::ComboBox) {}
+    using ControlOf::ControlOf;
     std::function<void()> onChange;  // the text changed, by typing or by code
     std::function<void()> onClick;   // the user chose an entry; runs after the text has changed
 
@@ -60,6 +63,7 @@ class ComboBox : public Control {
     void setSorted(bool on) { sorted_ = on; }
     void userText(std::string_view text);
     void userChoose(int index);
+    [[nodiscard]] bool takesFocus() const override { return true; }
 
   private:
     std::vector<std::string> items_;

@@ -1,13 +1,13 @@
 #pragma once
-#include "platform/controls/control.h"
+#include "platform/controls/control_of.h"
 
 namespace bromvale {
 
 // Runs onTimer every `interval` milliseconds while it is enabled and events are served. Interval 0 never
 // fires.
-class Timer : public Control {
+class Timer : public ControlOf<Timer, ControlKind::Timer> {
   public:
-    Timer(Form* form, std::string_view name) : Control(form, name, ControlKind::Timer) { setEnabled(false); }
+    Timer(Form* form, std::string_view name) : ControlOf(form, name) { setEnabled(false); }
     std::function<void()> onTimer;
     [[nodiscard]] unsigned interval() const { return interval_; }
     void setInterval(unsigned milliseconds);

@@ -134,8 +134,12 @@
 #define REG_RESOURCE_REQUIREMENTS_LIST 10u
 #define REG_QWORD 11u
 
+// Keys --------------------------------------------------------------------------------------------
+
+#define VK_TAB 0x09
 #define VK_CLEAR 0x0C
 #define VK_RETURN 0x0D
+#define VK_ESCAPE 0x1B
 #define VK_EXECUTE 0x2B
 #define VK_DELETE 0x2E
 #define VK_F4 0x73

@@ -222,20 +222,16 @@ TEST(WebAddresses, AreTakenApart) {
 class Answers : public Services {
   protected:
     // What a read of up to `count` gives, and "<broken>" where it fails; "<none>" for no answer at all.
-    static std::string readFrom(const RecordingServer& server, DWORD count) {
-        const HINTERNET session = InternetOpenA("Bromvale", kInternetOpenDirect, nullptr, nullptr, 0);
-        const HINTERNET page = InternetOpenUrlA(session, ("http://" + server.host() + "/").c_str(), nullptr,
-                                                0, kInternetReload, 0);
+    static std::string readFrom(const RecordingServer& server, std::size_t count) {
+        WebAnswer page("http://" + server.host() + "/", "Bromvale");
         std::string buffer(count, '.');
-        DWORD got = 0;
-        const BOOL worked = InternetReadFile(page, buffer.data(), count, &got);
-        InternetCloseHandle(page);
-        InternetCloseHandle(session);
-        if (page == nullptr) return "<none>";
+        std::size_t got = 0;
+        const bool worked = page.read(buffer.data(), count, got);
+        if (!page.came()) return "<none>";
         return buffer.substr(0, got) + (worked ? "" : "<broken>");
     }
     // The same for these bytes on the line.
-    static std::string read(const std::string& bytes, DWORD count = 100) {
+    static std::string read(const std::string& bytes, std::size_t count = 100) {
         return readFrom(RecordingServer("raw", bytes), count);
     }
 };

@@ -28,11 +28,12 @@ struct Range {
 // Windows' functions stand in no namespace or in the program's own.
 bool isProvider(std::string_view symbol) {
     if (symbol.find("8bromvale7offline") != std::string_view::npos) return true;
-    constexpr std::string_view kOfTheProgramsNamespace[] = {
-        "Internet", "HttpQueryInfoA", "openDownloadDialog", "askWhereToSave", "openConnection"};
-    constexpr std::string_view kPlain = "_ZN8bromvale";
-    if (symbol.starts_with(kPlain)) {
-        symbol.remove_prefix(kPlain.size());
+    constexpr std::string_view kOfTheProgramsNamespace[] = {"WebAnswer", "openDownloadDialog",
+                                                            "askWhereToSave", "openConnection"};
+    // The second one is that of functions that leave their object as it is.
+    for (const std::string_view plain : {"_ZN8bromvale", "_ZNK8bromvale"}) {
+        if (!symbol.starts_with(plain)) continue;
+        symbol.remove_prefix(plain.size());
         symbol.remove_prefix(std::min(symbol.find_first_not_of("0123456789"), symbol.size()));
         return std::any_of(std::begin(kOfTheProgramsNamespace), std::end(kOfTheProgramsNamespace),
                            [symbol](std::string_view name) { return symbol.starts_with(name); });

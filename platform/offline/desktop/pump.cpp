@@ -39,14 +39,14 @@ void Pump::noteTimers() {
     std::vector<Running> running;
     for (Form* form : loadedForms()) {
         for (Control* control : form->controls()) {
-            if (control->kind() != ControlKind::Timer) continue;
-            auto& timer = static_cast<Timer&>(*control);
-            if (!timer.enabled() || timer.interval() == 0) continue;
+            auto* timer = as<Timer>(control);
+            if (timer == nullptr || !timer->enabled() || timer->interval() == 0) continue;
             const auto known = std::find_if(running_.begin(), running_.end(), [&](const Running& entry) {
-                return entry.timer == &timer && entry.interval == timer.interval();
+                return entry.timer == timer && entry.interval == timer->interval();
             });
-            running.push_back(
-                known != running_.end() ? *known : Running{&timer, timer.interval(), now + timer.interval()});
+            running.push_back(known != running_.end()
+                                  ? *known
+                                  : Running{timer, timer->interval(), now + timer->interval()});
         }
     }
     running_ = std::move(running);

@@ -32,7 +32,7 @@ class Deadline {
     Clock::time_point end_;
 };
 
-// The answer to one GET. Does what the program's four internet calls promise and no more: one request a
+// The answer to one GET. Does what WebAnswer promises and no more: one request a
 // connection, no cache, no cookies, no proxy, plain http.
 class HttpGet {
   public:

@@ -1,11 +1,8 @@
 // The internet of the offline machine: real connections, each address recorded.
 #include "platform/internet.h"
 
-#include <cstring>
-
 #include "platform/controls/socket.h"
 #include "platform/dialogs.h"
-#include "platform/offline/files/handles.h"
 #include "platform/offline/machine.h"
 #include "platform/offline/network/http_get.h"
 
@@ -17,16 +14,8 @@ using offline::failsHere;
 using offline::machine;
 using offline::Tcp;
 
-// A session has an agent, an opened address an answer.
-struct InternetObject {
-    std::string agent;
-    std::unique_ptr<offline::HttpGet> answer;
-};
-
-offline::HandleTable<InternetObject>& objects() {
-    static offline::HandleTable<InternetObject> table;
-    return table;
-}
+// Sessions and answers that were opened and not closed.
+std::size_t openHandles = 0;
 
 constexpr int kLookMilliseconds = 10;
 
@@ -52,49 +41,47 @@ class RealConnection : public Connection {
 
 }  // namespace
 
-HINTERNET InternetOpenA(const char* agent, DWORD, const char*, const char*, DWORD) {
-    if (failsHere("InternetOpenA")) return nullptr;
-    return objects().open({agent, nullptr});
+struct WebAnswer::Carrier {
+    bool session = false;
+    std::unique_ptr<offline::HttpGet> get;
+};
+
+// The steps have the names of Windows' functions, and each is made whether the one before has worked or not.
+WebAnswer::WebAnswer(const std::string& address, const std::string& agent)
+    : carrier_(std::make_unique<Carrier>()) {
+    carrier_->session = !failsHere("InternetOpenA");
+    if (carrier_->session) ++openHandles;
+    if (failsHere("InternetOpenUrlA") || !carrier_->session) return;
+    machine().events.record({EventKind::Fetch, address, "", 0, 0});
+    carrier_->get = offline::HttpGet::open(address, agent, static_cast<int>(internetPatience));
+    if (came()) ++openHandles;
 }
 
-HINTERNET InternetOpenUrlA(HINTERNET session, const char* url, const char*, DWORD, DWORD, std::uintptr_t) {
-    if (failsHere("InternetOpenUrlA")) return nullptr;
-    const InternetObject* object = objects().find(session);
-    if (object == nullptr) return nullptr;
-    machine().events.record({EventKind::Fetch, url, "", 0, 0});
-    auto answer = offline::HttpGet::open(url, object->agent, static_cast<int>(internetPatience));
-    return answer ? objects().open({"", std::move(answer)}) : nullptr;
+// The answer first, then the session.
+WebAnswer::~WebAnswer() {
+    for (const bool open : {came(), carrier_->session}) {
+        if (!failsHere("InternetCloseHandle") && open) --openHandles;
+    }
 }
 
-BOOL InternetReadFile(HINTERNET url, void* buffer, DWORD count, DWORD* read) {
-    *read = 0;
-    if (failsHere("InternetReadFile")) return FALSE;
-    const InternetObject* object = objects().find(url);
-    if (object == nullptr || !object->answer) return FALSE;
-    std::size_t got = 0;
-    const bool worked = object->answer->read(static_cast<char*>(buffer), count, got);
-    *read = static_cast<DWORD>(got);
-    return worked ? TRUE : FALSE;
+bool WebAnswer::came() const {
+    return carrier_->get != nullptr;
 }
 
-BOOL HttpQueryInfoA(HINTERNET url, DWORD what, void* number, DWORD*, DWORD*) {
-    if (failsHere("HttpQueryInfoA")) return FALSE;
-    const InternetObject* object = objects().find(url);
-    if (object == nullptr || !object->answer) return FALSE;
-    const auto length = object->answer->length();
-    const auto tell = [number](auto value) {
-        const auto told = static_cast<DWORD>(value);
-        std::memcpy(number, &told, sizeof told);
-        return TRUE;
-    };
-    if (what == (kQueryStatusCode | kQueryNumber)) return tell(object->answer->status());
-    if (what == (kQueryContentLength | kQueryNumber) && length) return tell(*length);
-    return FALSE;
+std::optional<std::uint32_t> WebAnswer::status() const {
+    if (failsHere("HttpQueryInfoA") || !came()) return std::nullopt;
+    return static_cast<std::uint32_t>(carrier_->get->status());
 }
 
-BOOL InternetCloseHandle(HINTERNET handle) {
-    if (failsHere("InternetCloseHandle")) return FALSE;
-    return objects().close(handle) ? TRUE : FALSE;
+std::optional<std::uint32_t> WebAnswer::length() const {
+    if (failsHere("HttpQueryInfoA") || !came()) return std::nullopt;
+    const auto length = carrier_->get->length();
+    return length ? std::optional(static_cast<std::uint32_t>(*length)) : std::nullopt;
+}
+
+bool WebAnswer::read(char* buffer, std::size_t size, std::size_t& got) {
+    got = 0;
+    return !failsHere("InternetReadFile") && came() && carrier_->get->read(buffer, size, got);
 }
 
 // This machine has none.
@@ -121,5 +108,5 @@ std::unique_ptr<Connection> openConnection(const std::string& host, int port) {
 }  // namespace bromvale
 
 std::size_t bromvale::offline::openInternetHandles() {
-    return bromvale::objects().count();
+    return bromvale::openHandles;
 }

@@ -2,11 +2,11 @@
 
 #include <string>
 
+#include <htmlhelp.h>
+
 namespace bromvale {
 
 namespace {
-
-constexpr unsigned kCloseAll = 18;
 
 using Entry = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
 
@@ -44,7 +44,7 @@ void setHelpFolder(std::string_view folder) {
 
 HWND HtmlHelpA(HWND window, const char* file, unsigned command, std::uintptr_t data) {
     // What was never opened needs no closing.
-    const Entry entry = command == kCloseAll ? loadedEntry() : loadViewer();
+    const Entry entry = command == HH_CLOSE_ALL ? loadedEntry() : loadViewer();
     if (entry == nullptr) return nullptr;
     const std::string path = inHelpFolder(file);
     return entry(window, path.c_str(), command, data);

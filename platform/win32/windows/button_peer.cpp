@@ -27,7 +27,7 @@ class ButtonPeer : public WindowPeer {
   private:
     void markDefault(const Button* marked) const {
         for (Control* other : button_.form()->controls()) {
-            if (other->kind() != ControlKind::Button || other->peer() == nullptr) continue;
+            if (as<Button>(other) == nullptr || other->peer() == nullptr) continue;
             const HWND window = other->peer()->window();
             const LONG wanted = other == marked ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
             if (window == nullptr || (GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK) == wanted) continue;

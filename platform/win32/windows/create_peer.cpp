@@ -4,30 +4,38 @@
 
 namespace bromvale {
 
+namespace {
+
+// Of the other kinds nothing is to be seen.
+class PeerMaker : public ControlVisitor {
+  public:
+    std::unique_ptr<ControlPeer> made;
+
+    using ControlVisitor::visit;
+    void visit(Form& form) override { made = std::make_unique<FormPeer>(form); }
+    void visit(Label& control) override { made = makeLabel(control); }
+    void visit(Button& control) override { made = makeButton(control); }
+    void visit(CheckBox& control) override { made = makeCheckBox(control); }
+    void visit(OptionButton& control) override { made = makeOptionButton(control); }
+    void visit(TextBox& control) override { made = makeTextBox(control); }
+    void visit(ComboBox& control) override { made = makeComboBox(control); }
+    void visit(Frame& control) override { made = makeFrame(control); }
+    void visit(Line& control) override { made = makeLine(control); }
+    void visit(Picture& control) override { made = makePicture(control); }
+    void visit(ListView& control) override { made = makeListView(control); }
+    void visit(ListBar& control) override { made = makeListBar(control); }
+    void visit(StatusBar& control) override { made = makeStatusBar(control); }
+    void visit(ProgressBar& control) override { made = makeProgressBar(control); }
+    void visit(Timer& control) override { made = makeTimer(control); }
+};
+
+}  // namespace
+
 std::unique_ptr<ControlPeer> createPeer(Control& control) {
     loadCommonControls();
-    switch (control.kind()) {
-        case ControlKind::Form: return std::make_unique<FormPeer>(static_cast<Form&>(control));
-        case ControlKind::Label: return makeLabel(static_cast<Label&>(control));
-        case ControlKind::Button: return makeButton(static_cast<Button&>(control));
-        case ControlKind::CheckBox: return makeCheckBox(static_cast<CheckBox&>(control));
-        case ControlKind::OptionButton: return makeOptionButton(static_cast<OptionButton&>(control));
-        case ControlKind::TextBox: return makeTextBox(static_cast<TextBox&>(control));
-        case ControlKind::ComboBox: return makeComboBox(static_cast<ComboBox&>(control));
-        case ControlKind::Frame: return makeFrame(static_cast<Frame&>(control));
-        case ControlKind::Line: return makeLine(static_cast<Line&>(control));
-        case ControlKind::Picture: return makePicture(static_cast<Picture&>(control));
-        case ControlKind::ListView: return makeListView(static_cast<ListView&>(control));
-        case ControlKind::ListBar: return makeListBar(static_cast<ListBar&>(control));
-        case ControlKind::StatusBar: return makeStatusBar(static_cast<StatusBar&>(control));
-        case ControlKind::ProgressBar: return makeProgressBar(static_cast<ProgressBar&>(control));
-        case ControlKind::Timer: return makeTimer(static_cast<Timer&>(control));
-        // Nothing of them is to be seen.
-        case ControlKind::ImageList:
-        case ControlKind::Menu:
-        case ControlKind::Socket: return nullptr;
-    }
-    return nullptr;
+    PeerMaker maker;
+    control.accept(maker);
+    return std::move(maker.made);
 }
 
 }  // namespace bromvale

@@ -58,10 +58,9 @@ bool keptByControl(HWND focus, const Control* control, WPARAM key) {
 
 // Access keys are characters; umlauts have keys whose number depends on the keyboard.
 int accessCharacter(WPARAM key) {
-    constexpr UINT kToCharacter = 2;
     const bool plain = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
     return plain ? static_cast<int>(key)
-                 : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), kToCharacter) & 0xFFu);
+                 : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), MAPVK_VK_TO_CHAR) & 0xFFu);
 }
 
 // Tab, Return, Escape and access keys belong to the form. True when the message is used up.

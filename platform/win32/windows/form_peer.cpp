@@ -1,6 +1,7 @@
 #include "platform/win32/windows/form_peer.h"
 
 #include "platform/controls/image_list.h"
+#include "platform/controls/status.h"
 #include "platform/screen.h"
 #include "platform/win32/windows/metrics.h"
 
@@ -44,7 +45,7 @@ UINT taskbarCreated() {
         // Where the program runs with higher rights than the task bar the system keeps the message back,
         // unless asked not to.
         using Filter = BOOL(WINAPI*)(UINT, DWORD);
-        constexpr DWORD kLetThrough = 1;
+        constexpr DWORD kLetThrough = 1;  // MSGFLT_ADD, from Windows Vista on
         const auto filter = reinterpret_cast<Filter>(reinterpret_cast<void*>(
             GetProcAddress(GetModuleHandleA("user32.dll"), "ChangeWindowMessageFilter")));
         if (filter != nullptr) filter(number, kLetThrough);
@@ -197,9 +198,8 @@ LRESULT FormPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_MOVE:
             if (busy()) break;
             for (Control* control : form_.controls()) {
-                if (control->kind() == ControlKind::StatusBar && control->peer() != nullptr) {
+                if (as<StatusBar>(control) != nullptr && control->peer() != nullptr)
                     control->peer()->changed(Property::Place);
-                }
             }
             report();
             return 0;

@@ -15,9 +15,6 @@ namespace bromvale {
 
 namespace {
 
-constexpr DWORD kDoubleBuffer = 0x00010000;  // LVS_EX_DOUBLEBUFFER, from version 6 on
-constexpr int kNoImage = -2;                 // I_IMAGENONE
-
 std::vector<int> onlyInFirst(const std::vector<int>& first, const std::vector<int>& second) {
     std::vector<int> rows;
     std::ranges::set_difference(first, second, std::back_inserter(rows));
@@ -30,7 +27,7 @@ class ListViewPeer : public WindowPeer {
         const DWORD choice = list.multiSelect() ? 0u : static_cast<DWORD>(LVS_SINGLESEL);
         createChild({WC_LISTVIEWA, WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SHOWSELALWAYS | choice,
                      WS_EX_CLIENTEDGE});
-        const DWORD extended = LVS_EX_FULLROWSELECT | (themedControls() ? kDoubleBuffer : 0u);
+        const DWORD extended = LVS_EX_FULLROWSELECT | (themedControls() ? LVS_EX_DOUBLEBUFFER : 0u);
         send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
         const Busy here(*this);
         showIcons();
@@ -207,7 +204,7 @@ void ListViewPeer::giveText(NMLVDISPINFOA& info) const {
     }
     if ((item.mask & LVIF_IMAGE) != 0) {
         const int icon = exists ? list_.item(item.iItem + 1).smallIcon() : 0;
-        item.iImage = icon > 0 ? icon - 1 : kNoImage;
+        item.iImage = icon > 0 ? icon - 1 : I_IMAGENONE;
     }
 }
 

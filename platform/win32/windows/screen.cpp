@@ -18,10 +18,9 @@ bool areaOfScreenAt(POINT at, RECT& area) {
     static const auto fromPoint = userEntry<FromPoint>("MonitorFromPoint");
     static const auto getInfo = userEntry<GetInfo>("GetMonitorInfoA");
     if (fromPoint == nullptr || getInfo == nullptr) return false;
-    constexpr DWORD kNearest = 2;  // MONITOR_DEFAULTTONEAREST
     MONITORINFO info{};
     info.cbSize = sizeof info;
-    if (!getInfo(fromPoint(at, kNearest), &info)) return false;
+    if (!getInfo(fromPoint(at, MONITOR_DEFAULTTONEAREST), &info)) return false;
     area = info.rcWork;
     return true;
 }

@@ -247,7 +247,7 @@ bool reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
         }
         case WM_NOTIFYFORMAT:
             if (lParam != NF_QUERY) return false;
-            result = 1;  // NFR_ANSI
+            result = NFR_ANSI;
             return true;
         case WM_NOTIFY: {
             auto* const header = reinterpret_cast<NMHDR*>(lParam);
