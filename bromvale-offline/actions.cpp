@@ -1,9 +1,9 @@
 #include "bromvale-offline/actions.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 
+#include "bromvale-offline/arguments.h"
 #include "bromvale-offline/show.h"
 #include "bromvale-offline/words.h"
 #include "platform/controls.h"
@@ -14,15 +14,6 @@
 
 namespace bromvale::offline {
 namespace {
-
-// Cuts the first word off.
-std::string_view takeWord(std::string_view& text) {
-    const std::size_t end = std::min(text.find(' '), text.size());
-    const std::string_view word = text.substr(0, end);
-    text.remove_prefix(end);
-    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
-    return word;
-}
 
 Control& named(std::string_view name) {
     if (name.empty()) throw ScriptError{"which control?"};
@@ -68,14 +59,6 @@ void check(std::string_view rest, Transcript&) {
     auto& box = reachable<CheckBox>(rest);
     if (rest != "0" && rest != "1") throw ScriptError{"write 0 or 1"};
     if (box.value() != (rest == "1" ? 1 : 0)) box.userClick();
-}
-
-std::string unescaped(std::string_view text) {
-    std::string result(text);
-    for (std::size_t at = result.find("\\n"); at != std::string::npos; at = result.find("\\n", at + 2)) {
-        result.replace(at, 2, "\r\n");
-    }
-    return result;
 }
 
 void text(std::string_view rest, Transcript&) {
@@ -258,37 +241,6 @@ void doAction(std::string_view word, std::string_view rest, Transcript& transcri
         if (action.word == word) return action.run(rest, transcript);
     }
     throw ScriptError{"unknown action '" + std::string(word) + "'"};
-}
-
-int toNumber(std::string_view text) {
-    int value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (text.empty() || error != std::errc() || end != text.data() + text.size()) {
-        throw ScriptError{"'" + std::string(text) + "' is no number"};
-    }
-    return value;
-}
-
-std::vector<int> toRows(std::string_view text, int count) {
-    std::vector<int> rows;
-    if (text == "none") return rows;
-    if (text == "all") {
-        for (int row = 1; row <= count; ++row) rows.push_back(row);
-        return rows;
-    }
-    if (text.empty()) throw ScriptError{"which rows?"};
-    while (!text.empty()) {
-        const std::string_view word = takeWord(text);
-        const std::size_t dash = word.find('-');
-        const int first = toNumber(word.substr(0, dash));
-        const int last = dash == std::string_view::npos ? first : toNumber(word.substr(dash + 1));
-        if (first < 1 || last > count || first > last) {
-            throw ScriptError{"there is no row " + std::string(word) + ", the list has " +
-                              std::to_string(count)};
-        }
-        for (int row = first; row <= last; ++row) rows.push_back(row);
-    }
-    return rows;
 }
 
 }  // namespace bromvale::offline

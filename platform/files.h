@@ -3,11 +3,11 @@
 // WriteFile, SetFilePointer, GetFileSize, CloseHandle, CreateDirectoryA, RemoveDirectoryA, DeleteFileA,
 // MoveFileA, GetFileAttributesA, GetCurrentDirectoryA, SetCurrentDirectoryA, OpenFile, GetFileTime,
 // FileTimeToLocalFileTime, FileTimeToSystemTime, GetLastError.
-// GetShortPathNameA, and wide ones, which the 9x family lacks: FindFirstFileW, FindNextFileW, CreateFileW,
+// Wide ones, which the 9x family lacks: FindFirstFileW, FindNextFileW, CreateFileW,
 // GetShortPathNameW, GetFinalPathNameByHandleW (from Windows Vista on).
 // WriteFile hands its bytes to the operating system before it returns: they survive the end of the process.
 #ifdef _WIN32
 #include "platform/win32/system/windows.h"
 #else
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #endif

@@ -1,7 +1,7 @@
 #pragma once
 // Machine facts, clock and locale under their own names: GetComputerNameA, GetUserNameA,
 // GetWindowsDirectoryA, GetSystemDirectoryA, GetTempPathA, GetVersionExA, GetModuleFileNameA,
-// GetCommandLineA, GetLocalTime, GetTickCount, GetDateFormatA, GetTimeFormatA, GetLocaleInfoA,
+// GetCommandLineA, GetLocalTime, GetDateFormatA, GetTimeFormatA, GetLocaleInfoA,
 // GetACP, GetCPInfo, MultiByteToWideChar, WideCharToMultiByte; of the NT family only: GetModuleFileNameW.
 #ifdef _WIN32
 #include "platform/win32/system/windows.h"

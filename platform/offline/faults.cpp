@@ -11,13 +11,13 @@ void Faults::observe(Observer observer) {
 
 void Faults::fail(std::string_view name, unsigned nth, long result) {
     auto& entry = operation(name);
-    entry.rules.push_back({entry.calls + nth, false, result});
+    entry.rules.push_back({entry.calls + nth, false, static_cast<LONG>(result)});
     armed_ = true;
 }
 
 void Faults::failFrom(std::string_view name, unsigned nth, long result) {
     auto& entry = operation(name);
-    entry.rules.push_back({entry.calls + nth, true, result});
+    entry.rules.push_back({entry.calls + nth, true, static_cast<LONG>(result)});
     armed_ = true;
 }
 
@@ -30,7 +30,7 @@ void Faults::clear() {
     *this = Faults();
 }
 
-std::optional<long> Faults::hit(std::string_view name) {
+std::optional<LONG> Faults::hit(std::string_view name) {
     auto& entry = operation(name);
     ++all_;
     const auto call = ++entry.calls;
@@ -49,11 +49,6 @@ Faults::Operation& Faults::operation(std::string_view name) {
     auto found = operations_.find(name);
     if (found == operations_.end()) found = operations_.emplace(name, Operation{}).first;
     return found->second;
-}
-
-Faults& faults() {
-    static Faults instance;
-    return instance;
 }
 
 }  // namespace bromvale::offline

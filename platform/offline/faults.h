@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/offline/windows_types.h"
+
 namespace bromvale::offline {
 
 class Faults {
@@ -16,7 +18,7 @@ class Faults {
     using Observer = std::function<void(std::string_view operation)>;
 
     // The result that the operation gives instead of working; nothing when it is to work.
-    std::optional<long> at(std::string_view operation) {
+    std::optional<LONG> at(std::string_view operation) {
         if (!armed_) return std::nullopt;
         return hit(operation);
     }
@@ -42,14 +44,14 @@ class Faults {
     struct Rule {
         unsigned long call;
         bool onwards;
-        long result;
+        LONG result;
     };
     struct Operation {
         unsigned long calls = 0;
         std::vector<Rule> rules;
     };
 
-    std::optional<long> hit(std::string_view operation);
+    std::optional<LONG> hit(std::string_view operation);
     Operation& operation(std::string_view name);
 
     bool armed_ = false;

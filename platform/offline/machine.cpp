@@ -3,7 +3,7 @@
 #include <array>
 #include <charconv>
 
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
@@ -48,8 +48,6 @@ std::optional<OsVersion> osByName(std::string_view name) {
     return osByNumbers(name);
 }
 
-ChosenFolder::ChosenFolder(std::string_view ansi) : path(utf16FromAnsi(ansi)) {}
-
 Machine::Machine() {
     drives.addMemory('C');
     clock.beforeAdvance = [this] {
@@ -67,7 +65,7 @@ std::string Machine::systemFolder() const {
 void Machine::setOs(const OsVersion& os) {
     os_ = os;
     registry.setNtFamily(os.isNt());
-    textRules().unicode = os.isNt();
+    textRules.unicode = os.isNt();
     prepareFolders();
 }
 
@@ -75,12 +73,8 @@ std::string Machine::appPath() const {
     return ansiFromStored(appPath_);
 }
 
-void Machine::setAppPath(std::string_view path) {
-    setAppPath(utf16FromAnsi(path));
-}
-
-void Machine::setAppPath(std::u16string_view path) {
-    appPath_ = StoredText(path).view();
+void Machine::setAppPath(const WideText& path) {
+    appPath_ = StoredText(path.view()).view();
     while (appPath_.size() > 3 && appPath_.back() == '\\') appPath_.pop_back();
     if (appPath_.size() > 1 && appPath_[1] == ':' && !drives.has(appPath_[0])) drives.addMemory(appPath_[0]);
     drives.currentDirectory = appPath_;
@@ -91,8 +85,7 @@ void Machine::prepareFolders() {
     drives.ownFolders = {windowsFolder(), systemFolder(), tempFolder(), programFiles(), appPath_};
     for (const std::string& folder : drives.ownFolders) {
         Location location;
-        if (drives.locateStored(folder, location) == 0 && !location.onHost)
-            drives.makeFolder(wideFromStored(folder));
+        if (drives.locateReal(folder, location) == 0 && !location.onHost) drives.makeFolders(location);
     }
 }
 
@@ -101,10 +94,21 @@ Machine& machine() {
     return instance;
 }
 
+Faults& faults() {
+    return machine().faults;
+}
+
+TextRules& textRules() {
+    return machine().textRules;
+}
+
+BOOL failed(DWORD error) {
+    SetLastError(error);
+    return FALSE;
+}
+
 bool refusesWide() {
-    if (machine().os().isNt()) return false;
-    SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
-    return true;
+    return !machine().os().isNt() && !failed(ERROR_CALL_NOT_IMPLEMENTED);
 }
 
 bool failsHere(std::string_view operation) {

@@ -1,5 +1,5 @@
 #pragma once
-// The offline machine: everything that the platform's functions touch. One for the process; tests set it up
+// The offline machine: it owns all that the platform's functions touch. One for the process; tests set it up
 // before the program runs and look at it afterwards.
 //
 // Results given to the fault points (faults.h): for functions that answer by GetLastError the number is the
@@ -11,12 +11,17 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "platform/offline/desktop/events.h"
 #include "platform/offline/desktop/pump.h"
 #include "platform/offline/faults.h"
 #include "platform/offline/files/drives.h"
+#include "platform/offline/files/handles.h"
+#include "platform/offline/files/other_half.h"
 #include "platform/offline/locale/clock.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/code_pages.h"
 #include "platform/offline/locale/locale.h"
 #include "platform/offline/registry/registry.h"
@@ -63,31 +68,23 @@ struct LastRequests {
     DWORD startFlags = 0;  // of CreateProcessA
 };
 
-// A folder as its dialog gives it.
-struct ChosenFolder {
-    std::u16string path;
-    ChosenFolder(std::u16string_view wide) : path(wide) {}
-    ChosenFolder(const char16_t* wide) : path(wide) {}
-    ChosenFolder(std::string_view ansi);  // Windows-1252
-    ChosenFolder(const char* ansi) : ChosenFolder(std::string_view(ansi)) {}
-    ChosenFolder(const std::string& ansi) : ChosenFolder(std::string_view(ansi)) {}
-};
-
 class Machine {
   public:
     Machine();
 
-    // The ANSI code page: 1252, 1250, 932 (a part of it) or 65001.
-    UINT& codePage = textRules().codePage;
-
-    Clock& clock = currentClock();
+    Faults faults;
+    DWORD lastError = 0;
+    TextRules textRules;
+    Clock clock;
     Locale locale = germanLocale();
-    Drives drives;
+    OtherHalf otherHalf;
+    Registry registry{otherHalf};
+    Drives drives{clock, otherHalf};
+    HandleTable<KernelObject> kernelObjects;
+    HandleTable<Search> searches;
     Events events;
-    Pump pump;
+    Pump pump{clock};
     ScreenSize screen;
-    Registry& registry = currentRegistry();
-    Faults& faults = bromvale::offline::faults();
 
     LastRequests lastRequests;
 
@@ -97,7 +94,8 @@ class Machine {
     std::u16string userWindowsFolder;
     // Environment variables beside the machine's own, by their names in upper case.
     std::map<std::string, std::u16string, std::less<>> environment;
-    std::string commandLine;  // without the program's own name
+    std::string commandLine;      // without the program's own name
+    std::string toldCommandLine;  // what GetCommandLineA has given
     std::string exeName = "Bromvale.exe";
     bool previousInstance = false;
     bool terminateReturns = false;  // TerminateProcess comes back instead of throwing ProcessEnded
@@ -106,12 +104,16 @@ class Machine {
     // Answers to the next message boxes. Without one: IDOK, IDNO for Yes and No, else IDCANCEL.
     std::deque<int> answers;
     // Folders that the next folder dialogs choose; without one they are cancelled.
-    std::deque<ChosenFolder> folders;
+    std::deque<WideText> folders;
     // Files that the next dialogs "save as" name; without one they are cancelled.
     std::deque<std::string> savePaths;
     // What registration entries answer and lack, by the library's path; any other one answers 0 and lacks
     // nothing.
     std::map<std::string, LibraryEntry> libraryEntries;
+    // The libraries that were loaded; a module is its number in here, from 1.
+    std::vector<std::string> modules;
+    // Library and name of the entry that was looked up last.
+    std::pair<std::string, std::string> lookedUpEntry;
     // The next pop-up menus' choices: names of entries, or captions without "&". Without one a menu is left.
     std::deque<std::string> menuChoices;
     // Asked by a menu that finds no choice above; an empty answer leaves it.
@@ -119,10 +121,9 @@ class Machine {
 
     [[nodiscard]] const OsVersion& os() const { return os_; }
     void setOs(const OsVersion& os);
-    // Without a trailing backslash; also the current directory. Windows-1252, or as it really is.
+    // Without a trailing backslash; also the current directory.
     [[nodiscard]] std::string appPath() const;
-    void setAppPath(std::string_view path);
-    void setAppPath(std::u16string_view path);
+    void setAppPath(const WideText& path);
     // With the program's name, in the stored form of stored_text.h.
     [[nodiscard]] std::string programPath() const { return appPath_ + "\\" + exeName; }
 
@@ -141,13 +142,21 @@ class Machine {
 
 Machine& machine();
 
+// Of the files and searches that were opened and not closed.
+[[nodiscard]] std::size_t openFileHandles();
+[[nodiscard]] std::size_t openFindHandles();
+
 // Sessions and addresses that were opened and not closed.
 [[nodiscard]] std::size_t openInternetHandles();
 
 // On the 9x family, which has no wide functions: sets ERROR_CALL_NOT_IMPLEMENTED and returns true.
 [[nodiscard]] bool refusesWide();
 
-// A fault that is due for the operation: sets the last error and returns true.
+// A fault that is due for the operation: sets the last error and returns true. Each function of the platform
+// asks before it does anything else; tests/offline/fault_points_test.cpp proves that none forgets it.
 [[nodiscard]] bool failsHere(std::string_view operation);
+
+// Sets the last error and gives FALSE, which most functions answer where they fail.
+BOOL failed(DWORD error);
 
 }  // namespace bromvale::offline

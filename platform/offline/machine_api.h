@@ -23,17 +23,12 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int wideSize, 
                         LPCSTR defaultChar, LPBOOL usedDefault);
 
 void GetLocalTime(LPSYSTEMTIME time);
-// Milliseconds since the machine was made.
-DWORD GetTickCount();
 // Moves the clock on and returns at once.
 void Sleep(DWORD milliseconds);
 
 int GetDateFormatA(LCID locale, DWORD flags, const SYSTEMTIME* date, LPCSTR picture, LPSTR buffer, int size);
 int GetTimeFormatA(LCID locale, DWORD flags, const SYSTEMTIME* time, LPCSTR picture, LPSTR buffer, int size);
 int GetLocaleInfoA(LCID locale, LCTYPE type, LPSTR buffer, int size);
-
-DWORD GetLastError();
-void SetLastError(DWORD error);
 
 // Of the code page; a letter whose other case the page lacks stays.
 DWORD CharLowerBuffA(LPSTR text, DWORD length);

@@ -15,45 +15,27 @@
 #include "platform/offline/windows_codes.h"
 
 #define WINAPI
-#define APIENTRY
-#define CALLBACK
 
 // Numbers and texts -------------------------------------------------------------------------------
 
 using BYTE = std::uint8_t;
-using UCHAR = unsigned char;
 using CHAR = char;
 using WCHAR = char16_t;
-using SHORT = std::int16_t;
 using WORD = std::uint16_t;
-using USHORT = std::uint16_t;
 using INT = int;
 using UINT = unsigned int;
 using LONG = std::int32_t;
-using ULONG = std::uint32_t;
 using DWORD = std::uint32_t;
 using BOOL = int;
-using BOOLEAN = BYTE;
-using LONGLONG = std::int64_t;
-using ULONGLONG = std::uint64_t;
-using DWORDLONG = std::uint64_t;
 using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
-using ULONG_PTR = std::uintptr_t;
-using DWORD_PTR = std::uintptr_t;
-using SIZE_T = std::size_t;
 using WPARAM = UINT_PTR;
 using LPARAM = LONG_PTR;
 using LRESULT = LONG_PTR;
-using HRESULT = LONG;
 using HFILE = int;
-using ATOM = WORD;
-using LANGID = WORD;
 using LCID = DWORD;
 using LCTYPE = DWORD;
-using COLORREF = DWORD;
-using LSTATUS = LONG;
 using ACCESS_MASK = DWORD;
 using REGSAM = ACCESS_MASK;
 
@@ -61,36 +43,25 @@ using LPVOID = void*;
 using PVOID = void*;
 using LPCVOID = const void*;
 using LPSTR = char*;
-using PSTR = char*;
 using LPCSTR = const char*;
-using PCSTR = const char*;
 using LPWSTR = WCHAR*;
-using PWSTR = WCHAR*;
 using LPCWSTR = const WCHAR*;
-using PCWSTR = const WCHAR*;
 using LPBYTE = BYTE*;
-using PBYTE = BYTE*;
-using LPWORD = WORD*;
 using LPDWORD = DWORD*;
-using PDWORD = DWORD*;
-using LPLONG = LONG*;
 using PLONG = LONG*;
 using LPBOOL = BOOL*;
 
 #define TRUE 1
 #define FALSE 0
 #define MAX_PATH 260
-#define MAX_COMPUTERNAME_LENGTH 15
-#define UNLEN 256
-#define INFINITE 0xFFFFFFFFu
+
+DWORD GetLastError();
+void SetLastError(DWORD error);
 
 // Handles -----------------------------------------------------------------------------------------
 
 using HANDLE = void*;
 using PHANDLE = HANDLE*;
-using LPHANDLE = HANDLE*;
-using HGLOBAL = HANDLE;
-using HLOCAL = HANDLE;
 
 #define BROMVALE_DECLARE_HANDLE(name) \
     struct name##__;                  \
@@ -107,7 +78,6 @@ BROMVALE_DECLARE_HANDLE(HBRUSH);
 BROMVALE_DECLARE_HANDLE(HRSRC);
 #undef BROMVALE_DECLARE_HANDLE
 using HMODULE = HINSTANCE;
-using HCURSOR = HICON;
 using PHKEY = HKEY*;
 
 #define INVALID_HANDLE_VALUE (reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(-1)))
@@ -139,34 +109,13 @@ using BFFCALLBACK = int (*)(HWND, UINT, LPARAM, LPARAM);
 #define FILE_ATTRIBUTE_DIRECTORY 0x10u
 #define FILE_ATTRIBUTE_ARCHIVE 0x20u
 #define FILE_ATTRIBUTE_NORMAL 0x80u
-#define FILE_ATTRIBUTE_TEMPORARY 0x100u
 #define FILE_ATTRIBUTE_REPARSE_POINT 0x400u
-#define FILE_FLAG_WRITE_THROUGH 0x80000000u
 #define FILE_FLAG_BACKUP_SEMANTICS 0x02000000u
 #define FILE_FLAG_OPEN_REPARSE_POINT 0x00200000u
-#define FILE_NAME_NORMALIZED 0x0u
 #define FILE_READ_ATTRIBUTES 0x80u
-#define VOLUME_NAME_DOS 0x0u
-#define IO_REPARSE_TAG_MOUNT_POINT 0xA0000003u
 #define IO_REPARSE_TAG_SYMLINK 0xA000000Cu
-#define DRIVE_UNKNOWN 0u
-#define DRIVE_NO_ROOT_DIR 1u
-#define DRIVE_REMOVABLE 2u
-#define DRIVE_FIXED 3u
-#define DRIVE_REMOTE 4u
-#define DRIVE_CDROM 5u
-#define DRIVE_RAMDISK 6u
 
 #define OF_READ 0x0u
-#define OF_WRITE 0x1u
-#define OF_READWRITE 0x2u
-#define OF_SHARE_COMPAT 0x0u
-#define OF_SHARE_EXCLUSIVE 0x10u
-#define OF_SHARE_DENY_WRITE 0x20u
-#define OF_SHARE_DENY_READ 0x30u
-#define OF_SHARE_DENY_NONE 0x40u
-#define OF_PARSE 0x100u
-#define OF_DELETE 0x200u
 #define OF_CREATE 0x1000u
 #define OF_EXIST 0x4000u
 #define OFS_MAXPATHNAME 128
@@ -227,7 +176,6 @@ struct OFSTRUCT {
     WORD Reserved2;
     CHAR szPathName[OFS_MAXPATHNAME];
 };
-using LPOFSTRUCT = OFSTRUCT*;
 static_assert(sizeof(OFSTRUCT) == 136);
 
 struct SECURITY_ATTRIBUTES {
@@ -271,9 +219,7 @@ struct CPINFO {
 };
 using LPCPINFO = CPINFO*;
 
-#define LOCALE_SYSTEM_DEFAULT 0x0800u
 #define LOCALE_USER_DEFAULT 0x0400u
-#define LOCALE_INVARIANT 0x007Fu
 #define LOCALE_NOUSEROVERRIDE 0x80000000u
 #define LOCALE_SLIST 0x0Cu
 #define LOCALE_SDECIMAL 0x0Eu
@@ -292,30 +238,13 @@ using LPCPINFO = CPINFO*;
 #define LOCALE_STIMEFORMAT 0x1003u
 #define DATE_SHORTDATE 0x1u
 #define DATE_LONGDATE 0x2u
-#define TIME_NOMINUTESORSECONDS 0x1u
-#define TIME_NOSECONDS 0x2u
 #define TIME_NOTIMEMARKER 0x4u
 #define TIME_FORCE24HOURFORMAT 0x8u
 
-#define WAIT_OBJECT_0 0u
-#define WAIT_ABANDONED 0x80u
-#define WAIT_TIMEOUT 258u
-#define WAIT_FAILED 0xFFFFFFFFu
-#define STILL_ACTIVE 259u
-
 // Tokens and shutdown -----------------------------------------------------------------------------
 
-#define TOKEN_QUERY 0x8u
-#define TOKEN_ADJUST_PRIVILEGES 0x20u
-#define TOKEN_ALL_ACCESS 0xF01FFu
-#define SE_PRIVILEGE_ENABLED_BY_DEFAULT 0x1u
 #define SE_PRIVILEGE_ENABLED 0x2u
 #define SE_SHUTDOWN_NAME "SeShutdownPrivilege"
-#define EWX_LOGOFF 0u
-#define EWX_SHUTDOWN 1u
-#define EWX_REBOOT 2u
-#define EWX_FORCE 4u
-#define EWX_POWEROFF 8u
 
 struct LUID {
     DWORD LowPart;
@@ -342,23 +271,9 @@ static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
 #define MB_ABORTRETRYIGNORE 0x2u
 #define MB_YESNOCANCEL 0x3u
 #define MB_YESNO 0x4u
-#define MB_RETRYCANCEL 0x5u
-#define MB_ICONHAND 0x10u
-#define MB_ICONSTOP 0x10u
-#define MB_ICONERROR 0x10u
 #define MB_ICONQUESTION 0x20u
 #define MB_ICONEXCLAMATION 0x30u
-#define MB_ICONWARNING 0x30u
-#define MB_ICONASTERISK 0x40u
-#define MB_ICONINFORMATION 0x40u
-#define MB_DEFBUTTON1 0x0u
-#define MB_DEFBUTTON2 0x100u
-#define MB_DEFBUTTON3 0x200u
-#define MB_APPLMODAL 0x0u
-#define MB_SYSTEMMODAL 0x1000u
 #define MB_TASKMODAL 0x2000u
-#define MB_SETFOREGROUND 0x10000u
-#define MB_TOPMOST 0x40000u
 #define IDOK 1
 #define IDCANCEL 2
 #define IDABORT 3
@@ -367,29 +282,11 @@ static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
 #define IDYES 6
 #define IDNO 7
 
-#define SW_HIDE 0
 #define SW_SHOWNORMAL 1
-#define SW_NORMAL 1
-#define SW_SHOWMINIMIZED 2
-#define SW_SHOWMAXIMIZED 3
-#define SW_MAXIMIZE 3
-#define SW_SHOWNOACTIVATE 4
-#define SW_SHOW 5
-#define SW_MINIMIZE 6
-#define SW_SHOWMINNOACTIVE 7
-#define SW_SHOWNA 8
-#define SW_RESTORE 9
-#define SW_SHOWDEFAULT 10
 
-#define WM_USER 0x0400u
-#define WM_APP 0x8000u
-#define WM_MOUSEMOVE 0x0200u
-#define WM_LBUTTONDOWN 0x0201u
 #define WM_LBUTTONUP 0x0202u
 #define WM_LBUTTONDBLCLK 0x0203u
-#define WM_RBUTTONDOWN 0x0204u
 #define WM_RBUTTONUP 0x0205u
-#define WM_RBUTTONDBLCLK 0x0206u
 
 struct POINT {
     LONG x;
@@ -406,11 +303,7 @@ struct RECT {
 // The shell ---------------------------------------------------------------------------------------
 
 #define NIM_ADD 0u
-#define NIM_MODIFY 1u
 #define NIM_DELETE 2u
-#define NIF_MESSAGE 0x1u
-#define NIF_ICON 0x2u
-#define NIF_TIP 0x4u
 
 struct NOTIFYICONDATAA {
     DWORD cbSize;
@@ -423,22 +316,12 @@ struct NOTIFYICONDATAA {
 };
 using PNOTIFYICONDATAA = NOTIFYICONDATAA*;
 
-#define FO_MOVE 1u
-#define FO_COPY 2u
 #define FO_DELETE 3u
-#define FO_RENAME 4u
 
 using FILEOP_FLAGS = WORD;
-#define FOF_MULTIDESTFILES 0x1
-#define FOF_SILENT 0x4
-#define FOF_RENAMEONCOLLISION 0x8
 #define FOF_NOCONFIRMATION 0x10
-#define FOF_WANTMAPPINGHANDLE 0x20
 #define FOF_ALLOWUNDO 0x40
 #define FOF_FILESONLY 0x80
-#define FOF_SIMPLEPROGRESS 0x100
-#define FOF_NOCONFIRMMKDIR 0x200
-#define FOF_NOERRORUI 0x400
 
 struct SHFILEOPSTRUCTA {
     HWND hwnd;
@@ -453,15 +336,10 @@ struct SHFILEOPSTRUCTA {
 using LPSHFILEOPSTRUCTA = SHFILEOPSTRUCTA*;
 
 struct ITEMIDLIST;
-using LPITEMIDLIST = ITEMIDLIST*;
 using PIDLIST_ABSOLUTE = ITEMIDLIST*;
-using LPCITEMIDLIST = const ITEMIDLIST*;
 using PCIDLIST_ABSOLUTE = const ITEMIDLIST*;
 
 #define BIF_RETURNONLYFSDIRS 0x1u
-#define BIF_DONTGOBELOWDOMAIN 0x2u
-#define BIF_STATUSTEXT 0x4u
-#define BIF_EDITBOX 0x10u
 
 struct BROWSEINFOA {
     HWND hwndOwner;
@@ -476,23 +354,11 @@ struct BROWSEINFOA {
 using LPBROWSEINFOA = BROWSEINFOA*;
 
 #define SE_ERR_FNF 2
-#define SE_ERR_PNF 3
 #define SE_ERR_ACCESSDENIED 5
 #define SE_ERR_NOASSOC 31
 
 // The internet ------------------------------------------------------------------------------------
 
 using HINTERNET = void*;
-using INTERNET_PORT = WORD;
-#define INTERNET_OPEN_TYPE_PRECONFIG 0u
-#define INTERNET_OPEN_TYPE_DIRECT 1u
-#define INTERNET_OPEN_TYPE_PROXY 3u
-#define INTERNET_FLAG_RELOAD 0x80000000u
-#define INTERNET_FLAG_NO_CACHE_WRITE 0x04000000u
 
 // Word parts --------------------------------------------------------------------------------------
-
-#define LOBYTE(word) (static_cast<BYTE>(static_cast<DWORD_PTR>(word) & 0xFFu))
-#define HIBYTE(word) (static_cast<BYTE>((static_cast<DWORD_PTR>(word) >> 8) & 0xFFu))
-#define LOWORD(value) (static_cast<WORD>(static_cast<DWORD_PTR>(value) & 0xFFFFu))
-#define HIWORD(value) (static_cast<WORD>((static_cast<DWORD_PTR>(value) >> 16) & 0xFFFFu))

@@ -1,7 +1,7 @@
 // Files as a user without rights finds them; Wine run by an administrator lets everything be written.
 #include "base/failure.h"
 #include "core/text_file.h"
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
 

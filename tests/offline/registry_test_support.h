@@ -7,10 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/offline/faults.h"
 #include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
 #include "platform/offline/registry/api.h"
-#include "platform/offline/registry/registry.h"
 
 namespace bromvale::offline::testing {
 
@@ -63,7 +62,7 @@ class RegistryTest : public ::testing::Test {
     RegistryTest() { reset(); }
     ~RegistryTest() override { reset(); }
 
-    static Registry& registry() { return currentRegistry(); }
+    static Registry& registry() { return machine().registry; }
 
     static HKEY openedKey(HKEY hive, const char* path, REGSAM access = KEY_ALL_ACCESS) {
         HKEY key = nullptr;

@@ -179,17 +179,17 @@ TEST_F(UnicodeDrive, OtherCodePagesAreTheirOwn) {
     auto& drives = machine().drives;
     for (const char16_t* name : {u"Zdj\u0119cie.txt", u"\u8868.txt"})
         drives.writeFile(std::u16string(u"C:\\Namen\\") + name, "x");
-    machine().codePage = 1250;
+    machine().textRules.codePage = 1250;
     EXPECT_EQ(filesIn("C:\\Namen\\", "*"), (std::vector<std::string>{"?.txt",
                                                                      "Zdj\xEA"
                                                                      "cie.txt"}));
     EXPECT_EQ(GetFileAttributesA("C:\\Namen\\ZDJ\xCA"
                                  "CIE.TXT"),
               static_cast<DWORD>(FILE_ATTRIBUTE_ARCHIVE));
-    machine().codePage = 932;
+    machine().textRules.codePage = 932;
     EXPECT_EQ(filesIn("C:\\Namen\\", "*"), (std::vector<std::string>{"Zdj?cie.txt", "\x95\x5C.txt"}));
     EXPECT_EQ(GetFileAttributesA("C:\\Namen\\\x95\x5C.txt"), static_cast<DWORD>(FILE_ATTRIBUTE_ARCHIVE));
-    machine().codePage = 65001;
+    machine().textRules.codePage = 65001;
     EXPECT_EQ(filesIn("C:\\Namen\\", "*"), (std::vector<std::string>{"Zdj\xC4\x99"
                                                                      "cie.txt",
                                                                      "\xE8\xA1\xA8.txt"}));
@@ -197,7 +197,7 @@ TEST_F(UnicodeDrive, OtherCodePagesAreTheirOwn) {
     WIN32_FIND_DATAA data{};
     EXPECT_EQ(FindFirstFileA("C:\\Namen\\\xD0\x96*", &data), INVALID_HANDLE_VALUE);
     EXPECT_EQ(GetLastError(), 234u) << "400 bytes";
-    machine().codePage = 1252;
+    machine().textRules.codePage = 1252;
 }
 
 TEST_F(UnicodeDrive, TheProgramLiesWhereItIsToldTo) {

@@ -37,7 +37,6 @@ constexpr Row kRows[] = {
     {"SHFileOperation", {2, 5, 124, 1223}, 4},
     {"ShellExecute", {0, 2, 5, 31}, 4},
     {"CreateProcess", {2, 3, 5, 8, 193}, 5},
-    {"WinExec", {0, 2, 3, 11}, 4},
     {"MessageBox", {0}, 1},
     {"Internet", {12029, 12002, 12007, 12030}, 4},
     {"Http", {12150, 12019}, 2},

@@ -124,7 +124,7 @@ Stage::Stage(const Model& model, const std::string& hostFolder) : host_(hostFold
 void Stage::putUpSystem(const System& system) {
     machine().setOs(*offline::osByName(system.os));
     machine().registry.setNtFamily(system.family != Family::Nine);
-    machine().codePage = system.codePage;
+    machine().textRules.codePage = system.codePage;
     machine().drives.shortNames = system.shortNames;
 }
 

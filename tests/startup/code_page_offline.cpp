@@ -9,7 +9,7 @@ namespace {
 
 class CodePage : public TestMachine {
   protected:
-    static void use(unsigned number) { offline::machine().codePage = number; }
+    static void use(unsigned number) { offline::machine().textRules.codePage = number; }
 };
 
 TEST_F(CodePage, ExactnessIsJudgedByThePolishPage) {

@@ -9,7 +9,7 @@
 #include "platform/controls/form.h"
 #include "platform/events.h"
 #include "platform/exact/text.h"
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
 #include "ui/frm_login.h"
@@ -166,7 +166,7 @@ TEST_F(StartUp, AProgramFolderIsReachedByItsShortName) {
 
 TEST_F(StartUp, A9xSystemOfSeveralBytesACharacterIsRefused) {
     machine().setOs(*offline::osByName("Windows 98"));
-    machine().codePage = 932;
+    machine().textRules.codePage = 932;
     Main();
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_NE(boxes()[0].text.find("mehreren Bytes"), std::string::npos);

@@ -1,5 +1,5 @@
 #include "core/registry_layer.h"
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/machine.h"
 #include "tests/support/provider.h"
 

@@ -3,7 +3,6 @@
 #include <cstring>
 
 #include "platform/offline/desktop/command_line.h"
-#include "platform/offline/files/handles.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/machine.h"
 
@@ -11,24 +10,16 @@ using namespace bromvale::offline;
 
 namespace {
 
-// Modules are numbers into this list; 0 is the program itself.
-std::vector<std::string>& modules() {
-    static std::vector<std::string> list;
-    return list;
-}
-
-// The entry that was looked up last; every entry has this one address.
-std::string entryLibrary;
-std::string entryName;
-
 LibraryEntry entryOf(const std::string& library) {
     const auto found = machine().libraryEntries.find(library);
     return found != machine().libraryEntries.end() ? found->second : LibraryEntry{};
 }
 
+// Every entry has this one address.
 LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
-    machine().events.record({EventKind::Library, entryLibrary, entryName, 0, 0});
-    return entryOf(entryLibrary).result;
+    const auto& [library, name] = machine().lookedUpEntry;
+    machine().events.record({EventKind::Library, library, name, 0, 0});
+    return entryOf(library).result;
 }
 
 bool run(const std::string& commandLine) {
@@ -51,19 +42,9 @@ BOOL TerminateProcess(HANDLE, UINT exitCode) {
 
 HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR) {
     if (failsHere("CreateMutexA")) return nullptr;
-    const HANDLE mutex = openPlainObject();
+    const HANDLE mutex = machine().kernelObjects.open({});
     SetLastError(machine().previousInstance ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
     return mutex;
-}
-
-DWORD WaitForSingleObject(HANDLE, DWORD) {
-    return failsHere("WaitForSingleObject") ? WAIT_FAILED : WAIT_OBJECT_0;
-}
-
-BOOL GetExitCodeProcess(HANDLE, LPDWORD exitCode) {
-    if (failsHere("GetExitCodeProcess")) return FALSE;
-    *exitCode = 0;
-    return TRUE;
 }
 
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,
@@ -75,37 +56,22 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
     const std::string line = commandLine != nullptr ? commandLine : application;
     std::string sought = line;
     if (application != nullptr) sought.assign(1, '"').append(application).append(1, '"');
-    if (programOf(sought).empty()) {
-        SetLastError(ERROR_FILE_NOT_FOUND);
-        return FALSE;
-    }
-    if (made != nullptr) *made = {openPlainObject(), openPlainObject(), 1, 1};
+    if (programOf(sought).empty()) return failed(ERROR_FILE_NOT_FOUND);
+    if (made != nullptr) *made = {machine().kernelObjects.open({}), machine().kernelObjects.open({}), 1, 1};
     return run(line);
-}
-
-UINT WinExec(LPCSTR commandLine, UINT) {
-    if (const auto fault = faults().at("WinExec")) return static_cast<UINT>(*fault);
-    if (programOf(commandLine).empty()) return ERROR_FILE_NOT_FOUND;
-    run(commandLine);
-    return 33;
 }
 
 BOOL OpenProcessToken(HANDLE, DWORD, PHANDLE token) {
     if (failsHere("OpenProcessToken")) return FALSE;
-    if (!machine().os().isNt()) {
-        SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
-        return FALSE;
-    }
-    *token = openPlainObject();
+    if (!machine().os().isNt()) return failed(ERROR_CALL_NOT_IMPLEMENTED);
+    *token = machine().kernelObjects.open({});
     return TRUE;
 }
 
 BOOL LookupPrivilegeValueA(LPCSTR, LPCSTR name, PLUID id) {
     if (failsHere("LookupPrivilegeValueA")) return FALSE;
-    if (!machine().os().isNt() || !equalNoCase(name, SE_SHUTDOWN_NAME)) {
-        SetLastError(machine().os().isNt() ? ERROR_NO_SUCH_PRIVILEGE : ERROR_CALL_NOT_IMPLEMENTED);
-        return FALSE;
-    }
+    if (!machine().os().isNt() || !equalNoCase(name, SE_SHUTDOWN_NAME))
+        return failed(machine().os().isNt() ? ERROR_NO_SUCH_PRIVILEGE : ERROR_CALL_NOT_IMPLEMENTED);
     *id = {19, 0};
     return TRUE;
 }
@@ -126,10 +92,7 @@ BOOL AdjustTokenPrivileges(HANDLE, BOOL, PTOKEN_PRIVILEGES wanted, DWORD, PTOKEN
 
 BOOL ExitWindowsEx(UINT flags, DWORD) {
     if (failsHere("ExitWindowsEx")) return FALSE;
-    if (machine().os().isNt() && !machine().shutdownPrivilege) {
-        SetLastError(ERROR_PRIVILEGE_NOT_HELD);
-        return FALSE;
-    }
+    if (machine().os().isNt() && !machine().shutdownPrivilege) return failed(ERROR_PRIVILEGE_NOT_HELD);
     machine().events.record({EventKind::Restart, "", "", flags, 0});
     return TRUE;
 }
@@ -141,33 +104,25 @@ HMODULE LoadLibraryA(LPCSTR path) {
         SetLastError(ERROR_MOD_NOT_FOUND);
         return nullptr;
     }
-    modules().push_back(path);
-    return reinterpret_cast<HMODULE>(modules().size());
+    machine().modules.emplace_back(path);
+    return reinterpret_cast<HMODULE>(machine().modules.size());
 }
 
 FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
     if (failsHere("GetProcAddress")) return nullptr;
     const auto number = reinterpret_cast<std::uintptr_t>(module);
-    if (number == 0 || number > modules().size()) {
+    const auto& modules = machine().modules;
+    if (number == 0 || number > modules.size() || !entryOf(modules[number - 1]).exists) {
         SetLastError(ERROR_PROC_NOT_FOUND);
         return nullptr;
     }
-    if (!entryOf(modules()[number - 1]).exists) {
-        SetLastError(ERROR_PROC_NOT_FOUND);
-        return nullptr;
-    }
-    entryLibrary = modules()[number - 1];
-    entryName = name;
+    machine().lookedUpEntry = {modules[number - 1], name};
     // By way of a function without arguments, the one type that compilers let stand for any other.
     return reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&entryPoint));
 }
 
 BOOL FreeLibrary(HMODULE) {
     return failsHere("FreeLibrary") ? FALSE : TRUE;
-}
-
-HMODULE GetModuleHandleA(LPCSTR) {
-    return nullptr;
 }
 
 LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM first, LPARAM second) {

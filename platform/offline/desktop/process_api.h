@@ -39,12 +39,9 @@ using LPPROCESS_INFORMATION = PROCESS_INFORMATION*;
 HANDLE GetCurrentProcess();
 BOOL TerminateProcess(HANDLE process, UINT exitCode);
 HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES security, BOOL owner, LPCSTR name);
-DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds);
-BOOL GetExitCodeProcess(HANDLE process, LPDWORD exitCode);
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
                     LPSECURITY_ATTRIBUTES thread, BOOL inherit, DWORD flags, LPVOID environment,
                     LPCSTR directory, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made);
-UINT WinExec(LPCSTR commandLine, UINT show);
 // Knows the variables that tell the machine's own folders and names; others stay as they are written.
 DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR expanded, DWORD size);
 // The same with the same fault point; only on the NT family.
@@ -59,9 +56,4 @@ BOOL ExitWindowsEx(UINT flags, DWORD reason);
 HMODULE LoadLibraryA(LPCSTR path);
 FARPROC GetProcAddress(HMODULE module, LPCSTR name);
 BOOL FreeLibrary(HMODULE module);
-HMODULE GetModuleHandleA(LPCSTR name);
 LRESULT CallWindowProcA(WNDPROC procedure, HWND window, UINT message, WPARAM first, LPARAM second);
-
-BOOL CloseHandle(HANDLE handle);
-DWORD GetLastError();
-void SetLastError(DWORD error);

@@ -35,7 +35,7 @@ void Pump::serveDue() {
 }
 
 void Pump::noteTimers() {
-    const Milliseconds now = currentClock().now();
+    const Milliseconds now = clock_.now();
     std::vector<Running> running;
     for (Form* form : loadedForms()) {
         for (Control* control : form->controls()) {
@@ -54,7 +54,7 @@ void Pump::noteTimers() {
 
 void Pump::runTimers() {
     noteTimers();
-    const Milliseconds now = currentClock().now();
+    const Milliseconds now = clock_.now();
     std::vector<Timer*> due;
     for (Running& entry : running_) {
         if (entry.due > now) continue;

@@ -16,6 +16,8 @@ namespace bromvale::offline {
 // value, so a call with nothing due costs a few nanoseconds.
 class Pump {
   public:
+    explicit Pump(const Clock& clock) : clock_(clock) {}
+
     // Told of each call before anything else happens.
     void observe(std::function<void(std::uint64_t call)> observer);
     // Runs `action` at the n-th call from now (1: the next one).
@@ -46,6 +48,7 @@ class Pump {
     void serveDue();
     void runTimers();
 
+    const Clock& clock_;
     std::uint64_t calls_ = 0;
     std::uint64_t windowServings_ = 0;
     std::uint64_t attention_ = UINT64_MAX;  // the call from which serveDue has something to do

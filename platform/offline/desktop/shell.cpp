@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "platform/events.h"
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
@@ -143,7 +143,7 @@ PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info) {
     auto& folders = machine().folders;
     if (failsHere("SHBrowseForFolderA")) return nullptr;
     machine().lastRequests.folderDialog = *info;
-    const std::u16string chosen = folders.empty() ? std::u16string() : folders.front().path;
+    const std::u16string chosen = folders.empty() ? std::u16string() : std::u16string(folders.front().view());
     if (!folders.empty()) folders.pop_front();
     machine().events.record(
         {EventKind::Browse, textOf(info->lpszTitle), ansiFromUtf16(chosen), 0, chosen.empty() ? 0 : 1});
@@ -167,10 +167,6 @@ BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE list, LPWSTR path) {
 
 void CoTaskMemFree(LPVOID memory) {
     delete[] static_cast<char16_t*>(memory);
-}
-
-LPSTR lstrcatA(LPSTR text, LPCSTR more) {
-    return std::strcat(text, more);
 }
 
 namespace bromvale {

@@ -14,4 +14,3 @@ PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info);
 BOOL SHGetPathFromIDListA(PCIDLIST_ABSOLUTE list, LPSTR path);
 BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE list, LPWSTR path);
 void CoTaskMemFree(LPVOID memory);
-LPSTR lstrcatA(LPSTR text, LPCSTR more);

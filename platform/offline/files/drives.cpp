@@ -103,8 +103,6 @@ std::string Location::text() const {
     return text;
 }
 
-Drives::Drives() = default;
-
 void Drives::addMemory(char letter) {
     const int index = driveIndex(letter);
     if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeMemoryVolume(*this), false};
@@ -172,7 +170,7 @@ DWORD Drives::locateShare(std::string_view path, bool literal, Location& locatio
 
 DWORD Drives::locateStored(std::string_view path, Location& location) const {
     const DWORD error = locateReal(path, location);
-    if (error == 0) followRedirection(location);
+    if (error == 0) otherHalf_.lead(location);
     return error;
 }
 

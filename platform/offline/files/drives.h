@@ -8,8 +8,11 @@
 #include <vector>
 
 #include "platform/offline/files/volume.h"
+#include "platform/offline/locale/code_page.h"
 
 namespace bromvale::offline {
+
+class OtherHalf;
 
 // Where a path leads.
 struct Location {
@@ -34,12 +37,12 @@ struct Location {
     [[nodiscard]] std::string text() const;
 };
 
-// The machine's drives and shares. Paths are Windows paths, in Windows-1252 or in UTF-16; what is marked so
-// is in the stored form of stored_text.h. Behind "\\?\" a path stands for itself: dots and blanks at the end
+// The machine's drives and shares. Paths are Windows paths; what is marked so is
+// in the stored form of stored_text.h. Behind "\\?\" a path stands for itself: dots and blanks at the end
 // of its names belong to them.
 class Drives {
   public:
-    Drives();
+    Drives(const Clock& clock, const OtherHalf& otherHalf) : clock(clock), otherHalf_(otherHalf) {}
     Drives(const Drives&) = delete;
     Drives& operator=(const Drives&) = delete;
 
@@ -53,8 +56,7 @@ class Drives {
     [[nodiscard]] bool has(char letter) const;
 
     // 0 or a last-error number: a missing drive or folder, a bad name, an unknown server.
-    DWORD locate(std::string_view path, Location& location) const;
-    DWORD locate(std::u16string_view path, Location& location) const;
+    DWORD locate(const WideText& path, Location& location) const;
     // The same for a path in the stored form, which must outlive `location`.
     DWORD locateReal(std::string_view path, Location& location) const;
     // Where such a path of the program leads, which a 64-bit Windows may redirect.
@@ -63,23 +65,19 @@ class Drives {
     [[nodiscard]] std::string pathOfHost(std::string_view hostPath) const;
 
     // Without fault points and events, for those who set up the machine. Makers make the folders above, too.
-    bool makeFolder(std::string_view path);
-    bool writeFile(std::string_view path, std::string_view bytes);
-    [[nodiscard]] std::optional<std::string> readFile(std::string_view path) const;
-    [[nodiscard]] bool exists(std::string_view path) const;
+    bool makeFolder(const WideText& path);
+    bool makeFolders(const Location& location);
+    bool writeFile(const WideText& path, std::string_view bytes);
+    [[nodiscard]] std::optional<std::string> readFile(const WideText& path) const;
+    [[nodiscard]] bool exists(const WideText& path) const;
     // Local time of the last write.
-    bool setFileTime(std::string_view path, const SYSTEMTIME& local);
-    bool erase(std::string_view path);
+    bool setFileTime(const WideText& path, const SYSTEMTIME& local);
+    bool erase(const WideText& path);
 
-    // The same with real names.
-    bool makeFolder(std::u16string_view path);
-    bool writeFile(std::u16string_view path, std::string_view bytes);
-    [[nodiscard]] std::optional<std::string> readFile(std::u16string_view path) const;
-    [[nodiscard]] bool exists(std::u16string_view path) const;
-    bool setFileTime(std::u16string_view path, const SYSTEMTIME& local);
-    bool erase(std::u16string_view path);
     // Makes `link` a folder that leads to another one, which need not be there. In memory only.
-    bool linkFolder(std::u16string_view link, std::u16string_view target);
+    bool linkFolder(const WideText& link, const WideText& target);
+
+    const Clock& clock;
 
     // Whether entries have names of eight letters and three beside their own. Until it is set, only what the
     // program can't reach by its own name has one, and only on host folders.
@@ -107,6 +105,7 @@ class Drives {
         std::string hostFolder{};  // its real path
     };
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
+    const OtherHalf& otherHalf_;
     std::array<Mounted, 26> drives_;
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
 };
@@ -117,8 +116,5 @@ class Drives {
 // Whether `name` matches a mask of FindFirstFileA, in Windows-1252 or in the stored form.
 [[nodiscard]] bool matchesMask(std::string_view mask, std::string_view name);
 [[nodiscard]] bool matchesStoredMask(std::string_view mask, std::string_view name);
-
-[[nodiscard]] std::size_t openFindHandles();
-[[nodiscard]] std::size_t openFileHandles();
 
 }  // namespace bromvale::offline

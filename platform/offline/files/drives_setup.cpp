@@ -1,25 +1,20 @@
 // The drives for those who set up a machine and look at it.
 #include "platform/offline/files/drives.h"
-#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
 
-DWORD Drives::locate(std::u16string_view path, Location& location) const {
-    location.path = StoredText(path).view();
+DWORD Drives::locate(const WideText& path, Location& location) const {
+    location.path = StoredText(path.view()).view();
     return locateReal(location.path, location);
 }
 
-DWORD Drives::locate(std::string_view path, Location& location) const {
-    location.path = storedFromAnsi(path);
-    return locateReal(location.path, location);
-}
-
-// By real names -----------------------------------------------------------------------------------
-
-bool Drives::makeFolder(std::u16string_view path) {
+bool Drives::makeFolder(const WideText& path) {
     Location location;
-    if (locate(path, location) != 0) return false;
+    return locate(path, location) == 0 && makeFolders(location);
+}
+
+bool Drives::makeFolders(const Location& location) {
     for (std::size_t count = 1; count <= location.count; ++count) {
         const DWORD error = location.volume->makeFolder(location.all().first(count));
         if (error != 0 && error != ERROR_ALREADY_EXISTS) return false;
@@ -27,7 +22,7 @@ bool Drives::makeFolder(std::u16string_view path) {
     return true;
 }
 
-bool Drives::writeFile(std::u16string_view path, std::string_view bytes) {
+bool Drives::writeFile(const WideText& path, std::string_view bytes) {
     Location location;
     if (locate(path, location) != 0 || location.count == 0) return false;
     const std::size_t folders = location.count - 1;
@@ -38,7 +33,7 @@ bool Drives::writeFile(std::u16string_view path, std::string_view bytes) {
     return file->truncate(0) == 0 && file->write(0, bytes.data(), static_cast<DWORD>(bytes.size())) == 0;
 }
 
-std::optional<std::string> Drives::readFile(std::u16string_view path) const {
+std::optional<std::string> Drives::readFile(const WideText& path) const {
     Location location;
     std::unique_ptr<OpenedFile> file;
     if (locate(path, location) != 0 || location.volume->open(location.all(), false, file) != 0)
@@ -50,54 +45,28 @@ std::optional<std::string> Drives::readFile(std::u16string_view path) const {
     return bytes;
 }
 
-bool Drives::exists(std::u16string_view path) const {
+bool Drives::exists(const WideText& path) const {
     Location location;
     return locate(path, location) == 0 && location.volume->find(location.all(), nullptr) == 0;
 }
 
-bool Drives::setFileTime(std::u16string_view path, const SYSTEMTIME& local) {
+bool Drives::setFileTime(const WideText& path, const SYSTEMTIME& local) {
     Location location;
     std::unique_ptr<OpenedFile> file;
     if (locate(path, location) != 0 || location.volume->open(location.all(), false, file) != 0) return false;
-    file->setWritten(fromSystemTime(local) + currentClock().bias);
+    file->setWritten(fromSystemTime(local) + clock.bias);
     return true;
 }
 
-bool Drives::erase(std::u16string_view path) {
+bool Drives::erase(const WideText& path) {
     Location location;
     return locate(path, location) == 0 && location.volume->remove(location.all()) == 0;
 }
 
-bool Drives::linkFolder(std::u16string_view link, std::u16string_view target) {
+bool Drives::linkFolder(const WideText& link, const WideText& target) {
     Location location;
     return locate(link, location) == 0 && location.count > 0 &&
-           location.volume->linkFolder(location.all(), StoredText(target).view()) == 0;
-}
-
-// In Windows-1252 ---------------------------------------------------------------------------------
-
-bool Drives::makeFolder(std::string_view path) {
-    return makeFolder(utf16FromAnsi(path));
-}
-
-bool Drives::writeFile(std::string_view path, std::string_view bytes) {
-    return writeFile(utf16FromAnsi(path), bytes);
-}
-
-std::optional<std::string> Drives::readFile(std::string_view path) const {
-    return readFile(utf16FromAnsi(path));
-}
-
-bool Drives::exists(std::string_view path) const {
-    return exists(utf16FromAnsi(path));
-}
-
-bool Drives::setFileTime(std::string_view path, const SYSTEMTIME& local) {
-    return setFileTime(utf16FromAnsi(path), local);
-}
-
-bool Drives::erase(std::string_view path) {
-    return erase(utf16FromAnsi(path));
+           location.volume->linkFolder(location.all(), StoredText(target.view()).view()) == 0;
 }
 
 }  // namespace bromvale::offline

@@ -2,24 +2,13 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
 namespace bromvale::offline {
 namespace {
-
-struct Search {
-    std::vector<FileInfo> entries;
-    std::size_t next = 0;
-};
-
-// The program leaks one for each file that it finds, so a search without wildcards keeps nothing.
-HandleTable<Search>& searches() {
-    static HandleTable<Search> table;
-    return table;
-}
 
 template <class Char, std::size_t Size>
 void copyName(std::basic_string_view<Char> name, Char (&buffer)[Size]) {
@@ -69,7 +58,7 @@ HANDLE findOne(std::string_view path, Data& data) {
     // A root has no entry of its own that could be found.
     if (location.count == 0) return fail(ERROR_FILE_NOT_FOUND);
     if (const DWORD error = location.volume->find(location.all(), &info)) return fail(error);
-    return fill(data, info) ? searches().open({}) : INVALID_HANDLE_VALUE;
+    return fill(data, info) ? machine().searches.open({}) : INVALID_HANDLE_VALUE;
 }
 
 template <class Data>
@@ -101,13 +90,13 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     if (search.entries.empty()) return fail(ERROR_FILE_NOT_FOUND);
     if (!fill(data, search.entries[0])) return INVALID_HANDLE_VALUE;
     search.next = 1;
-    return searches().open(std::move(search));
+    return machine().searches.open(std::move(search));
 }
 
 }  // namespace
 
 std::size_t openFindHandles() {
-    return searches().count();
+    return machine().searches.count();
 }
 
 }  // namespace bromvale::offline
@@ -136,15 +125,9 @@ HANDLE findFirst(std::string_view whole, Data& data) {
 template <class Data>
 BOOL findNext(HANDLE find, Data& data) {
     if (failsHere("FindNextFileA")) return FALSE;
-    Search* search = searches().find(find);
-    if (search == nullptr) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
-    if (search->next >= search->entries.size()) {
-        SetLastError(ERROR_NO_MORE_FILES);
-        return FALSE;
-    }
+    Search* search = machine().searches.find(find);
+    if (search == nullptr) return failed(ERROR_INVALID_HANDLE);
+    if (search->next >= search->entries.size()) return failed(ERROR_NO_MORE_FILES);
     return fill(data, search->entries[search->next++]) ? TRUE : FALSE;
 }
 
@@ -169,7 +152,6 @@ BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data) {
 
 BOOL FindClose(HANDLE find) {
     if (failsHere("FindClose")) return FALSE;
-    if (searches().close(find)) return TRUE;
-    SetLastError(ERROR_INVALID_HANDLE);
-    return FALSE;
+    if (machine().searches.close(find)) return TRUE;
+    return failed(ERROR_INVALID_HANDLE);
 }

@@ -1,5 +1,5 @@
 // Folders, attributes and deletion.
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
@@ -7,11 +7,6 @@
 using namespace bromvale::offline;
 
 namespace {
-
-BOOL failed(DWORD error) {
-    SetLastError(error);
-    return FALSE;
-}
 
 DWORD locateName(LPCSTR path, Location& location) {
     location.path = StoredText(path).view();
@@ -21,7 +16,7 @@ DWORD locateName(LPCSTR path, Location& location) {
 
 bool isOpen(const std::string& path) {
     bool open = false;
-    kernelObjects().each([&](const KernelObject& object) {
+    machine().kernelObjects.each([&](const KernelObject& object) {
         open = open || (object.file != nullptr && (object.share & FILE_SHARE_DELETE) == 0 &&
                         sameStored(object.path, path));
     });

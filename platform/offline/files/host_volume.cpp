@@ -9,35 +9,15 @@
 #include <map>
 
 #include "platform/offline/files/drives.h"
+#include "platform/offline/files/host_file.h"
+#include "platform/offline/files/host_names.h"
 #include "platform/offline/files/short_names.h"
 #include "platform/offline/files/volume.h"
-#include "platform/offline/locale/clock.h"
 #include "platform/offline/locale/code_pages.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
-
-constexpr Milliseconds kUnixEpoch = 11644473600000;
-
-DWORD lastErrorOf(int number) {
-    switch (number) {
-        case ENOENT: return ERROR_FILE_NOT_FOUND;
-        case ENOTDIR: return ERROR_PATH_NOT_FOUND;
-        case EEXIST: return ERROR_ALREADY_EXISTS;
-        case ENOTEMPTY: return ERROR_DIR_NOT_EMPTY;
-        case ENOSPC:
-        case EDQUOT: return ERROR_HANDLE_DISK_FULL;
-        case EROFS: return ERROR_WRITE_PROTECT;
-        case EMFILE:
-        case ENFILE: return ERROR_TOO_MANY_OPEN_FILES;
-        case ENAMETOOLONG: return ERROR_FILENAME_EXCED_RANGE;
-        case EACCES:
-        case EPERM:
-        case EISDIR: return ERROR_ACCESS_DENIED;
-        default: return ERROR_GEN_FAILURE;
-    }
-}
 
 bool isFolder(const struct stat& state) {
     return S_ISDIR(state.st_mode);
@@ -58,102 +38,14 @@ FileInfo infoOf(std::string name, const struct stat& state) {
     const DWORD dangling = S_ISLNK(state.st_mode) ? FILE_ATTRIBUTE_REPARSE_POINT : 0;
     const DWORD kind = isFolder(state) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE | dangling;
     const DWORD locked = (state.st_mode & S_IWUSR) == 0 ? FILE_ATTRIBUTE_READONLY : 0;
-    const Milliseconds written =
-        static_cast<Milliseconds>(state.st_mtim.tv_sec) * 1000 + state.st_mtim.tv_nsec / 1000000 + kUnixEpoch;
     const bool sized = S_ISREG(state.st_mode);
-    return {std::move(name), kind | locked, sized ? static_cast<std::uint64_t>(state.st_size) : 0, written};
+    return {std::move(name), kind | locked, sized ? static_cast<std::uint64_t>(state.st_size) : 0,
+            lastWriteOf(state)};
 }
 
-std::string_view lastName(std::string_view path) {
+std::string lastName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
-
-// What Windows allows in no name: on the host it may stand in one, and is told as a character beyond all code
-// pages, as Windows itself does with files of other systems.
-constexpr std::string_view kForbidden = "\\:*?\"<>|";
-constexpr char16_t kForbiddenPlace = 0xF000;
-
-std::string storedOfHost(std::string_view name) {
-    const std::string stored = storedFromUtf8(name);
-    if (name.find_first_of(kForbidden) == std::string_view::npos) return stored;
-    std::string result;
-    for (std::string_view rest = stored; !rest.empty();) {
-        const char16_t unit = takeUnit(rest);
-        const bool forbidden =
-            unit < 0x80 && kForbidden.find(static_cast<char>(unit)) != std::string_view::npos;
-        appendUnit(result, forbidden ? static_cast<char16_t>(kForbiddenPlace + unit) : unit);
-    }
-    return result;
-}
-
-std::string hostOfStored(std::string_view stored) {
-    if (isAscii(stored)) return std::string(stored);
-    std::string result;
-    for (std::string_view rest = stored; !rest.empty();) {
-        const char16_t unit = takeUnit(rest);
-        const bool moved = unit > kForbiddenPlace && unit < kForbiddenPlace + 0x80;
-        appendUnit(result, moved ? static_cast<char16_t>(unit - kForbiddenPlace) : unit);
-    }
-    return utf8FromStored(result);
-}
-
-// What the machine calls an entry: the 9x family knows names of its code page only.
-std::string knownName(std::string_view hostName) {
-    std::string stored = storedOfHost(hostName);
-    return textRules().unicode ? stored : withinCodePage(stored);
-}
-
-class HostFile : public OpenedFile {
-  public:
-    explicit HostFile(int file) : file_(file) {}
-    // The file's time is the machine's, not the host's, so that its age is what the program sees.
-    ~HostFile() override {
-        if (dirty_) setWritten(currentClock().now() + currentClock().bias);
-        ::close(file_);
-    }
-
-    DWORD read(std::uint64_t position, void* buffer, DWORD size, DWORD& done) override {
-        const ssize_t count = ::pread(file_, buffer, size, static_cast<off_t>(position));
-        done = count < 0 ? 0 : static_cast<DWORD>(count);
-        return count < 0 ? lastErrorOf(errno) : 0;
-    }
-    DWORD write(std::uint64_t position, const void* bytes, DWORD size) override {
-        dirty_ = true;
-        const char* from = static_cast<const char*>(bytes);
-        for (DWORD done = 0; done < size;) {
-            const ssize_t count =
-                ::pwrite(file_, from + done, size - done, static_cast<off_t>(position + done));
-            if (count < 0 && errno == EINTR) continue;
-            if (count <= 0) return lastErrorOf(errno);
-            done += static_cast<DWORD>(count);
-        }
-        return 0;
-    }
-    DWORD truncate(std::uint64_t size) override {
-        dirty_ = true;
-        return ::ftruncate(file_, static_cast<off_t>(size)) == 0 ? 0 : lastErrorOf(errno);
-    }
-    std::uint64_t size() override {
-        struct stat state {};
-        return ::fstat(file_, &state) == 0 ? static_cast<std::uint64_t>(state.st_size) : 0;
-    }
-    Milliseconds written() override {
-        struct stat state {};
-        return ::fstat(file_, &state) == 0 ? infoOf({}, state).written : 0;
-    }
-    void setWritten(Milliseconds time) override {
-        dirty_ = false;
-        const Milliseconds unixTime = time - kUnixEpoch;
-        const timespec stamp{static_cast<time_t>(unixTime / 1000),
-                             static_cast<long>(unixTime % 1000) * 1000000};
-        const timespec both[2] = {stamp, stamp};
-        (void)::futimens(file_, both);
-    }
-
-  private:
-    int file_;
-    bool dirty_ = false;
-};
 
 class HostVolume : public Volume {
   public:
@@ -162,97 +54,83 @@ class HostVolume : public Volume {
     }
 
     DWORD find(PathNames names, FileInfo* info) override {
-        std::string path;
-        struct stat state {};
-        if (const DWORD error = resolve(names, path, state)) return error;
-        if (info != nullptr) *info = infoAt(path, names.empty(), state);
+        Entry found;
+        if (const DWORD error = resolve(names, found)) return error;
+        if (info != nullptr) *info = infoAt(found.path, names.empty(), found.state);
         return 0;
     }
 
     DWORD list(PathNames folder, std::vector<FileInfo>& entries) override {
-        std::string path;
-        struct stat state {};
-        if (const DWORD error = resolve(folder, path, state)) return error;
-        if (!isFolder(state)) return ERROR_DIRECTORY;
-        eachEntry(path, [&](const std::string& name) {
-            const std::string whole = path + "/" + name;
-            if (stateOf(whole, state)) entries.push_back(infoAt(whole, false, state));
+        Entry found;
+        if (const DWORD error = resolve(folder, found)) return error;
+        if (!isFolder(found.state)) return ERROR_DIRECTORY;
+        eachEntry(found.path, [&](const std::string& name) {
+            const std::string whole = found.path + "/" + name;
+            if (stateOf(whole, found.state)) entries.push_back(infoAt(whole, false, found.state));
             return false;
         });
         return 0;
     }
 
     DWORD open(PathNames names, bool create, std::unique_ptr<OpenedFile>& file) override {
-        std::string path;
-        struct stat state {};
-        DWORD error = resolve(names, path, state);
+        Entry found;
+        DWORD error = resolve(names, found);
         const bool missing = error == ERROR_FILE_NOT_FOUND && create;
-        if (missing) error = pathOfNew(names, path);
+        if (missing) error = pathOfNew(names, found.path);
         if (error != 0) return error;
-        if (!missing && isFolder(state)) return ERROR_ACCESS_DENIED;
-        int handle = ::open(path.c_str(), O_RDWR | O_CLOEXEC | (missing ? O_CREAT | O_EXCL : 0), 0666);
-        if (handle < 0 && errno == EACCES && !missing) handle = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (handle < 0) return lastErrorOf(errno);
-        file = std::make_unique<HostFile>(handle);
+        if (!missing && isFolder(found.state)) return ERROR_ACCESS_DENIED;
+        const char* path = found.path.c_str();
+        int handle = ::open(path, O_RDWR | O_CLOEXEC | (missing ? O_CREAT | O_EXCL : 0), 0666);
+        if (handle < 0 && errno == EACCES && !missing) handle = ::open(path, O_RDONLY | O_CLOEXEC);
+        if (handle < 0) return outcome(handle);
+        file = makeHostFile(drives_.clock, handle);
         return 0;
     }
 
     DWORD makeFolder(PathNames names) override {
-        std::string path;
-        struct stat state {};
-        DWORD error = resolve(names, path, state);
-        if (error == 0) return ERROR_ALREADY_EXISTS;
-        if (error == ERROR_FILE_NOT_FOUND) error = pathOfNew(names, path);
-        if (error != 0) return error;
-        return ::mkdir(path.c_str(), 0777) == 0 ? 0 : lastErrorOf(errno);
+        Entry found;
+        if (const DWORD error = resolveMissing(names, found)) return error;
+        return outcome(::mkdir(found.path.c_str(), 0777));
     }
 
     // Links are made on the host itself.
     DWORD linkFolder(PathNames, std::string_view) override { return ERROR_NOT_SUPPORTED; }
 
     DWORD remove(PathNames names) override {
-        std::string path;
-        struct stat state {};
+        Entry found;
         if (names.empty()) return ERROR_ACCESS_DENIED;
-        if (const DWORD error = resolve(names, path, state)) return error;
-        const bool realFolder = isFolder(state) && !isLink(path);
-        const int result = realFolder ? ::rmdir(path.c_str()) : ::unlink(path.c_str());
-        return result == 0 ? 0 : lastErrorOf(errno);
+        if (const DWORD error = resolve(names, found)) return error;
+        const char* path = found.path.c_str();
+        return outcome(isFolder(found.state) && !isLink(found.path) ? ::rmdir(path) : ::unlink(path));
     }
 
     DWORD move(PathNames from, PathNames to) override {
-        std::string path;
-        std::string target;
-        struct stat state {};
-        if (const DWORD error = resolve(from, path, state)) return error;
-        const DWORD missing = resolve(to, target, state);
-        if (missing != ERROR_FILE_NOT_FOUND) return missing == 0 ? ERROR_ALREADY_EXISTS : missing;
-        if (const DWORD error = pathOfNew(to, target)) return error;
-        return ::rename(path.c_str(), target.c_str()) == 0 ? 0 : lastErrorOf(errno);
+        Entry found;
+        Entry target;
+        if (const DWORD error = resolve(from, found)) return error;
+        if (const DWORD error = resolveMissing(to, target)) return error;
+        return outcome(::rename(found.path.c_str(), target.path.c_str()));
     }
 
     DWORD recycle(PathNames names, std::string& stored) override {
-        std::string path;
-        struct stat state {};
+        Entry found;
         if (names.empty()) return ERROR_ACCESS_DENIED;
-        if (const DWORD error = resolve(names, path, state)) return error;
+        if (const DWORD error = resolve(names, found)) return error;
         const std::string bin = folder_ + ".Papierkorb";
-        if (::mkdir(bin.c_str(), 0777) != 0 && errno != EEXIST) return lastErrorOf(errno);
-        const std::string name = freeName(std::string(lastName(path)), [&](const std::string& candidate) {
-            return ::lstat((bin + "/" + candidate).c_str(), &state) == 0;
+        if (::mkdir(bin.c_str(), 0777) != 0 && errno != EEXIST) return outcome(-1);
+        const std::string name = freeName(lastName(found.path), [&](const std::string& candidate) {
+            return ::lstat((bin + "/" + candidate).c_str(), &found.state) == 0;
         });
         stored = knownName(name);
-        return ::rename(path.c_str(), (bin + "/" + name).c_str()) == 0 ? 0 : lastErrorOf(errno);
+        return outcome(::rename(found.path.c_str(), (bin + "/" + name).c_str()));
     }
 
     DWORD setAttributes(PathNames names, DWORD attributes) override {
-        std::string path;
-        struct stat state {};
-        if (const DWORD error = resolve(names, path, state)) return error;
-        const mode_t writable = state.st_mode | S_IWUSR;
+        Entry found;
+        if (const DWORD error = resolve(names, found)) return error;
+        const mode_t writable = found.state.st_mode | S_IWUSR;
         const bool locked = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-        return ::chmod(path.c_str(), locked ? writable & ~mode_t{0222} : writable) == 0 ? 0
-                                                                                        : lastErrorOf(errno);
+        return outcome(::chmod(found.path.c_str(), locked ? writable & ~mode_t{0222} : writable));
     }
 
   private:
@@ -270,8 +148,14 @@ class HostVolume : public Volume {
         return done;
     }
 
-    // The host path of what exists: as the names are written, or found without case folder by folder.
-    DWORD resolve(PathNames names, std::string& path, struct stat& state) {
+    struct Entry {
+        std::string path;  // of the host
+        struct stat state {};
+    };
+
+    // What exists: as the names are written, or found without case folder by folder.
+    DWORD resolve(PathNames names, Entry& found) {
+        auto& [path, state] = found;
         path = folder_;
         for (const std::string_view name : names) path.append("/").append(hostOfStored(name));
         if (textRules().unicode && stateOf(path, state)) return 0;
@@ -283,6 +167,13 @@ class HostVolume : public Volume {
             }
         }
         return 0;
+    }
+
+    // A name that is free; ERROR_ALREADY_EXISTS where it is not.
+    DWORD resolveMissing(PathNames names, Entry& found) {
+        const DWORD error = resolve(names, found);
+        if (error == 0) return ERROR_ALREADY_EXISTS;
+        return error == ERROR_FILE_NOT_FOUND ? pathOfNew(names, found.path) : error;
     }
 
     bool step(std::string& path, std::string_view name, struct stat& state) {
@@ -315,7 +206,7 @@ class HostVolume : public Volume {
     // A link to a folder is a folder that says so; one to a file is like the file.
     FileInfo infoAt(const std::string& path, bool root, const struct stat& state) {
         const std::size_t slash = path.rfind('/');
-        const std::string name = path.substr(slash + 1);
+        const std::string name = lastName(path);
         FileInfo info = infoOf(root ? std::string() : knownName(name), state);
         if (root) return info;
         info.shortName = shortNameOf(path.substr(0, slash), name);
@@ -338,9 +229,9 @@ class HostVolume : public Volume {
     }
 
     DWORD pathOfNew(PathNames names, std::string& path) {
-        struct stat state {};
-        if (const DWORD error = resolve(names.first(names.size() - 1), path, state)) return error;
-        path.append("/").append(hostOfStored(names.back()));
+        Entry folder;
+        if (const DWORD error = resolve(names.first(names.size() - 1), folder)) return error;
+        path = folder.path + "/" + hostOfStored(names.back());
         return 0;
     }
 

@@ -35,13 +35,9 @@ struct Node {
     [[nodiscard]] FileInfo info() const { return {name, attributes, bytes.size(), written, {}, target}; }
 };
 
-Milliseconds universalNow() {
-    return currentClock().now() + currentClock().bias;
-}
-
 class MemoryFile : public OpenedFile {
   public:
-    explicit MemoryFile(std::shared_ptr<Node> node) : node_(std::move(node)) {}
+    MemoryFile(const Clock& clock, std::shared_ptr<Node> node) : clock_(clock), node_(std::move(node)) {}
 
     DWORD read(std::uint64_t position, void* buffer, DWORD size, DWORD& done) override {
         const std::string& bytes = node_->bytes;
@@ -54,12 +50,12 @@ class MemoryFile : public OpenedFile {
         std::string& all = node_->bytes;
         if (all.size() < position + size) all.resize(position + size);
         all.replace(position, size, static_cast<const char*>(bytes), size);
-        node_->written = universalNow();
+        node_->written = clock_.universalNow();
         return 0;
     }
     DWORD truncate(std::uint64_t size) override {
         node_->bytes.resize(size);
-        node_->written = universalNow();
+        node_->written = clock_.universalNow();
         return 0;
     }
     std::uint64_t size() override { return node_->bytes.size(); }
@@ -67,6 +63,7 @@ class MemoryFile : public OpenedFile {
     void setWritten(Milliseconds time) override { node_->written = time; }
 
   private:
+    const Clock& clock_;
     std::shared_ptr<Node> node_;
 };
 
@@ -101,7 +98,7 @@ class MemoryVolume : public Volume {
         }
         if (error != 0) return error;
         if (found.node->isFolder()) return ERROR_ACCESS_DENIED;
-        file = std::make_unique<MemoryFile>(found.node);
+        file = std::make_unique<MemoryFile>(drives_.clock, found.node);
         return 0;
     }
 
@@ -227,7 +224,7 @@ class MemoryVolume : public Volume {
         auto made = std::make_shared<Node>();
         made->name = name;
         made->attributes = attributes;
-        made->written = universalNow();
+        made->written = drives_.clock.universalNow();
         folder->children.emplace(made->name, made);
         if (keepsShortNames()) (void)shortNameOf(*folder, name);
         return made;

@@ -16,9 +16,6 @@ constexpr std::string_view kSystem = "SYSTEM32";
 constexpr std::string_view kOtherSystem = "SysWOW64";
 constexpr std::string_view kNative = "Sysnative";
 
-Halves seen = Halves::None;
-bool redirectionIsOff = false;
-
 // Folders below System32 that both kinds of program share.
 constexpr std::array<std::string_view, 5> kSharedFolders{"catroot", "catroot2", "driverstore", "logfiles",
                                                          "spool"};
@@ -63,7 +60,7 @@ const KeyRow* rowOf(const std::array<KeyRow, kCount>& rows, std::string_view pat
     return found == rows.end() || found->real.empty() ? nullptr : found;
 }
 
-const KeyRow* redirection(std::size_t hive, std::string_view path) {
+const KeyRow* redirection(Halves seen, std::size_t hive, std::string_view path) {
     if (seen != Halves::SeenBy32) return nullptr;
     if (hive == kLocalMachine) return rowOf(kMachineKeys, path);
     return hive == kCurrentUser ? rowOf(kUserKeys, path) : nullptr;
@@ -72,33 +69,28 @@ const KeyRow* redirection(std::size_t hive, std::string_view path) {
 }  // namespace
 
 void setHalves(Halves halves) {
-    seen = halves;
-    redirectionIsOff = false;
+    machine().otherHalf = {halves};
     if (halves != Halves::None)
         machine().drives.makeFolder(machine().windowsFolder() + "\\" + std::string(kOtherSystem));
 }
 
-Halves halves() {
-    return seen;
-}
-
-void followRedirection(Location& location) {
+void OtherHalf::lead(Location& location) const {
     if (seen != Halves::SeenBy32 || location.root[0] != 'C' || location.count < 2 ||
         !equalNoCase(location.names[0], "WINDOWS"))
         return;
     if (equalNoCase(location.names[1], kNative)) {
         location.names[1] = kSystem;
-    } else if (equalNoCase(location.names[1], kSystem) && !redirectionIsOff && !isShared(location)) {
+    } else if (equalNoCase(location.names[1], kSystem) && filesAreLedAway && !isShared(location)) {
         location.names[1] = kOtherSystem;
     }
 }
 
-bool isRedirected(std::size_t hive, std::string_view path) {
-    return redirection(hive, path) != nullptr;
+bool OtherHalf::leadsAway(std::size_t hive, std::string_view path) const {
+    return redirection(seen, hive, path) != nullptr;
 }
 
-std::string redirectedKey(std::size_t hive, std::string_view path) {
-    const KeyRow* const row = redirection(hive, path);
+std::string OtherHalf::realKey(std::size_t hive, std::string_view path) const {
+    const KeyRow* const row = redirection(seen, hive, path);
     if (row == nullptr) return std::string(path);
     return std::string(row->real).append(path.substr(row->key.size()));
 }
@@ -109,33 +101,28 @@ using namespace bromvale::offline;
 
 BOOL IsWow64Process(HANDLE, BOOL* is) {
     if (failsHere("IsWow64Process")) return FALSE;
-    *is = seen == Halves::SeenBy32 ? TRUE : FALSE;
+    *is = machine().otherHalf.seen == Halves::SeenBy32 ? TRUE : FALSE;
     return TRUE;
 }
 
 BOOL Wow64DisableWow64FsRedirection(PVOID* old) {
     if (failsHere("Wow64DisableWow64FsRedirection")) return FALSE;
-    if (seen != Halves::SeenBy32) {
-        SetLastError(ERROR_INVALID_FUNCTION);
-        return FALSE;
-    }
-    *old = redirectionIsOff ? old : nullptr;
-    redirectionIsOff = true;
+    OtherHalf& half = machine().otherHalf;
+    if (half.seen != Halves::SeenBy32) return failed(ERROR_INVALID_FUNCTION);
+    *old = half.filesAreLedAway ? nullptr : old;
+    half.filesAreLedAway = false;
     return TRUE;
 }
 
 BOOL Wow64RevertWow64FsRedirection(PVOID old) {
     if (failsHere("Wow64RevertWow64FsRedirection")) return FALSE;
-    redirectionIsOff = old != nullptr;
+    machine().otherHalf.filesAreLedAway = old == nullptr;
     return TRUE;
 }
 
 UINT GetSystemWow64DirectoryA(LPSTR buffer, UINT size) {
     if (failsHere("GetSystemWow64DirectoryA")) return 0;
-    if (seen == Halves::None) {
-        SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
-        return 0;
-    }
+    if (machine().otherHalf.seen == Halves::None) return failed(ERROR_CALL_NOT_IMPLEMENTED);
     return answerLength(machine().windowsFolder() + "\\" + std::string(kOtherSystem), buffer, size);
 }
 

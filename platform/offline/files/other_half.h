@@ -22,16 +22,23 @@ enum class Halves {
     SeenBy32,  // a 64-bit one, and the program has 32 bits
     SeenBy64,
 };
-// Makes the second system folder, too.
+
+class OtherHalf {
+  public:
+    Halves seen = Halves::None;
+    bool filesAreLedAway = true;  // off while the program asks for the other view
+
+    // Where a path of the program really leads.
+    void lead(Location& location) const;
+
+    // Whether a key that the program names lies elsewhere, and where. `hive` is the handle's number,
+    // HKEY_LOCAL_MACHINE 2.
+    [[nodiscard]] bool leadsAway(std::size_t hive, std::string_view path) const;
+    [[nodiscard]] std::string realKey(std::size_t hive, std::string_view path) const;
+};
+
+// Sets the machine's; makes the second system folder, too.
 void setHalves(Halves halves);
-[[nodiscard]] Halves halves();
-
-// Where a path of the program really leads.
-void followRedirection(Location& location);
-
-// Where a key that the program names really lies. `hive` is the handle's number, HKEY_LOCAL_MACHINE 2.
-[[nodiscard]] bool isRedirected(std::size_t hive, std::string_view path);
-[[nodiscard]] std::string redirectedKey(std::size_t hive, std::string_view path);
 
 }  // namespace bromvale::offline
 

@@ -1,7 +1,7 @@
 // Final paths and short paths.
 #include "platform/offline/files/true_path.h"
 
-#include "platform/offline/files/files_api.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
@@ -70,12 +70,6 @@ std::string truePath(const Location& location, LinkAtEnd linkAtEnd) {
 
 using namespace bromvale::offline;
 
-DWORD GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size) {
-    std::string text;
-    if (failsHere("GetShortPathNameA") || !shortPathOf(StoredText(path).view(), text)) return 0;
-    return answerLength(AnsiText(text).view(), buffer, size);
-}
-
 DWORD GetShortPathNameW(LPCWSTR path, LPWSTR buffer, DWORD size) {
     std::string text;
     if (refusesWide() || failsHere("GetShortPathNameA") || !shortPathOf(StoredText(path).view(), text))
@@ -85,11 +79,8 @@ DWORD GetShortPathNameW(LPCWSTR path, LPWSTR buffer, DWORD size) {
 
 DWORD GetFinalPathNameByHandleW(HANDLE file, LPWSTR buffer, DWORD size, DWORD) {
     if (refusesWide() || failsHere("GetFinalPathNameByHandleW")) return 0;
-    const KernelObject* object = kernelObjects().find(file);
-    if (object == nullptr || object->truePath.empty()) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return 0;
-    }
+    const KernelObject* object = machine().kernelObjects.find(file);
+    if (object == nullptr || object->truePath.empty()) return failed(ERROR_INVALID_HANDLE);
     const bool share = object->truePath.starts_with("\\\\");
     const std::string text = (share ? "\\\\?\\UNC" : "\\\\?\\") + object->truePath.substr(share ? 1 : 0);
     return answerLength(wideFromStored(text), buffer, size);

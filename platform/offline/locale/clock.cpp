@@ -77,9 +77,4 @@ void Clock::advance(Milliseconds time) {
     elapsed_ += time;
 }
 
-Clock& currentClock() {
-    static Clock clock;
-    return clock;
-}
-
 }  // namespace bromvale::offline

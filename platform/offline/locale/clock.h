@@ -22,6 +22,7 @@ class Clock {
   public:
     Clock();
     [[nodiscard]] Milliseconds now() const { return now_; }
+    [[nodiscard]] Milliseconds universalNow() const { return now_ + bias; }
     // Local time. Does not count as time that has passed: no timer becomes due.
     void set(const SYSTEMTIME& time);
     void set(int year, int month, int day, int hour, int minute, int second, int millisecond = 0);
@@ -36,8 +37,5 @@ class Clock {
     Milliseconds now_ = 0;
     Milliseconds elapsed_ = 0;
 };
-
-// The clock of the process's one machine.
-Clock& currentClock();
 
 }  // namespace bromvale::offline

@@ -27,6 +27,22 @@ std::string utf8FromAnsi(std::string_view ansi);
 // Bytes that are no UTF-8 become '?' each.
 std::string ansiFromUtf8(std::string_view utf8);
 
+// A text from those who set up a machine and look at it: in Windows-1252, or as Windows keeps it.
+class WideText {
+  public:
+    WideText(std::u16string_view wide) : wide_(wide) {}
+    WideText(const std::u16string& wide) : wide_(wide) {}
+    WideText(const char16_t* wide) : wide_(wide) {}
+    WideText(std::string_view ansi) : wide_(utf16FromAnsi(ansi)) {}
+    WideText(const std::string& ansi) : wide_(utf16FromAnsi(ansi)) {}
+    WideText(const char* ansi) : wide_(utf16FromAnsi(ansi)) {}
+
+    [[nodiscard]] std::u16string_view view() const { return wide_; }
+
+  private:
+    std::u16string wide_;
+};
+
 // One byte stays one byte: what has no counterpart in the code page (ß, µ, ƒ) stays as it is.
 char upper(char ansi);
 char lower(char ansi);

@@ -14,11 +14,6 @@ UINT pageOf(UINT codePage) {
     return codePage == CP_ACP ? textRules().codePage : codePage;
 }
 
-int failed(DWORD error) {
-    SetLastError(error);
-    return 0;
-}
-
 // A size of -1 means a text up to its NUL, which is converted along.
 template <class Char>
 std::basic_string_view<Char> given(const Char* text, int size) {

@@ -91,11 +91,6 @@ char16_t wideOf1250(char c) {
 
 }  // namespace
 
-TextRules& textRules() {
-    static TextRules rules;
-    return rules;
-}
-
 bool knowsCodePage(UINT codePage) {
     return codePage == 1252 || codePage == 1250 || codePage == 932 || codePage == CP_UTF8;
 }

@@ -9,11 +9,12 @@
 
 namespace bromvale::offline {
 
-// What the process's one machine makes of names.
+// What a machine makes of names.
 struct TextRules {
-    UINT codePage = 1252;
-    bool unicode = true;  // off on the 9x family, where a name is what the code page holds of it
+    UINT codePage = 1252;  // the ANSI one
+    bool unicode = true;   // off on the 9x family, where a name is what the code page holds of it
 };
+// Those of the process's one machine.
 TextRules& textRules();
 
 [[nodiscard]] bool knowsCodePage(UINT codePage);

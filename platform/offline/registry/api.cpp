@@ -3,19 +3,11 @@
 
 #include <string_view>
 
-#include "platform/offline/faults.h"
 #include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
 #include "platform/offline/registry/events.h"
-#include "platform/offline/registry/registry.h"
 
-using bromvale::offline::currentRegistry;
-using bromvale::offline::faults;
-using bromvale::offline::nextPathName;
-using bromvale::offline::recordKeyMade;
-using bromvale::offline::Registry;
-using bromvale::offline::RegistryKey;
-using bromvale::offline::StoredText;
-using bromvale::offline::unitCount;
+using namespace bromvale::offline;
 
 namespace {
 
@@ -31,15 +23,15 @@ DWORD specificAccess(REGSAM access) {
 // The NT family refuses a path that starts with a backslash, the 9x family does not find it.
 LONG checkPath(std::string_view path) {
     if (path.empty() || path.front() != '\\') return ERROR_SUCCESS;
-    return currentRegistry().ntFamily() ? ERROR_BAD_PATHNAME : ERROR_FILE_NOT_FOUND;
+    return machine().registry.ntFamily() ? ERROR_BAD_PATHNAME : ERROR_FILE_NOT_FOUND;
 }
 
 LONG findKey(HKEY handle, std::string_view path, RegistryKey*& found) {
     Registry::Opened base;
-    LONG result = currentRegistry().resolve(handle, base);
+    LONG result = machine().registry.resolve(handle, base);
     if (result == ERROR_SUCCESS) result = checkPath(path);
     if (result != ERROR_SUCCESS) return result;
-    found = currentRegistry().find(handle, base.key, path);
+    found = machine().registry.find(handle, base.key, path);
     if (found == nullptr) return ERROR_FILE_NOT_FOUND;
     return found->denied ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
 }
@@ -52,14 +44,14 @@ LONG openKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened) {
     const LONG result = findKey(handle, path, key);
     if (result != ERROR_SUCCESS) return result;
     const bool hiveItself = path.empty() && Registry::isHive(handle);
-    opened = hiveItself ? handle : currentRegistry().open(key, specificAccess(access));
+    opened = hiveItself ? handle : machine().registry.open(key, specificAccess(access));
     return ERROR_SUCCESS;
 }
 
 // Whether the last existing key on the way lets sub keys be made below it.
 bool mayCreateBelow(HKEY handle, RegistryKey* key, std::string_view path) {
     while (key != nullptr && !path.empty()) {
-        RegistryKey* next = currentRegistry().find(handle, key, nextPathName(path));
+        RegistryKey* next = machine().registry.find(handle, key, nextPathName(path));
         if (next == nullptr) return !key->denied;
         handle = nullptr;
         key = next;
@@ -68,7 +60,7 @@ bool mayCreateBelow(HKEY handle, RegistryKey* key, std::string_view path) {
 }
 
 LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, DWORD& disposition) {
-    Registry& registry = currentRegistry();
+    Registry& registry = machine().registry;
     Registry::Opened base;
     LONG result = registry.resolve(handle, base);
     if (result == ERROR_SUCCESS) result = checkPath(path);
@@ -90,7 +82,7 @@ LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, 
 constexpr std::size_t kLongestAnsiPath = 260;
 
 bool isTooLong(LPCSTR, std::string_view path) {
-    return currentRegistry().ntFamily() && path.size() > kLongestAnsiPath &&
+    return machine().registry.ntFamily() && path.size() > kLongestAnsiPath &&
            unitCount(path) > kLongestAnsiPath;
 }
 
@@ -99,32 +91,35 @@ bool isTooLong(LPCWSTR, std::string_view) {
 }
 
 template <class Text>
-LONG openKeyEx(HKEY key, Text subKey, REGSAM access, PHKEY result) {
-    if (result == nullptr) return ERROR_INVALID_PARAMETER;
-    if (const auto fault = faults().at("RegOpenKeyExA")) {
-        if (*fault != ERROR_SUCCESS) *result = nullptr;
-        return static_cast<LONG>(*fault);
-    }
+LONG openText(HKEY key, Text subKey, REGSAM access, HKEY& opened) {
     const StoredText path(subKey);
     if (isTooLong(subKey, path.view())) return ERROR_MORE_DATA;
-    return openKey(key, path.view(), access, *result);
+    return openKey(key, path.view(), access, opened);
+}
+
+std::optional<LONG> faultOfOpening(std::string_view operation, PHKEY result) {
+    const auto fault = faults().at(operation);
+    if (fault && *fault != ERROR_SUCCESS && result != nullptr) *result = nullptr;
+    return fault;
+}
+
+template <class Text>
+LONG openKeyEx(HKEY key, Text subKey, REGSAM access, PHKEY result) {
+    if (const auto fault = faultOfOpening("RegOpenKeyExA", result)) return *fault;
+    if (result == nullptr) return ERROR_INVALID_PARAMETER;
+    return openText(key, subKey, access, *result);
 }
 
 }  // namespace
 
 LONG RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result) {
+    if (const auto fault = faultOfOpening("RegOpenKeyA", result)) return *fault;
     if (result == nullptr) return ERROR_INVALID_PARAMETER;
-    if (const auto fault = faults().at("RegOpenKeyA")) {
-        if (*fault != ERROR_SUCCESS) *result = nullptr;
-        return static_cast<LONG>(*fault);
-    }
     if (subKey == nullptr || *subKey == '\0') {
         *result = key;
         return ERROR_SUCCESS;
     }
-    const StoredText path(subKey);
-    if (isTooLong(subKey, path.view())) return ERROR_MORE_DATA;
-    return openKey(key, path.view(), MAXIMUM_ALLOWED, *result);
+    return openText(key, subKey, MAXIMUM_ALLOWED, *result);
 }
 
 LONG RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {
@@ -132,19 +127,13 @@ LONG RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD /*options*/, REGSAM access, PH
 }
 
 LONG RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD /*options*/, REGSAM access, PHKEY result) {
-    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    if (!machine().registry.ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
     return openKeyEx(key, subKey, access, result);
 }
 
 LONG RegCloseKey(HKEY key) {
-    if (const auto fault = faults().at("RegCloseKey")) return static_cast<LONG>(*fault);
-    return currentRegistry().close(key);
-}
-
-LONG RegFlushKey(HKEY key) {
-    if (const auto fault = faults().at("RegFlushKey")) return static_cast<LONG>(*fault);
-    Registry::Opened opened;
-    return currentRegistry().resolve(key, opened);
+    if (const auto fault = faults().at("RegCloseKey")) return *fault;
+    return machine().registry.close(key);
 }
 
 LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/, DWORD /*options*/,
@@ -152,7 +141,7 @@ LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/
                      LPDWORD disposition) {
     if (reserved != 0 || result == nullptr) return ERROR_INVALID_PARAMETER;
     *result = nullptr;
-    if (const auto fault = faults().at("RegCreateKeyExA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegCreateKeyExA")) return *fault;
     DWORD done = 0;
     const LONG status = createKey(key, StoredText(subKey).view(), access, *result, done);
     if (status == ERROR_SUCCESS && done == REG_CREATED_NEW_KEY) recordKeyMade(*result);
@@ -161,14 +150,14 @@ LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/
 }
 
 LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
-    if (const auto fault = faults().at("RegDeleteKeyA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegDeleteKeyA")) return *fault;
     if (subKey == nullptr) return ERROR_INVALID_PARAMETER;
     const StoredText stored(subKey);
     const std::string_view path = stored.view();
     RegistryKey* key = nullptr;
     const LONG result = findKey(handle, path, key);
     if (result != ERROR_SUCCESS) return result;
-    Registry& registry = currentRegistry();
+    Registry& registry = machine().registry;
     if (registry.isRoot(key) || (path.empty() && Registry::isHive(handle))) return ERROR_ACCESS_DENIED;
     if (registry.ntFamily() && key->subKeyCount() != 0) return ERROR_ACCESS_DENIED;
     recordKeyDeleted(*key);

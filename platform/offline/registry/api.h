@@ -1,5 +1,5 @@
 // The registry functions of the offline machine under Windows' names: same arguments, same result codes. They
-// work on currentRegistry() (registry.h). Kept oddities, which the program or its data rest on:
+// work on the machine's registry. Kept oddities, which the program or its data rest on:
 // - a text stored without its NUL is stored with it when the byte behind the given length is NUL;
 // - RegOpenKeyA with an empty name returns the handle that it was given, RegOpenKeyExA a new one;
 // - RegDeleteKeyA with an empty name deletes the opened key itself, whatever access it was opened with.
@@ -10,15 +10,12 @@
 LONG RegOpenKeyA(HKEY key, LPCSTR subKey, PHKEY result);
 LONG RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result);
 LONG RegCloseKey(HKEY key);
-LONG RegFlushKey(HKEY key);
 LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR keyClass, DWORD options, REGSAM access,
                      const SECURITY_ATTRIBUTES* security, PHKEY result, LPDWORD disposition);
 LONG RegDeleteKeyA(HKEY key, LPCSTR subKey);
 LONG RegDeleteValueA(HKEY key, LPCSTR valueName);
 
 LONG RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD nameSize);
-LONG RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPSTR keyClass,
-                   LPDWORD classSize, LPFILETIME lastWrite);
 LONG RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
                    LPBYTE data, LPDWORD dataSize);
 LONG RegQueryValueExA(HKEY key, LPCSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,

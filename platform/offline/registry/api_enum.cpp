@@ -2,25 +2,19 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/offline/faults.h"
 #include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
 #include "platform/offline/registry/api.h"
-#include "platform/offline/registry/registry.h"
 
-using bromvale::offline::AnsiText;
-using bromvale::offline::currentRegistry;
-using bromvale::offline::faults;
-using bromvale::offline::isAscii;
-using bromvale::offline::RegistryKey;
-using bromvale::offline::wideFromStored;
+using namespace bromvale::offline;
 
 namespace {
 
 LONG enumeratedKey(HKEY handle, DWORD index, std::string_view& name) {
     RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_ENUMERATE_SUB_KEYS, key);
+    const LONG result = machine().registry.resolve(handle, KEY_ENUMERATE_SUB_KEYS, key);
     if (result != ERROR_SUCCESS) return result;
-    const RegistryKey* subKey = currentRegistry().tree().subKey(key, index);
+    const RegistryKey* subKey = machine().registry.tree().subKey(key, index);
     if (subKey == nullptr) return ERROR_NO_MORE_ITEMS;
     name = subKey->name();
     return ERROR_SUCCESS;
@@ -44,38 +38,26 @@ LONG copyFound(std::string_view stored, LPWSTR buffer, DWORD& size) {
     return copyName(std::u16string_view(wideFromStored(stored)), buffer, size);
 }
 
-template <class Char>
-LONG enumKeyEx(HKEY key, DWORD index, Char* name, LPDWORD nameSize, const DWORD* reserved, Char* keyClass,
-               LPDWORD classSize, LPFILETIME lastWrite) {
-    if (name == nullptr || nameSize == nullptr || reserved != nullptr) return ERROR_INVALID_PARAMETER;
-    std::string_view found;
-    LONG result = enumeratedKey(key, index, found);
-    if (result == ERROR_SUCCESS) result = copyFound(found, name, *nameSize);
-    if (result != ERROR_SUCCESS) return result;
-    if (keyClass != nullptr && classSize != nullptr && *classSize > 0) *keyClass = Char{};
-    if (classSize != nullptr) *classSize = 0;
-    if (lastWrite != nullptr) *lastWrite = {};
-    return ERROR_SUCCESS;
-}
-
 }  // namespace
 
 LONG RegEnumKeyA(HKEY key, DWORD index, LPSTR name, DWORD nameSize) {
-    if (const auto fault = faults().at("RegEnumKeyA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegEnumKeyA")) return *fault;
     std::string_view found;
     const LONG result = enumeratedKey(key, index, found);
     return result == ERROR_SUCCESS ? copyFound(found, name, nameSize) : result;
 }
 
-LONG RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPSTR keyClass,
-                   LPDWORD classSize, LPFILETIME lastWrite) {
-    if (const auto fault = faults().at("RegEnumKeyExA")) return static_cast<LONG>(*fault);
-    return enumKeyEx(key, index, name, nameSize, reserved, keyClass, classSize, lastWrite);
-}
-
 LONG RegEnumKeyExW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPWSTR keyClass,
                    LPDWORD classSize, LPFILETIME lastWrite) {
-    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
-    if (const auto fault = faults().at("RegEnumKeyA")) return static_cast<LONG>(*fault);
-    return enumKeyEx(key, index, name, nameSize, reserved, keyClass, classSize, lastWrite);
+    if (!machine().registry.ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    if (const auto fault = faults().at("RegEnumKeyA")) return *fault;
+    if (name == nullptr || nameSize == nullptr || reserved != nullptr) return ERROR_INVALID_PARAMETER;
+    std::string_view found;
+    LONG result = enumeratedKey(key, index, found);
+    if (result == ERROR_SUCCESS) result = copyFound(found, name, *nameSize);
+    if (result != ERROR_SUCCESS) return result;
+    if (keyClass != nullptr && classSize != nullptr && *classSize > 0) *keyClass = u'\0';
+    if (classSize != nullptr) *classSize = 0;
+    if (lastWrite != nullptr) *lastWrite = {};
+    return ERROR_SUCCESS;
 }

@@ -1,19 +1,12 @@
 // What RegQueryInfoKeyA and W tell.
 #include <algorithm>
 
-#include "platform/offline/faults.h"
 #include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
 #include "platform/offline/registry/api.h"
 #include "platform/offline/registry/data.h"
-#include "platform/offline/registry/registry.h"
 
-using bromvale::offline::AnsiText;
-using bromvale::offline::currentRegistry;
-using bromvale::offline::faults;
-using bromvale::offline::GivenData;
-using bromvale::offline::RegistryKey;
-using bromvale::offline::textRules;
-using bromvale::offline::unitCount;
+using namespace bromvale::offline;
 
 namespace {
 
@@ -29,7 +22,7 @@ Longest longestOf(RegistryKey* key, const NameSize& nameSize, const DataSize& da
     Longest longest;
     for (std::size_t i = 0; i < key->subKeyCount(); ++i) {
         longest.subKeyName =
-            std::max(longest.subKeyName, nameSize(currentRegistry().tree().subKey(key, i)->name()));
+            std::max(longest.subKeyName, nameSize(machine().registry.tree().subKey(key, i)->name()));
     }
     for (std::size_t i = 0; i < key->valueCount(); ++i) {
         longest.valueName = std::max(longest.valueName, nameSize(key->value(i).name()));
@@ -68,10 +61,10 @@ struct Wanted {
 
 template <class Char>
 LONG queryInfo(HKEY handle, Char* keyClass, LPDWORD classSize, const DWORD* reserved, const Wanted& wanted) {
-    if (const auto fault = faults().at("RegQueryInfoKeyA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegQueryInfoKeyA")) return *fault;
     if (reserved != nullptr || (keyClass != nullptr && classSize == nullptr)) return ERROR_INVALID_PARAMETER;
     RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_QUERY_VALUE, key);
+    const LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
     const Longest longest = longestOf(key, keyClass);
     if (keyClass != nullptr && *classSize > 0) *keyClass = Char{};
@@ -100,7 +93,7 @@ LONG RegQueryInfoKeyA(HKEY handle, LPSTR keyClass, LPDWORD classSize, LPDWORD re
 LONG RegQueryInfoKeyW(HKEY handle, LPWSTR keyClass, LPDWORD classSize, LPDWORD reserved, LPDWORD subKeys,
                       LPDWORD longestSubKey, LPDWORD longestClass, LPDWORD values, LPDWORD longestValueName,
                       LPDWORD longestData, LPDWORD securitySize, LPFILETIME lastWrite) {
-    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    if (!machine().registry.ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
     return queryInfo(handle, keyClass, classSize, reserved,
                      {subKeys, longestSubKey, longestClass, values, longestValueName, longestData,
                       securitySize, lastWrite});

@@ -3,29 +3,14 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/offline/faults.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine.h"
 #include "platform/offline/registry/api.h"
 #include "platform/offline/registry/data.h"
 #include "platform/offline/registry/events.h"
-#include "platform/offline/registry/registry.h"
 
-using bromvale::offline::AnsiText;
-using bromvale::offline::currentRegistry;
-using bromvale::offline::faults;
-using bromvale::offline::GivenData;
-using bromvale::offline::isAscii;
-using bromvale::offline::isText;
-using bromvale::offline::kLongestValueName;
-using bromvale::offline::RegistryKey;
-using bromvale::offline::RegistryValueNode;
-using bromvale::offline::StoredData;
-using bromvale::offline::StoredText;
-using bromvale::offline::textRules;
-using bromvale::offline::unitCount;
-using bromvale::offline::wideFromStored;
-using bromvale::offline::wideOf;
+using namespace bromvale::offline;
 
 namespace {
 
@@ -108,12 +93,12 @@ LONG copyValueName(std::string_view stored, LPWSTR name, LPDWORD nameSize) {
 template <class Char>
 LONG enumValue(HKEY handle, DWORD index, Char* name, LPDWORD nameSize, const DWORD* reserved, LPDWORD type,
                LPBYTE data, LPDWORD dataSize) {
-    if (const auto fault = faults().at("RegEnumValueA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegEnumValueA")) return *fault;
     const bool noSize = data != nullptr && dataSize == nullptr;
     if (name == nullptr || nameSize == nullptr || reserved != nullptr || noSize)
         return ERROR_INVALID_PARAMETER;
     RegistryKey* key = nullptr;
-    LONG result = currentRegistry().resolve(handle, KEY_QUERY_VALUE, key);
+    LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
     if (index >= key->valueCount()) return ERROR_NO_MORE_ITEMS;
     const RegistryValueNode& value = key->value(index);
@@ -125,12 +110,12 @@ LONG enumValue(HKEY handle, DWORD index, Char* name, LPDWORD nameSize, const DWO
 template <class Char>
 LONG queryValue(HKEY handle, const Char* valueName, const DWORD* reserved, LPDWORD type, LPBYTE data,
                 LPDWORD dataSize) {
-    if (const auto fault = faults().at("RegQueryValueExA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegQueryValueExA")) return *fault;
     if (reserved != nullptr || (data != nullptr && dataSize == nullptr)) return ERROR_INVALID_PARAMETER;
     RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_QUERY_VALUE, key);
+    const LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
-    const RegistryValueNode* value = currentRegistry().tree().value(key, StoredText(valueName).view());
+    const RegistryValueNode* value = machine().registry.tree().value(key, StoredText(valueName).view());
     if (value == nullptr) {
         if (type != nullptr) *type = REG_NONE;
         if (data == nullptr && dataSize != nullptr) *dataSize = 0;
@@ -149,7 +134,7 @@ LONG RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD 
 
 LONG RegEnumValueW(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
                    LPBYTE data, LPDWORD dataSize) {
-    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    if (!machine().registry.ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
     return enumValue(key, index, name, nameSize, reserved, type, data, dataSize);
 }
 
@@ -160,15 +145,15 @@ LONG RegQueryValueExA(HKEY key, LPCSTR valueName, LPDWORD reserved, LPDWORD type
 
 LONG RegQueryValueExW(HKEY key, LPCWSTR valueName, LPDWORD reserved, LPDWORD type, LPBYTE data,
                       LPDWORD dataSize) {
-    if (!currentRegistry().ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
+    if (!machine().registry.ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
     return queryValue(key, valueName, reserved, type, data, dataSize);
 }
 
 LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD type, const BYTE* data,
                     DWORD dataSize) {
-    if (const auto fault = faults().at("RegSetValueExA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegSetValueExA")) return *fault;
     RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_SET_VALUE, key);
+    const LONG result = machine().registry.resolve(handle, KEY_SET_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
     const StoredText stored(valueName);
     const std::string_view name = stored.view();
@@ -179,19 +164,19 @@ LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD typ
     // along.
     if (isText(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) ++size;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    currentRegistry().tree().setValue(key, name, type,
-                                      StoredData::fromAnsi(type, bytes, textRules().codePage).view());
+    machine().registry.tree().setValue(key, name, type,
+                                       StoredData::fromAnsi(type, bytes, textRules().codePage).view());
     recordValueSet(*key, name, type, bytes);
     return ERROR_SUCCESS;
 }
 
 LONG RegDeleteValueA(HKEY handle, LPCSTR valueName) {
-    if (const auto fault = faults().at("RegDeleteValueA")) return static_cast<LONG>(*fault);
+    if (const auto fault = faults().at("RegDeleteValueA")) return *fault;
     RegistryKey* key = nullptr;
-    const LONG result = currentRegistry().resolve(handle, KEY_SET_VALUE, key);
+    const LONG result = machine().registry.resolve(handle, KEY_SET_VALUE, key);
     if (result != ERROR_SUCCESS) return result;
     const StoredText name(valueName);
-    if (!currentRegistry().tree().removeValue(key, name.view())) return ERROR_FILE_NOT_FOUND;
+    if (!machine().registry.tree().removeValue(key, name.view())) return ERROR_FILE_NOT_FOUND;
     recordValueDeleted(*key, name.view());
     return ERROR_SUCCESS;
 }

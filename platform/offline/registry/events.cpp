@@ -49,7 +49,7 @@ std::string dataOf(DWORD type, std::string_view data) {
 
 void recordKeyMade(HKEY handle) {
     Registry::Opened opened;
-    if (currentRegistry().resolve(handle, opened) != ERROR_SUCCESS) return;
+    if (machine().registry.resolve(handle, opened) != ERROR_SUCCESS) return;
     machine().events.record({EventKind::KeyMade, pathOf(*opened.key), "", 0, 0});
 }
 

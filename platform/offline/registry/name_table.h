@@ -48,12 +48,6 @@ class NameTable {
         --used_;
     }
 
-    void clear() {
-        slots_.clear();
-        slots_.shrink_to_fit();
-        used_ = 0;
-    }
-
   private:
     struct Slot {
         std::uint32_t hash = 0;

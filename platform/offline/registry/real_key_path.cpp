@@ -1,13 +1,12 @@
 #include "platform/real_key_path.h"
 
-#include "platform/offline/files/other_half.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
 namespace bromvale {
 
 bool seesAnotherHalf() {
-    return offline::halves() == offline::Halves::SeenBy32;
+    return offline::machine().otherHalf.seen == offline::Halves::SeenBy32;
 }
 
 // The machine's registry has one tree, and its names are the true ones.

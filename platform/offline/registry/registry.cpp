@@ -22,17 +22,6 @@ std::intptr_t numberOf(HKEY handle) {
     return reinterpret_cast<std::intptr_t>(handle);
 }
 
-// A handle is the number of its place, times four as on the NT family, so that it is never 0.
-HKEY handleOf(std::size_t index) {
-    return reinterpret_cast<HKEY>((index + 1) * 4);
-}
-
-std::optional<std::size_t> indexOf(HKEY handle) {
-    const auto number = static_cast<std::uintptr_t>(numberOf(handle));
-    if (number == 0 || number % 4 != 0) return std::nullopt;
-    return number / 4 - 1;
-}
-
 std::optional<std::size_t> hiveOf(HKEY handle) {
     // The program keeps hives as 32-bit numbers, so both widenings of one count.
     const auto number = static_cast<std::uint32_t>(numberOf(handle));
@@ -66,7 +55,7 @@ std::string_view hiveName(std::size_t hive) {
     return kHiveNames[hive];
 }
 
-Registry::Registry() {
+Registry::Registry(const OtherHalf& otherHalf) : otherHalf_(otherHalf) {
     makeRoots();
 }
 Registry::~Registry() {
@@ -78,10 +67,9 @@ void Registry::makeRoots() {
 }
 
 void Registry::dropAll() {
-    for (std::size_t i = 0; i < handles_.size(); ++i) close(handleOf(i));
+    handles_.each([this](const Opened& opened) { letGo(opened.key); });
+    handles_ = {};
     for (RegistryKey* root : roots_) tree_.destroyRoot(root);
-    handles_.clear();
-    freeHandles_ = {};
 }
 
 void Registry::clear() {
@@ -96,9 +84,9 @@ LONG Registry::resolve(HKEY handle, Opened& opened) const {
         opened = {hiveKey(*hive), KEY_ALL_ACCESS};
         return ERROR_SUCCESS;
     }
-    const auto index = indexOf(handle);
-    if (!index || *index >= handles_.size() || handles_[*index].key == nullptr) return ERROR_INVALID_HANDLE;
-    opened = handles_[*index];
+    const Opened* found = handles_.find(handle);
+    if (found == nullptr) return ERROR_INVALID_HANDLE;
+    opened = *found;
     return opened.key->deleted() ? ERROR_KEY_DELETED : ERROR_SUCCESS;
 }
 
@@ -117,26 +105,21 @@ bool Registry::isHive(HKEY handle) {
 
 HKEY Registry::open(RegistryKey* key, DWORD access) {
     ++key->openHandles;
-    if (freeHandles_.empty()) {
-        handles_.push_back({key, access});
-        return handleOf(handles_.size() - 1);
-    }
-    const std::uint32_t index = freeHandles_.top();
-    freeHandles_.pop();
-    handles_[index] = {key, access};
-    return handleOf(index);
+    return handles_.open({key, access});
 }
 
 LONG Registry::close(HKEY handle) {
     if (isHive(handle)) return ERROR_SUCCESS;
-    const auto index = indexOf(handle);
-    if (!index || *index >= handles_.size() || handles_[*index].key == nullptr) return ERROR_INVALID_HANDLE;
-    RegistryKey* key = handles_[*index].key;
-    handles_[*index] = {};
-    freeHandles_.push(static_cast<std::uint32_t>(*index));
+    const Opened* found = handles_.find(handle);
+    if (found == nullptr) return ERROR_INVALID_HANDLE;
+    letGo(found->key);
+    handles_.close(handle);
+    return ERROR_SUCCESS;
+}
+
+void Registry::letGo(RegistryKey* key) {
     --key->openHandles;
     tree_.release(key);
-    return ERROR_SUCCESS;
 }
 
 // The hives and the view that HKEY_CLASSES_ROOT is -----------------------------------------------
@@ -171,7 +154,7 @@ RegistryKey* Registry::findOrMakeClass(std::string_view path, bool& created) {
 
 RegistryKey* Registry::find(HKEY handle, RegistryKey* key, std::string_view path) const {
     const auto hive = hiveOf(handle);
-    if (hive && isRedirected(*hive, path)) return tree_.find(key, redirectedKey(*hive, path));
+    if (hive && otherHalf_.leadsAway(*hive, path)) return tree_.find(key, otherHalf_.realKey(*hive, path));
     const bool view = hive == kClassesRoot && !path.empty();
     return view ? findClass(path) : tree_.find(key, path);
 }
@@ -179,7 +162,9 @@ RegistryKey* Registry::find(HKEY handle, RegistryKey* key, std::string_view path
 RegistryKey* Registry::findOrMake(HKEY handle, RegistryKey* key, std::string_view path, bool& created) {
     if (!namesFit(path)) return nullptr;
     const auto hive = hiveOf(handle);
-    if (hive && isRedirected(*hive, path)) return tree_.findOrMake(key, redirectedKey(*hive, path), created);
+    if (hive && otherHalf_.leadsAway(*hive, path)) {
+        return tree_.findOrMake(key, otherHalf_.realKey(*hive, path), created);
+    }
     if (hive == kClassesRoot) return findOrMakeClass(path, created);
     return tree_.findOrMake(key, path, created);
 }
@@ -234,11 +219,6 @@ void Registry::setValue(RegistryKey* key, std::string_view name, DWORD type, con
 
 void Registry::deleteValue(RegistryKey* key, std::string_view name) {
     tree_.removeValue(key, known(name));
-}
-
-Registry& currentRegistry() {
-    static Registry instance;
-    return instance;
 }
 
 }  // namespace bromvale::offline

@@ -1,27 +1,27 @@
 // The offline machine's registry: hives, keys, values, handles, and the rules of the two Windows families.
-// The program reaches it through the functions in registry_api.h; tests and the example machine fill and read
+// The program reaches it through the functions in api.h; tests and the example machine fill and read
 // it here.
 //
-// A whole path starts with a hive's name, "HKEY_LOCAL_MACHINE\Software\...". Paths, names and texts come in
-// Windows-1252 or in UTF-16; the tree and what is marked so below has them in the stored form of
-// stored_text.h.
+// A whole path starts with a hive's name, "HKEY_LOCAL_MACHINE\Software\...". The tree and what is marked so
+// below has names and texts in the stored form of stored_text.h.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
-#include <functional>
 #include <optional>
-#include <queue>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/offline/handle_table.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/registry/data.h"
 #include "platform/offline/registry/tree.h"
 #include "platform/offline/windows_types.h"
 
 namespace bromvale::offline {
+
+class OtherHalf;
 
 struct RegistryValue {
     std::string name;
@@ -48,7 +48,7 @@ std::string_view hiveName(std::size_t hive);
 
 class Registry {
   public:
-    Registry();
+    explicit Registry(const OtherHalf& otherHalf);
     ~Registry();
     Registry(const Registry&) = delete;
     Registry& operator=(const Registry&) = delete;
@@ -63,48 +63,39 @@ class Registry {
     [[nodiscard]] bool ntFamily() const { return ntFamily_; }
 
     // Handles that were opened and not closed; a leak shows here.
-    [[nodiscard]] std::size_t openHandles() const { return handles_.size() - freeHandles_.size(); }
+    [[nodiscard]] std::size_t openHandles() const { return handles_.count(); }
 
     // Opening the key gives ERROR_ACCESS_DENIED from now on; what lies below can still be opened by its path.
     // False when there is no such key.
-    bool deny(std::string_view path);
-    bool allow(std::string_view path);
+    bool deny(const WideText& path);
+    bool allow(const WideText& path);
 
     // By whole path, past all access rules. An unknown hive or a name that is too long makes them return
     // false or nothing. The writers make what is missing of the path.
-    [[nodiscard]] bool exists(std::string_view path) const;
-    bool createKey(std::string_view path);
+    [[nodiscard]] bool exists(const WideText& path) const;
+    bool createKey(const WideText& path);
     // With all below it. A hive itself is emptied of nothing and stays.
-    bool deleteKey(std::string_view path);
+    bool deleteKey(const WideText& path);
     bool setValue(std::string_view path, std::string_view name, DWORD type, std::string_view data);
-    bool setText(std::string_view path, std::string_view name, std::string_view text);
-    bool setNumber(std::string_view path, std::string_view name, DWORD number);
-    bool deleteValue(std::string_view path, std::string_view name);
-    [[nodiscard]] std::optional<RegistryValue> value(std::string_view path, std::string_view name) const;
-    [[nodiscard]] std::vector<RegistryValue> values(std::string_view path) const;
-    [[nodiscard]] std::vector<std::string> subKeys(std::string_view path) const;
-
-    // The same with real names and texts.
-    bool deny(std::u16string_view path);
-    bool allow(std::u16string_view path);
-    [[nodiscard]] bool exists(std::u16string_view path) const;
-    bool createKey(std::u16string_view path);
-    bool deleteKey(std::u16string_view path);
     // `bytes` as Windows stores them: texts in UTF-16LE.
     bool setValue(std::u16string_view path, std::u16string_view name, DWORD type, std::string_view bytes);
-    bool setText(std::u16string_view path, std::u16string_view name, std::u16string_view text);
-    bool setNumber(std::u16string_view path, std::u16string_view name, DWORD number);
-    bool deleteValue(std::u16string_view path, std::u16string_view name);
-    [[nodiscard]] std::optional<WideRegistryValue> wideValue(std::u16string_view path,
-                                                             std::u16string_view name) const;
-    [[nodiscard]] std::vector<WideRegistryValue> wideValues(std::u16string_view path) const;
-    [[nodiscard]] std::vector<std::u16string> wideSubKeys(std::u16string_view path) const;
+    bool setText(const WideText& path, const WideText& name, const WideText& text);
+    bool setNumber(const WideText& path, const WideText& name, DWORD number);
+    bool deleteValue(const WideText& path, const WideText& name);
+    [[nodiscard]] std::optional<RegistryValue> value(const WideText& path, const WideText& name) const;
+    [[nodiscard]] std::vector<RegistryValue> values(const WideText& path) const;
+    [[nodiscard]] std::vector<std::string> subKeys(const WideText& path) const;
+    // With real names and texts.
+    [[nodiscard]] std::optional<WideRegistryValue> wideValue(const WideText& path,
+                                                             const WideText& name) const;
+    [[nodiscard]] std::vector<WideRegistryValue> wideValues(const WideText& path) const;
+    [[nodiscard]] std::vector<std::u16string> wideSubKeys(const WideText& path) const;
 
     // Without the hives.
     [[nodiscard]] std::size_t keyCount() const { return tree_.keyCount(); }
     [[nodiscard]] std::size_t valueCount() const { return tree_.valueCount(); }
 
-    // For the functions of registry_api.h and the .reg file code, in the stored form ----------------
+    // For the functions of api.h and the .reg file code, in the stored form ----------------
 
     struct Opened {
         RegistryKey* key = nullptr;
@@ -139,23 +130,21 @@ class Registry {
     [[nodiscard]] RegistryKey* findBelow(std::size_t hive, std::string_view path) const;
     [[nodiscard]] RegistryKey* findPath(std::string_view path) const;
     RegistryKey* makePath(std::string_view path);
-    [[nodiscard]] RegistryKey* keyAt(std::u16string_view path) const;
-    [[nodiscard]] const RegistryValueNode* nodeAt(std::u16string_view path, std::u16string_view name) const;
-    bool put(std::u16string_view path, std::u16string_view name, DWORD type, const StoredData& data);
-    bool setDenied(std::u16string_view path, bool denied);
+    [[nodiscard]] RegistryKey* keyAt(const WideText& path) const;
+    [[nodiscard]] const RegistryValueNode* nodeAt(const WideText& path, const WideText& name) const;
+    bool put(const WideText& path, const WideText& name, DWORD type, const StoredData& data);
+    bool setDenied(const WideText& path, bool denied);
     // What this family knows of a name.
     [[nodiscard]] std::string known(std::string_view stored) const;
     void makeRoots();
+    void letGo(RegistryKey* key);
     void dropAll();
 
     RegistryTree tree_;
     std::array<RegistryKey*, kHiveCount> roots_{};
-    std::vector<Opened> handles_;
-    std::priority_queue<std::uint32_t, std::vector<std::uint32_t>, std::greater<>> freeHandles_;
+    HandleTable<Opened, HKEY> handles_;
+    const OtherHalf& otherHalf_;
     bool ntFamily_ = true;
 };
-
-// The registry of the process's one machine.
-Registry& currentRegistry();
 
 }  // namespace bromvale::offline

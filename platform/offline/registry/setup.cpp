@@ -24,47 +24,45 @@ std::string bytesOf(DWORD number) {
 
 }  // namespace
 
-RegistryKey* Registry::keyAt(std::u16string_view path) const {
-    return findPath(known(storedFromWide(path)));
+RegistryKey* Registry::keyAt(const WideText& path) const {
+    return findPath(known(storedFromWide(path.view())));
 }
 
-const RegistryValueNode* Registry::nodeAt(std::u16string_view path, std::u16string_view name) const {
+const RegistryValueNode* Registry::nodeAt(const WideText& path, const WideText& name) const {
     const RegistryKey* key = keyAt(path);
-    return key == nullptr ? nullptr : tree_.value(key, known(storedFromWide(name)));
+    return key == nullptr ? nullptr : tree_.value(key, known(storedFromWide(name.view())));
 }
 
-bool Registry::put(std::u16string_view path, std::u16string_view name, DWORD type, const StoredData& data) {
-    if (name.size() > kLongestValueName) return false;
-    RegistryKey* key = makePath(storedFromWide(path));
-    if (key != nullptr) setValue(key, storedFromWide(name), type, data.view());
+bool Registry::put(const WideText& path, const WideText& name, DWORD type, const StoredData& data) {
+    if (name.view().size() > kLongestValueName) return false;
+    RegistryKey* key = makePath(storedFromWide(path.view()));
+    if (key != nullptr) setValue(key, storedFromWide(name.view()), type, data.view());
     return key != nullptr;
 }
 
-bool Registry::setDenied(std::u16string_view path, bool denied) {
+bool Registry::setDenied(const WideText& path, bool denied) {
     RegistryKey* key = keyAt(path);
     if (key != nullptr) key->denied = denied;
     return key != nullptr;
 }
 
-// By real names -----------------------------------------------------------------------------------
-
-bool Registry::deny(std::u16string_view path) {
+bool Registry::deny(const WideText& path) {
     return setDenied(path, true);
 }
 
-bool Registry::allow(std::u16string_view path) {
+bool Registry::allow(const WideText& path) {
     return setDenied(path, false);
 }
 
-bool Registry::exists(std::u16string_view path) const {
+bool Registry::exists(const WideText& path) const {
     return keyAt(path) != nullptr;
 }
 
-bool Registry::createKey(std::u16string_view path) {
-    return makePath(storedFromWide(path)) != nullptr;
+bool Registry::createKey(const WideText& path) {
+    return makePath(storedFromWide(path.view())) != nullptr;
 }
 
-bool Registry::deleteKey(std::u16string_view path) {
+bool Registry::deleteKey(const WideText& path) {
     RegistryKey* key = keyAt(path);
     if (key == nullptr || isRoot(key)) return false;
     tree_.remove(key);
@@ -76,26 +74,25 @@ bool Registry::setValue(std::u16string_view path, std::u16string_view name, DWOR
     return put(path, name, type, StoredData::fromWindows(type, bytes));
 }
 
-bool Registry::setText(std::u16string_view path, std::u16string_view name, std::u16string_view text) {
-    return put(path, name, REG_SZ, StoredData::fromText(storedFromWide(text) + '\0'));
+bool Registry::setText(const WideText& path, const WideText& name, const WideText& text) {
+    return put(path, name, REG_SZ, StoredData::fromText(storedFromWide(text.view()) + '\0'));
 }
 
-bool Registry::setNumber(std::u16string_view path, std::u16string_view name, DWORD number) {
-    return setValue(path, name, REG_DWORD, bytesOf(number));
+bool Registry::setNumber(const WideText& path, const WideText& name, DWORD number) {
+    return setValue(path.view(), name.view(), REG_DWORD, bytesOf(number));
 }
 
-bool Registry::deleteValue(std::u16string_view path, std::u16string_view name) {
+bool Registry::deleteValue(const WideText& path, const WideText& name) {
     RegistryKey* key = keyAt(path);
-    return key != nullptr && tree_.removeValue(key, known(storedFromWide(name)));
+    return key != nullptr && tree_.removeValue(key, known(storedFromWide(name.view())));
 }
 
-std::optional<WideRegistryValue> Registry::wideValue(std::u16string_view path,
-                                                     std::u16string_view name) const {
+std::optional<WideRegistryValue> Registry::wideValue(const WideText& path, const WideText& name) const {
     const RegistryValueNode* node = nodeAt(path, name);
     return node != nullptr ? std::optional(wideCopyOf(*node)) : std::nullopt;
 }
 
-std::vector<WideRegistryValue> Registry::wideValues(std::u16string_view path) const {
+std::vector<WideRegistryValue> Registry::wideValues(const WideText& path) const {
     std::vector<WideRegistryValue> result;
     const RegistryKey* key = keyAt(path);
     for (std::size_t i = 0; key != nullptr && i < key->valueCount(); ++i)
@@ -103,7 +100,7 @@ std::vector<WideRegistryValue> Registry::wideValues(std::u16string_view path) co
     return result;
 }
 
-std::vector<std::u16string> Registry::wideSubKeys(std::u16string_view path) const {
+std::vector<std::u16string> Registry::wideSubKeys(const WideText& path) const {
     std::vector<std::u16string> result;
     RegistryKey* key = keyAt(path);
     for (std::size_t i = 0; key != nullptr && i < key->subKeyCount(); ++i)
@@ -111,60 +108,26 @@ std::vector<std::u16string> Registry::wideSubKeys(std::u16string_view path) cons
     return result;
 }
 
-// In Windows-1252 ---------------------------------------------------------------------------------
-
-bool Registry::deny(std::string_view path) {
-    return deny(utf16FromAnsi(path));
-}
-
-bool Registry::allow(std::string_view path) {
-    return allow(utf16FromAnsi(path));
-}
-
-bool Registry::exists(std::string_view path) const {
-    return exists(utf16FromAnsi(path));
-}
-
-bool Registry::createKey(std::string_view path) {
-    return createKey(utf16FromAnsi(path));
-}
-
-bool Registry::deleteKey(std::string_view path) {
-    return deleteKey(utf16FromAnsi(path));
-}
-
 bool Registry::setValue(std::string_view path, std::string_view name, DWORD type, std::string_view data) {
-    return put(utf16FromAnsi(path), utf16FromAnsi(name), type, StoredData::fromAnsi(type, data, kAnsi));
+    return put(path, name, type, StoredData::fromAnsi(type, data, kAnsi));
 }
 
-bool Registry::setText(std::string_view path, std::string_view name, std::string_view text) {
-    return setValue(path, name, REG_SZ, std::string(text) + '\0');
-}
-
-bool Registry::setNumber(std::string_view path, std::string_view name, DWORD number) {
-    return setValue(path, name, REG_DWORD, bytesOf(number));
-}
-
-bool Registry::deleteValue(std::string_view path, std::string_view name) {
-    return deleteValue(utf16FromAnsi(path), utf16FromAnsi(name));
-}
-
-std::optional<RegistryValue> Registry::value(std::string_view path, std::string_view name) const {
-    const RegistryValueNode* node = nodeAt(utf16FromAnsi(path), utf16FromAnsi(name));
+std::optional<RegistryValue> Registry::value(const WideText& path, const WideText& name) const {
+    const RegistryValueNode* node = nodeAt(path, name);
     return node != nullptr ? std::optional(ansiCopyOf(*node)) : std::nullopt;
 }
 
-std::vector<RegistryValue> Registry::values(std::string_view path) const {
+std::vector<RegistryValue> Registry::values(const WideText& path) const {
     std::vector<RegistryValue> result;
-    const RegistryKey* key = keyAt(utf16FromAnsi(path));
+    const RegistryKey* key = keyAt(path);
     for (std::size_t i = 0; key != nullptr && i < key->valueCount(); ++i)
         result.push_back(ansiCopyOf(key->value(i)));
     return result;
 }
 
-std::vector<std::string> Registry::subKeys(std::string_view path) const {
+std::vector<std::string> Registry::subKeys(const WideText& path) const {
     std::vector<std::string> result;
-    for (const std::u16string& name : wideSubKeys(utf16FromAnsi(path))) result.push_back(ansiFromUtf16(name));
+    for (const std::u16string& name : wideSubKeys(path)) result.push_back(ansiFromUtf16(name));
     return result;
 }
 

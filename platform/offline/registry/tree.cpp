@@ -1,51 +1,17 @@
 #include "platform/offline/registry/tree.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
-#include <utility>
 
 namespace bromvale::offline {
 
 namespace {
 
-// Up to here a walk along the values beats the table.
-constexpr std::size_t kIndexedFrom = 16;
-
 bool nameLess(const RegistryKey* left, const RegistryKey* right) {
     return compareStored(left->name(), right->name()) < 0;
 }
 
-void* block(std::size_t header, std::size_t first, std::size_t second = 0) {
-    return ::operator new(header + first + second);
-}
-
-void copyText(char* to, std::string_view text) {
-    if (!text.empty()) std::memcpy(to, text.data(), text.size());
-}
-
 }  // namespace
-
-void RegistryValueNode::Free::operator()(RegistryValueNode* node) const {
-    node->~RegistryValueNode();
-    ::operator delete(node);
-}
-
-RegistryValueNode::Pointer RegistryValueNode::make(const RegistryKey* owner, std::string_view name,
-                                                   std::uint32_t type, const RegistryData& data) {
-    const std::string_view bytes = data.bytes;
-    void* memory = block(sizeof(RegistryValueNode), name.size(), bytes.size());
-    Pointer node(new (memory) RegistryValueNode);
-    node->owner_ = owner;
-    node->type_ = type;
-    node->nameSize_ = static_cast<std::uint32_t>(name.size());
-    node->dataSize_ = static_cast<std::uint32_t>(bytes.size());
-    node->narrow_ = data.narrow;
-    char* text = static_cast<char*>(memory) + sizeof(RegistryValueNode);
-    copyText(text, name);
-    copyText(text + name.size(), bytes);
-    return node;
-}
 
 std::string_view nextPathName(std::string_view& path) {
     std::size_t start = 0;
@@ -57,9 +23,9 @@ std::string_view nextPathName(std::string_view& path) {
 }
 
 RegistryKey* RegistryTree::make(RegistryKey* parent, std::string_view name) {
-    void* memory = block(sizeof(RegistryKey), name.size());
+    void* memory = ::operator new(sizeof(RegistryKey) + name.size());
     auto* key = new (memory) RegistryKey(parent, static_cast<std::uint32_t>(name.size()));
-    copyText(static_cast<char*>(memory) + sizeof(RegistryKey), name);
+    name.copy(static_cast<char*>(memory) + sizeof(RegistryKey), name.size());
     if (parent == nullptr) return key;
 
     auto& siblings = parent->children_;
@@ -205,64 +171,6 @@ void RegistryTree::sortChildren(RegistryKey& key) {
         ends.swap(merged);
     }
     key.sorted_ = static_cast<std::uint32_t>(children.size());
-}
-
-const RegistryValueNode* RegistryTree::value(const RegistryKey* key, std::string_view name) const {
-    if (key->indexed_) return values_.find(key, name);
-    for (const auto& value : key->values_) {
-        if (sameName(value->name(), name)) return value.get();
-    }
-    return nullptr;
-}
-
-std::size_t RegistryTree::position(const RegistryKey* key, const RegistryValueNode* value) const {
-    const auto found = std::find_if(key->values_.begin(), key->values_.end(),
-                                    [&](const auto& each) { return each.get() == value; });
-    return static_cast<std::size_t>(found - key->values_.begin());
-}
-
-void RegistryTree::setValue(RegistryKey* key, std::string_view name, std::uint32_t type,
-                            const RegistryData& data) {
-    if (const RegistryValueNode* old = value(key, name)) {
-        auto& place = key->values_[position(key, old)];
-        auto changed = RegistryValueNode::make(key, old->name(), type, data);
-        if (key->indexed_) {
-            values_.erase(old);
-            values_.insert(changed.get());
-        }
-        place = std::move(changed);
-        return;
-    }
-    key->values_.push_back(RegistryValueNode::make(key, name, type, data));
-    ++valueCount_;
-    if (key->indexed_) {
-        values_.insert(key->values_.back().get());
-    } else if (key->values_.size() > kIndexedFrom) {
-        indexValues(key);
-    }
-}
-
-void RegistryTree::indexValues(RegistryKey* key) {
-    for (const auto& value : key->values_) values_.insert(value.get());
-    key->indexed_ = true;
-}
-
-bool RegistryTree::removeValue(RegistryKey* key, std::string_view name) {
-    const RegistryValueNode* found = value(key, name);
-    if (found == nullptr) return false;
-    if (key->indexed_) values_.erase(found);
-    key->values_.erase(key->values_.begin() + static_cast<std::ptrdiff_t>(position(key, found)));
-    --valueCount_;
-    return true;
-}
-
-void RegistryTree::clearValues(RegistryKey* key) {
-    if (key->indexed_) {
-        for (const auto& value : key->values_) values_.erase(value.get());
-        key->indexed_ = false;
-    }
-    valueCount_ -= key->values_.size();
-    key->values_.clear();
 }
 
 }  // namespace bromvale::offline

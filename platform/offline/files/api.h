@@ -13,7 +13,6 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLA
 DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method);
 DWORD GetFileSize(HANDLE file, LPDWORD high);
 BOOL SetEndOfFile(HANDLE file);
-BOOL FlushFileBuffers(HANDLE file);
 BOOL CloseHandle(HANDLE handle);
 
 BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES security);
@@ -35,9 +34,6 @@ BOOL LocalFileTimeToFileTime(const FILETIME* local, LPFILETIME time);
 BOOL FileTimeToSystemTime(const FILETIME* time, LPSYSTEMTIME system);
 BOOL SystemTimeToFileTime(const SYSTEMTIME* system, LPFILETIME time);
 
-// Leads from any path to the same one with the short names that there are; a name without one stays.
-DWORD GetShortPathNameA(LPCSTR path, LPSTR buffer, DWORD size);
-
 // The wide functions of the NT family; on the 9x family they fail with ERROR_CALL_NOT_IMPLEMENTED. Their
 // fault points are those of the ANSI functions.
 HANDLE FindFirstFileW(LPCWSTR path, LPWIN32_FIND_DATAW data);
@@ -45,9 +41,7 @@ BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data);
 // With FILE_FLAG_BACKUP_SEMANTICS folders too, as CreateFileA.
 HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
                    DWORD attributes, HANDLE templateFile);
+// Leads from any path to the same one with the short names that there are; a name without one stays.
 DWORD GetShortPathNameW(LPCWSTR path, LPWSTR buffer, DWORD size);
 // "\\?\C:\..." or "\\?\UNC\server\share\...", past all links and short names.
 DWORD GetFinalPathNameByHandleW(HANDLE file, LPWSTR buffer, DWORD size, DWORD flags);
-
-DWORD GetLastError();
-void SetLastError(DWORD error);

@@ -1,34 +1,14 @@
-// Opening, reading and writing files.
+// Opening files.
 #include <algorithm>
-#include <cstring>
 
-#include "platform/offline/files/files_api.h"
-#include "platform/offline/files/handles.h"
+#include "platform/offline/files/api.h"
 #include "platform/offline/files/true_path.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
-namespace bromvale::offline {
-
-HandleTable<KernelObject>& kernelObjects() {
-    static HandleTable<KernelObject> table;
-    return table;
-}
-
-HANDLE openPlainObject() {
-    return kernelObjects().open({});
-}
-
-std::size_t openFileHandles() {
-    std::size_t count = 0;
-    kernelObjects().each([&count](const KernelObject& object) { count += object.file != nullptr; });
-    return count;
-}
+using namespace bromvale::offline;
 
 namespace {
-
-constexpr DWORD kWriting = GENERIC_WRITE | GENERIC_ALL;
-constexpr DWORD kReading = GENERIC_READ | GENERIC_ALL;
 
 bool collides(DWORD access, DWORD share) {
     return ((access & kReading) != 0 && (share & FILE_SHARE_READ) == 0) ||
@@ -38,25 +18,11 @@ bool collides(DWORD access, DWORD share) {
 // Another open file of this path that does not share what is wanted, or wants what is not shared.
 bool isLocked(const std::string& path, DWORD access, DWORD share) {
     bool locked = false;
-    kernelObjects().each([&](const KernelObject& object) {
+    machine().kernelObjects.each([&](const KernelObject& object) {
         if (object.file == nullptr || !sameStored(object.path, path)) return;
         locked = locked || collides(access, object.share) || collides(object.access, share);
     });
     return locked;
-}
-
-BOOL failed(DWORD error) {
-    SetLastError(error);
-    return FALSE;
-}
-
-KernelObject* fileOf(HANDLE handle) {
-    KernelObject* object = kernelObjects().find(handle);
-    if (object == nullptr || object->file == nullptr) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return nullptr;
-    }
-    return object;
 }
 
 struct Wanted {
@@ -102,7 +68,7 @@ DWORD openFolder(const Location& location, LinkAtEnd linkAtEnd, HANDLE& handle) 
     object.path = location.text();
     object.truePath = truePath(location, linkAtEnd);
     if (object.truePath.empty()) return ERROR_FILE_NOT_FOUND;
-    handle = kernelObjects().open(std::move(object));
+    handle = machine().kernelObjects.open(std::move(object));
     return 0;
 }
 
@@ -136,16 +102,9 @@ DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD dispositi
     }
     object.access = access;
     object.share = share;
-    handle = kernelObjects().open(std::move(object));
+    handle = machine().kernelObjects.open(std::move(object));
     return 0;
 }
-
-}  // namespace
-}  // namespace bromvale::offline
-
-using namespace bromvale::offline;
-
-namespace {
 
 template <class Text>
 HANDLE createFile(Text path, DWORD access, DWORD share, DWORD disposition, DWORD attributes) {
@@ -175,85 +134,6 @@ HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTE
     return refusesWide() ? INVALID_HANDLE_VALUE : createFile(path, access, share, disposition, attributes);
 }
 
-BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED) {
-    if (read != nullptr) *read = 0;
-    if (failsHere("ReadFile")) return FALSE;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return FALSE;
-    if ((object->access & kReading) == 0) return failed(ERROR_ACCESS_DENIED);
-    DWORD done = 0;
-    if (const DWORD error = object->file->read(object->position, buffer, size, done)) return failed(error);
-    object->position += done;
-    if (read != nullptr) *read = done;
-    return TRUE;
-}
-
-BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED) {
-    if (written != nullptr) *written = 0;
-    if (failsHere("WriteFile")) return FALSE;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return FALSE;
-    if ((object->access & kWriting) == 0) return failed(ERROR_ACCESS_DENIED);
-    if (const DWORD error = object->file->write(object->position, bytes, size)) return failed(error);
-    object->position += size;
-    if (written != nullptr) *written = size;
-    machine().events.record({EventKind::FileWritten,
-                             ansiFromStored(object->path),
-                             {static_cast<const char*>(bytes), size},
-                             size,
-                             0});
-    return TRUE;
-}
-
-DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD method) {
-    if (failsHere("SetFilePointer")) return INVALID_SET_FILE_POINTER;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return INVALID_SET_FILE_POINTER;
-    std::int64_t way = distance;
-    if (distanceHigh != nullptr)
-        way = std::int64_t{*distanceHigh} * 0x100000000 + static_cast<DWORD>(distance);
-    std::int64_t target = way;
-    if (method == FILE_CURRENT) target += static_cast<std::int64_t>(object->position);
-    if (method == FILE_END) target += static_cast<std::int64_t>(object->file->size());
-    if (target < 0) {
-        SetLastError(ERROR_NEGATIVE_SEEK);
-        return INVALID_SET_FILE_POINTER;
-    }
-    object->position = static_cast<std::uint64_t>(target);
-    if (distanceHigh != nullptr) *distanceHigh = static_cast<LONG>(object->position >> 32);
-    SetLastError(ERROR_SUCCESS);
-    return static_cast<DWORD>(object->position);
-}
-
-DWORD GetFileSize(HANDLE file, LPDWORD high) {
-    if (failsHere("GetFileSize")) return INVALID_FILE_SIZE;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return INVALID_FILE_SIZE;
-    const std::uint64_t size = object->file->size();
-    if (high != nullptr) *high = static_cast<DWORD>(size >> 32);
-    SetLastError(ERROR_SUCCESS);
-    return static_cast<DWORD>(size);
-}
-
-BOOL SetEndOfFile(HANDLE file) {
-    if (failsHere("SetEndOfFile")) return FALSE;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return FALSE;
-    if (const DWORD error = object->file->truncate(object->position)) return failed(error);
-    return TRUE;
-}
-
-BOOL FlushFileBuffers(HANDLE file) {
-    if (failsHere("FlushFileBuffers")) return FALSE;
-    return fileOf(file) != nullptr;
-}
-
-BOOL CloseHandle(HANDLE handle) {
-    if (failsHere("CloseHandle")) return FALSE;
-    if (handle == INVALID_HANDLE_VALUE) return TRUE;  // the pseudo handle of the process
-    return kernelObjects().close(handle) ? TRUE : failed(ERROR_INVALID_HANDLE);
-}
-
 HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style) {
     if (failsHere("OpenFile")) return HFILE_ERROR;
     constexpr DWORD kAccess[] = {GENERIC_READ, GENERIC_WRITE, GENERIC_READ | GENERIC_WRITE, GENERIC_READ};
@@ -279,53 +159,8 @@ HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style) {
         return HFILE_ERROR;
     }
     if ((style & OF_EXIST) != 0) {
-        kernelObjects().close(handle);
+        machine().kernelObjects.close(handle);
         return 1;
     }
     return static_cast<HFILE>(reinterpret_cast<std::intptr_t>(handle));
-}
-
-BOOL GetFileTime(HANDLE file, LPFILETIME creation, LPFILETIME lastAccess, LPFILETIME lastWrite) {
-    if (failsHere("GetFileTime")) return FALSE;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return FALSE;
-    const FILETIME time = toFileTime(object->file->written());
-    for (LPFILETIME wanted : {creation, lastAccess, lastWrite}) {
-        if (wanted != nullptr) *wanted = time;
-    }
-    return TRUE;
-}
-
-BOOL SetFileTime(HANDLE file, const FILETIME*, const FILETIME*, const FILETIME* lastWrite) {
-    if (failsHere("SetFileTime")) return FALSE;
-    KernelObject* object = fileOf(file);
-    if (object == nullptr) return FALSE;
-    if (lastWrite != nullptr) object->file->setWritten(fromFileTime(*lastWrite));
-    return TRUE;
-}
-
-BOOL FileTimeToLocalFileTime(const FILETIME* time, LPFILETIME local) {
-    if (failsHere("FileTimeToLocalFileTime")) return FALSE;
-    *local = toFileTime(fromFileTime(*time) - machine().clock.bias);
-    return TRUE;
-}
-
-BOOL LocalFileTimeToFileTime(const FILETIME* local, LPFILETIME time) {
-    if (failsHere("LocalFileTimeToFileTime")) return FALSE;
-    *time = toFileTime(fromFileTime(*local) + machine().clock.bias);
-    return TRUE;
-}
-
-BOOL FileTimeToSystemTime(const FILETIME* time, LPSYSTEMTIME system) {
-    if (failsHere("FileTimeToSystemTime")) return FALSE;
-    if ((time->dwHighDateTime & 0x80000000u) != 0) return failed(ERROR_INVALID_PARAMETER);
-    *system = toSystemTime(fromFileTime(*time));
-    return TRUE;
-}
-
-BOOL SystemTimeToFileTime(const SYSTEMTIME* system, LPFILETIME time) {
-    if (failsHere("SystemTimeToFileTime")) return FALSE;
-    if (!isValid(*system)) return failed(ERROR_INVALID_PARAMETER);
-    *time = toFileTime(fromSystemTime(*system));
-    return TRUE;
 }
