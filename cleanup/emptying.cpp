@@ -4,22 +4,19 @@
 #include <array>
 #include <string>
 
-#include "base/failure.h"
 #include "base/text.h"
 #include "cleanup/file_del.h"
-#include "core/attempt.h"
 #include "core/command_start.h"
-#include "core/log.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "core/time.h"
+#include "platform/shell.h"
 #include "ui/cleanup_page.h"
 #include "ui/frm_login.h"
 
 namespace bromvale {
 namespace {
-
-constexpr int kNormalWithFocus = 1;
 
 // Systems that keep the cleaner in the Windows folder; all others have it in the system folder.
 constexpr std::array<std::string_view, 3> kCleanerInWindowsFolder{"Windows 98", "Windows 98 SE",
@@ -33,10 +30,6 @@ const std::string& folderOfCleaner() {
 }
 
 using OnRefused = std::function<void(const RefusedFolder&)>;
-
-OnRefused collectIn(RefusedFolders& refused) {
-    return [&refused](const RefusedFolder& folder) { refused.push_back(folder); };
-}
 
 // `line` is the folder as the list names it, and `path` as it is emptied.
 void emptyFolder(const std::string& line, std::string& path, const OnRefused& onRefused) {
@@ -65,42 +58,38 @@ void emptyListedFolders(int number, const OnRefused& onRefused) {
 
 // The file decides what is emptied, not what the list on the page shows.
 void CleanupPage::cmdInhaltLöschen_Click() {
-    constexpr Tags kTags{"frmMain", "cmdInhaltLöschen_Click"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Next;
-    };
+    constexpr Routine kRoutine{{"frmMain", "cmdInhaltLöschen_Click"}};
     const int number = freeFile();
     RefusedFolders refused;
-    attempt(onFailure, [] { showEmptyingWindow(); });
-    attempt(onFailure, [&] {
+    kRoutine.step([] { showEmptyingWindow(); });
+    kRoutine.step([&] {
         openFile(AppPath + "liste.txt", FileMode::Input, number);
-        emptyListedFolders(number, collectIn(refused));
+        emptyListedFolders(number, [&](const RefusedFolder& folder) { refused.push_back(folder); });
     });
-    attempt(onFailure, [&] { closeFile(number); });
-    attempt(onFailure, [] { frmLogin().unload(); });
-    attempt(onFailure, [&] { tellRefused(refused); });
+    closeFile(number);
+    kRoutine.step([] { frmLogin().unload(); });
+    kRoutine.step([&] { tellRefused(refused); });
 }
 
 void CleanupPage::mnuPopUpOrdnerEinzeln_Click() {
-    attempt(kGoOn, [] { showEmptyingWindow(); });
+    quietly([] { showEmptyingWindow(); });
     const int rows = lvwOrdnerList.count();
     RefusedFolders refused;
     for (int row = 1; row <= rows; ++row) {
-        attempt(kGoOn, [&] {
+        quietly([&] {
             if (!lvwOrdnerList.item(row).selected()) return;
-            std::string folder = lvwOrdnerList.item(row).text();
-            emptyFolder(lvwOrdnerList.item(row).text(), folder, collectIn(refused));
+            const std::string line = lvwOrdnerList.item(row).text();
+            std::string folder = line;
+            emptyFolder(line, folder, [&](const RefusedFolder& left) { refused.push_back(left); });
         });
     }
-    attempt(kGoOn, [] { frmLogin().unload(); });
-    attempt(kGoOn, [&] { tellRefused(refused); });
+    quietly([] { frmLogin().unload(); });
+    quietly([&] { tellRefused(refused); });
 }
 
 // Some systems come without it, which is nobody's fault.
 void CleanupPage::cmdHDDBereinigen_Click() {
-    attempt(kGoOn, [] { startCommand(folderOfCleaner() + "cleanmgr.exe", kNormalWithFocus); });
+    quietly([] { startCommand(folderOfCleaner() + "cleanmgr.exe", SW_SHOWNORMAL); });
 }
 
 }  // namespace bromvale

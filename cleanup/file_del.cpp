@@ -5,7 +5,7 @@
 #include "cleanup/entry_names.h"
 #include "cleanup/folder_links.h"
 #include "core/file_helpers.h"
-#include "core/handling.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/events.h"
@@ -16,7 +16,7 @@
 namespace bromvale {
 namespace {
 
-constexpr Tags kTags{"modFiles", "FileDel"};
+constexpr Routine kRoutine{{"modFiles", "FileDel"}};
 
 // Without a question, a sub folder with all that it holds.
 void moveToRecycleBin(const std::string& path) {
@@ -40,11 +40,12 @@ void deleteForGood(const std::string& path) {
 
 bool isFolder(const std::string& path) {
     FoundEntry found;
-    return findEntry(path, found) == 0 && (found.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    return findEntry(path, found) == 0 && found.isFolder();
 }
 
 void traceAttempt(const std::string& path) {
-    kTags.trace([&] { return "Versuch die Datei " + plainText(path) + " zu löschen; Ergebnis unbekannt"; });
+    kRoutine.trace(
+        [&] { return "Versuch die Datei " + plainText(path) + " zu löschen; Ergebnis unbekannt"; });
 }
 
 constexpr std::string_view kNoName = "ihr Name ist nicht genau bekannt, und kein Kurzname führt zu ihr";
@@ -68,16 +69,15 @@ std::string_view deleteReached(const EmptiedFolder& folder, const std::string& p
 }
 
 void deleteEntry(const EmptiedFolder& folder, const std::string& path, const FoundEntry& entry) {
-    const auto onFailure = reportAndGoOn(kTags);
     std::string name;
     std::string_view leftAlone;
     ServeWindows();
-    attempt(onFailure, [&] { name = reachableName(path, entry); });
-    attempt(onFailure, [&] { leftAlone = deleteReached(folder, path, name, entry.name); });
+    kRoutine.step([&] { name = reachableName(path, entry); });
+    kRoutine.step([&] { leftAlone = deleteReached(folder, path, name, entry.name); });
     traceAttempt(path + entry.name);
     if (!name.empty() && name != entry.name) traceAttempt(path + name);
     if (leftAlone.empty()) return;
-    kTags.trace([&] {
+    kRoutine.trace([&] {
         const std::string text = "Die Datei " + plainText(path + entry.name) + " bleibt stehen: ";
         return text + std::string(leftAlone);
     });
@@ -86,19 +86,18 @@ void deleteEntry(const EmptiedFolder& folder, const std::string& path, const Fou
 }  // namespace
 
 void FileDel(std::string& path, std::string_view file) {
-    const auto onFailure = reportAndGoOn(kTags);
     if (!file.empty()) {
         // A named file always goes to the recycle bin, whatever DelFilePermanent says. The shell would take a
         // name that isn't plain for another file, or for many, and it cuts a path that is too long. A folder
         // is no file: what lies in it, or behind a link, was never asked about.
         const std::string whole = std::string(path).append(file);
         const bool reached = isExact(path) && isPlainName(file) && fitsPath(whole) && !isFolder(whole);
-        if (reached) attempt(onFailure, [&] { moveToRecycleBin(whole); });
+        if (reached) kRoutine.step([&] { moveToRecycleBin(whole); });
         return traceAttempt(whole);
     }
     std::vector<FoundEntry> entries;
-    attempt(onFailure, [&] { FindFileAPI(path, "*.*", entries); });
-    kTags.trace([] { return "Dateien permanent löschen=" + std::to_string(DelFilePermanent); });
+    kRoutine.step([&] { FindFileAPI(path, "*.*", entries); });
+    kRoutine.trace([] { return "Dateien permanent löschen=" + std::to_string(DelFilePermanent); });
     const EmptiedFolder folder(path);
     for (const FoundEntry& entry : entries) {
         if (!entry.name.empty() && entry.name != path) deleteEntry(folder, path, entry);

@@ -10,20 +10,11 @@
 namespace bromvale {
 namespace {
 
-bool isFolder(const FoundEntry& found) {
-    return (found.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-}
-
-// The two entries that every folder has of itself and of the one above.
-bool isDots(const FoundEntry& found) {
-    return found.name == "." || found.name == "..";
-}
-
 // A link to a folder, or a folder where another volume is mounted. Some systems tell the attribute alone; and
 // folders of other kinds (kept by a network service, say) carry it too, with a tag that lacks this bit.
 bool isFolderLink(const FoundEntry& found) {
     constexpr DWORD kStandsForAnotherName = 0x20000000;
-    return isFolder(found) && (found.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+    return found.isFolder() && (found.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
            (found.reparseTag == 0 || (found.reparseTag & kStandsForAnotherName) != 0);
 }
 
@@ -60,7 +51,7 @@ EmptiedFolder::Finding EmptiedFolder::takeLinksOut(const std::string& name, cons
     if (findEntry(path_ + name, found) != 0) return hasVanished(listed) ? Finding::Gone : Finding::Unsure;
     if (found.name != listed || !holds(name, listed)) return Finding::Unsure;
     if (isFolderLink(found)) return removeLink(path_ + name) ? Finding::Gone : Finding::Unsure;
-    if (!isFolder(found)) return Finding::Clear;
+    if (!found.isFolder()) return Finding::Clear;
     return sub({name, listed}).takeAllLinksOut() && isStillFolder(name, listed) ? Finding::Clear
                                                                                 : Finding::Unsure;
 }
@@ -68,33 +59,28 @@ EmptiedFolder::Finding EmptiedFolder::takeLinksOut(const std::string& name, cons
 // Looking through a folder takes its time, and a link may stand in its place by now.
 bool EmptiedFolder::isStillFolder(const std::string& name, const std::string& listed) const {
     FoundEntry found;
-    return findEntry(path_ + name, found) == 0 && found.name == listed && isFolder(found) &&
+    return findEntry(path_ + name, found) == 0 && found.name == listed && found.isFolder() &&
            !isFolderLink(found) && holds(name, listed);
 }
 
 // An entry that the ANSI functions don't reach is looked at under its true name, and goes with its folder.
 bool EmptiedFolder::takeLink(const FoundEntry& found, std::vector<SubFolder>& folders) const {
-    if (isDots(found)) return true;
     const std::string reachable = reachableName(path_, found);
     const std::string& name = reachable.empty() ? found.name : reachable;
     if (!isSoundName(name) || !holds(name, found.name)) return false;
     if (isFolderLink(found)) return removeLink(path_ + name);
-    if (isFolder(found)) folders.push_back({name, found.name});
+    if (found.isFolder()) folders.push_back({name, found.name});
     return true;
 }
 
 bool EmptiedFolder::takeAllLinksOut() const {
     if (!fitsPath(path_ + "*")) return false;
     std::vector<SubFolder> folders;
-    {
-        FolderSearch search(path_ + "*");
-        FoundEntry found;
-        while (search.next(found)) {
-            ServeWindows();
-            if (!takeLink(found, folders) && !hasVanished(found.name)) return false;
-        }
-        if (search.error() != 0) return false;
-    }
+    const auto look = [&](const FoundEntry& found) {
+        ServeWindows();
+        return takeLink(found, folders) || hasVanished(found.name);
+    };
+    if (!walkFolder(path_ + "*", look)) return false;
     for (const SubFolder& folder : folders) {
         if (!sub(folder).takeAllLinksOut() && !hasVanished(folder.listed)) return false;
     }
@@ -104,12 +90,7 @@ bool EmptiedFolder::takeAllLinksOut() const {
 // No error tells that: a path that is too long looks like a missing one. Only a folder that is listed to its
 // end without the entry has lost it.
 bool EmptiedFolder::hasVanished(const std::string& listed) const {
-    FolderSearch search(path_ + "*");
-    FoundEntry found;
-    while (search.next(found)) {
-        if (found.name == listed) return false;
-    }
-    return search.error() == 0;
+    return walkFolder(path_ + "*", [&](const FoundEntry& found) { return found.name != listed; });
 }
 
 }  // namespace bromvale

@@ -5,10 +5,10 @@
 #include "base/failure.h"
 #include "base/text.h"
 #include "cleanup/browse_for_folder.h"
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "core/text_file.h"
+#include "platform/dialogs.h"
 #include "ui/cleanup_page.h"
 
 namespace bromvale {
@@ -16,21 +16,10 @@ namespace {
 
 constexpr int kFolderIcon = 6;
 constexpr int kFileNotFound = 53;
-constexpr std::int32_t kYesNoQuestion = 36;
-constexpr int kYes = 6;
 
 // By its bare name, so in the current directory; adding a folder and emptying use the program's folder. The
 // two are the same file only while the program is started in its own folder.
 constexpr std::string_view kListFile = "liste.txt";
-
-// A routine of the page that reports its failures and goes on with the next statement.
-auto reporting(const Tags& tags) {
-    return [&tags](const Failure& failure) {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Next;
-    };
-}
 
 void readFolders(int number, ListView& list) {
     while (!endOfFile(number)) {
@@ -53,7 +42,7 @@ bool confirmed(const std::string& path) {
     const std::string lower = LCase(path);
     if (InStr(lower, "\\tmp") > 0 || InStr(lower, "\\temp") > 0) return true;
     return MsgBox("Sind Sie sich sicher, das Sie den Ordner\r\n" + path + " zur Liste hinzufügen wollen?",
-                  kYesNoQuestion) == kYes;
+                  MB_YESNO | MB_ICONQUESTION) == IDYES;
 }
 
 void appendFolder(const std::string& path) {
@@ -79,93 +68,85 @@ std::string remainingLines(int number, const std::optional<std::string>& removed
 
 // Makes the empty list of a first run. False where that isn't possible either.
 bool makeList(int number) {
-    bool made = true;
-    attempt([&](const Failure&) { return made = false, Ending::Next; },
-            [&] {
-                openFile(kListFile, FileMode::Output, number);
-                closeFile(number);
-            });
+    bool made = false;
+    quietly([&] {
+        openFile(kListFile, FileMode::Output, number);
+        closeFile(number);
+        made = true;
+    });
     return made;
 }
 
 }  // namespace
 
 void CleanupPage::Ordnerliste_laden() {
-    constexpr Tags kTags{"modFiles", "Ordnerliste_laden"};
     int number = 0;
-    const auto onFailure = [&](const Failure& failure) {
+    const auto onFailure = [&](const Tags& tags, const Failure& failure) {
         if (failure.number == kFileNotFound && makeList(number)) return Ending::Retry;
-        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
+        Report{}(tags, failure);
         closeFile(number);
         return Ending::Leave;
     };
-    const auto step = [&](auto&& statement) { return attempt(onFailure, statement); };
-    static_cast<void>(step([&] {
-                          number = freeFile();
-                          lvwOrdnerList.clear();
-                      }) &&
-                      step([&] { openFile(kListFile, FileMode::Input, number); }) &&
-                      step([&] { readFolders(number, lvwOrdnerList); }) && step([&] { closeFile(number); }) &&
-                      step([&] {
-                          const bool some = lvwOrdnerList.count() > 0;
-                          if (!some) chbTempFilesDel.setValue(0);
-                          chbTempFilesDel.setEnabled(some);
-                      }));
+    Routine({"modFiles", "Ordnerliste_laden"}, onFailure).step([&] {
+        number = freeFile();
+        lvwOrdnerList.clear();
+        openFile(kListFile, FileMode::Input, number);
+        readFolders(number, lvwOrdnerList);
+        closeFile(number);
+        const bool some = lvwOrdnerList.count() > 0;
+        if (!some) chbTempFilesDel.setValue(0);
+        chbTempFilesDel.setEnabled(some);
+    });
 }
 
 void CleanupPage::cmdOrdnerWählen_Click() {
-    constexpr Tags kTags{"frmMain", "cmdOrdnerWählen_Click"};
-    const auto onFailure = reporting(kTags);
-    kTags.trace("started");
+    constexpr Routine kRoutine{{"frmMain", "cmdOrdnerWählen_Click"}};
+    kRoutine.started();
     std::string path;
-    attempt(onFailure, [&] { path = BrowseForFolder(); });
-    if (!path.empty()) {
-        if (isListed(lvwOrdnerList, path)) {
-            attempt(onFailure, [&] {
-                MsgBox("Der Ordner " + path + " befindet sich bereits in der Liste.", kStyleInformation);
-            });
-            return;
-        }
-        bool wanted = false;
-        attempt(onFailure, [&] { wanted = confirmed(path); });
-        if (wanted) {
-            attempt(onFailure, [&] { appendFolder(path); });
-            attempt(onFailure, [&] { lvwOrdnerList.add(path, kFolderIcon); });
-            kTags.trace([&] { return path + " zum automatischen Leeren vorgesehen"; });
-        }
+    kRoutine.step([&] { path = BrowseForFolder(); });
+    if (isListed(lvwOrdnerList, path)) {
+        kRoutine.step([&] {
+            MsgBox("Der Ordner " + path + " befindet sich bereits in der Liste.", kStyleInformation);
+        });
+        return;
     }
-    attempt(onFailure, [&] { Ordnerliste_laden(); });
-    kTags.trace("endet");
+    bool wanted = false;
+    kRoutine.step([&] { wanted = !path.empty() && confirmed(path); });
+    if (wanted) {
+        kRoutine.step([&] { appendFolder(path); });
+        kRoutine.step([&] { lvwOrdnerList.add(path, kFolderIcon); });
+        kRoutine.trace([&] { return path + " zum automatischen Leeren vorgesehen"; });
+    }
+    Ordnerliste_laden();
+    kRoutine.ended();
 }
 
 // Of several marked rows only the one with the list's focus goes, with every line that equals it.
 void CleanupPage::cmdOrdnerLöschen_Click() {
-    constexpr Tags kTags{"frmMain", "cmdOrdnerLöschen_Click"};
-    const auto onFailure = reporting(kTags);
-    kTags.trace("started");
+    constexpr Routine kRoutine{{"frmMain", "cmdOrdnerLöschen_Click"}};
+    kRoutine.started();
     const int number = freeFile();
     std::optional<std::string> removed;
-    attempt(onFailure, [&] { removed = lvwOrdnerList.item(lvwOrdnerList.selectedItem()).text(); });
+    kRoutine.step([&] { removed = lvwOrdnerList.item(lvwOrdnerList.selectedItem()).text(); });
     std::string lines;
     // A list that is there but could not be read to its end is left alone: what wasn't read would be lost.
     bool complete = true;
-    const auto onUnread = [&](const Failure& failure) {
+    const auto onUnread = [&](const Tags& tags, const Failure& failure) {
         complete = failure.number == kFileNotFound;
-        return onFailure(failure);
+        return Report{}(tags, failure);
     };
-    attempt(onUnread, [&] {
+    Routine(kRoutine, onUnread).step([&] {
         openFile(kListFile, FileMode::Input, number);
-        lines = remainingLines(number, removed, kTags);
+        lines = remainingLines(number, removed, kRoutine);
     });
-    attempt(onFailure, [&] { closeFile(number); });
+    closeFile(number);
     if (complete) {
-        attempt(onFailure, [&] { openFile(kListFile, FileMode::Output, number); });
-        attempt(onFailure, [&] { writeLine(number, lines); });
-        attempt(onFailure, [&] { closeFile(number); });
+        kRoutine.step([&] { openFile(kListFile, FileMode::Output, number); });
+        kRoutine.step([&] { writeLine(number, lines); });
+        closeFile(number);
     }
-    attempt(onFailure, [&] { Ordnerliste_laden(); });
-    kTags.trace("endet");
+    Ordnerliste_laden();
+    kRoutine.ended();
 }
 
 }  // namespace bromvale

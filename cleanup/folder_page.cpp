@@ -1,21 +1,19 @@
 // The page of the folders: its switches, and how mouse and keyboard work on its list.
-#include <array>
 #include <string>
 
-#include "core/attempt.h"
 #include "core/command_start.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/exact/program_file.h"
+#include "platform/shell.h"
 #include "ui/cleanup_page.h"
 
 namespace bromvale {
 namespace {
 
 constexpr const char* kRunKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Run";
-constexpr int kNormalWithFocus = 1;
-constexpr int kNameColumn = 1;
 
 // The program file's name without folder and extension.
 std::string programName() {
@@ -44,9 +42,9 @@ void CleanupPage::chbDelFilePermanent_Click() {
 
 // Beside the rows there is nothing to open, and a missing file manager is passed over.
 void CleanupPage::lvwOrdnerList_DblClick() {
-    attempt(kGoOn, [&] {
+    quietly([&] {
         startCommand(WinDir + "Explorer.exe " + lvwOrdnerList.item(lvwOrdnerList.selectedItem()).text(),
-                     kNormalWithFocus);
+                     SW_SHOWNORMAL);
     });
 }
 

@@ -1,7 +1,7 @@
 // The page of the undo files: what the list shows, and how mouse and keyboard work on it.
 #include "repair/backup_area.h"
 
-#include <array>
+#include <utility>
 #include <vector>
 
 #include "base/calendar.h"
@@ -9,9 +9,8 @@
 #include "base/numbers.h"
 #include "base/text.h"
 #include "base/text_case.h"
-#include "core/attempt.h"
 #include "core/file_helpers.h"
-#include "core/log.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "core/time.h"
 #include "platform/events.h"
@@ -22,6 +21,7 @@
 namespace bromvale {
 namespace {
 
+constexpr Routine kRoutine{{"frmMain", "ReadBackupFiles"}};
 constexpr int kRegFileIcon = 3;
 constexpr int kSizeColumn = 1;
 constexpr int kDateColumn = 2;
@@ -30,13 +30,12 @@ constexpr int kFileNotFound = 53;
 // A row per file; what can't be found out about a file leaves its cell as it is, and the next file is listed
 // all the same. A name that the code page can't hold is shown by its nearest letters, which may be those of
 // another file, so the row keeps the name itself.
-template <class Handler>
-void addFile(ListView& list, const std::string& name, const Handler& onFailure) {
+void addFile(ListView& list, const std::string& name) {
     ListItem* row = nullptr;
-    attempt(onFailure, [&] { row = &list.add(plainText(name), kRegFileIcon); });
+    kRoutine.step([&] { row = &list.add(plainText(name), kRegFileIcon); });
     if (row == nullptr) return;
     if (!isExact(name)) row->setTag(name);
-    attempt(onFailure, [&] {
+    kRoutine.step([&] {
         const FileFacts facts = fileFacts(BackupPath + name);
         row->setSubItem(kSizeColumn, sizeText(facts.size));
         row->setSubItem(kDateColumn, dateTimeText(facts.written));
@@ -63,8 +62,7 @@ std::vector<std::string> undoFileNames() {
     std::vector<std::string> names;
     for (FoundEntry& entry : entries) {
         const std::string_view name = entry.name;
-        const bool folder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (folder || name.size() < kEnding.size() ||
+        if (entry.isFolder() || name.size() < kEnding.size() ||
             compareWithoutCase(name.substr(name.size() - kEnding.size()), kEnding) != 0)
             continue;
         names.push_back(std::move(entry.name));
@@ -78,23 +76,17 @@ std::string sizeText(double bytes) {
 }
 
 void BackupPage::ReadBackupFiles() {
-    constexpr Tags kTags{"frmMain", "ReadBackupFiles"};
-    const auto onFailure = [&](const Failure& failure) {
-        ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation,
-                  kHide);
-        return Ending::Next;
-    };
-    kTags.trace("started");
-    attempt(onFailure, [&] { lvwBackup.clear(); });
-    attempt(onFailure, [&] { lvwBackup.setSorted(false); });
+    kRoutine.started();
+    kRoutine.step([&] { lvwBackup.clear(); });
+    kRoutine.step([&] { lvwBackup.setSorted(false); });
     std::vector<std::string> names;
-    attempt(onFailure, [&] { names = undoFileNames(); });
+    kRoutine.step([&] { names = undoFileNames(); });
     for (const std::string& name : names) {
-        addFile(lvwBackup, name, onFailure);
+        addFile(lvwBackup, name);
         ServeWindows();
     }
-    attempt(onFailure, [&] { lvwBackup.setSorted(true); });
-    kTags.trace("endet");
+    kRoutine.step([&] { lvwBackup.setSorted(true); });
+    kRoutine.ended();
 }
 
 void BackupPage::mnuPopUpBackupZeigen_Click() {

@@ -6,11 +6,11 @@
 #include "base/numbers.h"
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/time.h"
+#include "platform/dialogs.h"
 #include "platform/shell.h"
 #include "repair/reboot.h"
 #include "ui/backup_page.h"
@@ -20,26 +20,28 @@ namespace {
 
 constexpr int kIndexOutOfBounds = 35600;
 constexpr int kNoAccess = 75;
-constexpr std::int32_t kYesNoQuestion = 36;
-constexpr int kYes = 6;
 constexpr double kEditorReads = 7;  // seconds until the registry editor has read a file
 
-// One click: the rows as many as there were at its start, and the handler that the three buttons share, under
-// their own tags. Its words speak of deleting whichever button was clicked.
-class Click {
-  public:
-    Click(ListView& list, std::string_view routine) : list_(list), tags_{"frmMain", routine} {
-        tags_.trace("started");
-    }
-    void end() const { tags_.trace("endet"); }
+// What the three buttons do about a failure. The words speak of deleting whichever button was clicked.
+struct ReportOfFile {
+    const std::string& name;
 
-    template <class Statement>
-    void step(Statement&& statement) const {
-        attempt([this](const Failure& failure) { return handle(failure); }, statement);
+    Ending operator()(const Tags& tags, const Failure& failure) const {
+        const bool noAccess = failure.number == kNoAccess;
+        if (!noAccess && failure.number != kIndexOutOfBounds) return Report{}(tags, failure);
+        const std::string text = noAccess ? "Das Löschen der Sicherungsdatei " + name + " ist fehlgeschlagen."
+                                          : "Es wurde keine Datei gewählt.";
+        ErrHandle(tags.modul, tags.funktion, text, failure.number, failure.description, kStyleInformation,
+                  noAccess ? kShow : kHide);
+        return Ending::Next;
     }
-    template <class Text>
-    void trace(Text&& text) const {
-        step([&] { tags_.trace(text); });
+};
+
+// One click, with the row that it works on.
+class Click : public Routine<ReportOfFile> {
+  public:
+    Click(ListView& list, std::string_view routine) : Routine({"frmMain", routine}, {name_}), list_(list) {
+        started();
     }
 
     // The row's text stays the same while the click works on it: events are served meanwhile, and a row that
@@ -65,9 +67,9 @@ class Click {
     }
 
     [[nodiscard]] bool confirmed(const std::string& question) const {
-        int answer = 0;
-        step([&] { answer = MsgBox(question, kYesNoQuestion); });
-        return answer == kYes;
+        bool yes = false;
+        step([&] { yes = MsgBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES; });
+        return yes;
     }
     void hand(const char* verb) const {
         step([&] {
@@ -98,23 +100,8 @@ class Click {
                    "nicht genau wiedergeben kann.",
                kStyleInformation);
     }
-    Ending handle(const Failure& failure) const {
-        const auto report = [&](const std::string& text, std::int32_t style, std::int16_t show) {
-            ErrHandle(tags_.modul, tags_.funktion, text, failure.number, failure.description, style, show);
-        };
-        if (failure.number == kIndexOutOfBounds) {
-            report("Es wurde keine Datei gewählt.", kStyleInformation, kHide);
-        } else if (failure.number == kNoAccess) {
-            report("Das Löschen der Sicherungsdatei " + name_ + " ist fehlgeschlagen.", kStyleInformation,
-                   kShow);
-        } else {
-            report("", kStyleExclamation, kHide);
-        }
-        return Ending::Next;
-    }
 
     ListView& list_;
-    Tags tags_;
     std::string name_;
     std::string tag_;  // the name itself, where the row can't show it
 };
@@ -146,7 +133,7 @@ void BackupPage::cmdBearbeiten_Click() {
         click.trace([&] { return click.name() + " zum bearbeiten geöffnet"; });
         click.step([&] { lvwBackup.item(row).setSelected(false); });
     }
-    click.end();
+    click.ended();
 }
 
 // With AutoFileDelAfterReentry the list is filled anew behind the first selected row, which leaves nothing
@@ -169,7 +156,7 @@ void BackupPage::cmdEintragen_Click() {
         click.step([] { Pause(kEditorReads); });
         click.step([] { RebootSystem(); });
     }
-    click.end();
+    click.ended();
 }
 
 // The number of rows is taken once, so that after any deletion the index passes the last row. That is the
@@ -191,13 +178,15 @@ void BackupPage::cmdLöschen_Click() {
         click.step([&] { lvwBackup.remove(deleted); });
         --row;
         // Names the row above, and there is none above the first.
-        click.trace(
-            [&] { return "Eintrag " + lvwBackup.item(row).text() + " wurde aus der Liste entfernt"; });
+        click.step([&] {
+            click.trace(
+                [&] { return "Eintrag " + lvwBackup.item(row).text() + " wurde aus der Liste entfernt"; });
+        });
     }
     click.step([&] {
         if (lvwBackup.count() > 0) lvwBackup.item(1).setSelected(true);
     });
-    click.end();
+    click.ended();
 }
 
 }  // namespace bromvale

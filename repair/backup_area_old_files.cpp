@@ -7,8 +7,7 @@
 #include "base/failure.h"
 #include "cleanup/entry_names.h"
 #include "cleanup/file_del.h"
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/exact/text.h"
@@ -18,7 +17,7 @@
 namespace bromvale {
 namespace {
 
-constexpr Tags kTags{"modMain", "AutoFileDel"};
+constexpr Routine kRoutine{{"modMain", "AutoFileDel"}};
 
 SYSTEMTIME lastWrite(HANDLE file) {
     FILETIME written{};
@@ -42,25 +41,20 @@ std::string todayText() {
     return dayText(now);
 }
 
-Ending report(const Failure& failure) {
-    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation, kHide);
-    return Ending::Next;
-}
-
 // Strictly older: a file of exactly DelAfterDays days stays. So does one whose date can't be read, be the
 // limit below 0, which even the files of today exceed. A name that the code page can't hold leads to another
 // file or to none: such a file goes by its short name or stays.
 void deleteIfOld(const std::string& listed, const std::string& today) {
     const std::string name = reachableName(BackupPath, listed);
     if (name.empty()) {
-        return kTags.trace(
+        return kRoutine.trace(
             [&] { return BackupPath + plainText(listed) + " bleibt: der Name ist nicht genau bekannt"; });
     }
     std::optional<std::int32_t> age;
-    attempt(report, [&] { age = daysBetween(GetFileDate(BackupPath + name), today); });
+    kRoutine.step([&] { age = daysBetween(GetFileDate(BackupPath + name), today); });
     if (!age || *age <= DelAfterDays) return;
-    attempt(report, [&] { FileDel(BackupPath, name); });
-    kTags.trace([&] { return BackupPath + name + " gelöscht"; });
+    kRoutine.step([&] { FileDel(BackupPath, name); });
+    kRoutine.trace([&] { return BackupPath + name + " gelöscht"; });
 }
 
 }  // namespace
@@ -79,13 +73,13 @@ std::string GetFileDate(std::string_view path) {
 }
 
 void AutoFileDel() {
-    kTags.trace("startet");
+    kRoutine.trace("startet");
     const std::string today = todayText();
     std::vector<std::string> names;
-    attempt(report, [&] { names = undoFileNames(); });
-    kTags.trace([&] { return std::to_string(names.size()) + " Dateien im Backup-Ordner gefunden"; });
+    kRoutine.step([&] { names = undoFileNames(); });
+    kRoutine.trace([&] { return std::to_string(names.size()) + " Dateien im Backup-Ordner gefunden"; });
     for (const std::string& name : names) deleteIfOld(name, today);
-    kTags.trace("endet");
+    kRoutine.ended();
 }
 
 }  // namespace bromvale

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "base/c_text.h"
-#include "core/handling.h"
 #include "core/registry_layer.h"
 #include "core/state.h"
 #include "core/text_file.h"
@@ -18,6 +17,7 @@ namespace {
 constexpr REGSAM kReadWhole = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
 constexpr int kNoAccess = 75;
 constexpr int kNoFolder = 76;
+constexpr Report kShowAndLeave{Ending::Leave, kStyleExclamation, kShow};
 
 bool meansNoKey(LONG status) {
     return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND || status == ERROR_BAD_PATHNAME ||
@@ -119,16 +119,15 @@ Ending onBackupFailure(const Tags& tags, const Failure& failure) {
                   failure.description, kStyleExclamation, kHide);
         return Ending::Retry;
     }
-    ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleExclamation, kShow);
-    return Ending::Leave;
+    return kShowAndLeave(tags, failure);
 }
 
 void copyAndDelete(const Tags& tags, std::int32_t hive, std::string_view subKey) {
-    const auto onFailure = [&](const Failure& failure) { return onBackupFailure(tags, failure); };
+    const Routine saving{tags, &onBackupFailure};
     // A folder that can't be made either is shown as well.
-    const ReportAnd show{Ending::Leave, tags, kStyleExclamation, kShow};
+    const Routine shown{tags, kShowAndLeave};
     std::optional<KeyCopy> copy;
-    attempt(show, [&] { attempt(onFailure, [&] { copy = CompleteCopy(undoStamp()).save(hive, subKey); }); });
+    shown.step([&] { saving.step([&] { copy = CompleteCopy(undoStamp()).save(hive, subKey); }); });
     if (copy) deleteCopied(*copy, tags, hive, subKey, kShow);
 }
 

@@ -3,8 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/attempt.h"
-#include "core/log.h"
+#include "core/routine.h"
 
 namespace bromvale {
 

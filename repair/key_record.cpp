@@ -63,16 +63,22 @@ std::optional<std::string> narrowPath(HKEY key, std::int32_t hive, std::string_v
     return path;
 }
 
+// The record of keys that lie at or below `top`, with what it begins with in `file`.
 template <class Char>
-bool addKey(RegistryFileText<Char>& file, const std::basic_string<Char>& path,
-            const std::vector<WholeValue<Char>>& values) {
-    if (!file.holdsKey(path)) return false;
-    file.key(path);
-    for (const WholeValue<Char>& value : values) {
-        if (!file.holdsName(value.name) || !file.holdsData(value.type, value.data)) return false;
-        file.value(value.name, value.type, value.data);
+KeyRecord recordOf(const std::vector<WholeKey<Char>>& keys, const std::optional<std::basic_string<Char>>& top,
+                   RegistryFileText<Char> file, std::string& record) {
+    if (!top) return KeyRecord::NoForm;
+    for (const WholeKey<Char>& key : keys) {
+        if (!file.holdsKey(*top + key.path)) return KeyRecord::NoForm;
+        file.key(*top + key.path);
+        for (const WholeValue<Char>& value : key.values) {
+            if (!file.holdsName(value.name) || !file.holdsData(value.type, value.data))
+                return KeyRecord::NoForm;
+            file.value(value.name, value.type, value.data);
+        }
     }
-    return true;
+    record = std::move(file.bytes());
+    return KeyRecord::Whole;
 }
 
 std::u16string unitsOf(std::string_view data) {
@@ -97,43 +103,30 @@ std::optional<WholeValue<char>> inCodePage(const WholeValue<char16_t>& value) {
 }
 
 KeyRecord wideRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
-    WholeKey<char16_t> whole;
-    if (!readWholeKey(key, whole)) return KeyRecord::Unreadable;
-    const auto path = widePath(key, hive, subKey);
-    RegistryFileText<char16_t> file;
-    if (!path || !addKey(file, *path, whole.values)) return KeyRecord::NoForm;
-    record = std::move(file.bytes());
-    return KeyRecord::Whole;
+    std::vector<WholeKey<char16_t>> keys(1);
+    if (!readWholeKey(key, keys[0])) return KeyRecord::Unreadable;
+    return recordOf(keys, widePath(key, hive, subKey), RegistryFileText<char16_t>(), record);
 }
 
 // Windows NT4 keeps Unicode, and its registry editor can't write it down.
 KeyRecord narrowedRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
     WholeKey<char16_t> whole;
     if (!readWholeKey(key, whole)) return KeyRecord::Unreadable;
-    std::vector<WholeValue<char>> values;
+    std::vector<WholeKey<char>> keys(1);
     for (const WholeValue<char16_t>& value : whole.values) {
         const auto narrowed = inCodePage(value);
         if (!narrowed) return KeyRecord::NoForm;
-        values.push_back(*narrowed);
+        keys[0].values.push_back(*narrowed);
     }
-    RegistryFileText<char> file(codePageHasSingleBytes());
-    const auto path = narrowPath(key, hive, subKey);
-    if (!path || !addKey(file, *path, values)) return KeyRecord::NoForm;
-    record = std::move(file.bytes());
-    return KeyRecord::Whole;
+    return recordOf(keys, narrowPath(key, hive, subKey), RegistryFileText<char>(codePageHasSingleBytes()),
+                    record);
 }
 
 KeyRecord treeRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record) {
     std::vector<WholeKey<char>> keys;
     if (!readWholeTree(key, keys)) return KeyRecord::Unreadable;
-    RegistryFileText<char> file(codePageHasSingleBytes());
-    const auto top = narrowPath(key, hive, subKey);
-    if (!top) return KeyRecord::NoForm;
-    for (const WholeKey<char>& whole : keys) {
-        if (!addKey(file, *top + whole.path, whole.values)) return KeyRecord::NoForm;
-    }
-    record = std::move(file.bytes());
-    return KeyRecord::Whole;
+    return recordOf(keys, narrowPath(key, hive, subKey), RegistryFileText<char>(codePageHasSingleBytes()),
+                    record);
 }
 
 }  // namespace

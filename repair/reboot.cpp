@@ -5,40 +5,31 @@
 
 namespace bromvale {
 
-namespace {
-
-constexpr DWORD kTokenAccess = 0x28;       // adjust privileges, query
-constexpr DWORD kPrivilegesSize = 4 + 12;  // a count and one privilege
-constexpr UINT kRebootForced = 6;
-
-}  // namespace
-
 bool IsWinNT() {
     OSVERSIONINFOA version{};
-    version.dwOSVersionInfoSize = 148;
+    version.dwOSVersionInfoSize = sizeof version;
     GetVersionExA(&version);
     return version.dwPlatformId == VER_PLATFORM_WIN32_NT;
 }
 
 void AdjustShutdownPrivilege() {
     HANDLE token = nullptr;
-    LUID privilege{};
-    OpenProcessToken(GetCurrentProcess(), kTokenAccess, &token);
-    LookupPrivilegeValueA("", "SeShutdownPrivilege", &privilege);  // an empty system name and no null
+    OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token);
     TOKEN_PRIVILEGES wanted{};
     wanted.PrivilegeCount = 1;
-    wanted.Privileges[0].Luid = privilege;
+    // An empty system name and no null.
+    LookupPrivilegeValueA("", SE_SHUTDOWN_NAME, &wanted.Privileges[0].Luid);
     wanted.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
     TOKEN_PRIVILEGES before{};
-    DWORD length = 4;
-    AdjustTokenPrivileges(token, FALSE, &wanted, kPrivilegesSize, &before, &length);
+    DWORD length = 0;
+    AdjustTokenPrivileges(token, FALSE, &wanted, sizeof before, &before, &length);
     // The token is left open: the process is about to end with the system.
 }
 
 // On the 9x family no right is needed, and none of the token's functions is called.
 void RebootSystem() {
     if (IsWinNT()) AdjustShutdownPrivilege();
-    ExitWindowsEx(kRebootForced, 0);
+    ExitWindowsEx(EWX_REBOOT | EWX_FORCE, 0);
 }
 
 }  // namespace bromvale

@@ -8,39 +8,26 @@
 namespace bromvale {
 namespace {
 
-std::u16string_view beforeNul(const WCHAR* text, std::size_t size) {
-    const auto* const units = reinterpret_cast<const char16_t*>(text);
-    const std::u16string_view all(units, size);
-    return all.substr(0, all.find(u'\0'));
+template <std::size_t size>
+std::string textOf(const char (&name)[size]) {
+    return {name, strnlen(name, size)};
 }
-
-std::string nameOf(const WIN32_FIND_DATAA& found) {
-    return {found.cFileName, strnlen(found.cFileName, sizeof found.cFileName)};
-}
-std::string nameOf(const WIN32_FIND_DATAW& found) {
-    return exactText(beforeNul(found.cFileName, std::size(found.cFileName)));
-}
-std::string shortNameOf(const WIN32_FIND_DATAA& found) {
-    return {found.cAlternateFileName, strnlen(found.cAlternateFileName, sizeof found.cAlternateFileName)};
-}
-std::string shortNameOf(const WIN32_FIND_DATAW& found) {
-    return exactText(beforeNul(found.cAlternateFileName, std::size(found.cAlternateFileName)));
+template <std::size_t size>
+std::string textOf(const WCHAR (&name)[size]) {
+    const std::u16string_view all(reinterpret_cast<const char16_t*>(name), size);
+    return exactText(all.substr(0, all.find(u'\0')));
 }
 
 template <class Data>
 void take(const Data& found, FoundEntry& entry) {
-    entry.name = nameOf(found);
-    entry.shortName = shortNameOf(found);
+    entry.name = textOf(found.cFileName);
+    entry.shortName = textOf(found.cAlternateFileName);
     entry.attributes = found.dwFileAttributes;
     // Some systems tell the attribute alone, and leave here what was here before.
     entry.reparseTag =
         (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? found.dwReserved0 : DWORD{0};
     entry.size = (std::uint64_t{found.nFileSizeHigh} << 32) | found.nFileSizeLow;
     entry.written = found.ftLastWriteTime;
-}
-
-const WCHAR* windowsText(const std::u16string& text) {
-    return reinterpret_cast<const WCHAR*>(text.c_str());
 }
 
 }  // namespace
@@ -57,7 +44,8 @@ FolderSearch::~FolderSearch() {
 void FolderSearch::begin(const std::string& sought) {
     if (wide() != nullptr) {
         WIN32_FIND_DATAW data{};
-        search_ = wide()->findFirstFile(windowsText(wideText(sought)), &data);
+        const std::u16string path = wideText(sought);
+        search_ = wide()->findFirstFile(reinterpret_cast<const WCHAR*>(path.c_str()), &data);
         ready_ = search_ != INVALID_HANDLE_VALUE;
         if (ready_) take(data, found_);
     } else if (!isExact(sought)) {
@@ -93,6 +81,16 @@ bool FolderSearch::next(FoundEntry& entry) {
     ready_ = false;
     entry = found_;
     return true;
+}
+
+bool walkFolder(const std::string& sought, FunctionRef<bool(const FoundEntry&)> visit) {
+    FolderSearch search(sought);
+    FoundEntry entry;
+    while (search.next(entry)) {
+        const bool ofTheFolderItself = entry.name == "." || entry.name == "..";
+        if (!ofTheFolderItself && !visit(entry)) return false;
+    }
+    return search.error() == 0;
 }
 
 DWORD findEntry(const std::string& path, FoundEntry& entry) {

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <string>
 
+#include "base/function_ref.h"
 #include "platform/files.h"
 
 namespace bromvale {
@@ -17,9 +18,11 @@ struct FoundEntry {
     DWORD reparseTag = 0;
     std::uint64_t size = 0;
     FILETIME written{};
+
+    [[nodiscard]] bool isFolder() const { return (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0; }
 };
 
-// FindFirstFile and its followers.
+// FindFirstFile and its followers, below the two functions that follow.
 class FolderSearch {
   public:
     // A path whose last part may be a mask.
@@ -43,6 +46,11 @@ class FolderSearch {
     bool ready_ = false;  // found_ holds an entry that wasn't handed out
     DWORD error_ = 0;
 };
+
+// Hands out what a folder holds, by a path whose last part may be a mask; not the two entries that it has of
+// itself and of the one above. False where `visit` answered so, which ends the walk, and where the folder
+// can't be listed to its end.
+bool walkFolder(const std::string& sought, FunctionRef<bool(const FoundEntry&)> visit);
 
 // The one entry that a path without wildcards names: 0 or the last error.
 [[nodiscard]] DWORD findEntry(const std::string& path, FoundEntry& entry);

@@ -14,8 +14,8 @@ TEST_F(FileHelpersHandles, FileExistsLeavesItsSearchOpenAndFindFileApiClosesIts)
     EXPECT_FALSE(FileExists(folder() + "b.dll"));
     EXPECT_EQ(offline::openFindHandles() - open, 1u);
     std::string path = folder();
-    std::vector<std::string> names;
-    FindFileAPI(path, "*", names);
+    std::vector<FoundEntry> entries;
+    FindFileAPI(path, "*", entries);
     EXPECT_EQ(offline::openFindHandles() - open, 1u);
 }
 

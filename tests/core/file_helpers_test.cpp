@@ -14,6 +14,17 @@ using Lines = std::vector<std::string>;
 class FileHelpers : public testing::TestMachine {
   protected:
     FileHelpers() { fillState(); }
+
+    // The names that FindFileAPI leaves where there were others.
+    static Lines find(std::string& path, std::string_view pattern) {
+        std::vector<FoundEntry> entries(2);
+        entries[0].name = "alt";
+        entries[1].name = "älter";
+        FindFileAPI(path, pattern, entries);
+        Lines names;
+        for (const FoundEntry& entry : entries) names.push_back(entry.name);
+        return names;
+    }
 };
 
 TEST_F(FileHelpers, FileExistsTakesFilesFoldersAndWildcards) {
@@ -46,8 +57,7 @@ TEST_F(FileHelpers, FindFileApiListsFilesAndFoldersAndOneEmptyElement) {
     writeWholeFile(folder() + "Ordner\\b.txt", "");
     writeWholeFile(folder() + "Ordner\\innen.reg\\c.reg", "");
     std::string path = folder() + "Ordner\\";
-    Lines names{"alt"};
-    FindFileAPI(path, "*.reg", names);
+    Lines names = find(path, "*.reg");
     ASSERT_EQ(names.size(), 3u);
     EXPECT_EQ(names.back(), "");
     std::sort(names.begin(), names.end());
@@ -57,24 +67,19 @@ TEST_F(FileHelpers, FindFileApiListsFilesAndFoldersAndOneEmptyElement) {
 TEST_F(FileHelpers, FindFileApiAddsTheMissingBackslashInTheCallersVariable) {
     makeFolderOnDisk(folder() + "Ordner");
     std::string path = folder() + "Ordner";
-    Lines names;
-    FindFileAPI(path, "*.*", names);
+    find(path, "*.*");
     EXPECT_EQ(path, folder() + "Ordner\\");
 }
 
 TEST_F(FileHelpers, AnEmptyFolderGivesTheOneEmptyElement) {
     makeFolderOnDisk(folder() + "Ordner");
     std::string path = folder() + "Ordner\\";
-    Lines names{"alt", "älter"};
-    FindFileAPI(path, "*.*", names);
-    EXPECT_EQ(names, Lines{""});
+    EXPECT_EQ(find(path, "*.*"), Lines{""});
 }
 
 TEST_F(FileHelpers, AMissingFolderGivesTheSameAndNoReport) {
     std::string path = folder() + "fehlt\\";
-    Lines names;
-    FindFileAPI(path, "*.*", names);
-    EXPECT_EQ(names, Lines{""});
+    EXPECT_EQ(find(path, "*.*"), Lines{""});
     EXPECT_EQ(logLines(), Lines{});
 }
 
@@ -83,8 +88,7 @@ TEST_F(FileHelpers, FindFileApiTellsWhatItFound) {
     writeWholeFile(folder() + "Ordner\\a.reg", "");
     switchTracingOn();
     std::string path = folder() + "Ordner";
-    Lines names;
-    FindFileAPI(path, "*.reg", names);
+    find(path, "*.reg");
     EXPECT_EQ(logLines(), (Lines{"modFiles; FindFileAPI; started; 0; ",
                                  "modFiles; FindFileAPI; durchsuchter Ordner " + folder() + "Ordner\\; 0; ",
                                  "modFiles; FindFileAPI; Darin wurden 1 Dateien gefunden.; 0; ",
@@ -99,8 +103,7 @@ TEST_F(FileHelpers, FindFileApiMarksNamesThatTheCodePageCannotHold) {
     testing::writeTrueFile(testing::in(inside, u"\uFF0A.reg"));
     writeWholeFile(inside + "Zdjecie.reg", "x");
     std::string path = folder() + "Ordner";
-    Lines names;
-    FindFileAPI(path, "*.reg", names);
+    Lines names = find(path, "*.reg");
     ASSERT_EQ(names.size(), 4u);
     EXPECT_EQ(names.back(), "");
     std::sort(names.begin(), names.end());
@@ -114,13 +117,15 @@ TEST_F(FileHelpers, FindFileApiTellsWhatTheFolderTellsOfItsEntries) {
     std::string path = folder() + "Ordner";
     std::vector<FoundEntry> entries(1);
     FindFileAPI(path, "*.*", entries);
-    ASSERT_EQ(entries.size(), 2u);
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(entries[2].name, "");
     const FoundEntry& file = entries[entries[0].name == "a.reg" ? 0 : 1];
     const FoundEntry& inner = entries[entries[0].name == "a.reg" ? 1 : 0];
     EXPECT_EQ(file.name, "a.reg");
     EXPECT_EQ(file.size, 3u);
     EXPECT_EQ(inner.name, "innen");
-    EXPECT_NE(inner.attributes & FILE_ATTRIBUTE_DIRECTORY, 0u);
+    EXPECT_TRUE(inner.isFolder());
+    EXPECT_FALSE(file.isFolder());
 }
 
 }  // namespace
