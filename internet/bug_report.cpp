@@ -2,20 +2,14 @@
 
 #include <array>
 
-#include "base/failure.h"
 #include "base/text.h"
-#include "core/attempt.h"
-#include "core/log.h"
 #include "internet/web_page.h"
-#include "platform/dialogs.h"
 
 namespace bromvale {
 namespace {
 
-constexpr Tags kTags{"modInternet", "BugReport"};
+constexpr Routine kRoutine{{"modInternet", "BugReport"}};
 constexpr int kNoAnswer = 61001;
-constexpr const char* kNoAnswerText = "Es besteht ein Problem mit Ihrer Internetverbindung.";
-constexpr std::int32_t kYesNoWarning = MB_YESNO | MB_ICONEXCLAMATION;
 
 // The keys in their order. The one that says where a report comes from stands before the last field.
 struct Part {
@@ -34,27 +28,13 @@ constexpr std::array kParts{
     Part{"&email_abs=", &ReportFields::eMail},
 };
 
-Ending onFailure(const Failure& failure) {
-    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleExclamation, kHide);
-    return Ending::Next;
-}
-
 // Any byte that is no blank counts, whatever the server says with it.
 void thank() {
-    kTags.trace("gesendet");
+    kRoutine.trace("gesendet");
     MsgBox(
         "Vielen Dank für Ihre Unterstützung.\r\n\r\n"
         "Der Bug-Report ist erfolgreich versendet worden.",
         kStyleInformation);
-}
-
-bool wantsToTryAgain() {
-    return MsgBox(
-               "Es besteht ein Problem mit Ihrer Internetverbindung.\r\n\r\n"
-               "Der Bug-Report konnte noch nicht versendet werden.\r\n"
-               "Stellen Sie sicher, das eine Internetverbindung besteht.\r\n\r\n"
-               "Soll der Versand noch einmal versucht werden?",
-               kYesNoWarning) == IDYES;
 }
 
 }  // namespace
@@ -75,22 +55,17 @@ bool isAcceptedAddress(std::string_view eMail) {
 }
 
 void BugReport(const ReportFields& fields) {
-    kTags.trace("started");
+    kRoutine.started();
     std::string answer;
-    attempt(onFailure, [&] { answer = readPage(reportAddress(fields)); });
+    kRoutine.step([&] { answer = readPage(reportAddress(fields)); });
     if (!answer.empty()) {
-        attempt(onFailure, thank);
-    } else {
-        attempt(onFailure, [] { throw Failure{kNoAnswer, kNoAnswerText}; });
-        bool again = false;
-        attempt(onFailure, [&] { again = wantsToTryAgain(); });
-        if (again) {
-            kTags.trace("wiederholt");
-            // As often as the user likes.
-            BugReport(fields);
-        }
+        kRoutine.step(thank);
+    } else if (asksToTryAgain(kRoutine, kNoAnswer, "Der Bug-Report konnte noch nicht versendet werden.\r\n",
+                              "Soll der Versand noch einmal versucht werden?")) {
+        // As often as the user likes.
+        BugReport(fields);
     }
-    kTags.trace("endet");
+    kRoutine.ended();
 }
 
 }  // namespace bromvale

@@ -1,9 +1,7 @@
 // The page "Online Bug-Report", and the error dialog's button that sends a report too.
 #include <array>
 
-#include "core/attempt.h"
-#include "core/log.h"
-#include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "internet/bug_report.h"
@@ -54,12 +52,8 @@ void send(BugReportPage& page) {
 }  // namespace
 
 void BugReportPage::cmdBugReportSenden_Click() {
-    const auto onFailure = [](const Failure& failure) {
-        ErrHandle("frmMain", "cmdBugReportSenden_Click", "", failure.number, failure.description,
-                  kStyleExclamation, kHide);
-        return Ending::Leave;
-    };
-    attempt(onFailure, [&] { send(*this); });
+    constexpr Routine routine{{"frmMain", "cmdBugReportSenden_Click"}};
+    routine.step([&] { send(*this); });
 }
 
 void BugReportPage::cmdBugReportLöschen_Click() {

@@ -22,4 +22,20 @@ std::string readPage(const std::string& address) {
     return Replace(buffer, " ", "");
 }
 
+bool asksToTryAgain(const Routine<>& routine, int failure, std::string_view what, std::string_view question) {
+    constexpr const char* kProblem = "Es besteht ein Problem mit Ihrer Internetverbindung.";
+    routine.step([&] { throw Failure{failure, kProblem}; });
+    bool again = false;
+    routine.step([&] {
+        again = asksYes(std::string(kProblem)
+                            .append("\r\n\r\n")
+                            .append(what)
+                            .append("Stellen Sie sicher, das eine Internetverbindung besteht.\r\n\r\n")
+                            .append(question),
+                        kStyleExclamation);
+    });
+    if (again) routine.trace("wiederholt");
+    return again;
+}
+
 }  // namespace bromvale

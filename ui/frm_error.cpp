@@ -55,7 +55,6 @@ constexpr std::string_view kMoreDetails = "Details >>";
 constexpr std::string_view kLessDetails = "<< Details";
 constexpr std::string_view kQuit = "Beenden";
 constexpr std::int32_t kNotToBeSent = 10001;
-constexpr DWORD kTrayDelete = 2;
 constexpr unsigned kHelpCloseAll = 18;
 
 struct StylePicture {
@@ -161,7 +160,7 @@ void FrmError::cmdBeenden_Click() {
     trace("frmError", "cmdBeenden_Click", "");
     unloadAllForms();  // with the main window loaded, the process ends here
     NOTIFYICONDATAA neverFilled{};
-    Shell_NotifyIconA(kTrayDelete, &neverFilled);
+    Shell_NotifyIconA(NIM_DELETE, &neverFilled);
     HtmlHelpA(window(), "", kHelpCloseAll, 0);
     TerminateProcess(GetCurrentProcess(), 0);
 }

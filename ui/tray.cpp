@@ -13,12 +13,6 @@
 namespace bromvale {
 namespace {
 
-constexpr float kRightButtonUp = 517.0F;
-
-constexpr UINT kMouseMove = 512;
-constexpr UINT kMessageIconTip = 7;
-constexpr DWORD kTrayAdd = 0;
-constexpr DWORD kTrayDelete = 2;
 constexpr std::size_t kTipSize = 64;
 // The oldest form of the record, which every system knows: 88 bytes in the 32-bit program.
 constexpr std::size_t kTrayRecordSize = offsetof(NOTIFYICONDATAA, szTip) + kTipSize;
@@ -34,18 +28,18 @@ void FrmMain::addTrayIcon() {
     trayRecord_.hWnd = window();
     const auto ownIcon = reinterpret_cast<std::uintptr_t>(loadResourceIcon(iconResource(), kIconPixels));
     trayRecord_.uID = static_cast<UINT>(ownIcon);
-    trayRecord_.uFlags = kMessageIconTip;
-    trayRecord_.uCallbackMessage = kMouseMove;
+    trayRecord_.uFlags = NIF_MESSAGE | NIF_ICON | NIF_TIP;
+    trayRecord_.uCallbackMessage = WM_MOUSEMOVE;
     trayRecord_.hIcon = imgList.icon(kTaskbarPicture);
     std::memset(trayRecord_.szTip, ' ', kTipSize);
     const std::size_t length = std::min(AppTitle.size(), kTipSize - 1);
     std::memcpy(trayRecord_.szTip, AppTitle.data(), length);
     trayRecord_.szTip[length] = '\0';
-    Shell_NotifyIconA(kTrayAdd, &trayRecord_);
+    Shell_NotifyIconA(NIM_ADD, &trayRecord_);
 }
 
 void FrmMain::removeTrayIcon() {
-    Shell_NotifyIconA(kTrayDelete, &trayRecord_);
+    Shell_NotifyIconA(NIM_DELETE, &trayRecord_);
 }
 
 // The icon reports as a mouse move whose X coordinate carries the message's number in pixels. Only the
@@ -53,14 +47,14 @@ void FrmMain::removeTrayIcon() {
 // exactly this column of the bare window is, too.
 void FrmMain::Form_MouseMove(float x, float) {
     const float message = x / static_cast<float>(twipsPerPixelX());
-    if (message != kRightButtonUp) return;
+    if (message != static_cast<float>(WM_RBUTTONUP)) return;
     SetForegroundWindow(frmPopUp().window());
     if (mnuPopUpShowForm.enabled()) showPopupMenu(frmPopUp(), mnuPopUp, &mnuPopUpShowForm);
 }
 
 // A new task bar knows nothing of the icons of the old one.
 void FrmMain::Form_TaskbarCreated() {
-    Shell_NotifyIconA(kTrayAdd, &trayRecord_);
+    Shell_NotifyIconA(NIM_ADD, &trayRecord_);
 }
 
 void FrmMain::mnuPopUpAbout_Click() {

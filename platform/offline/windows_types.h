@@ -244,6 +244,10 @@ using LPCPINFO = CPINFO*;
 // Tokens and shutdown -----------------------------------------------------------------------------
 
 #define SE_PRIVILEGE_ENABLED 0x2u
+#define TOKEN_QUERY 0x8u
+#define TOKEN_ADJUST_PRIVILEGES 0x20u
+#define EWX_REBOOT 2u
+#define EWX_FORCE 4u
 #define SE_SHUTDOWN_NAME "SeShutdownPrivilege"
 
 struct LUID {
@@ -283,7 +287,9 @@ static_assert(sizeof(TOKEN_PRIVILEGES) == 16);
 #define IDNO 7
 
 #define SW_SHOWNORMAL 1
+#define SW_SHOWMAXIMIZED 3
 
+#define WM_MOUSEMOVE 0x0200u
 #define WM_LBUTTONUP 0x0202u
 #define WM_LBUTTONDBLCLK 0x0203u
 #define WM_RBUTTONUP 0x0205u
@@ -304,6 +310,9 @@ struct RECT {
 
 #define NIM_ADD 0u
 #define NIM_DELETE 2u
+#define NIF_MESSAGE 0x1u
+#define NIF_ICON 0x2u
+#define NIF_TIP 0x4u
 
 struct NOTIFYICONDATAA {
     DWORD cbSize;
