@@ -1,6 +1,6 @@
 #include "core/log.h"
 
-#include "core/attempt.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "platform/dialogs.h"

@@ -1,4 +1,4 @@
-#include "core/attempt.h"
+#include "core/routine.h"
 
 #include <gtest/gtest.h>
 
