@@ -32,6 +32,13 @@ class ListBar : public ControlOf<ListBar, ControlKind::ListBar> {
     // Adds to the last bar.
     void addItem(Item item);
     [[nodiscard]] const std::vector<Bar>& bars() const { return bars_; }
+    // The items of a bar, and one of them; both count from 0.
+    [[nodiscard]] const std::vector<Item>& items(int bar) const {
+        return bars_[static_cast<std::size_t>(bar)].items;
+    }
+    [[nodiscard]] const Item& item(int bar, int index) const {
+        return items(bar)[static_cast<std::size_t>(index)];
+    }
     // The open bar, from 0.
     [[nodiscard]] int openBar() const { return openBar_; }
     void setOpenBar(int bar);

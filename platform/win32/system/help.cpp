@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/win32/system/entries.h"
+
 #include <htmlhelp.h>
 
 namespace bromvale {
@@ -17,10 +19,7 @@ Entry& loadedEntry() {
 
 Entry loadViewer() {
     Entry& entry = loadedEntry();
-    if (entry != nullptr) return entry;
-    const HMODULE viewer = LoadLibraryA("hhctrl.ocx");
-    if (viewer == nullptr) return nullptr;
-    entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(viewer, "HtmlHelpA")));
+    if (entry == nullptr) loadEntry(LoadLibraryA("hhctrl.ocx"), "HtmlHelpA", entry);
     return entry;
 }
 

@@ -8,19 +8,13 @@
 #include <vector>
 
 #include "base/forwarding.h"
+#include "platform/win32/system/entries.h"
 #include "platform/win32/system/patient_call.h"
 
 #include <wininet.h>
 
 namespace bromvale {
 namespace {
-
-template <class Entry>
-bool load(HMODULE library, const char* name, Entry& entry) {
-    if (library == nullptr) return false;
-    entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-    return entry != nullptr;
-}
 
 // Loaded at the first use: a system may lack it.
 struct Library {
@@ -36,11 +30,12 @@ struct Library {
 Library loadLibrary() {
     Library library;
     const HMODULE module = LoadLibraryA("wininet.dll");
-    library.usable =
-        load(module, "InternetOpenA", library.open) && load(module, "InternetOpenUrlA", library.openUrl) &&
-        load(module, "InternetQueryDataAvailable", library.available) &&
-        load(module, "InternetReadFile", library.read) && load(module, "HttpQueryInfoA", library.query) &&
-        load(module, "InternetCloseHandle", library.close);
+    library.usable = loadEntry(module, "InternetOpenA", library.open) &&
+                     loadEntry(module, "InternetOpenUrlA", library.openUrl) &&
+                     loadEntry(module, "InternetQueryDataAvailable", library.available) &&
+                     loadEntry(module, "InternetReadFile", library.read) &&
+                     loadEntry(module, "HttpQueryInfoA", library.query) &&
+                     loadEntry(module, "InternetCloseHandle", library.close);
     return library;
 }
 
@@ -195,7 +190,7 @@ bool WebAnswer::read(char* buffer, std::size_t size, std::size_t& got) {
 bool openDownloadDialog(const std::string& address) {
     if (hasNoDownloadDialog()) return false;
     DWORD(WINAPI * download)(LPCWSTR) = nullptr;
-    if (!load(LoadLibraryA("shdocvw.dll"), "DoFileDownload", download)) return false;
+    if (!loadEntry(LoadLibraryA("shdocvw.dll"), "DoFileDownload", download)) return false;
     download(std::wstring(address.begin(), address.end()).c_str());
     return true;
 }

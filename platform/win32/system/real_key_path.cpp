@@ -5,21 +5,14 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/win32/system/windows.h"
+#include "platform/other_view_api.h"
+#include "platform/win32/system/entries.h"
 
 namespace bromvale {
 namespace {
 
-template <class Function>
-Function functionOf(const char* library, const char* name) {
-    const HMODULE module = GetModuleHandleA(library);
-    const FARPROC found = module != nullptr ? GetProcAddress(module, name) : nullptr;
-    return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
-}
-
 bool isWow64Process() {
-    using IsWow64 = BOOL(WINAPI*)(HANDLE, PBOOL);
-    const auto isWow64 = functionOf<IsWow64>("kernel32.dll", "IsWow64Process");
+    const auto isWow64 = otherViewFunctions().isWow64Process;
     BOOL answer = FALSE;
     return isWow64 != nullptr && isWow64(GetCurrentProcess(), &answer) != 0 && answer != FALSE;
 }
@@ -36,9 +29,8 @@ bool seesAnotherHalf() {
 }
 
 std::optional<std::u16string> realKeyPath(HKEY key) {
-    using QueryKey = LONG(WINAPI*)(HANDLE, int, PVOID, ULONG, PULONG);
-    static const auto queryKey = functionOf<QueryKey>("ntdll.dll", "NtQueryKey");
-    if (queryKey == nullptr) return std::nullopt;
+    LONG(WINAPI * queryKey)(HANDLE, int, PVOID, ULONG, PULONG) = nullptr;
+    if (!loadEntry(GetModuleHandleA("ntdll.dll"), "NtQueryKey", queryKey)) return std::nullopt;
     std::vector<BYTE> answer(kLongestAnswer);
     ULONG size = 0;
     if (queryKey(key, kKeyNameInformation, answer.data(), kLongestAnswer, &size) != 0) return std::nullopt;

@@ -1,6 +1,6 @@
 #include "platform/controls/socket.h"
 
-#include "platform/win32/system/windows.h"
+#include "platform/win32/system/entries.h"
 
 #include <winsock2.h>
 
@@ -27,24 +27,20 @@ struct Library {
     bool usable = false;
 };
 
-template <class Entry>
-bool load(HMODULE library, const char* name, Entry& entry) {
-    entry = reinterpret_cast<Entry>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-    return entry != nullptr;
-}
-
 Library loadLibrary() {
     Library wsock;
     const HMODULE module = LoadLibraryA("wsock32.dll");
     WSADATA data{};
     wsock.usable =
-        module != nullptr && load(module, "WSAStartup", wsock.start) &&
-        load(module, "socket", wsock.socket) && load(module, "closesocket", wsock.closesocket) &&
-        load(module, "connect", wsock.connect) && load(module, "ioctlsocket", wsock.ioctlsocket) &&
-        load(module, "select", wsock.select) && load(module, "send", wsock.send) &&
-        load(module, "recv", wsock.recv) && load(module, "WSAGetLastError", wsock.lastError) &&
-        load(module, "inet_addr", wsock.inet_addr) && load(module, "WSAAsyncGetHostByName", wsock.findHost) &&
-        load(module, "WSACancelAsyncRequest", wsock.cancelSearch) && wsock.start(MAKEWORD(1, 1), &data) == 0;
+        loadEntry(module, "WSAStartup", wsock.start) && loadEntry(module, "socket", wsock.socket) &&
+        loadEntry(module, "closesocket", wsock.closesocket) && loadEntry(module, "connect", wsock.connect) &&
+        loadEntry(module, "ioctlsocket", wsock.ioctlsocket) && loadEntry(module, "select", wsock.select) &&
+        loadEntry(module, "send", wsock.send) && loadEntry(module, "recv", wsock.recv) &&
+        loadEntry(module, "WSAGetLastError", wsock.lastError) &&
+        loadEntry(module, "inet_addr", wsock.inet_addr) &&
+        loadEntry(module, "WSAAsyncGetHostByName", wsock.findHost) &&
+        loadEntry(module, "WSACancelAsyncRequest", wsock.cancelSearch) &&
+        wsock.start(MAKEWORD(1, 1), &data) == 0;
     return wsock;
 }
 

@@ -1,5 +1,7 @@
 #include "platform/win32/windows/common_controls.h"
 
+#include "platform/win32/system/entries.h"
+
 #include <shlwapi.h>
 
 namespace bromvale {
@@ -7,14 +9,11 @@ namespace bromvale {
 namespace {
 
 DWORD libraryVersion() {
-    const HMODULE library = GetModuleHandleA("comctl32.dll");
-    if (library == nullptr) return 0;
-    using VersionEntry = HRESULT(WINAPI*)(DLLVERSIONINFO*);
-    const auto get =
-        reinterpret_cast<VersionEntry>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetVersion")));
+    HRESULT(WINAPI * get)(DLLVERSIONINFO*) = nullptr;
+    if (!loadEntry(GetModuleHandleA("comctl32.dll"), "DllGetVersion", get)) return 0;
     DLLVERSIONINFO info{};
     info.cbSize = sizeof info;
-    return get != nullptr && SUCCEEDED(get(&info)) ? info.dwMajorVersion : 0;
+    return SUCCEEDED(get(&info)) ? info.dwMajorVersion : 0;
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include "platform/controls/form.h"
 #include "platform/win32/system/held_keys.h"
 #include "platform/win32/windows/common_controls.h"
-#include "platform/win32/windows/form_peer.h"
 #include "platform/win32/windows/paint_queue.h"
+#include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
 
@@ -49,6 +49,26 @@ std::function<void()>& pumpObserver() {
 
 bool pressed(int key) {
     return GetKeyState(key) < 0;
+}
+
+// The loaded form that a window belongs to, and its control with that window or around it; null where there
+// is none.
+Form* formOfWindow(HWND window) {
+    while (window != nullptr && (GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0)
+        window = GetParent(window);
+    for (Form* form : loadedForms()) {
+        if (window != nullptr && form->window() == window) return form;
+    }
+    return nullptr;
+}
+
+Control* controlOfWindow(HWND window) {
+    while (window != nullptr) {
+        if (const WindowPeer* const peer = WindowPeer::of(window)) return &peer->control();
+        if ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) == 0) return nullptr;
+        window = GetParent(window);
+    }
+    return nullptr;
 }
 
 bool keptByControl(HWND focus, const Control* control, WPARAM key) {

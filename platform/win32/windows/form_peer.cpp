@@ -3,6 +3,7 @@
 #include "platform/controls/image_list.h"
 #include "platform/controls/status.h"
 #include "platform/screen.h"
+#include "platform/win32/system/entries.h"
 #include "platform/win32/windows/metrics.h"
 
 namespace bromvale {
@@ -44,18 +45,13 @@ UINT taskbarCreated() {
         const UINT number = RegisterWindowMessageA("TaskbarCreated");
         // Where the program runs with higher rights than the task bar the system keeps the message back,
         // unless asked not to.
-        using Filter = BOOL(WINAPI*)(UINT, DWORD);
+        BOOL(WINAPI * filter)(UINT, DWORD) = nullptr;
         constexpr DWORD kLetThrough = 1;  // MSGFLT_ADD, from Windows Vista on
-        const auto filter = reinterpret_cast<Filter>(reinterpret_cast<void*>(
-            GetProcAddress(GetModuleHandleA("user32.dll"), "ChangeWindowMessageFilter")));
-        if (filter != nullptr) filter(number, kLetThrough);
+        if (loadEntry(GetModuleHandleA("user32.dll"), "ChangeWindowMessageFilter", filter))
+            filter(number, kLetThrough);
         return number;
     }();
     return message;
-}
-
-int iconPixels(int metric) {
-    return GetSystemMetrics(metric);
 }
 
 }  // namespace
@@ -81,16 +77,8 @@ RECT FormPeer::windowRect() const {
 }
 
 void FormPeer::create() {
-    static const ATOM registered = [] {
-        WNDCLASSA windowClass{};
-        windowClass.lpfnWndProc = peerProcedure;
-        windowClass.hInstance = GetModuleHandleA(nullptr);
-        windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
-        windowClass.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1);
-        windowClass.lpszClassName = kFormClass;
-        return RegisterClassA(&windowClass);
-    }();
-    if (registered == 0) return;
+    static const bool registered = registerClass(kFormClass, 0, reinterpret_cast<HBRUSH>(COLOR_BTNFACE + 1));
+    if (!registered) return;
     const FormStyle style = formStyle(form_.borderStyle());
     const RECT rect = windowRect();
     const Busy here(*this);
@@ -98,10 +86,11 @@ void FormPeer::create() {
                     rect.right - rect.left, rect.bottom - rect.top, nullptr, nullptr,
                     GetModuleHandleA(nullptr), static_cast<WindowPeer*>(this));
     if (form_.iconResource() != 0) {
-        const HICON big = loadResourceIcon(form_.iconResource(), iconPixels(SM_CXICON));
-        const HICON small = loadResourceIcon(form_.iconResource(), iconPixels(SM_CXSMICON));
-        send(WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big));
-        send(WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small));
+        const auto icon = [this](int metric) {
+            return reinterpret_cast<LPARAM>(loadResourceIcon(form_.iconResource(), GetSystemMetrics(metric)));
+        };
+        send(WM_SETICON, ICON_BIG, icon(SM_CXICON));
+        send(WM_SETICON, ICON_SMALL, icon(SM_CXSMICON));
     }
     report();
 }
@@ -224,24 +213,6 @@ LRESULT FormPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         default: break;
     }
     return WindowPeer::userMessage(message, wParam, lParam);
-}
-
-Form* formOfWindow(HWND window) {
-    while (window != nullptr && (GetWindowLongA(window, GWL_STYLE) & WS_CHILD) != 0)
-        window = GetParent(window);
-    for (Form* form : loadedForms()) {
-        if (window != nullptr && form->window() == window) return form;
-    }
-    return nullptr;
-}
-
-Control* controlOfWindow(HWND window) {
-    while (window != nullptr) {
-        if (const WindowPeer* const peer = WindowPeer::of(window)) return &peer->control();
-        if ((GetWindowLongA(window, GWL_STYLE) & WS_CHILD) == 0) return nullptr;
-        window = GetParent(window);
-    }
-    return nullptr;
 }
 
 }  // namespace bromvale

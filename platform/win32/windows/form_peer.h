@@ -27,9 +27,4 @@ class FormPeer : public WindowPeer {
     bool shown_ = false;
 };
 
-// The loaded form that a window belongs to, and its control with that window or around it; null where there
-// is none.
-[[nodiscard]] Form* formOfWindow(HWND window);
-[[nodiscard]] Control* controlOfWindow(HWND window);
-
 }  // namespace bromvale

@@ -52,7 +52,7 @@ int placeItems(ListBarLayout& layout, const ListBar& bar, int number, int top, c
     const int width = static_cast<int>(area.right - area.left) - 2 * scaled(kTextMargin);
     const int middle = static_cast<int>(area.left + area.right) / 2;
     int index = 0;
-    for (const ListBar::Item& item : bar.bars()[static_cast<std::size_t>(number)].items) {
+    for (const ListBar::Item& item : bar.items(number)) {
         const SIZE text = measure.wrapped(item.caption, width);
         const int iconTop = top + scaled(kItemTop);
         const int textTop = iconTop + icon + scaled(kIconGap);

@@ -36,8 +36,7 @@ void drawPlate(HDC dc, const RECT& icon, bool pressed) {
 }
 
 void paintItem(HDC dc, const ListBar& bar, const ListBarLayout::Item& placed, const ListBarState& state) {
-    const ListBar::Item& item =
-        bar.bars()[static_cast<std::size_t>(placed.bar)].items[static_cast<std::size_t>(placed.index)];
+    const ListBar::Item& item = bar.item(placed.bar, placed.index);
     const ListBarHit self{Part::Item, placed.bar, placed.index};
     const bool pressed = state.pressed == self && state.hot == self;
     const bool hot = state.hot == self && (state.pressed == self || state.pressed.part == Part::None);

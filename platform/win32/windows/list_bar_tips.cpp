@@ -38,11 +38,9 @@ void ListBarTips::place(HWND owner, const ListBar& bar, const ListBarLayout& lay
     }
     for (const ListBarLayout::Item& item : layout.items) {
         if (item.bar != bar.openBar()) continue;
-        const ListBar::Item& shown =
-            bar.bars()[static_cast<std::size_t>(item.bar)].items[static_cast<std::size_t>(item.index)];
         TOOLINFOA tool = toolOf(owner, ++count_);
         IntersectRect(&tool.rect, &item.cell, &layout.bars[static_cast<std::size_t>(item.bar)].area);
-        tool.lpszText = const_cast<char*>(shown.toolTip.c_str());
+        tool.lpszText = const_cast<char*>(bar.item(item.bar, item.index).toolTip.c_str());
         SendMessageA(window_, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
     }
 }

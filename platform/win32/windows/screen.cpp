@@ -1,23 +1,18 @@
 #include "platform/screen.h"
 
+#include "platform/win32/system/entries.h"
 #include "platform/win32/windows/metrics.h"
 
 namespace bromvale {
 namespace {
 
-template <class Entry>
-Entry userEntry(const char* name) {
-    return reinterpret_cast<Entry>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("user32.dll"), name)));
-}
-
 // Windows 95 and NT4 have one screen and no such calls.
 bool areaOfScreenAt(POINT at, RECT& area) {
-    using FromPoint = HMONITOR(WINAPI*)(POINT, DWORD);
-    using GetInfo = BOOL(WINAPI*)(HMONITOR, MONITORINFO*);
-    static const auto fromPoint = userEntry<FromPoint>("MonitorFromPoint");
-    static const auto getInfo = userEntry<GetInfo>("GetMonitorInfoA");
-    if (fromPoint == nullptr || getInfo == nullptr) return false;
+    decltype(&::MonitorFromPoint) fromPoint = nullptr;
+    decltype(&::GetMonitorInfoA) getInfo = nullptr;
+    const HMODULE user = GetModuleHandleA("user32.dll");
+    if (!loadEntry(user, "MonitorFromPoint", fromPoint) || !loadEntry(user, "GetMonitorInfoA", getInfo))
+        return false;
     MONITORINFO info{};
     info.cbSize = sizeof info;
     if (!getInfo(fromPoint(at, MONITOR_DEFAULTTONEAREST), &info)) return false;

@@ -3,7 +3,6 @@
 #include <unordered_map>
 
 #include "platform/controls/form.h"
-#include "platform/events.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/paint_queue.h"
 
@@ -27,15 +26,6 @@ constexpr unsigned bit(Property property) {
 }
 
 }  // namespace
-
-void guarded(const std::function<void()>& action) {
-    try {
-        dispatchUserEvent(action);
-    } catch (...) {
-        // Not a failure of the program's own kinds; the event ends here.
-        return;
-    }
-}
 
 WindowPeer::~WindowPeer() {
     if (dirty_ != 0) forgetPaint(*this);
@@ -75,51 +65,6 @@ void WindowPeer::forget() {
     window_ = nullptr;
 }
 
-LRESULT CALLBACK WindowPeer::peerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_NCCREATE) {
-        const auto* made = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-        static_cast<WindowPeer*>(made->lpCreateParams)->adopt(window);
-    }
-    auto* const peer = reinterpret_cast<WindowPeer*>(GetWindowLongPtrA(window, GWLP_USERDATA));
-    if (peer == nullptr) return DefWindowProcA(window, message, wParam, lParam);
-    if (message == WM_NCDESTROY) {
-        const WNDPROC last = peer->classProcedure_ != nullptr ? peer->classProcedure_ : DefWindowProcA;
-        peer->forget();
-        return CallWindowProcA(last, window, message, wParam, lParam);
-    }
-    LRESULT result = 0;
-    guarded([&] { result = peer->userMessage(message, wParam, lParam); });
-    return result;
-}
-
-LRESULT WindowPeer::baseMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    if (classProcedure_ == nullptr) return DefWindowProcA(window_, message, wParam, lParam);
-    return CallWindowProcA(classProcedure_, window_, message, wParam, lParam);
-}
-
-LRESULT WindowPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    LRESULT result = 0;
-    switch (message) {
-        case WM_SETFOCUS:
-            if (control_.form() != nullptr) control_.form()->userFocus(&control_);
-            break;
-        case WM_SETCURSOR:
-            if (reinterpret_cast<HWND>(wParam) == window_ && LOWORD(lParam) == HTCLIENT &&
-                showPointer(control_)) {
-                return TRUE;
-            }
-            break;
-        case WM_GETTEXT:
-        case WM_GETTEXTLENGTH:
-            if (!busy_) flush();
-            break;
-        default:
-            if (reflect(message, wParam, lParam, result)) return result;
-            break;
-    }
-    return baseMessage(message, wParam, lParam);
-}
-
 LRESULT WindowPeer::send(UINT message, WPARAM wParam, LPARAM lParam) const {
     return SendMessageA(window_, message, wParam, lParam);
 }
@@ -128,11 +73,26 @@ HWND WindowPeer::parentWindow() const {
     const Control* container = control_.container();
     ControlPeer* peer = container != nullptr ? container->peer() : nullptr;
     if (peer != nullptr) return peer->window();
+    return topWindow();
+}
+
+HWND WindowPeer::topWindow() const {
     return control_.form() != nullptr ? control_.form()->window() : nullptr;
 }
 
 RECT WindowPeer::windowRect() const {
     return pixelRect(control_.place());
+}
+
+bool WindowPeer::registerClass(const char* name, UINT style, HBRUSH ground) {
+    WNDCLASSA windowClass{};
+    windowClass.style = style;
+    windowClass.lpfnWndProc = peerProcedure;
+    windowClass.hInstance = GetModuleHandleA(nullptr);
+    windowClass.hCursor = LoadCursorA(nullptr, IDC_ARROW);
+    windowClass.hbrBackground = ground;
+    windowClass.lpszClassName = name;
+    return RegisterClassA(&windowClass) != 0;
 }
 
 void WindowPeer::createChild(const WindowShape& shape) {
@@ -154,8 +114,14 @@ void WindowPeer::place() {
                  SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
 }
 
-bool WindowPeer::immediate(Property) const {
-    return false;
+// The window below the mouse is asked for its pointer at once, where it is one of the control's form.
+void WindowPeer::askForPointer() const {
+    POINT at{};
+    GetCursorPos(&at);
+    const HWND below = WindowFromPoint(at);
+    const HWND top = topWindow();
+    if (below == nullptr || (below != top && !IsChild(top, below))) return;
+    SendMessageA(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
 }
 
 void WindowPeer::changed(Property property) {
@@ -164,17 +130,7 @@ void WindowPeer::changed(Property property) {
         case Property::Visible: ShowWindow(window_, control_.visible() ? SW_SHOWNA : SW_HIDE); return;
         case Property::Enabled: EnableWindow(window_, control_.enabled()); return;
         case Property::Place: place(); return;
-        case Property::MousePointer: {
-            POINT at{};
-            GetCursorPos(&at);
-            const HWND below = WindowFromPoint(at);
-            const HWND top = control_.form() != nullptr ? control_.form()->window() : nullptr;
-            if (below != nullptr && (below == top || IsChild(top, below))) {
-                SendMessageA(below, WM_SETCURSOR, reinterpret_cast<WPARAM>(below),
-                             MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
-            }
-            return;
-        }
+        case Property::MousePointer: askForPointer(); return;
         default: break;
     }
     if (immediate(property)) {
@@ -220,64 +176,9 @@ void WindowPeer::setWindowText(const std::string& text) {
 // active. SetFocus would bring that window to the front. After a menu of the notification area the active
 // window is one that nobody sees, and the keyboard is free.
 void WindowPeer::takeFocus() {
-    const HWND top = control_.form() != nullptr ? control_.form()->window() : nullptr;
     const HWND active = GetActiveWindow();
     const bool free = active != nullptr && !IsWindowVisible(active);
-    if (window_ != nullptr && (active == top || free) && GetFocus() != window_) SetFocus(window_);
-}
-
-void WindowPeer::command(UINT) {}
-bool WindowPeer::notification(NMHDR*, LRESULT&) {
-    return false;
-}
-bool WindowPeer::keepsKey(WPARAM, HWND) const {
-    return false;
-}
-HBRUSH WindowPeer::colours(HDC, UINT) {
-    return nullptr;
-}
-
-bool reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
-    switch (message) {
-        case WM_COMMAND: {
-            WindowPeer* const peer = WindowPeer::of(reinterpret_cast<HWND>(lParam));
-            if (peer == nullptr) return false;
-            peer->command(HIWORD(wParam));
-            return true;
-        }
-        case WM_NOTIFYFORMAT:
-            if (lParam != NF_QUERY) return false;
-            result = NFR_ANSI;
-            return true;
-        case WM_NOTIFY: {
-            auto* const header = reinterpret_cast<NMHDR*>(lParam);
-            WindowPeer* const peer = WindowPeer::of(header->hwndFrom);
-            return peer != nullptr && peer->notification(header, result);
-        }
-        case WM_CTLCOLORBTN:
-        case WM_CTLCOLOREDIT:
-        case WM_CTLCOLORLISTBOX:
-        case WM_CTLCOLORSTATIC: {
-            WindowPeer* const peer = WindowPeer::of(reinterpret_cast<HWND>(lParam));
-            const HBRUSH brush =
-                peer != nullptr ? peer->colours(reinterpret_cast<HDC>(wParam), message) : nullptr;
-            if (brush == nullptr) return false;
-            result = reinterpret_cast<LRESULT>(brush);
-            return true;
-        }
-        default: return false;
-    }
-}
-
-bool showPointer(const Control& control) {
-    const Control* holder = &control;
-    while (holder != nullptr && holder->mousePointer() == MousePointer::Default) {
-        const Control* const container = holder->container();
-        holder = container != nullptr ? container : holder->form();
-    }
-    if (holder == nullptr) return false;
-    SetCursor(LoadCursorA(nullptr, holder->mousePointer() == MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
-    return true;
+    if (window_ != nullptr && (active == topWindow() || free) && GetFocus() != window_) SetFocus(window_);
 }
 
 }  // namespace bromvale

@@ -34,14 +34,14 @@ class WindowPeer : public ControlPeer {
     void flush();
 
     // Sent on by the window that holds this one.
-    virtual void command(UINT code);
-    virtual bool notification(NMHDR* header, LRESULT& result);
+    virtual void command(UINT /*code*/) {}
+    virtual bool notification(NMHDR* /*header*/, LRESULT& /*result*/) { return false; }
     // Brush behind the control's text, with the text's colours set; null for Windows' own.
-    virtual HBRUSH colours(HDC dc, UINT message);
+    virtual HBRUSH colours(HDC /*dc*/, UINT /*message*/) { return nullptr; }
 
     // True for a key that the control itself needs before the form looks at it; `focus` is the window that
     // has the keyboard, this one or one inside it.
-    [[nodiscard]] virtual bool keepsKey(WPARAM key, HWND focus) const;
+    [[nodiscard]] virtual bool keepsKey(WPARAM /*key*/, HWND /*focus*/) const { return false; }
 
     // The window's own messages. The peer may be gone when a call of userMessage or baseMessage returns.
     virtual LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam);
@@ -55,6 +55,7 @@ class WindowPeer : public ControlPeer {
     // For windows of classes of our own, whose procedure is `peerProcedure`: called by it at the first
     // message.
     void adopt(HWND window);
+    static bool registerClass(const char* name, UINT style, HBRUSH ground);
     static LRESULT CALLBACK peerProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     // Gives a fresh window its name and remembers the procedure of its class.
     void subclass(HWND window);
@@ -62,7 +63,7 @@ class WindowPeer : public ControlPeer {
     // Makes one collected change.
     virtual void apply(Property property);
     // True for a property that must not wait.
-    [[nodiscard]] virtual bool immediate(Property property) const;
+    [[nodiscard]] virtual bool immediate(Property /*property*/) const { return false; }
     [[nodiscard]] virtual RECT windowRect() const;
     void place();
     // Sets the window text where it is another one.
@@ -86,6 +87,8 @@ class WindowPeer : public ControlPeer {
 
   private:
     void forget();
+    void askForPointer() const;
+    [[nodiscard]] HWND topWindow() const;
 
     Control& control_;
     HWND window_ = nullptr;
@@ -93,12 +96,5 @@ class WindowPeer : public ControlPeer {
     unsigned dirty_ = 0;
     bool busy_ = false;
 };
-
-// Messages that child windows send to the one that holds them: WM_COMMAND, WM_NOTIFY, WM_CTLCOLOR...
-// True where a child's peer has answered.
-bool reflect(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
-
-// The pointer that the control or what holds it asks for; false where Windows decides.
-bool showPointer(const Control& control);
 
 }  // namespace bromvale

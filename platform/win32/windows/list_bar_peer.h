@@ -1,0 +1,67 @@
+#pragma once
+#include <vector>
+
+#include "platform/win32/windows/list_bar_paint.h"
+#include "platform/win32/windows/list_bar_tips.h"
+#include "platform/win32/windows/window_peer.h"
+
+namespace bromvale {
+
+// The navigation bar: a control of its own, since Windows has none of this kind.
+class ListBarPeer : public WindowPeer {
+  public:
+    explicit ListBarPeer(ListBar& bar);
+    LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // Return belongs to the item that wears the focus frame; without one the default button has the frame.
+    [[nodiscard]] bool keepsKey(WPARAM key, HWND focus) const override {
+        return key == VK_RETURN && focus == window() && focusShown();
+    }
+
+  protected:
+    void apply(Property property) override;
+    [[nodiscard]] bool immediate(Property property) const override { return property == Property::Selection; }
+
+  private:
+    void refresh();
+    void slide();
+    void slideOn();
+    void ticked(UINT_PTR timer);
+    [[nodiscard]] RECT clientRect() const;
+    void scrollBy(int pixels);
+    void bringIntoView(int index);
+
+    void paint();
+    void setHot(const ListBarHit& hit);
+    void mouseMoved(POINT at);
+    void pressed(POINT at);
+    void released(POINT at);
+    void forgetPress();
+    bool scrollByButton(ListBarHit::Part part);
+    bool mouseMessage(UINT message, WPARAM wParam, POINT at);
+    void openByUser(int bar);
+    bool keyPressed(WPARAM key, bool held);
+    [[nodiscard]] bool focusShown() const { return state_.focusedItem >= 0; }
+    void clickFocused();
+    void moveFocus(int index);
+    [[nodiscard]] int itemCount() const;
+    [[nodiscard]] LRESULT itemCentre(int number) const;
+    [[nodiscard]] LRESULT headerCentre(int number) const;
+    [[nodiscard]] LRESULT onScreen(const RECT& rect, const RECT& visible) const;
+
+    static constexpr UINT_PTR kScrollTimer = 2;
+
+    ListBar& bar_;
+    ListBarTips tips_;
+    ListBarLayout layout_;
+    ListBarState state_;
+    std::vector<int> tops_;       // where the headers are now
+    std::vector<int> slideFrom_;  // and where they were when the slide began
+    DWORD slideBegan_ = 0;
+    int scroll_ = 0;
+    int focusItem_ = 0;
+    bool sliding_ = false;
+    bool keyboard_ = false;  // the last input came from it, so the focus is shown
+    bool tracking_ = false;
+};
+
+}  // namespace bromvale
