@@ -43,7 +43,7 @@ fall_back() {
     offline
 }
 
-inspect() { in_wine "$wine_loader" build/try/tests/desktop/inspect_window.exe "$@" 2>/dev/null; }
+inspect() { in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe "$@" 2>/dev/null; }
 
 click() {
     local enabled visible checked place rest left top right bottom
@@ -65,7 +65,7 @@ prepare_prefix() {
     associate_undo_files || return 1
     # The scan starts with the window, and the first start's help stays closed.
     set_setting AutoScan 1 && set_setting 1stRun 0 || return 1
-    install_program build/try/Bromvale.exe
+    install_program build/win64/here/Bromvale.exe
 }
 
 show() {
@@ -105,10 +105,9 @@ esac
 scripts/install-tools.sh windows || fall_back "Wine or the cross compiler can't be installed here."
 scripts/install-tools.sh desktop || [ -n "${DISPLAY:-}" ] || fall_back "There is no display, and a virtual one can't be installed."
 say "Building Bromvale.exe, 64-bit and 32-bit..."
-build win64 bromvale
+build win64 bromvale bromvale-here inspect_window
 build win32 bromvale
-build try bromvale inspect_window
-say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe; shown is build/try/Bromvale.exe, whose web host is this machine"
+say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe; shown is build/win64/here/Bromvale.exe, whose web host is this machine"
 
 . scripts/wine-env.sh
 . scripts/web-env.sh

@@ -1,77 +1,71 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds, and runs the tests: ./test.sh [STAGE...]
+# Installs what is missing and runs the stages of the test run: ./test.sh [STAGE...]
+#
+# A stage is a workflow preset; it builds what its tests need and runs them. Here are its tools, and its share of the time
+# on two cores: all of them but the long one take twenty minutes from a fresh clone.
 set -u
-cd "$(dirname "$0")"
-top=$PWD
+cd "$(dirname "$0")" || exit 1
+
 stages=(style native build windows blackbox desktop)
+declare -A share=([style]=120 [native]=420 [build]=150 [windows]=270 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
+declare -A tools=([style]='native windows' [native]=native [build]='windows whole' [windows]='native windows whole'
+                  [blackbox]='native windows whole' [desktop]='windows whole desktop' [real]=native [long]='native windows')
 
 usage() {
     cat <<'EOF'
-./test.sh [STAGE...]   all stages, or the named ones, in the order of cost:
+./test.sh [STAGE...]   all stages but the long one, or the named ones, in the order of cost:
 
-  style      formatting, layering, and the checks of the checks
+  style      formatting, layering, clang-tidy over what has changed, and the checks of the checks
   native     all tests on the offline platform, with address, undefined-behaviour and leak checks
   build      Bromvale.exe in both widths, warnings as errors; what the 32-bit one imports
-  windows    the tests built for Windows, run under Wine; core, scanner and contract as 32-bit programs too
+  windows    the tests built for Windows, run under Wine; the lower folders' as 32-bit programs too
   blackbox   the whole program through its settings alone, under Wine and offline
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
-  long       only where it is named: 20,000 generated machines, and faults everywhere with the log switched on
+  real       two real registries, which are no part of the project: BROMVALE_SHARED_DATA_DIR, or ../shared/data
+  long       only where it is named: clang-tidy over every source, 20,000 generated machines, all faults with the log on
 
-All tests run in one ctest. One test once more: ctest --test-dir build/all --output-on-failure -R NAME
+One stage without the tools' installation: cmake --workflow --preset STAGE. One test: ctest --test-dir build/stages -R NAME
 EOF
 }
 
-say() { printf '== %s\n' "$*"; }
-fail() {
-    printf '\nStage %s failed: %s\nRun just this again: ./test.sh %s\n' "$stage" "$1" "$stage" >&2
-    exit 1
-}
-wanted() { [[ " ${chosen[*]} " == *" $1 "* ]]; }
-
-tools() { scripts/install-tools.sh "$@" || fail "the tools for it can't be installed"; }
-
-build() {
-    local preset=$1; shift
-    local log=build/$preset.log target=()
-    [ $# = 0 ] || target=(--target "$@")
-    say "building $preset"
-    if ! { cmake --preset "$preset" && cmake --build --preset "$preset" "${target[@]}"; } >"$log" 2>&1; then
-        grep -nE 'error:|FAILED:|CMake Error|undefined reference' "$log" | head -n 20 >&2
-        tail -n 30 "$log" >&2
-        fail "the build of preset $preset; all of its output is in $log"
-    fi
-}
-
-# What needs nothing but the source is told before anything is built.
-prepare_style() {
-    tools native
-    local check
-    for check in scripts/check-format tools/checks/check_layering; do
-        "$check" || fail "$check"
-    done
-}
-prepare_native() { tools native; build native-asan; }
-prepare_build() { tools windows; build win64; build win32; }
-prepare_windows() { tools windows native; build win64-tests; build win32-tests; }
-prepare_blackbox() { tools windows native; build win64; build win32; build native bromvale-offline; }
-prepare_desktop() { tools windows desktop; build win64; build try; }
-
-prepare_long() { tools native; build native test_proof; build native-asan test_proof test_offline; }
+data=${BROMVALE_SHARED_DATA_DIR:-../shared/data}
+have_real() { [ -f "$data/win7-x86-hklm.reg.xz" ] && [ -f "$data/winme-hklm.reg.xz" ]; }
 
 chosen=()
 for stage in "$@"; do
-    case " ${stages[*]} long " in
+    case " ${stages[*]} real long " in
         *" $stage "*) chosen+=("$stage") ;;
         *) usage; [ "$stage" = --help ]; exit ;;
     esac
 done
-[ ${#chosen[@]} != 0 ] || chosen=("${stages[@]}")
+if [ ${#chosen[@]} = 0 ]; then
+    chosen=("${stages[@]}")
+    ! have_real || chosen+=(real)
+fi
 
-mkdir -p build
-for stage in "${stages[@]}" long; do
-    wanted "$stage" && "prepare_$stage"
+# Many tests under Wine wait more than they work.
+: "${CTEST_PARALLEL_LEVEL:=$(($(nproc) + 1))}"
+export CTEST_PARALLEL_LEVEL
+
+table=
+status=0 real='not run'
+for stage in "${stages[@]}" real long; do
+    [[ " ${chosen[*]} " == *" $stage "* ]] || continue
+    printf '== %s\n' "$stage"
+    start=$SECONDS result=
+    # shellcheck disable=SC2086
+    if ! { scripts/install-tools.sh ${tools[$stage]} && cmake --workflow --preset "$stage"; }; then
+        result=failed status=1
+        printf 'Stage %s failed. Just this again: ./test.sh %s\n' "$stage" "$stage" >&2
+    fi
+    [ "$stage" != real ] || real="ran${result:+ and failed}"
+    took=$((SECONDS - start))
+    [ $took -le "${share[$stage]}" ] || result+=' over its share'
+    line=$(printf '%-10s %6s s %6s s  %s' "$stage" "${share[$stage]}" "$took" "$result")
+    printf '== %s\n' "$line"
+    table+=$line$'\n'
 done
-
-scripts/ctest-all write "${chosen[@]}"
-say "running the tests; one of them again: ctest --test-dir build/all --output-on-failure -R NAME"
-scripts/ctest-all run
+printf '\n%-10s %8s %8s\n%s%-10s %8s %6s s\n' stage share took "$table" all '' "$SECONDS"
+have_real || real+=" (nothing in $data)"
+printf 'Real registries: %s\n' "$real"
+exit $status

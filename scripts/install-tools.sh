@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
 # Installs what is missing to build, run and test Bromvale on Debian 12.
-# Usage: scripts/install-tools.sh [native|windows|desktop|all]...
+# Usage: scripts/install-tools.sh [native|windows|desktop|whole|all]...
 #
-# native:  compiler, CMake, GoogleTest      windows: cross compilers and Wine      desktop: virtual screen and its tools
-# Ends with 0 if everything asked for is there. A Wine without its 32-bit half counts as there; the scripts then
-# leave the 32-bit program's run out. Without the compiler of the help the program is built without its help.
+# native:  compiler, CMake, GoogleTest, clang's tools      desktop: virtual screen and its tools
+# windows: cross compilers and Wine. For run.sh: a Wine without its 32-bit half counts as there, and without the compiler
+#          of the help the program is built without its help.
+# whole:   both halves of Wine and the compiler of the help. For the tests, which leave nothing out.
+# Ends with 0 if everything asked for is there.
 # Nothing but packages is changed.
 set -u
 cd "$(dirname "$0")/.."
 
-native=(cmake g++ ninja-build googletest libgtest-dev libbenchmark-dev python3 clang-format)
+native=(cmake g++ ninja-build googletest libgtest-dev libbenchmark-dev python3 clang-format clang-tidy xz-utils)
 windows=(g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix
          cmake ninja-build python3 locales)
 help=(fp-utils)
@@ -102,6 +104,15 @@ group_wine() {
     group "64-bit Wine" "${wine64[@]}"
 }
 
+# What the tests can't do without.
+group_whole() {
+    local lacking
+    group_help
+    group_wine || return 1
+    mapfile -t lacking < <(missing "${help[@]}" "${wine64[@]}" "${wine32[@]}")
+    [ ${#lacking[@]} = 0 ] || { give_up "Missing for the tests: ${lacking[*]}"; return 1; }
+}
+
 mkdir -p build
 : >"$log"
 status=0
@@ -111,9 +122,10 @@ for what in "$@"; do
         native) group native "${native[@]}" || status=1 ;;
         windows) group windows "${windows[@]}" && group_help && group_wine || status=1 ;;
         desktop) group desktop "${desktop[@]}" || status=1 ;;
+        whole) group_whole || status=1 ;;
         all) group native "${native[@]}" && group windows "${windows[@]}" && group_help && group desktop "${desktop[@]}" &&
              group_wine || status=1 ;;
-        *) say "Usage: scripts/install-tools.sh [native|windows|desktop|all]..."; exit 2 ;;
+        *) say "Usage: scripts/install-tools.sh [native|windows|desktop|whole|all]..."; exit 2 ;;
     esac
 done
 exit $status

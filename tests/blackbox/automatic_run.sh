@@ -4,8 +4,8 @@
 . "$(dirname "$0")/lib.sh"
 bits=$1
 need_width "$bits"
-offline=$PWD/build/native/bromvale-offline
-[ -x "$offline" ] || { echo "build/native/bromvale-offline is missing: ./test.sh blackbox"; exit 1; }
+offline=$PWD/build/native-asan/bromvale-offline
+[ -x "$offline" ] || { echo "build/native-asan/bromvale-offline is missing: ./test.sh blackbox"; exit 1; }
 seed=resources/example/wine.reg
 
 prepare "blackbox$bits" "$bits" "$seed"

@@ -6,7 +6,7 @@ width=$1
 need_width 64
 need_width "$width"
 prepare "blackboxhalves$width" 64 $here/halves.reg
-[ -d "$prefix/drive_c/windows/syswow64" ] || skip "the prefix has one system folder only"
+[ -d "$prefix/drive_c/windows/syswow64" ] || stop_here "the prefix has one system folder only"
 seen_by32() { in_wine /usr/lib/wine/wine "$@"; }
 if [ "$width" = 32 ]; then
     # What is not shared lies in the other half for this program.

@@ -14,12 +14,12 @@ check() { # TEXT COMMAND...
     if "$@"; then printf 'ok    %s\n' "$text"; else printf 'WRONG %s\n' "$text"; failures=$((failures + 1)); fi
 }
 finish() { [ "$failures" = 0 ] && exit 0; printf '%s checks failed\n' "$failures"; exit 1; }
-skip() { printf 'skipped: %s\n' "$*"; exit 77; }
+stop_here() { printf 'WRONG %s\n' "$*"; exit 1; }
 
 need_width() { # 64|32
-    have_wine || skip "Wine is not installed"
-    [ "$1" = 64 ] || have_wine32 || skip "Wine has no 32-bit half here"
-    [ -f "build/win$1/Bromvale.exe" ] || { echo "build/win$1/Bromvale.exe is missing: ./test.sh build"; exit 1; }
+    have_wine || stop_here "Wine is not installed: scripts/install-tools.sh whole"
+    [ "$1" = 64 ] || have_wine32 || stop_here "Wine has no 32-bit half here: scripts/install-tools.sh whole"
+    [ -f "build/win$1/Bromvale.exe" ] || stop_here "build/win$1/Bromvale.exe is missing: ./test.sh build"
 }
 
 scanned_keys=('HKCU\Software\Classes\CLSID' 'HKLM\Software\Classes\CLSID'

@@ -4,7 +4,8 @@ set -u
 cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
 . scripts/wine-env.sh
 failures=0
-built=${built:-build/win64}
+built=build/win64
+program=${program:-$built/Bromvale.exe}
 program_pid=
 artefacts=build/artefacts/desktop/$(basename "$0" .sh | sed s/^test_//)
 trap stop_all EXIT
@@ -25,8 +26,8 @@ stop_here() { printf 'WRONG %s\n' "$*"; shot stopped; exit 1; }
 
 # --- the program --------------------------------------------------------------------------------
 
-have_wine || { echo "skipped: Wine is not installed"; exit 77; }
-[ -f "$built/Bromvale.exe" ] || { echo "$built/Bromvale.exe is missing: ./test.sh desktop"; exit 1; }
+have_wine || { echo "Wine is not installed: scripts/install-tools.sh windows"; exit 1; }
+[ -f "$program" ] || { echo "$program is missing: ./test.sh desktop"; exit 1; }
 
 scanned_keys=('HKCU\Software\Classes\CLSID' 'HKLM\Software\Classes\CLSID'
     'HKCU\Software\Classes\Interface' 'HKLM\Software\Classes\Interface'
@@ -44,7 +45,7 @@ prepare_example() {
     seed_example
     set_windows_version Bromvale.exe winxp
     rm -rf "$(program_folder)"
-    install_program "$built/Bromvale.exe"
+    install_program "$program"
     settings 1stRun 0
 }
 settings() { while [ $# != 0 ]; do set_setting "$1" "$2"; shift 2; done; }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The error dialog: a component that is missing at the start, details, the address, sending, both ways of ending it; and
 # its four pictures.
-built=build/try
+program=build/win64/here/Bromvale.exe
 . "$(dirname "$0")/lib.sh"
 . scripts/web-env.sh
 trap 'stop_web; stop_all' EXIT

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # The help: it opens at the first start and from the bar, only once, and goes with the program.
 . "$(dirname "$0")/lib.sh"
-[ -f build/win64/Bromvale.chm ] || { echo "skipped: build/win64/Bromvale.chm was not built; chmcmd is missing"; exit 77; }
+[ -f build/win64/Bromvale.chm ] || { echo "build/win64/Bromvale.chm was not built; is chmcmd missing?"; exit 1; }
 # Not the example machine: the viewer needs Wine's own classes.
 use_prefix help 64 || exit 1
 reset_prefix

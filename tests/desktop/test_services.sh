@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Bug report, live update and web site as a user meets them, against a server on this machine: with an answer, with a newer
 # version, with no network. What was sent is read byte by byte from the server's record.
-built=build/try
+program=build/win64/here/Bromvale.exe
 . "$(dirname "$0")/lib.sh"
 . scripts/web-env.sh
 trap 'stop_web; stop_all' EXIT

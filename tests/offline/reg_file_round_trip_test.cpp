@@ -5,11 +5,8 @@
 
 #include "platform/offline/reg_files/reader.h"
 #include "platform/offline/reg_files/writer.h"
+#include "tests/offline/full_registry.h"
 #include "tests/offline/registry_test_support.h"
-
-#ifndef BROMVALE_SHARED_DATA_DIR
-#define BROMVALE_SHARED_DATA_DIR ""
-#endif
 
 namespace bromvale::offline::testing {
 namespace {
@@ -109,52 +106,63 @@ TEST_F(RoundTripTest, AnUnwritablePlaceIsAnError) {
     EXPECT_EQ("cannot be written: No such file or directory", error->reason);
 }
 
-// The two real registries, unpacked for the test. They are not part of the project.
-class RealRegistryTest : public RoundTripTest {
+std::size_t keysOf(std::string_view content, std::string_view mark) {
+    std::size_t count = 0;
+    for (auto at = content.find(mark); at != std::string_view::npos; at = content.find(mark, at + 1)) ++count;
+    return count;
+}
+
+class WholeRegistryTest : public RoundTripTest {
   protected:
-    static std::string unpacked(const std::string& name) {
-        const std::string packed = BROMVALE_SHARED_DATA_DIR "/" + name;
-        if (!std::ifstream(packed)) return {};
-        std::FILE* pipe = popen(("xz -dc '" + packed + "'").c_str(), "r");
-        std::string content;
-        char buffer[65536];
-        for (std::size_t count = 0; pipe && (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
-            content.append(buffer, count);
-        }
-        if (pipe) pclose(pipe);
-        return content;
-    }
-    static std::size_t keysOf(std::string_view content, std::string_view mark) {
-        std::size_t count = 0;
-        for (auto at = content.find(mark); at != std::string_view::npos; at = content.find(mark, at + 1))
-            ++count;
-        return count;
+    // Reads the content, writes the registry and reads it again.
+    void comesBack(const std::string& content, std::size_t keys, std::size_t values) {
+        const auto error = loadRegText(content, "whole.reg", registry());
+        ASSERT_FALSE(error) << error->line << ": " << error->reason;
+        EXPECT_EQ(keys, registry().keyCount());
+        EXPECT_EQ(values, registry().valueCount());
+
+        const std::string before = dump(registry());
+        ASSERT_FALSE(saveRegFile(registry(), path_));
+        registry().clear();
+        ASSERT_FALSE(loadRegFile(path_, registry()));
+        EXPECT_TRUE(before == dump(registry()));
     }
 };
 
-#define NEEDS_REGISTRY(content) \
-    if ((content).empty()) GTEST_SKIP() << "the real registries are not in " BROMVALE_SHARED_DATA_DIR
+TEST_F(WholeRegistryTest, OfARealOnesSizeIsReadWholeAndComesBackByteForByte) {
+    const auto full = bromvale::testing::makeFullRegistry();
+    EXPECT_EQ(56032u, full.keys);
+    EXPECT_EQ(full.keys, keysOf(full.file, "\n\0[\0"sv));
+    // Five keys on the way to the exported ones have no line of their own.
+    comesBack(full.file, full.keys + 5, full.values);
+}
+
+// The two real registries, unpacked for the test. They are not part of the project.
+class RealRegistryTest : public WholeRegistryTest {
+  protected:
+    static std::string unpacked(const std::string& name) {
+        std::string content;
+        if (std::FILE* pipe = popen(("xz -dc '" BROMVALE_SHARED_DATA_DIR "/" + name + "'").c_str(), "r")) {
+            char buffer[65536];
+            for (std::size_t count = 0; (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) {
+                content.append(buffer, count);
+            }
+            pclose(pipe);
+        }
+        EXPECT_NE(content, "") << "the real registries are not in " BROMVALE_SHARED_DATA_DIR;
+        return content;
+    }
+};
 
 TEST_F(RealRegistryTest, Windows7IsReadWholeAndComesBackByteForByte) {
     const std::string content = unpacked("win7-x86-hklm.reg.xz");
-    NEEDS_REGISTRY(content);
     EXPECT_EQ(56377u, keysOf(content, "\n\0[\0"sv));
-    const auto error = loadRegText(content, "win7.reg", registry());
-    ASSERT_FALSE(error) << error->line << ": " << error->reason;
     // Five keys on the way to the exported ones have no line of their own.
-    EXPECT_EQ(56377u + 5, registry().keyCount());
-    EXPECT_EQ(67845u, registry().valueCount());
-
-    const std::string before = dump(registry());
-    ASSERT_FALSE(saveRegFile(registry(), path_));
-    registry().clear();
-    ASSERT_FALSE(loadRegFile(path_, registry()));
-    EXPECT_TRUE(before == dump(registry()));
+    comesBack(content, 56377u + 5, 67845u);
 }
 
 TEST_F(RealRegistryTest, WindowsMeIsReadWhole) {
     const std::string content = unpacked("winme-hklm.reg.xz");
-    NEEDS_REGISTRY(content);
     EXPECT_EQ(48u, keysOf(content, "\n["));
     const auto error = loadRegText(content, "winme.reg", registry());
     ASSERT_FALSE(error) << error->line << ": " << error->reason;

@@ -9,9 +9,9 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class FolderList : public testing::TestMachine {
+class FolderListPage : public testing::TestMachine {
   protected:
-    FolderList() { fillState(); }
+    FolderListPage() { fillState(); }
     static Lines rows() {
         Lines texts;
         for (int row = 1; row <= frmMain().cleanup.lvwOrdnerList.count(); ++row) {
@@ -21,7 +21,7 @@ class FolderList : public testing::TestMachine {
     }
 };
 
-TEST_F(FolderList, AMissingListIsMadeAndShowsNoRow) {
+TEST_F(FolderListPage, AMissingListIsMadeAndShowsNoRow) {
     EXPECT_EQ(rows(), Lines{});
     EXPECT_EQ(readWholeFile(folder() + "liste.txt"), "");
     EXPECT_EQ(frmMain().cleanup.chbTempFilesDel.value(), 0);
@@ -30,14 +30,14 @@ TEST_F(FolderList, AMissingListIsMadeAndShowsNoRow) {
     EXPECT_EQ(openFileCount(), 0);
 }
 
-TEST_F(FolderList, EachLineButTheEmptyOnesIsARow) {
+TEST_F(FolderListPage, EachLineButTheEmptyOnesIsARow) {
     writeWholeFile(folder() + "liste.txt", "C:\\Müll\r\n\r\nD:\\Rest\\\r\n");
     EXPECT_EQ(rows(), (Lines{"C:\\Müll", "D:\\Rest\\"}));
     EXPECT_EQ(frmMain().cleanup.lvwOrdnerList.item(1).smallIcon(), 6);
     EXPECT_TRUE(frmMain().cleanup.chbTempFilesDel.enabled());
 }
 
-TEST_F(FolderList, ReadingAnewReplacesTheRowsAndSwitchesTheBoxOffWithTheLastOne) {
+TEST_F(FolderListPage, ReadingAnewReplacesTheRowsAndSwitchesTheBoxOffWithTheLastOne) {
     writeWholeFile(folder() + "liste.txt", "C:\\Müll\r\n");
     EXPECT_EQ(rows(), Lines{"C:\\Müll"});
     frmMain().cleanup.chbTempFilesDel.setValue(1);
@@ -48,7 +48,7 @@ TEST_F(FolderList, ReadingAnewReplacesTheRowsAndSwitchesTheBoxOffWithTheLastOne)
     EXPECT_FALSE(frmMain().cleanup.chbTempFilesDel.enabled());
 }
 
-TEST_F(FolderList, TheListIsSoughtInTheCurrentDirectory) {
+TEST_F(FolderListPage, TheListIsSoughtInTheCurrentDirectory) {
     makeFolderOnDisk(folder() + "hier");
     writeWholeFile(folder() + "liste.txt", "C:\\Programmordner\r\n");
     writeWholeFile(folder() + "hier\\liste.txt", "C:\\Hier\r\n");
@@ -56,7 +56,7 @@ TEST_F(FolderList, TheListIsSoughtInTheCurrentDirectory) {
     EXPECT_EQ(rows(), Lines{"C:\\Hier"});
 }
 
-TEST_F(FolderList, AnyOtherFailureIsReportedAndEndsTheRoutine) {
+TEST_F(FolderListPage, AnyOtherFailureIsReportedAndEndsTheRoutine) {
     writeWholeFile(folder() + "liste.txt", "C:\\Müll\r\n");
     const HANDLE other = CreateFileA((folder() + "liste.txt").c_str(), GENERIC_READ | GENERIC_WRITE, 0,
                                      nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
