@@ -4,11 +4,8 @@
 #include <string>
 
 #include "base/failure.h"
-#include "base/numbers.h"
 #include "base/text.h"
-#include "core/attempt.h"
-#include "core/log.h"
-#include "core/registry_layer.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "repair/complete_copy.h"
@@ -19,14 +16,10 @@ namespace bromvale {
 
 namespace {
 
-constexpr Tags kTags{"frmMain", "ProblemeEntfernen"};
-
 // A failure that ends the removal leaves the undo file as far as it was written, and open.
-Ending handle(const Failure& failure) {
-    return onBackupFailure(kTags, failure);
-}
+constexpr Routine kRoutine{{"frmMain", "ProblemeEntfernen"}, &onBackupFailure};
 
-// One run. The steps return false once the removal has ended early.
+// One run. The parts return false once the removal has ended early.
 class Removal {
   public:
     explicit Removal(ScanPage& page) : page_(page), list_(page.lvwRegKeys) {}
@@ -37,14 +30,9 @@ class Removal {
     [[nodiscard]] bool writeHeader();
     [[nodiscard]] bool removeSelected();
     [[nodiscard]] bool removeAll();
-    [[nodiscard]] bool saveAndDelete(int row);
-    [[nodiscard]] bool copyAndDelete(const std::string& hiveHandle, const std::string& subKey);
+    [[nodiscard]] bool saveAndDelete(int number);
+    [[nodiscard]] bool copyAndDelete(std::int32_t hive, const std::string& subKey);
     [[nodiscard]] bool show(std::string_view message);
-
-    template <class Statement>
-    [[nodiscard]] static bool step(Statement&& statement) {
-        return attempt(handle, statement);
-    }
 
     ScanPage& page_;
     ListView& list_;
@@ -53,44 +41,45 @@ class Removal {
 };
 
 void Removal::run() {
-    kTags.trace("started");
+    kRoutine.started();
     const auto removeRows = [&] {
         return page_.chbMarkierteKeysEntfernen.value() == 1 ? removeSelected() : removeAll();
     };
-    if (openUndoFile() && writeHeader() && removeRows()) static_cast<void>(step([&] { closeFile(file_); }));
-    kTags.trace("endet");
+    if (openUndoFile() && writeHeader() && removeRows()) kRoutine.step([&] { closeFile(file_); });
+    kRoutine.ended();
 }
 
 bool Removal::openUndoFile() {
     std::string stamp;
-    if (!step([&] { file_ = freeFile(); }) || !step([&] { stamp = undoStamp(); })) return false;
+    if (!kRoutine.step([&] { file_ = freeFile(); }) || !kRoutine.step([&] { stamp = undoStamp(); }))
+        return false;
     copy_.emplace(stamp);
-    kTags.trace([&] { return "Sicherungsdatei: " + undoFileName(stamp); });
+    kRoutine.trace([&] { return "Sicherungsdatei: " + undoFileName(stamp); });
     // Once, before any row is read: rows are taken in the order that the list shows.
-    return step([&] { list_.setSortKey(kKeyLine); }) &&
-           step([&] { list_.setSortOrder(SortOrder::Descending); }) &&
-           step([&] { openFile(BackupPath + undoFileName(stamp), FileMode::Append, file_); });
+    return kRoutine.step([&] { list_.setSortKey(kKeyLine); }) &&
+           kRoutine.step([&] { list_.setSortOrder(SortOrder::Descending); }) &&
+           kRoutine.step([&] { openFile(BackupPath + undoFileName(stamp), FileMode::Append, file_); });
 }
 
 // Date and time are read anew and can differ from the file's name by a moment.
 bool Removal::writeHeader() {
     std::string created;
-    if (!step([&] { created = undoCreated(); })) return false;
+    if (!kRoutine.step([&] { created = undoCreated(); })) return false;
     for (const std::string& line :
          undoHeaderLines({RegFileHeader, AppTitle, AppVersion, created, UserName, ComputerName, OSName})) {
-        if (!step([&] { writeLine(file_, line); })) return false;
+        if (!kRoutine.step([&] { writeLine(file_, line); })) return false;
     }
     return true;
 }
 
 // The row that moves up into the place of a removed one is looked at next.
 bool Removal::removeSelected() {
-    kTags.trace("Einzelne Fehler entfernen wurde aktiviert.");
+    kRoutine.trace("Einzelne Fehler entfernen wurde aktiviert.");
     for (int row = 1; row <= list_.count(); ++row) {
         bool selected = false;
-        if (!step([&] { selected = list_.item(row).selected(); })) return false;
+        if (!kRoutine.step([&] { selected = list_.item(row).selected(); })) return false;
         if (!selected) continue;
-        if (!saveAndDelete(row) || !step([&] { list_.remove(row); })) return false;
+        if (!saveAndDelete(row) || !kRoutine.step([&] { list_.remove(row); })) return false;
         --row;
     }
     return show("Die markierten Fehler wurden erfolgreich entfernt und gesichert.");
@@ -98,12 +87,12 @@ bool Removal::removeSelected() {
 
 // Rows stay until the end: should the removal end early, the list still holds those that are gone already.
 bool Removal::removeAll() {
-    kTags.trace("Alle Fehler entfernen wurde aktiviert.");
+    kRoutine.trace("Alle Fehler entfernen wurde aktiviert.");
     for (int row = 1; row <= list_.count(); ++row) {
         if (!saveAndDelete(row)) return false;
     }
     return show("Die erkannten Fehler wurden erfolgreich entfernt und gesichert.") &&
-           step([&] { list_.clear(); });
+           kRoutine.step([&] { list_.clear(); });
 }
 
 // The record is with the operating system, in one write, before its key is deleted.
@@ -111,37 +100,34 @@ bool Removal::removeAll() {
 // none behind the hive's name and lose the first element of their path, so that their deletion aims at a key
 // below `Classes` of the hive, which as a rule isn't there. They are handled like all others on purpose:
 // where it is there, it goes, and the complete copy has it.
-bool Removal::saveAndDelete(int row) {
-    const ListItem& item = list_.item(row);
-    const std::string& keyLine = item.column(kKeyLine);
-    const std::string& name = item.column(kValueName);
-    const std::string& data = item.column(kValueData);
-    if (!step([&] { writeFile(file_, undoRecord(keyLine, name, data)); })) return false;
-
-    const auto length = static_cast<std::int64_t>(keyLine.size());
-    const std::int32_t slash = InStr(keyLine, "\\");
-    std::string hiveName;  // not used any further: the root comes from the row's handle
+bool Removal::saveAndDelete(int number) {
+    ResultRow row;
+    if (!kRoutine.step([&] { row = page_.rowAt(number); }) ||
+        !kRoutine.step([&] { writeFile(file_, undoRecord(row.keyLine, row.valueName, row.valueData)); }))
+        return false;
+    const auto length = static_cast<std::int64_t>(row.keyLine.size());
+    const std::int32_t slash = InStr(row.keyLine, "\\");
+    std::string hiveName;  // the root comes from the row's handle; without a backslash this is a failure
     std::string subKey;
-    if (!step([&] { hiveName = Mid(keyLine, 2, slash - 2); }) ||
-        !step([&] { subKey = Mid(keyLine, slash + 1, length - slash - 1); }))
+    if (!kRoutine.step([&] { hiveName = Mid(row.keyLine, 2, slash - 2); }) ||
+        !kRoutine.step([&] { subKey = Mid(row.keyLine, slash + 1, length - slash - 1); }))
         return false;
     // This one line carries the module of the checks, unlike the rest of the routine.
-    trace("modCheckKeys", kTags.funktion, [&] { return undoRecordText(keyLine, name, data); });
-    return copyAndDelete(item.column(kHiveHandle), subKey);
+    trace("modCheckKeys", kRoutine.funktion,
+          [&] { return undoRecordText(row.keyLine, row.valueName, row.valueData); });
+    return copyAndDelete(row.hive, subKey);
 }
 
 // Whole and with the operating system, in one write, before the key is deleted. A key that can't be copied
 // whole stays, and its row counts as removed like that of any key that refuses.
-bool Removal::copyAndDelete(const std::string& hiveHandle, const std::string& subKey) {
-    std::int32_t hive = 0;
+bool Removal::copyAndDelete(std::int32_t hive, const std::string& subKey) {
     KeyCopy copy = KeyCopy::NoKey;
-    if (!step([&] { hive = toInt32(hiveHandle); }) || !step([&] { copy = copy_->save(hive, subKey); }))
-        return false;
-    return step([&] { deleteCopied(copy, kTags, hive, subKey, kHide); });
+    return kRoutine.step([&] { copy = copy_->save(hive, subKey); }) &&
+           kRoutine.step([&] { deleteCopied(copy, kRoutine, hive, subKey, kHide); });
 }
 
 bool Removal::show(std::string_view message) {
-    return step([&] { page_.lblScanBericht.setCaption(message); });
+    return kRoutine.step([&] { page_.lblScanBericht.setCaption(message); });
 }
 
 }  // namespace

@@ -4,23 +4,19 @@
 #include <array>
 
 #include "base/failure.h"
-#include "base/numbers.h"
 #include "base/text.h"
 #include "base/text_parts.h"
 #include "core/file_helpers.h"
-#include "core/handling.h"
-#include "core/settings.h"
+#include "core/routine.h"
 #include "core/state.h"
 #include "platform/exact/text.h"
-#include "scanner/left_alone.h"
-#include "scanner/registry_checks.h"
-#include "ui/frm_main.h"
+#include "scanner/fault_texts.h"
 
 namespace bromvale {
 
 namespace {
 
-constexpr Tags kTags{"modCheckKeys", "CheckFile"};
+constexpr Routine kRoutine{{"modCheckKeys", "CheckFile"}};
 
 struct Variable {
     std::string_view text;
@@ -67,56 +63,17 @@ bool hasFileForm(std::string_view reference) {
     return standsBehindStart(reference, ":\\") || reference.starts_with("\\\\");
 }
 
-enum class Data { AsItIs, BackslashesDoubled };
-
-// Where a character has several bytes, the second one may look like a backslash: there the doubling comes
-// before the text is made plain. Elsewhere behind it, since a letter may become a backslash.
-std::string dataOf(std::string_view value, Data form) {
-    if (form == Data::AsItIs) return plainText(value);
-    const bool singleBytes = codePageHasSingleBytes();
-    std::string data = singleBytes ? plainText(value) : std::string(value);
-    replaceAll(data, "\\", "\\\\");
-    return singleBytes ? data : plainText(data);
+bool isEmptyKey(const EntryGroup& group, const Entry& entry) {
+    return group.count() == 1 && entry.name == "@" && entry.value.empty();
 }
 
-// One row of the list and its log line, then the entry leaves the group.
-void listAndRemove(std::string_view hiveName, int index, Data form) {
-    const auto onFailure = reportAndGoOn(kTags);
-    EntryGroup& group = entryGroup();
-    attempt(onFailure, [&] {
-        std::string keyLine = "[";
-        keyLine.append(hiveName).append("\\").append(group.key(index));
-        std::string name = plainText(group.name(index));
-        if (group.name(index) != "@") name = '"' + name + '"';
-        const std::string data = dataOf(group.value(index), form);
-        frmMain().scan.lvwRegKeys.add({keyLine, name, data, NumberPart(group.hive(index)).text()}, 1);
-    });
-    attempt(onFailure, [&] {
-        kTags.trace([&] {
-            return std::string(hiveName) + "\\" + group.key(index) + ";" + plainText(group.name(index)) +
-                   "=" + plainText(group.value(index)) + "; wird zum Entfernen vorgesehen";
-        });
-    });
-    attempt(onFailure, [&] { group.remove(index); });
+bool isFileReference(const Entry& entry, std::string_view lowerKey, std::string_view reference) {
+    return hasFileForm(reference) && isFileLocation(lowerKey, entry.name) && entry.name != "ThreadingModel";
 }
 
-// Every entry of the group and not only the judged one.
-void listWholeGroup(std::string_view hiveName, Data form) {
-    for (int index = entryGroup().count(); index >= 1; --index) listAndRemove(hiveName, index, form);
-}
-
-bool isEmptyKey(const EntryGroup& group, int index) {
-    return group.count() == 1 && group.name(index) == "@" && group.value(index).empty();
-}
-
-bool isFileReference(const EntryGroup& group, int index, std::string_view reference) {
-    return hasFileForm(reference) && isFileLocation(group.lowerKey(index), group.name(index)) &&
-           group.name(index) != "ThreadingModel";
-}
-
-bool isStaleUninstallEntry(const EntryGroup& group, int index) {
-    return group.count() == 1 && standsBehindStart(group.lowerKey(index), "uninstall") &&
-           group.name(index) != "SystemComponent" && group.name(index) != "UninstallString";
+bool isStaleUninstallEntry(const EntryGroup& group, const Entry& entry, std::string_view lowerKey) {
+    return group.count() == 1 && standsBehindStart(lowerKey, "uninstall") &&
+           entry.name != "SystemComponent" && entry.name != "UninstallString";
 }
 
 // Whether a text of the entry's data leaves open which file it names. All of it counts and not only what the
@@ -126,20 +83,57 @@ bool isUncertain(std::string_view value, std::string_view reference) {
     return !isExact(value) || !isExact(reference);
 }
 
-// The first file that exists clears the whole object, whatever its other entries say. So does one of which
-// nobody can tell whether it exists.
-void judgeFile(std::string_view hiveName, int index, std::string_view reference) {
-    EntryGroup& group = entryGroup();
-    if (isUncertain(group.value(index), reference)) {
-        kTags.trace(
-            [&] { return leftAloneText(hiveName, group.key(index), group.name(index), group.value(index)); });
-        group.clear();
-    } else if (FileExistsInAnyView(reference)) {
-        group.clear();
-    } else {
-        listWholeGroup(hiveName, Data::BackslashesDoubled);
+// The check of one entry, which may decide on all of its group.
+class FileCheck {
+  public:
+    FileCheck(std::string_view hiveName, EntryGroup& group, RowSink& rows)
+        : hiveName_(hiveName), group_(group), rows_(rows) {}
+
+    void run(int index) const {
+        const Entry entry = group_.at(index, hiveName_);
+        const std::string& lowerKey = group_.lowerKey(index);
+        static std::string reference;
+        if (isEmptyKey(group_, entry)) return listAndRemove(index, Data::AsItIs);
+        toFileReference(entry.value, reference);
+        if (isFileReference(entry, lowerKey, reference)) {
+            judgeFile(entry, reference);
+        } else if (isStaleUninstallEntry(group_, entry, lowerKey)) {
+            listWholeGroup(Data::AsItIs);
+        }
     }
-}
+
+  private:
+    // The first file that exists clears the whole object, whatever its other entries say. So does one of
+    // which nobody can tell whether it exists.
+    void judgeFile(const Entry& entry, std::string_view reference) const {
+        if (isUncertain(entry.value, reference)) {
+            kRoutine.trace([&] { return entryText(entry).append(kLeftAlone); });
+            group_.clear();
+        } else if (FileExistsInAnyView(reference)) {
+            group_.clear();
+        } else {
+            listWholeGroup(Data::BackslashesDoubled);
+        }
+    }
+
+    // Every entry of the group and not only the judged one.
+    void listWholeGroup(Data form) const {
+        for (int index = group_.count(); index >= 1; --index) listAndRemove(index, form);
+    }
+
+    // One row of the list and its log line, then the entry leaves the group.
+    void listAndRemove(int index, Data form) const {
+        const Entry entry = group_.at(index, hiveName_);
+        kRoutine.step([&] { rows_.addRow(objectRow(entry, form)); });
+        kRoutine.step(
+            [&] { kRoutine.trace([&] { return entryText(entry) + "; wird zum Entfernen vorgesehen"; }); });
+        group_.remove(index);
+    }
+
+    std::string_view hiveName_;
+    EntryGroup& group_;
+    RowSink& rows_;
+};
 
 }  // namespace
 
@@ -148,30 +142,16 @@ void toFileReference(std::string_view value, std::string& reference) {
     lowerInPlace(reference);
     for (const Variable& variable : kVariables) replaceAll(reference, variable.text, *variable.folder);
     std::erase(reference, '"');
-    attempt(reportAndGoOn(kTags), [&] { startAtDrive(reference); });
+    kRoutine.step([&] { startAtDrive(reference); });
     for (const std::string_view ending : kCuts) {
         const std::int64_t place = positionOf(reference, ending);
         if (place > 1) reference.resize(static_cast<std::size_t>(place + 3));
     }
 }
 
-void CheckFile(std::int32_t /*hive*/, std::string_view hiveName, int index) {
-    const auto onFailure = reportAndGoOn(kTags);
-    const EntryGroup& group = entryGroup();
-    // One report for an index beyond the group: a scan nested in this one may have emptied it.
-    attempt(onFailure, [&] {
-        if (isEmptyKey(group, index)) {
-            listAndRemove(hiveName, index, Data::AsItIs);
-            return;
-        }
-        static std::string reference;
-        toFileReference(group.value(index), reference);
-        if (isFileReference(group, index, reference)) {
-            judgeFile(hiveName, index, reference);
-        } else if (isStaleUninstallEntry(group, index)) {
-            listWholeGroup(hiveName, Data::AsItIs);
-        }
-    });
+// One report for an index beyond the group: a scan nested in this one may have emptied it.
+void CheckFile(std::string_view hiveName, int index, EntryGroup& group, RowSink& rows) {
+    kRoutine.step([&] { FileCheck(hiveName, group, rows).run(index); });
 }
 
 }  // namespace bromvale

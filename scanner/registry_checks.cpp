@@ -3,29 +3,21 @@
 #include <algorithm>
 #include <array>
 
-#include "base/numbers.h"
 #include "base/text.h"
 #include "base/text_parts.h"
-#include "core/handling.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "platform/events.h"
 #include "platform/exact/text.h"
+#include "scanner/fault_texts.h"
 #include "scanner/file_checks.h"
-#include "scanner/left_alone.h"
-#include "scanner/scan_state.h"
-#include "ui/frm_main.h"
 
 namespace bromvale {
 
-std::string GroupPrefix;
-bool GroupOpen = false;
-
-EntryGroup& entryGroup() {
-    static EntryGroup group;
-    return group;
-}
-
 namespace {
+
+constexpr Routine kCheckReg{{"modCheckKeys", "CheckReg"}};
+constexpr Routine kCheckLink{{"modCheckKeys", "CheckQuerVerbindung"}};
 
 const std::string& lowerKeyOf(std::string_view key) {
     static std::string lower;
@@ -44,33 +36,50 @@ bool belongsToNoObject(std::string_view key) {
 
 // Everything below one GUID key is an object; so is an App Paths key with its sub keys, and an Uninstall key
 // alone. Where none of them is met the prefix stays.
-void setGroupPrefix(std::string_view key, std::string_view appPaths) {
+void setPrefix(EntryGroup& group, std::string_view key, std::string_view appPaths) {
     if (standsBehindStart(key, "}")) {
-        GroupPrefix.assign(leftPart(key, positionOf(key, '}')));
+        group.prefix.assign(leftPart(key, positionOf(key, '}')));
     } else if (standsBehindStart(key, appPaths)) {
-        GroupPrefix.assign(leftPart(key, positionOf(key, ']') - 1));
+        group.prefix.assign(leftPart(key, positionOf(key, ']') - 1));
     } else if (standsBehindStart(key, "uninstall")) {
-        GroupPrefix.assign(key);
+        group.prefix.assign(key);
     }
 }
 
 // At any position: the prefix of foo.exe stands in the key of foo.exe2, so both are one group.
-bool belongsToGroup(std::string_view key) {
-    return key.starts_with(GroupPrefix) || key.find(GroupPrefix) != std::string_view::npos;
+bool belongsToGroup(const EntryGroup& group, std::string_view key) {
+    return key.starts_with(group.prefix) || key.find(group.prefix) != std::string_view::npos;
 }
 
-// The hive and its name are those of the entry that closes the group, not of the group's own entries.
+// Names the object that is left alone by the first key whose name has marks. There is none where an entry
+// couldn't be kept.
+void traceLeftAlone(const EntryGroup& group, std::string_view hiveName) {
+    kCheckReg.trace([&] {
+        for (int index = 1; index <= group.count(); ++index) {
+            const Entry entry = group.at(index);
+            if (!isExact(entry.key))
+                return std::string(hiveName).append("\\").append(plainText(entry.key)).append(kLeftAlone);
+        }
+        return std::string("Ein Objekt bleibt unberührt, da es nicht ganz gelesen werden konnte");
+    });
+}
+
+// The dead links of an object got rows before the key was met that leaves it alone.
+void takeBackRows(EntryGroup& group, RowSink& rows) {
+    for (const ResultRow& row : group.takeListed()) rows.takeBackRow(row);
+}
+
+// The hive's name is that of the entry that closes the group, not of the group's own entries.
 // The index is wider than the 16-bit number it once was: no entry of a huge object is to stay unjudged.
-void judgeGroup(std::int32_t hive, std::string_view hiveName) {
-    const auto onFailure = reportAndGoOn({"modCheckKeys", "CheckReg"});
-    const int count = entryGroup().count();
-    if (entryGroup().isLeftAlone()) attempt(onFailure, [&] { traceLeftAlone(entryGroup(), hiveName); });
+void judgeGroup(std::string_view hiveName, EntryGroup& group, RowSink& rows) {
+    const int count = group.count();
+    if (group.isLeftAlone()) kCheckReg.step([&] { traceLeftAlone(group, hiveName); });
     for (int index = 1; index <= count; ++index) {
-        attempt(onFailure, DoEvents);
-        if (!entryGroup().isLeftAlone()) attempt(onFailure, [&] { CheckFile(hive, hiveName, index); });
-        if (entryGroup().count() == 0) break;
+        kCheckReg.step(DoEvents);
+        if (!group.isLeftAlone()) kCheckReg.step([&] { CheckFile(hiveName, index, group, rows); });
+        if (group.count() == 0) break;
     }
-    entryGroup().clear();
+    group.clear();
 }
 
 // A key that ends so holds a GUID as its default value, to be found below `path` in either hive.
@@ -100,75 +109,61 @@ const CrossLink* crossLinkOf(std::string_view key) {
 bool linkIsAlive(const CrossLink& link, std::string_view guid) {
     std::string path(link.path);
     path += guid;
-    return KeyExist(kHiveLocalMachine, path, kReadControl) != 0 ||
-           KeyExist(kHiveCurrentUser, path, kReadControl) != 0;
+    return KeyExist(kHiveLocalMachine, path, READ_CONTROL) != 0 ||
+           KeyExist(kHiveCurrentUser, path, READ_CONTROL) != 0;
 }
 
-// Names stand without quotes here, those of buffered entries too. The group knows of the row: should a key
-// that leaves the object alone come behind it, it is taken back.
-void addCrossLinkRow(const CrossLink& link, std::string_view hiveName, std::string_view key,
-                     std::string_view name, std::string_view value, std::int32_t hive) {
-    std::string keyLine = "[";
-    keyLine.append(hiveName).append(link.behindHiveName).append(key);
-    const EntryGroup::Row row{std::move(keyLine), plainText(name), plainText(value),
-                              std::string(NumberPart(hive).text())};
-    entryGroup().remember(row);
-    frmMain().scan.lvwRegKeys.add({row[kKeyLine], row[kValueName], row[kValueData], row[kHiveHandle]}, 1);
+// The group knows of the row: should a key that leaves the object alone come behind it, it is taken back.
+void listLink(const CrossLink& link, const Entry& entry, EntryGroup& group, RowSink& rows) {
+    const ResultRow row = linkRow(entry, link.behindHiveName);
+    group.remember(row);
+    rows.addRow(row);
 }
 
 // A GUID with marks is another one than the ANSI functions could look for, and nobody can tell whether it is
 // there.
-bool canBeLookedFor(std::string_view hiveName, std::string_view key, std::string_view guid) {
-    if (isExact(guid)) return true;
+bool canBeLookedFor(const Entry& entry, const EntryGroup& group) {
+    if (isExact(entry.value)) return true;
     // An entry that is just closing the group before comes once more.
-    if (entryGroup().count() > 0)
-        trace("modCheckKeys", "CheckQuerVerbindung", [&] { return leftAloneText(hiveName, key, "@", guid); });
+    if (group.count() > 0) kCheckLink.trace([&] { return entryText(entry).append(kLeftAlone); });
     return false;
 }
 
 }  // namespace
 
-void CheckReg(std::int32_t hive, std::string_view hiveName, std::string_view key, std::string_view name,
-              std::string_view value) {
-    const auto onFailure = reportAndGoOn({"modCheckKeys", "CheckReg"});
-    const std::string& lower = lowerKeyOf(key);
+void CheckReg(const Entry& entry, EntryGroup& group, RowSink& rows) {
+    const std::string& lower = lowerKeyOf(entry.key);
     if (belongsToNoObject(lower)) {
-        GroupOpen = false;  // the group is neither judged nor emptied: the next object joins it
+        group.isOpen = false;  // the group is neither judged nor emptied: the next object joins it
         return;
     }
-    if (!GroupOpen) attempt(onFailure, [&] { setGroupPrefix(lower, "app paths\\"); });
-    if (belongsToGroup(lower)) {
-        attempt(onFailure, [&] { entryGroup().append(key, lower, name, value, hive); });
-        if (entryGroup().isLeftAlone()) attempt(onFailure, [&] { takeBackRows(entryGroup()); });
-        GroupOpen = true;
+    if (!group.isOpen) kCheckReg.step([&] { setPrefix(group, lower, "app paths\\"); });
+    if (belongsToGroup(group, lower)) {
+        kCheckReg.step([&] { group.append(entry, lower); });
+        if (group.isLeftAlone()) kCheckReg.step([&] { takeBackRows(group, rows); });
+        group.isOpen = true;
         return;
     }
-    attempt(onFailure, [&] { setGroupPrefix(lower, "app paths"); });  // without the backslash, unlike above
-    RepeatEntry = true;
-    judgeGroup(hive, hiveName);
+    kCheckReg.step([&] { setPrefix(group, lower, "app paths"); });  // without the backslash, unlike above
+    group.repeat = true;
+    judgeGroup(entry.hiveName, group, rows);
 }
 
-void CheckQuerVerbindung(std::int32_t hive, std::string_view hiveName, std::string_view key,
-                         std::string_view name, std::string_view value) {
-    if (name != "@" || !value.starts_with('{') || !value.ends_with('}')) return;
-    const CrossLink* const link = crossLinkOf(key);
-    if (link == nullptr || entryGroup().isLeftAlone()) return;
-    const auto onFailure = reportAndGoOn({"modCheckKeys", "CheckQuerVerbindung"});
+void CheckQuerVerbindung(const Entry& entry, EntryGroup& group, RowSink& rows) {
+    if (entry.name != "@" || !entry.value.starts_with('{') || !entry.value.ends_with('}')) return;
+    const CrossLink* const link = crossLinkOf(entry.key);
+    if (link == nullptr || group.isLeftAlone()) return;
     bool alive = false;
-    attempt(onFailure, [&] { alive = !canBeLookedFor(hiveName, key, value) || linkIsAlive(*link, value); });
+    kCheckLink.step([&] { alive = !canBeLookedFor(entry, group) || linkIsAlive(*link, entry.value); });
     if (alive) return;
     // A small object is listed whole, a larger one only with its dead link. With an empty group (this entry
     // is just closing the one before) nothing is listed; the entry comes once more.
-    const EntryGroup& group = entryGroup();
     if (group.count() > 2) {
-        attempt(onFailure, [&] { addCrossLinkRow(*link, hiveName, key, name, value, hive); });
+        kCheckLink.step([&] { listLink(*link, entry, group, rows); });
         return;
     }
-    for (int index = group.count(); index >= 1; --index) {
-        attempt(onFailure, [&] {
-            addCrossLinkRow(*link, hiveName, group.key(index), group.name(index), group.value(index), hive);
-        });
-    }
+    for (int index = group.count(); index >= 1; --index)
+        kCheckLink.step([&] { listLink(*link, group.at(index, entry.hiveName), group, rows); });
 }
 
 }  // namespace bromvale

@@ -1,28 +1,56 @@
 #pragma once
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
-#include "core/log.h"
+#include "core/routine.h"
+#include "scanner/entry.h"
 
 namespace bromvale {
 
-// The parts of one collected entry, as views into its line and into fixed texts. One record serves a whole
-// scan: a part that can't be taken from a line keeps what it had from the line before.
-struct EntryParts {
-    std::int32_t hive = 0;
-    std::string_view hiveName;
-    std::string_view key;  // with its closing "]", which the checks rely on
-    std::string_view name;
-    std::string_view value;
+// Registry entries as text, one line a value: hive handle in signed decimal, "[", key, "]", name, "=", data.
+// Nothing is escaped; what the code page lacks has its marks (platform/exact/text.h). An empty name stands as
+// "@", data that is no string as nothing. Element 0 is the caller's placeholder and stays empty; entries
+// start at 1.
+using ScanLines = std::vector<std::string>;
 
-    // Each failing part is reported under `tags`. The line must outlive the parts.
-    void take(std::string_view line, Tags tags);
+struct LineParts;
+
+// One line: how it is written and how it is taken apart, as views into it. It is cut at the first "[", "]"
+// and "=" wherever they stand. So a "]" in a key cuts it, and a name with "=" loses its tail to the value; a
+// "=" in a key gives the name a negative length, which is Failure 5.
+class ScanLine {
+  public:
+    explicit ScanLine(std::string_view text) : text_(text) {}
+
+    // `key` has no "]" at its end.
+    static void write(std::string& line, std::int32_t hive, std::string_view key, std::string_view name,
+                      std::string_view data);
+
+    // All parts, or a failure.
+    [[nodiscard]] Entry entry() const;
+    // Each part by itself: one that can't be taken is reported and keeps what it had from the line before. A
+    // place beyond 32767 fails (6) and is that of the line before.
+    void takeInto(LineParts& parts, const Routine<>& routine) const;
 
   private:
-    // Places of "[", "]" and "=".
-    std::int32_t p1 = 0;
-    std::int32_t p2 = 0;
-    std::int32_t p3 = 0;
+    [[nodiscard]] std::int64_t place(char sign) const;
+    [[nodiscard]] std::int32_t shortPlace(char sign) const;
+    [[nodiscard]] std::int32_t hive(std::int64_t open) const;
+    [[nodiscard]] std::string_view key(std::int64_t open, std::int64_t close) const;
+    [[nodiscard]] std::string_view name(std::int64_t close, std::int64_t equals) const;
+    [[nodiscard]] std::string_view value(std::int64_t equals) const;
+
+    std::string_view text_;
+};
+
+// The entry that a scan is at, with the places of the three signs in its line. One record serves a whole
+// scan.
+struct LineParts : Entry {
+    std::int32_t open = 0;
+    std::int32_t close = 0;
+    std::int32_t equals = 0;
 };
 
 }  // namespace bromvale

@@ -1,85 +1,44 @@
 #include "scanner/search.h"
 
-#include <algorithm>
-
-#include "base/numbers.h"
 #include "base/text.h"
-#include "core/attempt.h"
-#include "core/log.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "platform/events.h"
 #include "platform/exact/registry.h"
-#include "platform/exact/text.h"
 #include "scanner/scan_state.h"
 
 namespace bromvale {
 
-std::int32_t LastRegStatus = 0;
+LONG LastRegStatus = ERROR_SUCCESS;
 
 namespace {
-
-constexpr REGSAM kQueryValue = 1;
-constexpr REGSAM kEnumerateSubKeys = 8;
-
-// One for all levels: no event is pumped between a query and the use of what it gave.
-std::string queriedText;
-
-// Names one behind the other, each ended by a NUL: a list costs one block of memory, and each name is ready
-// for the platform. Never empty: a list of nothing holds the one name "".
-using PackedNames = std::string;
 
 std::string_view nameAt(const PackedNames& names, std::size_t place) {
     return names.c_str() + place;
 }
 
-HKEY openKey(std::int32_t hive, const char* key, REGSAM access) {
+HKEY openKey(std::int32_t hive, const std::string& key, REGSAM access) {
     HKEY handle = nullptr;
-    LastRegStatus = static_cast<std::int32_t>(openExactKey(hiveHandle(hive), key, access, handle));
-    return LastRegStatus == 0 ? handle : nullptr;
+    LastRegStatus = openExactKey(hiveHandle(hive), key.c_str(), access, handle);
+    return LastRegStatus == ERROR_SUCCESS ? handle : nullptr;
 }
 
 // Names come with marks where the code page lacks a character, so that no two of them are taken for one and
 // each is found again. Any status but 0 is the end, ERROR_MORE_DATA too: a value that doesn't fit hides
 // itself and all behind it. That limit is part of what a scan sees.
 template <class Enumerate>
-void listNames(std::int32_t hive, const char* key, REGSAM access, Enumerate enumerate, PackedNames& names) {
-    names.clear();
+PackedNames enumNames(std::int32_t hive, const std::string& key, REGSAM access, Enumerate enumerate) {
+    PackedNames names;
     if (const HKEY handle = openKey(hive, key, access); handle != nullptr) {
         for (DWORD index = 0;; ++index) {
-            LastRegStatus = static_cast<std::int32_t>(enumerate(handle, index, names));
-            if (LastRegStatus != 0) break;
+            LastRegStatus = enumerate(handle, index, names);
+            if (LastRegStatus != ERROR_SUCCESS) break;
             names += '\0';
         }
         RegCloseKey(handle);
     }
     if (names.empty()) names.assign(1, '\0');
-}
-
-void listValueNames(std::int32_t hive, const char* key, PackedNames& names) {
-    listNames(hive, key, kQueryValue, enumExactValue, names);
-}
-
-void listSubKeys(std::int32_t hive, const char* key, PackedNames& names) {
-    listNames(hive, key, kEnumerateSubKeys, enumExactKey, names);
-}
-
-// The text lives until the next call. A query that fails leaves the key open: the closing belongs to the road
-// of success alone, and a test counts the handles.
-std::string_view queryText(std::int32_t hive, const char* key, const char* name) {
-    queriedText.clear();
-    const HKEY handle = openKey(hive, key, kQueryValue);
-    if (handle == nullptr) return {};
-    LastRegStatus = static_cast<std::int32_t>(queryExactText(handle, name, queriedText));
-    if (LastRegStatus != 0) return {};
-    RegCloseKey(handle);
-    return queriedText;
-}
-
-std::vector<std::string> unpacked(const PackedNames& names) {
-    std::vector<std::string> result;
-    for (std::size_t place = 0; place < names.size(); place += result.back().size() + 1)
-        result.emplace_back(nameAt(names, place));
-    return result;
+    return names;
 }
 
 bool contains(std::string_view text, const std::string& upperSought) {
@@ -110,42 +69,19 @@ bool matches(const SearchSpec& spec, std::string_view data, std::string_view nam
 
 // Lines without bounds can't grow: they get element 0, and what was to be a new line goes there. Whatever was
 // collected is lost with it.
-Ending giveBounds(ScanLines& lines) {
-    lines.assign(1, std::string());
-    trace("modSearch", "FindString", "");
-    return Ending::Next;
-}
+struct GiveBounds {
+    ScanLines& lines;
+
+    Ending operator()(const Tags& tags, const Failure& /*failure*/) const {
+        lines.assign(1, std::string());
+        tags.trace("");
+        return Ending::Next;
+    }
+};
 
 void growByOne(ScanLines& lines) {
     if (lines.empty()) raise(9);
     lines.emplace_back();
-}
-
-// A "]" in a key with marks gets one as well: the line is taken apart at its first "]", and the key would
-// look exact where the marks stand behind it.
-void appendKey(std::string& line, std::string_view key) {
-    if (isExact(key)) {
-        line.append(key);
-        return;
-    }
-    for (const char c : key) {
-        if (c == ']') {
-            appendMark(line, u']');
-        } else {
-            line += c;
-        }
-    }
-}
-
-void writeLine(std::string& line, const SearchSpec& spec, std::string_view name, std::string_view data) {
-    const NumberPart hive(spec.SearchHive);
-    const std::string_view slash = spec.SearchKey.find('\\') == std::string::npos ? "\\" : "";
-    if (name.empty()) name = "@";
-    line.clear();
-    line.reserve(hive.text().size() + slash.size() + spec.SearchKey.size() + name.size() + data.size() + 3);
-    line.append(hive.text()).append(1, '[').append(slash);
-    appendKey(line, spec.SearchKey);
-    line.append(1, ']').append(name).append(1, '=').append(data);
 }
 
 bool isMatch(const SearchSpec& spec, std::string_view name, std::string_view data) {
@@ -158,26 +94,25 @@ bool isMatch(const SearchSpec& spec, std::string_view name, std::string_view dat
 // The values part of one key. False when it was left by ScanAbort. Up to its first line failures go to the
 // handler that gives the lines bounds; behind it to the caller.
 bool addValues(const SearchSpec& spec, ScanLines& lines) {
-    const auto onFailure = [&lines](const Failure&) { return giveBounds(lines); };
-    PackedNames names;
-    listValueNames(spec.SearchHive, spec.SearchKey.c_str(), names);
+    const Routine routine{{"modSearch", "FindString"}, GiveBounds{lines}};
+    const PackedNames names = EnumValueNames(spec.SearchHive, spec.SearchKey);
     bool armed = true;
     // Wider than the 16-bit number that a count of values would fit: no value is to be left out, and no walk
     // to hang.
     for (std::size_t place = 0; place < names.size();) {
         if (ScanAbort) return false;
         if (armed) {
-            attempt(onFailure, DoEvents);
+            routine.step(DoEvents);
         } else {
             DoEvents();
         }
         const std::string_view name = nameAt(names, place);
-        const std::string_view data = queryText(spec.SearchHive, spec.SearchKey.c_str(), name.data());
+        const std::string_view data = QueryStringValue(spec.SearchHive, spec.SearchKey, name.data());
         place += name.size() + 1;
         if (!isMatch(spec, name, data)) continue;
-        attempt(onFailure, [&lines] { growByOne(lines); });
+        routine.step([&lines] { growByOne(lines); });
         armed = false;
-        writeLine(lines.back(), spec, name, data);
+        ScanLine::write(lines.back(), spec.SearchHive, spec.SearchKey, name, data);
     }
     return true;
 }
@@ -191,27 +126,31 @@ struct Level {
 
 void goInto(const SearchSpec& spec, std::vector<Level>& levels) {
     if (!spec.Recurse) return;
-    PackedNames subKeys;
-    listSubKeys(spec.SearchHive, spec.SearchKey.c_str(), subKeys);
+    PackedNames subKeys = EnumSubKeys(spec.SearchHive, spec.SearchKey);
     if (!nameAt(subKeys, 0).empty()) levels.push_back({spec.SearchKey.size(), std::move(subKeys)});
 }
 
 }  // namespace
 
-std::vector<std::string> EnumValueNames(std::int32_t hive, std::string_view key) {
-    PackedNames names;
-    listValueNames(hive, std::string(key).c_str(), names);
-    return unpacked(names);
+PackedNames EnumValueNames(std::int32_t hive, const std::string& key) {
+    return enumNames(hive, key, KEY_QUERY_VALUE, enumExactValue);
 }
 
-std::vector<std::string> EnumSubKeys(std::int32_t hive, std::string_view key) {
-    PackedNames names;
-    listSubKeys(hive, std::string(key).c_str(), names);
-    return unpacked(names);
+PackedNames EnumSubKeys(std::int32_t hive, const std::string& key) {
+    return enumNames(hive, key, KEY_ENUMERATE_SUB_KEYS, enumExactKey);
 }
 
-std::string QueryStringValue(std::int32_t hive, std::string_view key, std::string_view name) {
-    return std::string(queryText(hive, std::string(key).c_str(), std::string(name).c_str()));
+// One text for all calls: no event is pumped between a query and the use of what it gave. A query that fails
+// leaves the key open: the closing belongs to the road of success alone, and a test counts the handles.
+std::string_view QueryStringValue(std::int32_t hive, const std::string& key, const char* name) {
+    static std::string text;
+    text.clear();
+    const HKEY handle = openKey(hive, key, KEY_QUERY_VALUE);
+    if (handle == nullptr) return {};
+    LastRegStatus = queryExactText(handle, name, text);
+    if (LastRegStatus != ERROR_SUCCESS) return {};
+    RegCloseKey(handle);
+    return text;
 }
 
 // The levels lie on the heap and not on the stack: the depth is that of the registry, and there is no limit
@@ -227,13 +166,13 @@ void FindString(SearchSpec& spec, ScanLines& lines) {
             levels.pop_back();
             continue;
         }
-        attempt(kGoOn, DoEvents);
+        quietly(DoEvents);
         const std::string_view name = nameAt(level.subKeys, level.next);
         level.next += name.size() + 1;
         if (!spec.SearchKey.empty()) spec.SearchKey += '\\';
         spec.SearchKey += name;
         bool finished = false;
-        attempt(kGoOn, [&] { finished = addValues(spec, lines); });
+        quietly([&] { finished = addValues(spec, lines); });
         if (finished) goInto(spec, levels);
     }
 }

@@ -3,13 +3,15 @@
 #include <algorithm>
 
 #include "base/failure.h"
-#include "core/handling.h"
+#include "core/routine.h"
 
 namespace bromvale {
 namespace {
 
 // Up to this length a list is sorted by exchange.
 constexpr std::size_t kExchangeLimit = 256;
+
+constexpr Routine kRoutine{{"modSort", "Sortiere"}};
 
 }  // namespace
 
@@ -38,7 +40,7 @@ int sortByExchange(std::vector<std::string>& list) {
 // order in which equal texts stand as they stood before, which is what a stable sort by the same comparison
 // gives as well, in n log n comparisons.
 std::vector<std::string>& Sortiere(std::vector<std::string>& list) {
-    attempt(reportAndGoOn({"modSort", "Sortiere"}), [&] {
+    kRoutine.step([&] {
         if (list.size() > kExchangeLimit) {
             std::stable_sort(list.begin(), list.end());
         } else {

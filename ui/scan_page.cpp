@@ -1,5 +1,6 @@
 #include "ui/scan_page.h"
 
+#include "base/numbers.h"
 #include "platform/keys.h"
 
 namespace bromvale {
@@ -46,6 +47,14 @@ constexpr CountedCaption kCaptions[] = {
 
 constexpr ListRules kRules{kKeys, kCaptions};
 
+constexpr int kFaultIcon = 1;
+
+bool shows(const ListItem& item, const ResultRow& row) {
+    return item.column(kKeyLine) == row.keyLine && item.column(kValueName) == row.valueName &&
+           item.column(kValueData) == row.valueData &&
+           item.column(kHiveHandle) == NumberPart(row.hive).text();
+}
+
 }  // namespace
 
 ScanPage::ScanPage(MainWindow& ofWindow) : ListPage(ofWindow, Frame1, lvwRegKeys, mnuPopUpRegKey, kRules) {
@@ -63,6 +72,22 @@ void ScanPage::design() {
 
 void ScanPage::resize() {
     resizeRows(*this, kRows, window);
+}
+
+void ScanPage::addRow(const ResultRow& row) {
+    lvwRegKeys.add({row.keyLine, row.valueName, row.valueData, NumberPart(row.hive).text()}, kFaultIcon);
+}
+
+void ScanPage::takeBackRow(const ResultRow& row) {
+    for (int number = lvwRegKeys.count(); number >= 1; --number) {
+        if (shows(lvwRegKeys.item(number), row)) return lvwRegKeys.remove(number);
+    }
+}
+
+ResultRow ScanPage::rowAt(int number) const {
+    const ListItem& item = lvwRegKeys.item(number);
+    return {item.column(kKeyLine), item.column(kValueName), item.column(kValueData),
+            toInt32(item.column(kHiveHandle))};
 }
 
 }  // namespace bromvale

@@ -1,10 +1,11 @@
 #pragma once
+#include "core/result_row.h"
 #include "ui/list_page.h"
 
 namespace bromvale {
 
 // The scan: its button, what it says, and the list of found faults, the only place where they are kept.
-class ScanPage : public ListPage {
+class ScanPage : public ListPage, public RowSink {
   public:
     explicit ScanPage(MainWindow& ofWindow);
 
@@ -32,12 +33,18 @@ class ScanPage : public ListPage {
     // repair/
     void ProblemeEntfernen();
 
+    // The rows of lvwRegKeys, written and read here alone. The user may have sorted them, and a scan within a
+    // scan cleared them.
+    void addRow(const ResultRow& row) override;
+    void takeBackRow(const ResultRow& row) override;
+    [[nodiscard]] ResultRow rowAt(int number) const;
+
     [[nodiscard]] static std::span<const Row<ScanPage>> rows();
     void design() override;
     void resize() override;
 };
 
-// Columns of lvwRegKeys: the four fields of a found fault. The list is the only place where faults are kept.
+// Columns of lvwRegKeys: the four fields of a ResultRow.
 enum ResultColumn : int { kKeyLine = 0, kValueName = 1, kValueData = 2, kHiveHandle = 3 };
 
 }  // namespace bromvale

@@ -2,23 +2,18 @@
 #include <array>
 #include <string>
 
-#include "base/failure.h"
-#include "base/numbers.h"
-#include "core/attempt.h"
-#include "core/log.h"
 #include "core/registry_layer.h"
+#include "core/routine.h"
 #include "platform/events.h"
 #include "platform/exact/text.h"
 #include "scanner/scan_state.h"
 #include "scanner/search.h"
 #include "scanner/sort.h"
 #include "ui/programs_page.h"
-#include "uninstall/program_entry.h"
 
 namespace bromvale {
 namespace {
 
-constexpr Tags kTags{"frmMain", "ShowDeinstall"};
 constexpr std::string_view kUninstallKey = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 constexpr std::array kRoots{kHiveCurrentUser, kHiveLocalMachine};
 constexpr int kStatusPanel = 1;
@@ -31,15 +26,14 @@ class ProgramRows {
   public:
     explicit ProgramRows(ListView& list) : list_(list) {}
 
-    void take(std::string_view line) {
-        const ProgramEntry entry = takeApart(line);
+    void take(const Entry& entry) {
         if (entry.name == "DisplayName") {
-            row_ = &list_.add({plainText(entry.data), "", std::to_string(toInt32(entry.hive)), entry.key},
+            row_ = &list_.add({plainText(entry.value), "", std::to_string(entry.hive), entry.key},
                               kDeinstallIcon);
             key_ = entry.key;
             hive_ = entry.hive;
         } else if (entry.name == "UninstallString" && entry.key == key_ && entry.hive == hive_) {
-            row_->setSubItem(kUninstallCommand, entry.data);
+            row_->setSubItem(kUninstallCommand, entry.value);
         }
     }
 
@@ -47,83 +41,90 @@ class ProgramRows {
     ListView& list_;
     ListItem* row_ = nullptr;
     std::string key_;
-    std::string hive_;  // a key of the same name in the other hive is another program's
+    std::int32_t hive_ = 0;  // a key of the same name in the other hive is another program's
 };
 
-// One run. The steps return false once a failure has ended it early.
+// An invalid call costs the entries and nothing else: with none left the loops end by themselves.
+struct LoseEntries {
+    ScanLines& entries;
+
+    Ending operator()(const Tags& tags, const Failure& failure) const {
+        const bool invalidCall = failure.number == kInvalidCall;
+        ErrHandle(tags.modul, tags.funktion, "Programm Deinstallation konnte nicht angezeigt werden.",
+                  failure.number, failure.description, kStyleExclamation, invalidCall ? kHide : kShow);
+        if (!invalidCall) return Ending::Leave;
+        entries.assign(1, std::string());
+        return Ending::Next;
+    }
+};
+
+// One run. The parts return false once a failure has ended it early.
 class Listing {
   public:
-    explicit Listing(ProgramsPage& page) : page_(page) {}
+    explicit Listing(ProgramsPage& page) : window_(page.window), list_(page.lvwDeinstall) {}
     void run() {
-        static_cast<void>(step([&] { page_.lvwDeinstall.clear(); }) && collect(1) && collect(2) && sort() &&
-                          fill());
+        routine_.started();
+        static_cast<void>(clear() && collect(1) && collect(2) && sort() && fill());
+        quietly([&] { window_.StatusBar_.setPanelText(kStatusPanel, "Status"); });
+        quietly([&] { window_.setMousePointer(MousePointer::Default); });
+        routine_.ended();
     }
 
   private:
-    // An invalid call costs the entries and nothing else: with none left the loops end by themselves.
-    Ending handle(const Failure& failure) {
-        const bool invalidCall = failure.number == kInvalidCall;
-        ErrHandle(kTags.modul, kTags.funktion, "Programm Deinstallation konnte nicht angezeigt werden.",
-                  failure.number, failure.description, kStyleExclamation, invalidCall ? kHide : kShow);
-        if (!invalidCall) return Ending::Leave;
-        entries_.assign(1, std::string());
-        return Ending::Next;
-    }
-    template <class Statement>
-    [[nodiscard]] bool step(Statement&& statement) {
-        return attempt([this](const Failure& failure) { return handle(failure); }, statement);
+    [[nodiscard]] bool clear() {
+        return routine_.step([&] { list_.clear(); });
     }
     [[nodiscard]] bool showStatus(std::string_view text) {
-        return step([&] { page_.window.StatusBar_.setPanelText(kStatusPanel, text); }) && step(DoEvents);
+        return routine_.step([&] { window_.StatusBar_.setPanelText(kStatusPanel, text); }) &&
+               routine_.step(DoEvents);
     }
 
     [[nodiscard]] bool collect(int round) {
         SearchSpec spec;
         spec.SearchKey = kUninstallKey;
         spec.SearchHive = kRoots[static_cast<std::size_t>(round - 1)];
-        if (!step([&] { page_.window.setMousePointer(MousePointer::Hourglass); }) ||
+        if (!routine_.step([&] { window_.setMousePointer(MousePointer::Hourglass); }) ||
             !showStatus("Daten werden eingelesen..."))
             return false;
-        kTags.trace([&] { return "Scanoptionen " + std::to_string(round) + " festgelegt"; });
+        routine_.trace([&] { return "Scanoptionen " + std::to_string(round) + " festgelegt"; });
         ScanAbort = false;
-        if (!step([&] { FindString(spec, entries_); })) return false;
-        kTags.trace([&] { return "Lesen von " + std::to_string(round) + " beendet"; });
+        if (!routine_.step([&] { FindString(spec, entries_); })) return false;
+        routine_.trace([&] { return "Lesen von " + std::to_string(round) + " beendet"; });
         return showStatus("Einen Moment bitte...");
     }
 
     // By the whole text: HKEY_LOCAL_MACHINE, whose handle ends in 6, comes before HKEY_CURRENT_USER.
     [[nodiscard]] bool sort() {
-        if (!step([&] { page_.window.ProgressBar_.setValue(0); }) || !step(DoEvents)) return false;
-        kTags.trace([&] {
+        if (!routine_.step([&] { window_.ProgressBar_.setValue(0); }) || !routine_.step(DoEvents))
+            return false;
+        routine_.trace([&] {
             return std::to_string(entries_.size() - 1) + " Einträge zu installierten Programmen gefunden";
         });
-        if (!step([&] { Sortiere(entries_); })) return false;
-        kTags.trace("Einträge sortiert");
+        if (!routine_.step([&] { Sortiere(entries_); })) return false;
+        routine_.trace("Einträge sortiert");
         return true;
     }
 
     // Events were served meanwhile: should the user have asked for the list once more, it is filled already.
     [[nodiscard]] bool fill() {
-        if (!step([&] { page_.lvwDeinstall.clear(); })) return false;
-        ProgramRows rows(page_.lvwDeinstall);
+        if (!clear()) return false;
+        ProgramRows rows(list_);
         for (std::size_t i = 1; i < entries_.size(); ++i) {
-            if (!step([&] { rows.take(entries_[i]); })) return false;
+            if (!routine_.step([&] { rows.take(ScanLine(entries_[i]).entry()); })) return false;
         }
         return true;
     }
 
-    ProgramsPage& page_;
+    MainWindow& window_;
+    ListView& list_;
     ScanLines entries_{std::string()};
+    const Routine<LoseEntries> routine_{{"frmMain", "ShowDeinstall"}, {entries_}};
 };
 
 }  // namespace
 
 void ProgramsPage::ShowDeinstall() {
-    kTags.trace("started");
     Listing(*this).run();
-    attempt(kGoOn, [&] { window.StatusBar_.setPanelText(kStatusPanel, "Status"); });
-    attempt(kGoOn, [&] { window.setMousePointer(MousePointer::Default); });
-    kTags.trace("endet");
 }
 
 void ProgramsPage::mnuPopUpDeinstall_Click() {

@@ -5,10 +5,10 @@
 #include "base/failure.h"
 #include "base/numbers.h"
 #include "base/text.h"
-#include "core/attempt.h"
 #include "core/command_start.h"
-#include "core/log.h"
+#include "core/routine.h"
 #include "core/state.h"
+#include "platform/dialogs.h"
 #include "platform/exact/text.h"
 #include "platform/shell.h"
 #include "repair/complete_copy.h"
@@ -17,11 +17,21 @@
 namespace bromvale {
 namespace {
 
-constexpr Tags kTags{"frmMain", "cmdDeinstall_Click"};
 constexpr int kIndexOutOfBounds = 35600;
 constexpr int kFileNotFound = 53;
-constexpr std::int32_t kYesNoQuestion = 36;
-constexpr int kYes = 6;
+
+Ending report(const Tags& tags, const Failure& failure) {
+    const bool noRow = failure.number == kIndexOutOfBounds;
+    ErrHandle(tags.modul, tags.funktion, noRow ? "Es wurde keine Datei gewählt." : "", failure.number,
+              failure.description, noRow ? kStyleInformation : kStyleExclamation, kHide);
+    return Ending::Next;
+}
+
+constexpr Routine kRoutine{{"frmMain", "cmdDeinstall_Click"}, &report};
+
+bool isYes(const std::string& question) {
+    return MsgBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
 
 // A row's texts, taken once: what the user is asked about is what is started or removed.
 struct Program {
@@ -41,8 +51,8 @@ struct Program {
 void removeEntry(ProgramsPage& page, const Program& program) {
     const std::int32_t hive = toInt32(program.hive);
     const std::string key = Left(program.key, static_cast<std::int64_t>(program.key.size()) - 1);
-    kTags.trace([&] { return "Das Programm " + program.name + " kann nicht deinstalliert werden."; });
-    copyAndDelete(kTags, hive, key);
+    kRoutine.trace([&] { return "Das Programm " + program.name + " kann nicht deinstalliert werden."; });
+    copyAndDelete(kRoutine, hive, key);
     page.ShowDeinstall();
 }
 
@@ -51,7 +61,7 @@ constexpr std::string_view kReason =
     "Zeichen enthält, die nicht dargestellt werden können. Verwenden Sie bitte die Windows Systemsteuerung.";
 
 void tellThatItStays(const Program& program, const std::string& before, std::string_view text) {
-    kTags.trace([&] { return program.name + " bleibt unberührt: " + plainText(text); });
+    kRoutine.trace([&] { return program.name + " bleibt unberührt: " + plainText(text); });
     MsgBox(before + "\r" + plainText(text) + "\r" + std::string(kReason), kStyleInformation);
 }
 
@@ -77,50 +87,39 @@ bool refusesRemoval(const Program& program) {
 
 Ending offerRemoval(ProgramsPage& page, const Program& program) {
     if (refusesRemoval(program)) return Ending::Next;
-    const int answer = MsgBox(
-        "Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
-        "Soll der Eintrag jetzt entfernt werden?",
-        kYesNoQuestion);
-    if (answer != kYes) return Ending::Next;
+    if (!isYes("Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
+               "Soll der Eintrag jetzt entfernt werden?"))
+        return Ending::Next;
     removeEntry(page, program);
     return Ending::Leave;
 }
 
-Ending report(const Failure& failure) {
-    const bool noRow = failure.number == kIndexOutOfBounds;
-    ErrHandle(kTags.modul, kTags.funktion, noRow ? "Es wurde keine Datei gewählt." : "", failure.number,
-              failure.description, noRow ? kStyleInformation : kStyleExclamation, kHide);
-    return Ending::Next;
-}
-
 bool confirmed(const Program& program) {
-    int answer = 0;
-    attempt(report, [&] {
-        answer =
-            MsgBox("Wollen Sie das Programm " + program.name + " wirklich deinstallieren?", kYesNoQuestion);
-    });
-    return answer == kYes;
+    bool yes = false;
+    kRoutine.step(
+        [&] { yes = isYes("Wollen Sie das Programm " + program.name + " wirklich deinstallieren?"); });
+    return yes;
 }
 
 // False where the entry was removed since its uninstaller is missing: the list is another one then, and the
 // click ends.
 bool uninstall(ProgramsPage& page, const Program& program) {
     const auto onFailure = [&](const Failure& failure) {
-        return failure.number == kFileNotFound ? offerRemoval(page, program) : report(failure);
+        return failure.number == kFileNotFound ? offerRemoval(page, program) : report(kRoutine, failure);
     };
     if (!attempt(onFailure, [&] { startCommand(program.command, SW_SHOWNORMAL); })) return false;
-    kTags.trace([&] { return program.name + " soll deinstalliert werden"; });
+    kRoutine.trace([&] { return program.name + " soll deinstalliert werden"; });
     return true;
 }
 
 }  // namespace
 
 void ProgramsPage::cmdDeinstall_Click() {
-    kTags.trace("started");
+    kRoutine.started();
     const int rows = lvwDeinstall.count();
     for (int row = 1; row <= rows; ++row) {
         bool selected = false;
-        attempt(report, [&] { selected = lvwDeinstall.item(row).selected(); });
+        kRoutine.step([&] { selected = lvwDeinstall.item(row).selected(); });
         if (!selected) continue;
         const Program program(lvwDeinstall.item(row));
         if (InStr(program.name, AppTitle) > 0) {
@@ -130,11 +129,11 @@ void ProgramsPage::cmdDeinstall_Click() {
             return;
         }
         bool refused = true;
-        attempt(report, [&] { refused = refusesCommand(program); });
+        kRoutine.step([&] { refused = refusesCommand(program); });
         if (refused) continue;
         if (confirmed(program) && !uninstall(*this, program)) break;
     }
-    kTags.trace("endet");
+    kRoutine.ended();
 }
 
 }  // namespace bromvale

@@ -2,7 +2,6 @@
 // Windows keeps, and the real objects stand beside those whose names look the same in the code page.
 #include "platform/exact/text.h"
 #include "platform/files.h"
-#include "scanner/left_alone.h"
 #include "tests/scanner/scan_fixture.h"
 
 namespace bromvale::testing {

@@ -151,7 +151,7 @@ TEST_F(CheckFileTest, OnlySomeKeysNameFiles) {
         EXPECT_EQ(rows().size(), one.tested ? 1u : 0u) << one.key << " " << one.name;
         form().scan.lvwRegKeys.clear();
         entryGroup().clear();
-        GroupOpen = false;
+        entryGroup().isOpen = false;
     }
 }
 
@@ -162,7 +162,7 @@ TEST_F(CheckFileTest, ValuesWithoutDriveOrShareAreNoFiles) {
         closeGroup();
         EXPECT_EQ(rows(), Texts{}) << value;
         entryGroup().clear();
-        GroupOpen = false;
+        entryGroup().isOpen = false;
     }
 }
 
@@ -236,7 +236,7 @@ TEST_F(CheckFileTest, TheLogLineHoldsTheValueUnchanged) {
 }
 
 TEST_F(CheckFileTest, AnIndexBeyondTheGroupIsReportedOnce) {
-    CheckFile(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", 1);
+    CheckFile("HKEY_LOCAL_MACHINE", 1, entryGroup(), form().scan);
     EXPECT_EQ(logLines(), (Texts{"modCheckKeys; CheckFile; ; 9; Index außerhalb des gültigen Bereichs"}));
 }
 

@@ -3,7 +3,13 @@
 namespace bromvale::testing {
 namespace {
 
-using CheckRegTest = ScanTest;
+class CheckRegTest : public ScanTest {
+  protected:
+    // A default value. `key` with its "]".
+    static void checkReg(std::string_view key, std::string_view value) {
+        CheckReg({kHiveLocalMachine, "HKEY_LOCAL_MACHINE", key, "@", value}, entryGroup(), form().scan);
+    }
+};
 using CrossLinkTest = ScanTest;
 
 const std::string kClsid = "Software\\Classes\\CLSID";
@@ -11,31 +17,31 @@ const std::string kAppPaths = "Software\\Microsoft\\Windows\\CurrentVersion\\App
 const std::string kUninstall = "Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall";
 
 TEST_F(CheckRegTest, TheFirstEntryOfTheFirstScanOpensTheGroupWithoutAFlush) {
-    EXPECT_EQ(GroupPrefix, "");
-    EXPECT_FALSE(GroupOpen);
-    CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", "Software\\Classes\\CLSID\\{A}]", "@", "Wert");
-    EXPECT_EQ(GroupPrefix, "software\\classes\\clsid\\{a}");
-    EXPECT_TRUE(GroupOpen);
-    EXPECT_FALSE(RepeatEntry);
+    EXPECT_EQ(entryGroup().prefix, "");
+    EXPECT_FALSE(entryGroup().isOpen);
+    checkReg("Software\\Classes\\CLSID\\{A}]", "Wert");
+    EXPECT_EQ(entryGroup().prefix, "software\\classes\\clsid\\{a}");
+    EXPECT_TRUE(entryGroup().isOpen);
+    EXPECT_FALSE(entryGroup().repeat);
     ASSERT_EQ(entryGroup().count(), 1);
-    EXPECT_EQ(entryGroup().key(1), "Software\\Classes\\CLSID\\{A}]");
-    EXPECT_EQ(entryGroup().name(1), "@");
-    EXPECT_EQ(entryGroup().value(1), "Wert");
-    EXPECT_EQ(entryGroup().hive(1), -2147483646);
+    EXPECT_EQ(entryGroup().at(1).key, "Software\\Classes\\CLSID\\{A}]");
+    EXPECT_EQ(entryGroup().at(1).name, "@");
+    EXPECT_EQ(entryGroup().at(1).value, "Wert");
+    EXPECT_EQ(entryGroup().at(1).hive, -2147483646);
 }
 
 TEST_F(CheckRegTest, AGuidKeyAndAllBelowItIsOneGroupAndTheNextGuidIsRepeated) {
     enter(kClsid + "\\{A}", "@", "a");
     enter(kClsid + "\\{A}\\InprocServer32", "@", "a.dll");
     EXPECT_EQ(entryGroup().count(), 2);
-    CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", kClsid + "\\{B}]", "@", "b");
-    EXPECT_TRUE(RepeatEntry);
+    checkReg(kClsid + "\\{B}]", "b");
+    EXPECT_TRUE(entryGroup().repeat);
     EXPECT_EQ(entryGroup().count(), 0);
-    EXPECT_EQ(GroupPrefix, "software\\classes\\clsid\\{b}");
-    EXPECT_TRUE(GroupOpen);
-    RepeatEntry = false;
-    CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", kClsid + "\\{B}]", "@", "b");
-    EXPECT_FALSE(RepeatEntry);
+    EXPECT_EQ(entryGroup().prefix, "software\\classes\\clsid\\{b}");
+    EXPECT_TRUE(entryGroup().isOpen);
+    entryGroup().repeat = false;
+    checkReg(kClsid + "\\{B}]", "b");
+    EXPECT_FALSE(entryGroup().repeat);
     EXPECT_EQ(entryGroup().count(), 1);
 }
 
@@ -43,9 +49,9 @@ TEST_F(CheckRegTest, TheStartKeysBelongToNoObjectAndCloseNothing) {
     enter(kClsid + "\\{A}", "@", "");
     for (const std::string& key :
          {kClsid, std::string("Software\\Classes\\Interface"), kAppPaths, kUninstall}) {
-        CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", key + "]", "@", "");
-        EXPECT_FALSE(GroupOpen) << key;
-        EXPECT_FALSE(RepeatEntry) << key;
+        checkReg(key + "]", "");
+        EXPECT_FALSE(entryGroup().isOpen) << key;
+        EXPECT_FALSE(entryGroup().repeat) << key;
         EXPECT_EQ(entryGroup().count(), 1) << key;
     }
     EXPECT_EQ(rows(), Texts{});
@@ -56,7 +62,7 @@ TEST_F(CheckRegTest, TwoObjectsWithAnEntryOfNoObjectBetweenThemAreJudgedTogether
     enter("Software\\Classes\\Interface", "@", "");
     enter("Software\\Classes\\Interface\\{B}", "@", "");
     EXPECT_EQ(entryGroup().count(), 2);
-    EXPECT_EQ(GroupPrefix, "software\\classes\\interface\\{b}");
+    EXPECT_EQ(entryGroup().prefix, "software\\classes\\interface\\{b}");
     closeGroup();
     EXPECT_EQ(rows(), Texts{});  // alone each would be an empty key
 }
@@ -75,7 +81,7 @@ TEST_F(CheckRegTest, RowsCarryTheClosingEntrysHiveNameAndTheirOwnHandle) {
 
 TEST_F(CheckRegTest, AnAppPathsKeyIsAPrefixOfALongerOneAndBothAreOneGroup) {
     enter(kAppPaths + "\\foo.exe", "@", "x");
-    EXPECT_EQ(GroupPrefix, "software\\microsoft\\windows\\currentversion\\app paths\\foo.exe");
+    EXPECT_EQ(entryGroup().prefix, "software\\microsoft\\windows\\currentversion\\app paths\\foo.exe");
     enter(kAppPaths + "\\foo.exe2", "@", "y");
     EXPECT_EQ(entryGroup().count(), 2);
     enter(kAppPaths + "\\goo.exe", "@", "z");
@@ -84,7 +90,7 @@ TEST_F(CheckRegTest, AnAppPathsKeyIsAPrefixOfALongerOneAndBothAreOneGroup) {
 
 TEST_F(CheckRegTest, AnUninstallKeyStandsAloneAndItsSubKeyIsAnObjectOfItsOwn) {
     enter(kUninstall + "\\Foo", "DisplayName", "Foo");
-    EXPECT_EQ(GroupPrefix, "software\\microsoft\\windows\\currentversion\\uninstall\\foo]");
+    EXPECT_EQ(entryGroup().prefix, "software\\microsoft\\windows\\currentversion\\uninstall\\foo]");
     enter(kUninstall + "\\Foo2", "UninstallString", "x");
     EXPECT_EQ(entryGroup().count(), 1);
     EXPECT_EQ(rows().size(), 1u);
@@ -95,10 +101,10 @@ TEST_F(CheckRegTest, AnUninstallKeyStandsAloneAndItsSubKeyIsAnObjectOfItsOwn) {
 // The rule for App Paths asks for the backslash when a group is opened anew, and not when one is closed.
 TEST_F(CheckRegTest, AnUninstallKeyNamedAppPathsKeepsItsBracketOnlyWhenNoGroupIsOpen) {
     enter(kUninstall + "\\App Paths", "UninstallString", "x");
-    EXPECT_EQ(GroupPrefix, "software\\microsoft\\windows\\currentversion\\uninstall\\app paths]");
+    EXPECT_EQ(entryGroup().prefix, "software\\microsoft\\windows\\currentversion\\uninstall\\app paths]");
     enter(kClsid + "\\{A}", "@", "a");
     enter(kUninstall + "\\App Paths", "UninstallString", "x");
-    EXPECT_EQ(GroupPrefix, "software\\microsoft\\windows\\currentversion\\uninstall\\app paths");
+    EXPECT_EQ(entryGroup().prefix, "software\\microsoft\\windows\\currentversion\\uninstall\\app paths");
     enter(kUninstall + "\\App Paths2", "UninstallString", "x");
     EXPECT_EQ(entryGroup().count(), 2);
 }
@@ -110,14 +116,14 @@ TEST_F(CheckRegTest, AnOpenGroupTakesEveryKeyThatHoldsItsPrefixAnywhere) {
 }
 
 TEST_F(CheckRegTest, ABraceAtTheVeryStartMakesNoObject) {
-    CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", "}\\x]", "@", "");
+    checkReg("}\\x]", "");
     EXPECT_EQ(entryGroup().count(), 0);
-    EXPECT_FALSE(GroupOpen);
+    EXPECT_FALSE(entryGroup().isOpen);
 }
 
 TEST_F(CheckRegTest, UmlautsAreLoweredByTheCodePageAndKeptInTheRow) {
     enter(kUninstall + "\\ÜBER", "DisplayName", "Öl");
-    EXPECT_EQ(GroupPrefix, "software\\microsoft\\windows\\currentversion\\uninstall\\über]");
+    EXPECT_EQ(entryGroup().prefix, "software\\microsoft\\windows\\currentversion\\uninstall\\über]");
     closeGroup();
     EXPECT_EQ(rows(),
               (Texts{"[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\ÜBER] | "
@@ -196,14 +202,14 @@ TEST_F(CrossLinkTest, LinksToLivingClassesAndInterfacesAreFound) {
 }
 
 TEST_F(CrossLinkTest, AnEntryThatClosesAGroupIsListedOnItsSecondPass) {
+    const std::string key = kClsid + "\\{B}\\TypeLib]";
+    const Entry link{kHiveLocalMachine, "HKEY_LOCAL_MACHINE", key, "@", "{L}"};
     enter(kClsid + "\\{A}", "@", "a");
-    CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", kClsid + "\\{B}\\TypeLib]", "@", "{L}");
-    CheckQuerVerbindung(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", kClsid + "\\{B}\\TypeLib]", "@", "{L}");
-    EXPECT_TRUE(RepeatEntry);
+    checkOnce(link);
+    EXPECT_TRUE(entryGroup().repeat);
     EXPECT_EQ(rows(), Texts{});
-    RepeatEntry = false;
-    CheckReg(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", kClsid + "\\{B}\\TypeLib]", "@", "{L}");
-    CheckQuerVerbindung(kHiveLocalMachine, "HKEY_LOCAL_MACHINE", kClsid + "\\{B}\\TypeLib]", "@", "{L}");
+    entryGroup().repeat = false;
+    checkOnce(link);
     EXPECT_EQ(
         rows(),
         (Texts{"[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{B}\\TypeLib] | @ | {L} | -2147483646"}));

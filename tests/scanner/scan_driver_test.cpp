@@ -250,7 +250,7 @@ TEST_F(ScanDriverTest, AnAbortWhileAGroupIsJudgedKeepsTheRowsFoundSoFar) {
     scan();
     expectAborted();
     EXPECT_EQ(rows().size(), 2u);
-    EXPECT_TRUE(RepeatEntry);
+    EXPECT_TRUE(entryGroup().repeat);
 }
 
 // Disabling the button is the only guard, and the menu goes past it.

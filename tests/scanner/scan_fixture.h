@@ -56,10 +56,14 @@ class ScanTest : public TestMachine {
                       std::int32_t hive = kHiveLocalMachine) {
         const std::string bracketed = std::string(key) + "]";
         do {
-            RepeatEntry = false;
-            CheckReg(hive, HiveName(hive), bracketed, name, value);
-            CheckQuerVerbindung(hive, HiveName(hive), bracketed, name, value);
-        } while (RepeatEntry);
+            entryGroup().repeat = false;
+            checkOnce({hive, HiveName(hive), bracketed, name, value});
+        } while (entryGroup().repeat);
+    }
+    // The same without the second time. `entry.key` with its "]".
+    static void checkOnce(const Entry& entry) {
+        CheckReg(entry, entryGroup(), form().scan);
+        CheckQuerVerbindung(entry, entryGroup(), form().scan);
     }
     // Ends the object before: the first entry of another one, which then stands alone in the group.
     static void closeGroup() { enter("software\\classes\\clsid\\{zzzz}", "@", "ende"); }

@@ -1,5 +1,6 @@
 #include "scanner/scan_line.h"
 
+#include "base/failure.h"
 #include "tests/scanner/scan_fixture.h"
 
 namespace bromvale::testing {
@@ -7,9 +8,9 @@ namespace {
 
 class ScanLineTest : public ScanTest {
   protected:
-    EntryParts parts;
+    LineParts parts;
     std::string take(std::string_view line) {
-        parts.take(line, {"frmMain", "cmdStart_Click"});
+        ScanLine(line).takeInto(parts, Routine<>{{"frmMain", "cmdStart_Click"}});
         std::string result = std::to_string(parts.hive);
         for (const std::string_view part : {parts.hiveName, parts.key, parts.name, parts.value})
             result.append("|").append(part);
@@ -50,6 +51,33 @@ TEST_F(ScanLineTest, APlaceBeyond32767IsReportedAndKeepsThePlaceBefore) {
 
 TEST_F(ScanLineTest, QuotesAndUmlautsStayAsTheyAre) {
     EXPECT_EQ(take("-2147483646[Größe]\"Ü\"=\"ß\""), "-2147483646|HKEY_LOCAL_MACHINE|Größe]|\"Ü\"|\"ß\"");
+}
+
+// --- taken apart whole, as the list of installed programs does it ---
+
+TEST(WholeLine, ALineIsCutAtTheFirstOfEachSign) {
+    const Entry entry = ScanLine("-2147483646[Software\\A [x]DisplayName=B [c]=d").entry();
+    EXPECT_EQ(entry.hive, -2147483646);
+    EXPECT_EQ(entry.hiveName, "HKEY_LOCAL_MACHINE");
+    EXPECT_EQ(entry.key, "Software\\A [x]");
+    EXPECT_EQ(entry.name, "DisplayName");
+    EXPECT_EQ(entry.value, "B [c]=d");
+}
+
+TEST(WholeLine, AnEmptyNameAndEmptyDataAreThere) {
+    const Entry entry = ScanLine("-2147483647[K]=").entry();
+    EXPECT_EQ(entry.key, "K]");
+    EXPECT_EQ(entry.name, "");
+    EXPECT_EQ(entry.value, "");
+}
+
+TEST(WholeLine, AnEqualsSignBeforeTheKeysEndFails) {
+    try {
+        static_cast<void>(ScanLine("-2147483646[A=B]DisplayName=x").entry());
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.number, 5);
+    }
 }
 
 }  // namespace

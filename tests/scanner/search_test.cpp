@@ -195,13 +195,16 @@ TEST_F(SearchTest, LinesWithoutBoundsGetThemAndTheFirstLineLandsInElement0) {
     EXPECT_EQ(logLines(), (Texts{"modSearch; FindString; ; 9; Index außerhalb des gültigen Bereichs"}));
 }
 
+// Each name of a list is ended by a NUL.
 TEST_F(SearchTest, TheSingleListsHoldAtLeastOneEmptyName) {
-    EXPECT_EQ(EnumValueNames(kHiveLocalMachine, "Software\\Fehlt"), Texts{""});
-    EXPECT_EQ(EnumSubKeys(kHiveLocalMachine, "Software\\Fehlt"), Texts{""});
+    const std::string none(1, '\0');
+    const std::string a("A\0", 2);
+    EXPECT_EQ(EnumValueNames(kHiveLocalMachine, "Software\\Fehlt"), none);
+    EXPECT_EQ(EnumSubKeys(kHiveLocalMachine, "Software\\Fehlt"), none);
     setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A", "", "Text");
-    EXPECT_EQ(EnumSubKeys(kHiveLocalMachine, "Software\\Probe"), Texts{"A"});
-    EXPECT_EQ(EnumSubKeys(kHiveLocalMachine, "Software\\Probe\\A"), Texts{""});
-    EXPECT_EQ(EnumValueNames(kHiveLocalMachine, "Software\\Probe\\A"), Texts{""});
+    EXPECT_EQ(EnumSubKeys(kHiveLocalMachine, "Software\\Probe"), a);
+    EXPECT_EQ(EnumSubKeys(kHiveLocalMachine, "Software\\Probe\\A"), none);
+    EXPECT_EQ(EnumValueNames(kHiveLocalMachine, "Software\\Probe\\A"), none);
     EXPECT_EQ(QueryStringValue(kHiveLocalMachine, "Software\\Probe\\A", ""), "Text");
     EXPECT_EQ(QueryStringValue(kHiveLocalMachine, "Software\\Probe\\A", "fehlt"), "");
     EXPECT_EQ(LastRegStatus, 2);

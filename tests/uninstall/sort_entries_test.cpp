@@ -2,10 +2,8 @@
 #include <algorithm>
 #include <random>
 
-#include "base/failure.h"
 #include "scanner/sort.h"
 #include "tests/uninstall/programs_fixture.h"
-#include "uninstall/program_entry.h"
 
 namespace bromvale::testing {
 namespace {
@@ -57,30 +55,6 @@ TEST(SortEntries, AListOfOneElementAndASortedListTakeOnePassAtMost) {
     EXPECT_EQ(sortByExchange(sorted), 1);
     Texts reversed{"e", "d", "c", "b", "a"};
     EXPECT_EQ(sortByExchange(reversed), 4);
-}
-
-TEST(ProgramEntryTest, ALineIsCutAtTheFirstOfEachSign) {
-    const ProgramEntry entry = takeApart("-2147483646[Software\\A [x]DisplayName=B [c]=d");
-    EXPECT_EQ(entry.hive, "-2147483646");
-    EXPECT_EQ(entry.key, "Software\\A [x]");
-    EXPECT_EQ(entry.name, "DisplayName");
-    EXPECT_EQ(entry.data, "B [c]=d");
-}
-
-TEST(ProgramEntryTest, AnEmptyNameAndEmptyDataAreThere) {
-    const ProgramEntry entry = takeApart("-2147483647[K]=");
-    EXPECT_EQ(entry.key, "K]");
-    EXPECT_EQ(entry.name, "");
-    EXPECT_EQ(entry.data, "");
-}
-
-TEST(ProgramEntryTest, AnEqualsSignBeforeTheKeysEndFails) {
-    try {
-        static_cast<void>(takeApart("-2147483646[A=B]DisplayName=x"));
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.number, 5);
-    }
 }
 
 }  // namespace

@@ -1,0 +1,110 @@
+// The buttons, the box and the context menu of the scan page. cmdStart scans, or with the caption
+// "&Entfernen" removes what a scan found.
+#include "core/settings.h"
+#include "core/state.h"
+#include "repair/reboot.h"
+#include "scanner/scan_driver.h"
+#include "scanner/scan_state.h"
+
+namespace bromvale {
+namespace {
+
+void showVersion(ScanPage& page) {
+    page.window.StatusBar_.setPanelText(1, "Status");
+    page.window.StatusBar_.setPanelText(2, "Version " + AppVersion);
+}
+
+void uncheckAndDisable(CheckBox& box) {
+    kStartButton.step([&] { box.setValue(0); });
+    box.setEnabled(false);
+}
+
+void resetPage(ScanPage& page) {
+    page.lvwRegKeys.setVisible(false);
+    uncheckAndDisable(page.chbRegKeysShow);
+    uncheckAndDisable(page.chbMarkierteKeysEntfernen);
+    page.cmdStart.setCaption("&Start");
+    page.lblScanProzent.setVisible(false);
+    showVersion(page);
+}
+
+void removeFaults(ScanPage& page) {
+    kStartButton.trace("Entfernen gedrückt");
+    kStartButton.step([&] { page.ProblemeEntfernen(); });
+    if (page.chbMarkierteKeysEntfernen.value() == 1) return;  // the offer stays, without restart or close
+    resetPage(page);
+    if (RebootAfterDelete == 1) {
+        kStartButton.trace("AutoClose + Reboot");
+        kStartButton.step(RebootSystem);
+        closeWindow(page);
+    }
+    if (AutoClose == 1) {
+        kStartButton.trace("AutoClose");
+        closeWindow(page);
+    }
+}
+
+}  // namespace
+
+// One button, two roles, told apart by its caption alone.
+void ScanPage::cmdStart_Click() {
+    if (cmdStart.caption() == "&Entfernen") {
+        removeFaults(*this);
+    } else {
+        runScan(*this);
+    }
+}
+
+// Not restricted to a running scan: a click while the button reads "&Entfernen" discards that offer. Rows and
+// group stay.
+void ScanPage::cmdAbbrechen_Click() {
+    ScanAbort = true;
+    window.setMousePointer(MousePointer::Default);
+    cmdStart.setEnabled(true);
+    cmdStart.setCaption("Start");  // without the access key, unlike "&Start": a difference that stays
+    cmdStart.setFocus();
+    chbRegKeysShow.setValue(0);
+    chbRegKeysShow.setEnabled(false);
+    chbMarkierteKeysEntfernen.setValue(0);
+    chbMarkierteKeysEntfernen.setEnabled(false);
+    lvwRegKeys.setVisible(false);
+    window.tmrTimer.setEnabled(false);
+    window.ProgressBar_.setValue(0);
+    lblScanBericht.setCaption("");
+    lblScanProzent.setCaption("");
+    lblScanTxt.setCaption("");
+    showVersion(*this);
+}
+
+void ScanPage::chbRegKeysShow_Click() {
+    if (chbRegKeysShow.value() == 1) {
+        lvwRegKeys.setVisible(true);
+        chbMarkierteKeysEntfernen.setEnabled(true);
+        return;
+    }
+    lvwRegKeys.setVisible(false);
+    // The box is enabled for the moment of the change.
+    chbMarkierteKeysEntfernen.setEnabled(true);
+    chbMarkierteKeysEntfernen.setValue(0);
+    chbMarkierteKeysEntfernen.setEnabled(false);
+}
+
+void ScanPage::mnuPopUpRegKeyEinzeln_Click() {
+    const bool tick = chbMarkierteKeysEntfernen.value() != 1;
+    if (tick) chbMarkierteKeysEntfernen.setValue(1);
+    cmdStart_Click();
+    if (tick) chbMarkierteKeysEntfernen.setValue(0);
+}
+
+// Honours the box for marked entries: with it ticked this removes the selected rows only.
+void ScanPage::mnuPopUpRegKeyAlle_Click() {
+    cmdStart_Click();
+}
+
+// While the button offers the removal this removes and doesn't scan. A running scan doesn't block it either.
+void ScanPage::mnuPopUpStartScan_Click() {
+    show();
+    cmdStart_Click();
+}
+
+}  // namespace bromvale

@@ -1,0 +1,16 @@
+#pragma once
+#include "core/routine.h"
+#include "ui/scan_page.h"
+
+namespace bromvale {
+
+// What the button of the scan page runs under, in each of its roles.
+inline constexpr Routine kStartButton{{"frmMain", "cmdStart_Click"}};
+
+// One scan with its report and what follows it. A scan may be started inside another one.
+void runScan(ScanPage& page);
+
+// Asks for the end of the program: the window's end is the end of the process, where nothing holds it up.
+void closeWindow(ScanPage& page);
+
+}  // namespace bromvale
