@@ -1,38 +1,25 @@
 // Emptying: what lands in the bin, links, and each call of the system failing in turn.
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
 
 #include "base/failure.h"
-#include "cleanup/file_del.h"
 #include "core/log.h"
-#include "platform/offline/machine.h"
-#include "tests/cleanup/cleanup_fixture.h"
+#include "tests/cleanup/host_drive_offline.h"
 
 namespace bromvale::testing {
 namespace {
 
-namespace fs = std::filesystem;
 using offline::EventKind;
 using offline::machine;
 
 class EmptyingOffline : public CleanupTest {
   protected:
-    static Texts recycled() {
-        Texts paths;
-        for (const auto& entry : machine().drives.recycled) paths.push_back(entry.path);
-        return paths;
-    }
     static void put(const std::string& path) { machine().drives.writeFile(path, "x"); }
 };
 
 TEST_F(EmptyingOffline, TheBinGetsFilesAndWholeSubFolders) {
     put("C:\\Müll\\a.txt");
     put("C:\\Müll\\unten\\b.txt");
-    std::string path = "C:\\Müll";
-    FileDel(path, "");
+    empty("C:\\Müll");
     EXPECT_EQ(recycled(), (Texts{"C:\\Müll\\a.txt", "C:\\Müll\\unten"}));
 }
 
@@ -41,8 +28,7 @@ TEST_F(EmptyingOffline, TheWindowsAreServedForEachEntry) {
         for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\") + name);
         for (const char* name : {"a", "b", "c"}) put(std::string("C:\\Müll\\unten\\") + name);
         const auto before = machine().pump.windowServings();
-        std::string path = "C:\\Müll\\";
-        FileDel(path, "");
+        empty("C:\\Müll\\");
         EXPECT_GE(machine().pump.windowServings() - before, DelFilePermanent == 1 ? 4u : 7u);
     }
 }
@@ -50,8 +36,7 @@ TEST_F(EmptyingOffline, TheWindowsAreServedForEachEntry) {
 TEST_F(EmptyingOffline, ForGoodNothingReachesTheBin) {
     DelFilePermanent = 1;
     put("C:\\Müll\\a.txt");
-    std::string path = "C:\\Müll\\";
-    FileDel(path, "");
+    empty("C:\\Müll\\");
     EXPECT_EQ(recycled(), Texts{});
 }
 
@@ -238,43 +223,17 @@ TEST_F(EmptyingOffline, NoFailureShowsTheErrorDialog) {
 
 // --- links ---
 
-// A drive that is a folder of the host, where links can be made.
-class Links : public EmptyingOffline {
+class Links : public HostDriveTest {
   protected:
     Links() {
-        std::string pattern = (fs::temp_directory_path() / "bromvale-links-XXXXXX").string();
-        host_ = ::mkdtemp(pattern.data());
-        fs::create_directories(host_ / "laufwerk" / "Ziel" / "tief");
         write("Ziel/bleibt.txt");
         write("Ziel/tief/bleibt.txt");
-        fs::create_directories(host_ / "laufwerk" / "Leeren");
-        machine().drives.addFolder('D', (host_ / "laufwerk").string());
     }
-    ~Links() override { fs::remove_all(host_); }
-
-    void write(const std::string& name) {
-        machine().drives.addFolder('E', (host_ / "laufwerk").string());
-        machine().drives.writeFile("E:\\" + backslashes(name), "x");
+    void expectTargetWhole() const {
+        EXPECT_TRUE(onHost("Ziel/bleibt.txt"));
+        EXPECT_TRUE(onHost("Ziel/tief/bleibt.txt"));
     }
-    void link(const std::string& target, const std::string& name) {
-        fs::create_symlink(host_ / "laufwerk" / target, host_ / "laufwerk" / name);
-    }
-    void expectTargetWhole() {
-        EXPECT_TRUE(fs::exists(host_ / "laufwerk/Ziel/bleibt.txt"));
-        EXPECT_TRUE(fs::exists(host_ / "laufwerk/Ziel/tief/bleibt.txt"));
-    }
-    bool linkExists(const std::string& name) { return fs::is_symlink(host_ / "laufwerk" / name); }
-    static void empty() {
-        std::string path = "D:\\Leeren";
-        FileDel(path, "");
-    }
-    static std::string backslashes(std::string name) {
-        for (char& c : name) {
-            if (c == '/') c = '\\';
-        }
-        return name;
-    }
-    fs::path host_;
+    [[nodiscard]] bool linkExists(const fs::path& name) const { return fs::is_symlink(drive() / name); }
 };
 
 TEST_F(Links, AreRemovedAsLinksWhateverTheSetting) {
@@ -283,7 +242,7 @@ TEST_F(Links, AreRemovedAsLinksWhateverTheSetting) {
         link("Ziel", "Leeren/a-Ordner");
         link("Ziel/bleibt.txt", "Leeren/b-Datei");
         write("Leeren/c.txt");
-        empty();
+        emptyDrive();
         EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{}) << permanent;
         EXPECT_FALSE(linkExists("Leeren/a-Ordner")) << permanent;
         expectTargetWhole();
@@ -293,7 +252,7 @@ TEST_F(Links, AreRemovedAsLinksWhateverTheSetting) {
 TEST_F(Links, ToFoldersNeverReachTheShell) {
     link("Ziel", "Leeren/Ordner");
     machine().faults.startCounting();
-    empty();
+    emptyDrive();
     EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u);
     EXPECT_EQ(machine().faults.calls("RemoveDirectoryA"), 1u);
     expectTargetWhole();
@@ -303,11 +262,11 @@ TEST_F(Links, BelowASubFolderAreTakenOutBeforeItGoes) {
     write("Leeren/unten/tief/d.txt");
     link("Ziel", "Leeren/unten/Verweis");
     link("Ziel", "Leeren/unten/tief/Verweis");
-    empty();
+    emptyDrive();
     EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{});
     EXPECT_EQ(recycled(), Texts{"D:\\Leeren\\unten"});
-    EXPECT_TRUE(fs::exists(host_ / "laufwerk.Papierkorb/unten/tief/d.txt"));
-    EXPECT_FALSE(fs::is_symlink(host_ / "laufwerk.Papierkorb/unten/Verweis"));
+    EXPECT_TRUE(fs::exists(bin() / "unten/tief/d.txt"));
+    EXPECT_FALSE(fs::is_symlink(bin() / "unten/Verweis"));
     expectTargetWhole();
 }
 
@@ -316,7 +275,7 @@ TEST_F(Links, ThatCannotBeRemovedKeepTheirFolderFromTheShell) {
     link("Ziel", "Leeren/b/Verweis");
     write("Leeren/c.txt");
     machine().faults.failFrom("RemoveDirectoryA", 1, ERROR_ACCESS_DENIED);
-    empty();
+    emptyDrive();
     EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{"b"});
     EXPECT_EQ(filesIn("D:\\Leeren\\b\\", "*"), (Texts{"Verweis", "datei.txt"}));
     expectTargetWhole();
@@ -326,17 +285,16 @@ TEST_F(Links, OfAFilledSubFolderStayWithItWhenDeletedForGood) {
     DelFilePermanent = 1;
     write("Leeren/b/datei.txt");
     link("Ziel", "Leeren/b/Verweis");
-    empty();
+    emptyDrive();
     EXPECT_TRUE(linkExists("Leeren/b/Verweis"));
     expectTargetWhole();
 }
 
 TEST_F(Links, AFolderOfTheListThatIsOneIsEmptied) {
-    fs::remove_all(host_ / "laufwerk/Leeren");
-    fs::create_directories(host_ / "laufwerk/Echt");
+    fs::remove_all(drive() / "Leeren");
     write("Echt/a.txt");
     link("Echt", "Leeren");
-    empty();
+    emptyDrive();
     EXPECT_EQ(filesIn("D:\\Echt\\", "*"), Texts{});
     EXPECT_TRUE(linkExists("Leeren"));
 }
@@ -344,7 +302,7 @@ TEST_F(Links, AFolderOfTheListThatIsOneIsEmptied) {
 TEST_F(Links, InACircleEndWithTheLink) {
     write("Leeren/b/datei.txt");
     link("Leeren", "Leeren/b/zurueck");
-    empty();
+    emptyDrive();
     EXPECT_EQ(filesIn("D:\\Leeren\\", "*"), Texts{});
     expectTargetWhole();
 }

@@ -1,5 +1,4 @@
 // Emptying folders: what goes, what stays, and that nothing stops the rest.
-#include "cleanup/file_del.h"
 #include "tests/cleanup/cleanup_fixture.h"
 #include "ui/frm_login.h"
 

@@ -1,8 +1,5 @@
 // Emptying on the real shell: what its recycle bin holds afterwards, links, and its folder dialog.
-#include <cstdlib>
-
 #include "cleanup/browse_for_folder.h"
-#include "cleanup/file_del.h"
 #include "platform/folder_dialog.h"
 #include "tests/cleanup/cleanup_fixture.h"
 #include "tests/cleanup/host_links_win32.h"
@@ -15,23 +12,10 @@ std::string own(const std::string& name) {
     return std::to_string(GetCurrentProcessId()) + "-" + name;
 }
 
-class RealShell : public CleanupTest {
-  protected:
-    // The folder that the shell of this system throws files into, with its backslash; empty where it isn't
-    // known.
-    static std::string bin() {
-        const char* const data = std::getenv("XDG_DATA_HOME");
-        if (data == nullptr) return {};
-        std::string path = std::string("Z:") + data + "/Trash/files/";
-        for (char& c : path) {
-            if (c == '/') c = '\\';
-        }
-        return path;
-    }
-};
+using RealShell = CleanupTest;
 
 TEST_F(RealShell, TheBinHoldsTheFilesAndTheSubFolderWithItsContent) {
-    if (bin().empty()) GTEST_SKIP() << "the place of the recycle bin isn't known here";
+    if (hostBin().empty()) GTEST_SKIP() << "the place of the recycle bin isn't known here";
     std::string path = makeBin("Leeren");
     const std::string file = own("eins.txt");
     const std::string sub = own("voll");
@@ -41,19 +25,19 @@ TEST_F(RealShell, TheBinHoldsTheFilesAndTheSubFolderWithItsContent) {
     FileDel(path, "");
     EXPECT_EQ(filesIn(path, "*"), Texts{});
     EXPECT_TRUE(exists(path));
-    EXPECT_EQ(readWholeFile(bin() + file), "eins");
-    EXPECT_EQ(readWholeFile(bin() + sub + "\\drei.txt"), "drei");
+    EXPECT_EQ(readWholeFile(hostBin() + file), "eins");
+    EXPECT_EQ(readWholeFile(hostBin() + sub + "\\drei.txt"), "drei");
 }
 
 TEST_F(RealShell, AnUndoFileReachesTheBinThoughFilesAreDeletedForGood) {
-    if (bin().empty()) GTEST_SKIP() << "the place of the recycle bin isn't known here";
+    if (hostBin().empty()) GTEST_SKIP() << "the place of the recycle bin isn't known here";
     DelFilePermanent = 1;
     makeFolderOnDisk(BackupPath);
     const std::string name = own("Rueckgaengig.reg");
     writeWholeFile(BackupPath + name, "REGEDIT4");
     FileDel(BackupPath, name);
     EXPECT_FALSE(exists(BackupPath + name));
-    EXPECT_EQ(readWholeFile(bin() + name), "REGEDIT4");
+    EXPECT_EQ(readWholeFile(hostBin() + name), "REGEDIT4");
 }
 
 TEST_F(RealShell, ForGoodNothingReachesTheBin) {
@@ -63,7 +47,7 @@ TEST_F(RealShell, ForGoodNothingReachesTheBin) {
     writeWholeFile(path + file, "weg");
     FileDel(path, "");
     EXPECT_FALSE(exists(path + file));
-    EXPECT_FALSE(exists(bin() + file));
+    EXPECT_FALSE(exists(hostBin() + file));
 }
 
 // Where the system reaches what a link points to under the link's name, the link stays, too.

@@ -1,6 +1,6 @@
 // Adding a folder to the list, and what the page starts or opens.
-#include "platform/offline/machine.h"
 #include "tests/cleanup/cleanup_fixture.h"
+#include "tests/support/recorded_offline.h"
 
 namespace bromvale::testing {
 namespace {
@@ -15,11 +15,7 @@ class FolderChoosing : public CleanupTest {
         machine().folders = {path};
         form().cleanup.cmdOrdnerWählen.userClick();
     }
-    static Texts started() {
-        Texts lines;
-        for (const auto& event : machine().events.of(EventKind::Run)) lines.push_back(event.text);
-        return lines;
-    }
+    static Texts started() { return recorded(EventKind::Run); }
 };
 
 TEST_F(FolderChoosing, TheDialogsTitleSaysWhatItIsFor) {

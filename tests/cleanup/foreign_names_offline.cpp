@@ -1,21 +1,13 @@
 // Emptying folders whose entries have names that the program's code page can't tell: on a folder of the host,
 // which keeps short names for them, and in memory with and without.
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-
 #include "cleanup/entry_names.h"
-#include "cleanup/file_del.h"
 #include "cleanup/folder_links.h"
 #include "platform/exact/text.h"
-#include "platform/offline/machine.h"
-#include "tests/cleanup/cleanup_fixture.h"
+#include "tests/cleanup/host_drive_offline.h"
 
 namespace bromvale::testing {
 namespace {
 
-namespace fs = std::filesystem;
 using offline::machine;
 
 // UTF-8, as the host names them.
@@ -23,31 +15,12 @@ constexpr const char* kFolder = "\xD0\x9F\xD0\xB0\xD0\xBF\xD0\xBA\xD0\xB0";    /
 constexpr const char* kFile = "\xD0\x9F\xD0\xB0\xD0\xBF\xD0\xBA\xD0\xB0.txt";  // the same with an extension
 constexpr const char* kStar = "\xEF\xBC\x8A";                                  // a wide star
 
-class ForeignNames : public CleanupTest {
+class ForeignNames : public HostDriveTest {
   protected:
-    ForeignNames() {
-        // A system that tells final paths.
-        machine().setOs(*offline::osByName("2.6.1.7601"));
-        std::string pattern = (fs::temp_directory_path() / "bromvale-names-XXXXXX").string();
-        host_ = ::mkdtemp(pattern.data());
-        fs::create_directories(drive() / "Leeren");
-        machine().drives.addFolder('D', drive().string());
-    }
-    ~ForeignNames() override { fs::remove_all(host_); }
+    // A system that tells final paths.
+    ForeignNames() { machine().setOs(*offline::osByName("2.6.1.7601")); }
 
-    [[nodiscard]] fs::path drive() const { return host_ / "laufwerk"; }
-    [[nodiscard]] fs::path bin() const { return host_ / "laufwerk.Papierkorb"; }
-    void write(const fs::path& name) const {
-        fs::create_directories((drive() / name).parent_path());
-        std::ofstream(drive() / name) << "x";
-    }
-    static void empty() {
-        std::string path = "D:\\Leeren";
-        FileDel(path, "");
-    }
     [[nodiscard]] bool isEmpty() const { return fs::is_empty(drive() / "Leeren"); }
-
-    fs::path host_;
 };
 
 TEST_F(ForeignNames, GoIntoTheBinUnderTheirOwnNames) {
@@ -55,7 +28,7 @@ TEST_F(ForeignNames, GoIntoTheBinUnderTheirOwnNames) {
     write(fs::path("Leeren") / kStar);
     write(fs::path("Leeren") / kFolder / "unten.txt");
     write("Leeren/a.txt");
-    empty();
+    emptyDrive();
     EXPECT_TRUE(isEmpty());
     for (const char* name : {kFile, kStar, kFolder, "a.txt"}) EXPECT_TRUE(fs::exists(bin() / name)) << name;
     EXPECT_TRUE(fs::exists(bin() / kFolder / "unten.txt"));
@@ -65,7 +38,7 @@ TEST_F(ForeignNames, GoForGoodButAFilledFolderStays) {
     DelFilePermanent = 1;
     write(fs::path("Leeren") / kFile);
     write(fs::path("Leeren") / kFolder / "unten.txt");
-    empty();
+    emptyDrive();
     EXPECT_FALSE(fs::exists(drive() / "Leeren" / kFile));
     EXPECT_TRUE(fs::exists(drive() / "Leeren" / kFolder / "unten.txt"));
     EXPECT_FALSE(fs::exists(bin()));
@@ -74,7 +47,7 @@ TEST_F(ForeignNames, GoForGoodButAFilledFolderStays) {
 TEST_F(ForeignNames, BelowASubFolderGoIntoTheBinWithIt) {
     write(fs::path("Leeren/unten") / kFolder / kFile);
     write(fs::path("Leeren/unten") / kFile);
-    empty();
+    emptyDrive();
     EXPECT_TRUE(isEmpty());
     EXPECT_TRUE(fs::exists(bin() / "unten" / kFolder / kFile));
     EXPECT_TRUE(fs::exists(bin() / "unten" / kFile));
@@ -85,7 +58,7 @@ TEST_F(ForeignNames, OfLinksGoAsLinksAtAnyDepth) {
     write(fs::path("Leeren/unten") / kFolder / "x.txt");
     fs::create_symlink(drive() / "Ziel", drive() / "Leeren" / kFolder);
     fs::create_symlink(drive() / "Ziel", drive() / "Leeren/unten" / kFolder / kStar);
-    empty();
+    emptyDrive();
     EXPECT_TRUE(isEmpty());
     EXPECT_TRUE(fs::exists(drive() / "Ziel/bleibt.txt"));
     EXPECT_TRUE(fs::exists(bin() / "unten" / kFolder / "x.txt"));
@@ -104,7 +77,7 @@ TEST_F(ForeignNames, OfAFolderWithALinkLeaveWhatLiesBehindItAlone) {
             fs::create_directories(photos);
             fs::create_directories(drive() / "Leeren/Zdjecia");
             fs::create_symlink(drive() / "Ziel", photos / "Verweis");
-            empty();
+            emptyDrive();
             EXPECT_TRUE(fs::exists(drive() / "Ziel/tief/bleibt.txt")) << DelFilePermanent << shortNames;
             EXPECT_FALSE(fs::exists(drive() / "Leeren/Zdjecia")) << DelFilePermanent << shortNames;
             // Into the bin the folder goes without its link, for good a filled one stays.
@@ -121,7 +94,7 @@ TEST_F(ForeignNames, WithABackslashNeverLeaveTheFolder) {
         write("Leeren/..\\Dokumente\\brief.txt");
         write("Leeren/..\\Dokumente\\*");
         write("Leeren/z.txt");
-        empty();
+        emptyDrive();
         EXPECT_TRUE(isEmpty()) << DelFilePermanent;
         EXPECT_TRUE(fs::exists(drive() / "Dokumente/brief.txt")) << DelFilePermanent;
     }
@@ -130,7 +103,7 @@ TEST_F(ForeignNames, WithABackslashNeverLeaveTheFolder) {
 TEST_F(ForeignNames, AreTracedAsTheyAreListedAndAsTheyAreReached) {
     write(fs::path("Leeren") / kFile);
     switchTracingOn();
-    empty();
+    emptyDrive();
     const Texts lines = logOf("FileDel");
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[1], "Versuch die Datei D:\\Leeren\\?????.txt zu löschen; Ergebnis unbekannt; 0; ");
@@ -152,8 +125,7 @@ TEST_F(ForeignNames, WithAShortNameGoAndWithoutOneStay) {
             machine().drives.shortNames = shortNames;
             machine().drives.writeFile(leeren(kPhoto), "x");
             machine().drives.writeFile("C:\\Leeren\\Zdjecie.txt", "x");
-            std::string path = "C:\\Leeren";
-            FileDel(path, "");
+            empty("C:\\Leeren");
             EXPECT_EQ(machine().drives.exists(leeren(kPhoto)), !shortNames) << DelFilePermanent;
             EXPECT_FALSE(machine().drives.exists("C:\\Leeren\\Zdjecie.txt")) << DelFilePermanent;
         }
@@ -179,8 +151,7 @@ TEST_F(ForeignNames, WhoseShortNameLeadsToAnotherEntryStay) {
 TEST_F(ForeignNames, WithoutShortNamesGoIntoTheBinWithTheFolderThatHoldsThem) {
     machine().drives.shortNames = false;
     machine().drives.writeFile(leeren(u"unten\\Zdj\u0119cia\\\u0142.txt"), "x");
-    std::string path = "C:\\Leeren";
-    FileDel(path, "");
+    empty("C:\\Leeren");
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), Texts{});
     ASSERT_EQ(machine().drives.recycled.size(), 1u);
     EXPECT_EQ(machine().drives.recycled[0].path, "C:\\Leeren\\unten");
@@ -190,8 +161,7 @@ TEST_F(ForeignNames, ThatStayAreToldByTheLogWithTheirReason) {
     machine().drives.shortNames = false;
     machine().drives.writeFile(leeren(kPhoto), "x");
     switchTracingOn();
-    std::string path = "C:\\Leeren";
-    FileDel(path, "");
+    empty("C:\\Leeren");
     const Texts lines = logOf("FileDel");
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[1], "Versuch die Datei C:\\Leeren\\Zdjecie.txt zu löschen; Ergebnis unbekannt; 0; ");

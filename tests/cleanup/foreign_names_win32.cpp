@@ -1,10 +1,8 @@
 // Emptying and deleting on the real file system, where names hold characters that the program's code page
 // lacks: what comes back for them separates folders or stands for many files.
 #include <algorithm>
-#include <cstdlib>
 
 #include "cleanup/entry_names.h"
-#include "cleanup/file_del.h"
 #include "platform/exact/text.h"
 #include "repair/backup_area.h"
 #include "tests/cleanup/cleanup_fixture.h"
@@ -60,16 +58,7 @@ class ForeignNames : public CleanupTest {
     void expectNeighbourWhole() {
         EXPECT_EQ(readWholeFile(neighbour_ + "brief.txt"), "brief") << DelFilePermanent;
     }
-    // Where the shell of this system throws files; empty where it isn't known.
-    static Wide bin() {
-        const char* const data = std::getenv("XDG_DATA_HOME");
-        if (data == nullptr) return {};
-        Wide path = wide(std::string("Z:") + data + "/Trash/files/");
-        for (wchar_t& c : path) {
-            if (c == L'/') c = L'\\';
-        }
-        return path;
-    }
+    static Wide bin() { return wide(hostBin()); }
 
     std::string path_;
     std::string neighbour_;

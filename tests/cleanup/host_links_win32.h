@@ -1,5 +1,7 @@
 #pragma once
-// Links, made by the system below the Windows functions, which can make none themselves there.
+// Of the system below the Windows functions: links, which those can't make there, and its recycle bin.
+#include <algorithm>
+#include <cstdlib>
 #include <string>
 
 #include "platform/files.h"
@@ -41,6 +43,15 @@ inline bool makeLink(const std::string& target, const std::string& name) {
 
 inline void removeLink(const std::string& folder, const std::string& name) {
     onHost("Z:\\bin\\rm -f \"" + hostPath(folder) + "/" + name + "\"");
+}
+
+// The folder that the shell throws files into, with its backslash; empty where it isn't known.
+inline std::string hostBin() {
+    const char* const data = std::getenv("XDG_DATA_HOME");
+    if (data == nullptr) return {};
+    std::string path = std::string("Z:") + data + "/Trash/files/";
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
 }
 
 }  // namespace bromvale::testing

@@ -1,35 +1,25 @@
 // What can't be looked at isn't deleted: folders that can't be opened, paths that are too long, final paths
 // that can't be told, and any call that fails.
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-
-#include "cleanup/file_del.h"
-#include "platform/offline/machine.h"
-#include "tests/cleanup/cleanup_fixture.h"
+#include "tests/cleanup/host_drive_offline.h"
 
 namespace bromvale::testing {
 namespace {
 
-namespace fs = std::filesystem;
 using offline::machine;
+
+constexpr offline::OsVersion kWindows7{2, 6, 1, 7601};
+constexpr offline::OsVersion kWindowsXp{2, 5, 1, 2600};
 
 class UnknownEntries : public CleanupTest {
   protected:
     // A system that tells final paths.
     UnknownEntries() { machine().setOs(kWindows7); }
-    static constexpr offline::OsVersion kWindows7{2, 6, 1, 7601};
-    static constexpr offline::OsVersion kWindowsXp{2, 5, 1, 2600};
 
     static void put(const std::string& path) { machine().drives.writeFile(path, "x"); }
-    static void empty() {
-        std::string path = "C:\\Leeren";
-        FileDel(path, "");
-    }
+    static void emptyLeeren() { empty("C:\\Leeren"); }
     static void emptyForGood() {
         DelFilePermanent = 1;
-        empty();
+        emptyLeeren();
         DelFilePermanent = 0;
     }
     // The call fails that comes next when the folder C:\Leeren\a\b is listed.
@@ -44,19 +34,19 @@ TEST_F(UnknownEntries, AFolderBelowThatCannotBeOpenedKeepsTheWholeFolder) {
     for (const long error : {ERROR_ACCESS_DENIED, ERROR_PATH_NOT_FOUND, ERROR_FILE_NOT_FOUND}) {
         failListingOf(error);
         machine().faults.startCounting();
-        empty();
+        emptyLeeren();
         EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u) << error;
         machine().faults.clear();
         EXPECT_TRUE(exists("C:\\Leeren\\a\\b\\c.txt")) << error;
     }
-    empty();
+    emptyLeeren();
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), Texts{});
 }
 
 TEST_F(UnknownEntries, AFolderThatIsKeptIsToldByTheLog) {
     switchTracingOn();
     failListingOf(ERROR_ACCESS_DENIED);
-    empty();
+    emptyLeeren();
     EXPECT_EQ(logOf("FileDel").back(),
               "Die Datei C:\\Leeren\\a bleibt stehen: nicht alles an ihr ließ sich ansehen oder als Verweis "
               "entfernen; "
@@ -72,7 +62,7 @@ TEST_F(UnknownEntries, AFolderBelowThatVanishesMeanwhileKeepsNothing) {
             machine().drives.erase("C:\\Leeren\\a\\b");
         }
     });
-    empty();
+    emptyLeeren();
     machine().faults.clear();
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), Texts{});
     EXPECT_EQ(logLines(), Texts{});
@@ -94,10 +84,10 @@ TEST_F(UnknownEntries, APathThatIsTooLongIsHandedToNobody) {
     FileDel(path, "");
     EXPECT_TRUE(machine().drives.exists(deep + "\\ab"));
     DelFilePermanent = 0;
-    empty();
+    emptyLeeren();
     EXPECT_TRUE(machine().drives.exists(deep + "\\ab"));
     machine().drives.erase(deep + "\\ab");
-    empty();
+    emptyLeeren();
     EXPECT_FALSE(machine().drives.exists(folder));
 }
 
@@ -115,12 +105,12 @@ TEST_F(UnknownEntries, AFinalPathThatCannotBeToldIsNoPermission) {
     put("C:\\Leeren\\b\\c.txt");
     for (const char* call : {"GetFinalPathNameByHandleW", "CreateFileA"}) {
         machine().faults.failFrom(call, 1, ERROR_ACCESS_DENIED);
-        empty();
+        emptyLeeren();
         emptyForGood();
         machine().faults.clear();
         EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), (Texts{"a.txt", "b"})) << call;
     }
-    empty();
+    emptyLeeren();
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), Texts{});
 }
 
@@ -131,7 +121,7 @@ TEST_F(UnknownEntries, AreTakenAtTheirWordBySystemsThatHaveNoFinalPathsAtAll) {
         for (DelFilePermanent = 0; DelFilePermanent <= 1; ++DelFilePermanent) {
             put("C:\\Leeren\\a.txt");
             put("C:\\Leeren\\b\\c.txt");
-            empty();
+            emptyLeeren();
             EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), DelFilePermanent == 1 ? Texts{"b"} : Texts{});
         }
     }
@@ -142,7 +132,7 @@ TEST_F(UnknownEntries, ThatAreNamedLikeADeviceStay) {
     for (const char* name : {"nul.txt", "con", "COM1.log"}) put(std::string("C:\\Leeren\\") + name);
     put("C:\\Leeren\\b\\aux.txt");
     put("C:\\Leeren\\z.txt");
-    empty();
+    emptyLeeren();
     emptyForGood();
     EXPECT_EQ(filesIn("C:\\Leeren\\", "*"), (Texts{"COM1.log", "b", "con", "nul.txt"}));
 }
@@ -179,7 +169,7 @@ class SwappedEntries : public UnknownEntries {
 
 TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceWhileItIsLookedThroughIsNotFollowed) {
     swapAt("FindFirstFileA", 4, "C:\\Leeren\\a\\b");
-    empty();
+    emptyLeeren();
     machine().faults.clear();
     EXPECT_GE(calls_, 4u);
     expectTargetWhole();
@@ -188,7 +178,7 @@ TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceWhileItIsLookedThroughIsNotF
 // The list is read, the entry looked up, and the folder a listed to its end.
 TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceBeforeItIsListedIsNotFollowed) {
     swapAt("FindClose", 3, "C:\\Leeren\\a\\b");
-    empty();
+    emptyLeeren();
     machine().faults.clear();
     EXPECT_GE(calls_, 3u);
     expectTargetWhole();
@@ -197,7 +187,7 @@ TEST_F(SwappedEntries, ALinkThatTakesTheFoldersPlaceBeforeItIsListedIsNotFollowe
 TEST_F(SwappedEntries, ALinkThatHasTakenTheFoldersPlaceIsNotHandedToTheShell) {
     machine().faults.startCounting();
     swapAt("FindFirstFileA", 5, "C:\\Leeren\\a");
-    empty();
+    emptyLeeren();
     EXPECT_EQ(machine().faults.calls("SHFileOperationA"), 0u);
     machine().faults.clear();
     EXPECT_EQ(calls_, 5u);
@@ -214,26 +204,12 @@ void PrintTo(const FailingCall& row, std::ostream* out) {
     *out << row.call;
 }
 
-class AnyFailure : public UnknownEntries, public ::testing::WithParamInterface<FailingCall> {
+class AnyFailure : public HostDriveTest, public ::testing::WithParamInterface<FailingCall> {
   protected:
     AnyFailure() {
-        std::string pattern = (fs::temp_directory_path() / "bromvale-faults-XXXXXX").string();
-        host_ = ::mkdtemp(pattern.data());
-        machine().drives.addFolder('D', (host_ / "laufwerk").string());
         write("Ziel/bleibt.txt");
         write("Ziel/tief/bleibt.txt");
         write("Neben/bleibt.txt");
-    }
-    ~AnyFailure() override { fs::remove_all(host_); }
-
-    void write(const fs::path& name) const {
-        fs::create_directories((host_ / "laufwerk" / name).parent_path());
-        std::ofstream(host_ / "laufwerk" / name) << "x";
-    }
-    void link(const char* target, const fs::path& name) const {
-        const fs::path path = host_ / "laufwerk" / name;
-        fs::remove(path);
-        fs::create_symlink(host_ / "laufwerk" / target, path);
     }
     void fill() const {
         write("Leeren/a.txt");
@@ -251,17 +227,15 @@ class AnyFailure : public UnknownEntries, public ::testing::WithParamInterface<F
     }
     void expectTheRestWhole(const std::string& where) const {
         for (const char* name : {"Ziel/bleibt.txt", "Ziel/tief/bleibt.txt", "Neben/bleibt.txt"})
-            EXPECT_TRUE(fs::exists(host_ / "laufwerk" / name)) << where << " " << name;
+            EXPECT_TRUE(onHost(name)) << where << " " << name;
     }
     void failOnce(unsigned nth, long error) const {
         fill();
         machine().faults.fail(GetParam().call, nth, error);
-        std::string path = "D:\\Leeren";
-        FileDel(path, "");
+        emptyDrive();
         machine().faults.clear();
         expectTheRestWhole(GetParam().call + std::to_string(nth) + "/" + std::to_string(error));
     }
-    fs::path host_;
 };
 
 TEST_P(AnyFailure, LeavesWhatLiesOutsideTheFolderAlone) {

@@ -9,6 +9,7 @@
 
 #include "tests/offline/full_registry.h"
 #include "tests/offline/tool_run.h"
+#include "tests/support/utf16_bytes.h"
 
 namespace bromvale::testing {
 namespace {
@@ -17,15 +18,6 @@ constexpr const char* kScan = "click cmdStart\nprint lblScanBericht\nclick cmdSt
 // The copy is the second file of the page: the undo file comes before it in the alphabet.
 constexpr const char* kPutBack =
     "nav Backup\nselect lvwBackup 2\nanswer Ja\nclick cmdEintragen\nrows lvwBackup\n";
-
-std::string wide(std::u16string_view text) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
-}
 
 std::size_t countOf(const std::string& text, std::string_view word) {
     std::size_t count = 0;

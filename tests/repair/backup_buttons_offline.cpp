@@ -2,8 +2,8 @@
 #include <functional>
 #include <utility>
 
-#include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
+#include "tests/support/recorded_offline.h"
 
 namespace bromvale::testing {
 namespace {
@@ -19,21 +19,7 @@ class BackupButtonsTest : public BackupTest {
             result.push_back(event.caption + " " + event.text);
         return result;
     }
-    [[nodiscard]] static Texts recycled() {
-        Texts result;
-        for (const auto& file : offline::machine().drives.recycled) result.push_back(file.path);
-        return result;
-    }
     static std::size_t restarts() { return offline::machine().events.count(EventKind::Restart); }
-    // Records of this routine alone.
-    [[nodiscard]] Texts logOf(const std::string& routine) {
-        Texts result;
-        for (const std::string& line : logLines()) {
-            if (line.starts_with("frmMain; " + routine + "; "))
-                result.push_back(line.substr(routine.size() + 11));
-        }
-        return result;
-    }
     static std::string path(const std::string& name) { return BackupPath + name; }
     // What happens while the next question stands.
     static void duringTheBox(std::function<void()> action) {

@@ -1,30 +1,17 @@
 #pragma once
-#include <string>
-#include <vector>
-
 #include "core/settings.h"
 #include "core/state.h"
 #include "platform/files.h"
 #include "repair/backup_area.h"
-#include "tests/support/test_machine.h"
-#include "ui/frm_main.h"
+#include "tests/support/window_test.h"
 
 namespace bromvale::testing {
 
-using Texts = std::vector<std::string>;
-
-inline constexpr int kLeft = 1;
-inline constexpr int kRight = 2;
-
 // The main window on a machine whose backup folder exists and is empty.
-class BackupTest : public TestMachine {
+class BackupTest : public WindowTest {
   protected:
-    BackupTest() {
-        fillState();
-        makeFolderOnDisk(BackupPath);
-    }
+    BackupTest() { makeFolderOnDisk(BackupPath); }
 
-    static FrmMain& form() { return frmMain(); }
     static ListView& list() { return form().backup.lvwBackup; }
 
     // A file of so many bytes in the backup folder, last written at that local time.
@@ -51,11 +38,7 @@ class BackupTest : public TestMachine {
         form().backup.mnuPopUpBackupZeigen_Click();
     }
 
-    static Texts names() {
-        Texts result;
-        for (int row = 1; row <= list().count(); ++row) result.push_back(list().item(row).text());
-        return result;
-    }
+    static Texts names() { return rowTexts(list()); }
     static Texts selected() {
         Texts result;
         for (int row = 1; row <= list().count(); ++row) {
@@ -69,13 +52,6 @@ class BackupTest : public TestMachine {
                std::to_string(item.smallIcon());
     }
     [[nodiscard]] Texts filesLeft() { return filesIn(BackupPath, "*.reg"); }
-
-    // Texts of the boxes shown so far.
-    [[nodiscard]] Texts asked() const {
-        Texts result;
-        for (const ShownBox& box : boxes()) result.push_back(box.text);
-        return result;
-    }
 };
 
 }  // namespace bromvale::testing

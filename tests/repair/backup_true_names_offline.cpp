@@ -1,8 +1,8 @@
 // Undo files whose names the code page can't hold: shown by their nearest letters, and reached by their short
 // names or not at all.
 #include "platform/exact/text.h"
-#include "platform/offline/machine.h"
 #include "tests/repair/backup_fixture.h"
+#include "tests/support/recorded_offline.h"
 
 namespace bromvale::testing {
 namespace {
@@ -33,11 +33,7 @@ class BackupTrueNames : public BackupTest {
         }
         return 0;
     }
-    static Texts opened() {
-        Texts paths;
-        for (const auto& event : machine().events.of(EventKind::ShellExecute)) paths.push_back(event.text);
-        return paths;
-    }
+    static Texts opened() { return recorded(EventKind::ShellExecute); }
     static bool twinExists() { return machine().drives.exists(BackupPath + "Lodz.reg"); }
 };
 

@@ -1,5 +1,5 @@
 // Every failure on the way to the complete copy.
-#include "tests/repair/complete_copy_fixture.h"
+#include "tests/repair/complete_copy_systems_offline.h"
 
 namespace bromvale::testing {
 namespace {

@@ -1,5 +1,5 @@
 // The complete copy on other systems, and with names beyond the code page.
-#include "tests/repair/complete_copy_fixture.h"
+#include "tests/repair/complete_copy_systems_offline.h"
 
 namespace bromvale::testing {
 namespace {

@@ -1,33 +1,17 @@
 // The second file of a removal, on both providers: whole keys in the form of the NT family.
-#include "repair/complete_copy.h"
-
-#include "tests/repair/removal_fixture.h"
+#include "tests/repair/complete_copy_fixture.h"
 
 namespace bromvale::testing {
 namespace {
 
 using namespace std::string_literals;
 
-constexpr const char* kA = "Software\\Probe\\A";
-
-std::string wide(std::u16string_view text) {
-    std::string bytes;
-    for (const char16_t unit : text) {
-        bytes += static_cast<char>(unit & 0xFF);
-        bytes += static_cast<char>(unit >> 8);
-    }
-    return bytes;
+std::string stays(const std::string& reason) {
+    return "frmMain; ProblemeEntfernen; Der Schl\xFCssel [HKEY_LOCAL_MACHINE\\Software\\Probe\\A] wurde "
+           "nicht "
+           "entfernt.; 0; " +
+           reason;
 }
-
-class CompleteCopyTest : public RemovalTest {
-  protected:
-    const std::string head = "\xFF\xFE" + wide(u"Windows Registry Editor Version 5.00\r\n");
-    const std::string stays(const std::string& reason) const {
-        return "frmMain; ProblemeEntfernen; Der Schl\xFCssel [HKEY_LOCAL_MACHINE\\Software\\Probe\\A] wurde "
-               "nicht entfernt.; 0; " +
-               reason;
-    }
-};
 
 TEST_F(CompleteCopyTest, HoldsEveryValueWithTypeAndBytes) {
     addKey("A");

@@ -1,29 +1,19 @@
 #pragma once
-#include <string>
-#include <vector>
-
 #include "base/failure.h"
 #include "core/registry_layer.h"
 #include "core/settings.h"
 #include "core/state.h"
 #include "core/text_file.h"
-#include "tests/support/test_machine.h"
-#include "ui/frm_main.h"
+#include "tests/support/window_test.h"
 
 namespace bromvale::testing {
 
-using Texts = std::vector<std::string>;
-
 // A machine with an empty registry and the main window, whose result list the tests fill themselves.
-class RemovalTest : public TestMachine {
+class RemovalTest : public WindowTest {
   protected:
-    RemovalTest() {
-        fillState();
-        makeFolderOnDisk(folder() + "Backup");
-    }
+    RemovalTest() { makeFolderOnDisk(folder() + "Backup"); }
 
-    static FrmMain& form() { return frmMain(); }
-    static ListView& list() { return frmMain().scan.lvwRegKeys; }
+    static ListView& list() { return form().scan.lvwRegKeys; }
     static void add(std::string_view keyLine, std::string_view name, std::string_view data,
                     std::string_view hive = "-2147483646") {
         list().add({keyLine, name, data, hive}, 1);
@@ -36,11 +26,7 @@ class RemovalTest : public TestMachine {
     bool isGone(const std::string& name) {
         return !keyExists(HKEY_LOCAL_MACHINE, "Software\\Probe\\" + name);
     }
-    static Texts rowKeys() {
-        Texts keys;
-        for (int row = 1; row <= list().count(); ++row) keys.push_back(list().item(row).text());
-        return keys;
-    }
+    static Texts rowKeys() { return rowTexts(list()); }
     static void select(std::initializer_list<const char*> endings) {
         for (int row = 1; row <= list().count(); ++row) {
             for (const char* ending : endings) {
