@@ -7,14 +7,13 @@
 #include "platform/exact/dialog.h"
 #include "platform/exact/text.h"
 #include "platform/folder_dialog.h"
-#include "ui/frm_main.h"
 
 namespace bromvale {
 
-std::string BrowseForFolder() {
+std::string BrowseForFolder(WindowHandle owner) {
     std::array<char, MAX_PATH> displayName{};
     BROWSEINFOA info{};
-    info.hwndOwner = frmMain().window();
+    info.hwndOwner = owner;
     info.pszDisplayName = displayName.data();
     info.lpszTitle = "Wähle den Ordner, aus den die Dateien gelöscht werden sollen.";
     info.ulFlags = BIF_RETURNONLYFSDIRS;

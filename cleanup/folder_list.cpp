@@ -103,7 +103,7 @@ void CleanupPage::cmdOrdnerWählen_Click() {
     constexpr Routine kRoutine{{"frmMain", "cmdOrdnerWählen_Click"}};
     kRoutine.started();
     std::string path;
-    kRoutine.step([&] { path = BrowseForFolder(); });
+    kRoutine.step([&] { path = BrowseForFolder(window.window()); });
     if (isListed(lvwOrdnerList, path)) {
         kRoutine.step([&] {
             MsgBox("Der Ordner " + path + " befindet sich bereits in der Liste.", kStyleInformation);

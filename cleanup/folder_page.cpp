@@ -27,7 +27,7 @@ std::string programName() {
 void CleanupPage::chbTempFilesDel_Click() {
     if (chbTempFilesDel.value() == 1) {
         SetKeyValue(kHiveLocalMachine, kRunKey, AppTitle, AppPath + programName() + ".exe -d", REG_SZ,
-                    kSetValue);
+                    KEY_SET_VALUE);
     } else {
         DelKeyValue(kHiveLocalMachine, kRunKey, AppTitle);
     }
@@ -35,8 +35,7 @@ void CleanupPage::chbTempFilesDel_Click() {
 
 // Takes effect at once, unlike the switches of the options page.
 void CleanupPage::chbDelFilePermanent_Click() {
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, "DelFilePermanent",
-                std::to_string(chbDelFilePermanent.value()), REG_SZ, kSetValue);
+    storeSetting(DelFilePermanent, std::to_string(chbDelFilePermanent.value()));
     ReadAppSwitch();
 }
 

@@ -12,10 +12,6 @@ namespace bromvale {
 // show it.
 inline constexpr std::int32_t kHiveCurrentUser = -2147483647;
 inline constexpr std::int32_t kHiveLocalMachine = -2147483646;
-// The standard right for reading: enough to see a key, and to have DelKey delete it, since the deletion opens
-// the key anew by itself.
-inline constexpr REGSAM kReadControl = 0x20000;
-inline constexpr REGSAM kSetValue = 2;
 
 [[nodiscard]] HKEY hiveHandle(std::int32_t number);
 // The low 32 bits, signed.
@@ -23,7 +19,8 @@ inline constexpr REGSAM kSetValue = 2;
 
 // The key's handle (closed again) as a number, 0 if it couldn't be opened.
 std::int32_t KeyExist(std::int32_t hive, std::string_view subKey, REGSAM access);
-// Deletes the key; a missing or refusing one is passed over.
+// Deletes the key; a missing or refusing one is passed over. READ_CONTROL is enough, since the deletion opens
+// the key anew by itself.
 void DelKey(std::int32_t hive, std::string_view subKey, REGSAM access);
 // What is left of DelKey where its caller has found no key just before: one that has come into being since
 // then stays.

@@ -85,7 +85,7 @@ const Setting* settingNamed(std::string_view name) {
 }
 
 void store(const char* name, std::string_view text) {
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, name, text, REG_SZ, kSetValue);
+    SetKeyValue(kHiveCurrentUser, kSettingsKey, name, text, REG_SZ, KEY_SET_VALUE);
 }
 
 // No number, or one that is too large, leaves the variable as it was.

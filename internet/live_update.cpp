@@ -9,7 +9,7 @@
 #include "internet/proxy_greeting.h"
 #include "internet/web_page.h"
 #include "platform/internet.h"
-#include "ui/frm_main.h"
+#include "ui/main_window.h"
 
 namespace bromvale {
 namespace {
@@ -46,7 +46,7 @@ void LiveUpdate() {
     kRoutine.ended();
 }
 
-void FrmMain::mnuPopUpLiveUpdate_Click() {
+void MainWindow::mnuPopUpLiveUpdate_Click() {
     constexpr Routine routine{{"frmMain", "mnuPopUpLiveUpdate_Click"}, Report{Ending::Leave}};
     bool reached = true;
     if (Proxy == 1 && !routine.step([&] { reached = greetProxy(winsock); })) return;

@@ -102,7 +102,7 @@ void CompleteCopy::write(std::string_view record) {
 
 void deleteCopied(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey,
                   std::int16_t show) {
-    if (copy == KeyCopy::Whole) return DelKey(hive, subKey, kReadControl);
+    if (copy == KeyCopy::Whole) return DelKey(hive, subKey, READ_CONTROL);
     if (copy == KeyCopy::NoKey) return DelMissingKey(hive, subKey);
     const std::string text = std::string("Der Schlüssel [")
                                  .append(HiveName(hive))

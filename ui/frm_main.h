@@ -40,8 +40,6 @@ class FrmMain : public MainWindow {
     void mnuPopUpAbout_Click();
     void mnuPopUpQuit_Click();
     void tmrTimer_Timer();
-    // internet/
-    void mnuPopUpLiveUpdate_Click();
 
     [[nodiscard]] static std::span<const Row<FrmMain>> rows();
 

@@ -20,6 +20,7 @@ class MainWindow : public Form {
 
     // This page and no other is seen.
     void showPage(const Page& page);
+    void mnuPopUpLiveUpdate_Click();  // internet/
     // In the order of their construction.
     [[nodiscard]] const std::vector<Page*>& pages() const { return pages_; }
 

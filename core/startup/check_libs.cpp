@@ -50,7 +50,7 @@ std::string missingText(const Component& component) {
 bool classIsKnown(const Component& component) {
     if (component.classId == nullptr) return false;
     const std::string key = std::string("Software\\Classes\\CLSID\\") + component.classId;
-    return KeyExist(kHiveLocalMachine, key, kReadControl) != 0;
+    return KeyExist(kHiveLocalMachine, key, READ_CONTROL) != 0;
 }
 
 void check(const Component& component) {

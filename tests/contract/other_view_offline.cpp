@@ -137,11 +137,11 @@ constexpr KeyRow kKeys[] = {
 TEST_F(TwoHalves, AProgramOf32BitsIsLedToItsHalfOfTheRegistry) {
     setHalves(Halves::SeenBy32);
     for (const auto& [named, real] : kKeys) {
-        EXPECT_EQ(KeyExist(kHiveLocalMachine, named, kReadControl), 0) << named;
+        EXPECT_EQ(KeyExist(kHiveLocalMachine, named, READ_CONTROL), 0) << named;
         makeKey(HKEY_LOCAL_MACHINE, named);
         EXPECT_TRUE(machine().registry.exists(real)) << named;
-        EXPECT_NE(KeyExist(kHiveLocalMachine, named, kReadControl), 0) << named;
-        DelKey(kHiveLocalMachine, named, kReadControl);
+        EXPECT_NE(KeyExist(kHiveLocalMachine, named, READ_CONTROL), 0) << named;
+        DelKey(kHiveLocalMachine, named, READ_CONTROL);
         EXPECT_FALSE(machine().registry.exists(real)) << named;
     }
     makeKey(HKEY_CURRENT_USER, "Software\\Classes\\CLSID\\{A}");

@@ -6,8 +6,6 @@
 namespace bromvale::testing {
 namespace {
 
-constexpr REGSAM kReadControl = 0x20000;
-
 class RegistryKeys : public TestMachine {
   protected:
     static std::vector<std::string> subKeys(HKEY key) {
@@ -123,7 +121,7 @@ TEST_F(RegistryKeys, ADoubledBackslashCountsAsOne) {
 
 TEST_F(RegistryKeys, AKeyCanBeSeenAndDeletedWithReadControlAlone) {
     makeKey(HKEY_LOCAL_MACHINE, "Software\\A\\B");
-    const HKEY key = open("Software\\A\\B", kReadControl);
+    const HKEY key = open("Software\\A\\B", READ_CONTROL);
     EXPECT_EQ(RegDeleteKeyA(key, ""), 0);
     EXPECT_EQ(RegCloseKey(key), 0);
     EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, "Software\\A\\B"));
@@ -132,7 +130,7 @@ TEST_F(RegistryKeys, AKeyCanBeSeenAndDeletedWithReadControlAlone) {
 
 TEST_F(RegistryKeys, AHandleWithoutTheRightToReadGivesFive) {
     setString(HKEY_LOCAL_MACHINE, "Software\\A", "Wert", "hier");
-    const HKEY key = open("Software\\A", kReadControl);
+    const HKEY key = open("Software\\A", READ_CONTROL);
     char name[256];
     DWORD size = sizeof name;
     EXPECT_EQ(RegEnumKeyA(key, 0, name, sizeof name), 5);
@@ -147,7 +145,7 @@ TEST_F(RegistryKeys, AKeyWithSubKeysIsNotDeletedOnNt) {
     makeKey(HKEY_LOCAL_MACHINE, "Software\\A\\B");
     EXPECT_EQ(RegDeleteKeyA(HKEY_LOCAL_MACHINE, "Software\\A"), 5);
     EXPECT_TRUE(keyExists(HKEY_LOCAL_MACHINE, "Software\\A\\B"));
-    const HKEY key = open("Software\\A", kReadControl);
+    const HKEY key = open("Software\\A", READ_CONTROL);
     EXPECT_EQ(RegDeleteKeyA(key, ""), 5);
     RegCloseKey(key);
     EXPECT_TRUE(keyExists(HKEY_LOCAL_MACHINE, "Software\\A\\B"));

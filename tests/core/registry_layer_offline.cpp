@@ -29,25 +29,25 @@ TEST_F(RegistryLayerHandles, FindValueLeavesItsKeyOpenInEitherOutcome) {
 }
 
 TEST_F(RegistryLayerHandles, AllOthersCloseWhatTheyOpened) {
-    KeyExist(kHiveLocalMachine, "Software\\Test", kReadControl);
-    SetKeyValue(kHiveLocalMachine, "Software\\Test", "a", "b", 1, kSetValue);
+    KeyExist(kHiveLocalMachine, "Software\\Test", READ_CONTROL);
+    SetKeyValue(kHiveLocalMachine, "Software\\Test", "a", "b", 1, KEY_SET_VALUE);
     static_cast<void>(ReadValue(kHiveLocalMachine, "Software\\Test", "a"));
     DelKeyValue(kHiveLocalMachine, "Software\\Test", "a");
-    DelKey(kHiveLocalMachine, "Software\\Test\\Unten", kReadControl);
-    DelKey(kHiveLocalMachine, "Software\\Weg", kReadControl);
+    DelKey(kHiveLocalMachine, "Software\\Test\\Unten", READ_CONTROL);
+    DelKey(kHiveLocalMachine, "Software\\Weg", READ_CONTROL);
     EXPECT_EQ(leaked(), 0u);
 }
 
 TEST_F(RegistryLayerHandles, TheOldFamilyDeletesAKeyWithAllBelowIt) {
     offline::machine().registry.setNtFamily(false);
-    DelKey(kHiveLocalMachine, "Software\\Test", kReadControl);
+    DelKey(kHiveLocalMachine, "Software\\Test", READ_CONTROL);
     EXPECT_FALSE(keyExists(HKEY_LOCAL_MACHINE, "Software\\Test"));
 }
 
 TEST_F(RegistryLayerHandles, AKeyThatMustNotBeReadCountsAsMissingAndStays) {
     offline::machine().registry.deny("HKEY_LOCAL_MACHINE\\Software\\Test\\Unten");
-    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Test\\Unten", kReadControl), 0);
-    DelKey(kHiveLocalMachine, "Software\\Test\\Unten", kReadControl);
+    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Test\\Unten", READ_CONTROL), 0);
+    DelKey(kHiveLocalMachine, "Software\\Test\\Unten", READ_CONTROL);
     EXPECT_TRUE(offline::machine().registry.exists("HKEY_LOCAL_MACHINE\\Software\\Test\\Unten"));
 }
 

@@ -18,26 +18,26 @@ class RegistryLayer : public testing::TestMachine {
 
 TEST_F(RegistryLayer, KeyExistTellsAKeyFromAMissingOne) {
     makeKey(HKEY_LOCAL_MACHINE, "Software\\Da");
-    EXPECT_NE(KeyExist(kHiveLocalMachine, "Software\\Da", kReadControl), 0);
-    EXPECT_NE(KeyExist(kHiveLocalMachine, "software\\DA", kReadControl), 0);
-    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Weg", kReadControl), 0);
-    EXPECT_EQ(KeyExist(kHiveCurrentUser, "Software\\Da", kReadControl), 0);
+    EXPECT_NE(KeyExist(kHiveLocalMachine, "Software\\Da", READ_CONTROL), 0);
+    EXPECT_NE(KeyExist(kHiveLocalMachine, "software\\DA", READ_CONTROL), 0);
+    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Weg", READ_CONTROL), 0);
+    EXPECT_EQ(KeyExist(kHiveCurrentUser, "Software\\Da", READ_CONTROL), 0);
 }
 
 TEST_F(RegistryLayer, KeyExistLogsAMissingKeyWhileTracingAlone) {
-    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Weg", kReadControl), 0);
+    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Weg", READ_CONTROL), 0);
     EXPECT_EQ(logLines(), Lines{});
     switchTracingOn();
     makeKey(HKEY_LOCAL_MACHINE, "Software\\Da");
-    EXPECT_NE(KeyExist(kHiveLocalMachine, "Software\\Da", kReadControl), 0);
+    EXPECT_NE(KeyExist(kHiveLocalMachine, "Software\\Da", READ_CONTROL), 0);
     EXPECT_EQ(logLines(), Lines{});
-    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Weg", kReadControl), 0);
+    EXPECT_EQ(KeyExist(kHiveLocalMachine, "Software\\Weg", READ_CONTROL), 0);
     EXPECT_EQ(logLines(), Lines{"modKeyFunc; KeyExist; -2147483646; Software\\Weg; 0; 0; "});
 }
 
 TEST_F(RegistryLayer, DelKeyDeletesTheKeyItself) {
     setString(HKEY_CURRENT_USER, "Software\\Test\\Fehler", "Wert", "x");
-    DelKey(kHiveCurrentUser, "Software\\Test\\Fehler", kReadControl);
+    DelKey(kHiveCurrentUser, "Software\\Test\\Fehler", READ_CONTROL);
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, "Software\\Test\\Fehler"));
     EXPECT_TRUE(keyExists(HKEY_CURRENT_USER, "Software\\Test"));
     EXPECT_EQ(logLines(), Lines{});
@@ -45,14 +45,14 @@ TEST_F(RegistryLayer, DelKeyDeletesTheKeyItself) {
 
 TEST_F(RegistryLayer, DelKeyLeavesAKeyWithSubKeys) {
     makeKey(HKEY_CURRENT_USER, "Software\\Test\\Unten");
-    DelKey(kHiveCurrentUser, "Software\\Test", kReadControl);
+    DelKey(kHiveCurrentUser, "Software\\Test", READ_CONTROL);
     EXPECT_TRUE(keyExists(HKEY_CURRENT_USER, "Software\\Test\\Unten"));
 }
 
 TEST_F(RegistryLayer, DelKeyOnAMissingKeyLogsTheHandle0AndChangesNothing) {
     switchTracingOn();
     makeKey(HKEY_CURRENT_USER, "Software\\Da");
-    DelKey(kHiveCurrentUser, "Software\\Weg", kReadControl);
+    DelKey(kHiveCurrentUser, "Software\\Weg", READ_CONTROL);
     EXPECT_EQ(logLines(), Lines{"modKeyFunc; DelKey; -2147483647; Software\\Weg; 0; 0; "});
     EXPECT_TRUE(keyExists(HKEY_CURRENT_USER, "Software\\Da"));
 }
@@ -76,7 +76,7 @@ TEST_F(RegistryLayer, DelKeyValueOfAMissingKeyLogsNothing) {
 TEST_F(RegistryLayer, SetKeyValueStoresTheTextWithItsNul) {
     makeKey(HKEY_CURRENT_USER, "Software\\Test");
     switchTracingOn();
-    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Ort", "Köln", 1, kSetValue);
+    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Ort", "Köln", 1, KEY_SET_VALUE);
     EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Ort"), (testing::StoredValue{1, "Köln\0"s}));
     EXPECT_EQ(logLines(), Lines{"modKeyFunc; SetKeyValue; -2147483647; Software\\Test; 1; Ort; Köln; 0; "});
 }
@@ -84,25 +84,25 @@ TEST_F(RegistryLayer, SetKeyValueStoresTheTextWithItsNul) {
 TEST_F(RegistryLayer, SetKeyValueTakesAPartOfALongerText) {
     makeKey(HKEY_CURRENT_USER, "Software\\Test");
     SetKeyValue(kHiveCurrentUser, "Software\\Test", "Ort", std::string_view("12345").substr(1, 2), 1,
-                kSetValue);
+                KEY_SET_VALUE);
     EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Ort"), (testing::StoredValue{1, "23\0"s}));
 }
 
 TEST_F(RegistryLayer, SetKeyValueOnAMissingKeyChangesNothingAndLogsAsIfItHadWorked) {
-    SetKeyValue(kHiveCurrentUser, "Software\\Weg", "Name", "Wert", 1, kSetValue);
+    SetKeyValue(kHiveCurrentUser, "Software\\Weg", "Name", "Wert", 1, KEY_SET_VALUE);
     EXPECT_EQ(logLines(), Lines{});
     switchTracingOn();
-    SetKeyValue(kHiveCurrentUser, "Software\\Weg", "Name", "Wert", 1, kSetValue);
+    SetKeyValue(kHiveCurrentUser, "Software\\Weg", "Name", "Wert", 1, KEY_SET_VALUE);
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, "Software\\Weg"));
     EXPECT_EQ(logLines(), Lines{"modKeyFunc; SetKeyValue; -2147483647; Software\\Weg; 1; Name; Wert; 0; "});
 }
 
 TEST_F(RegistryLayer, SetKeyValueStoresOtherTypesAsAByteInAWord) {
     makeKey(HKEY_CURRENT_USER, "Software\\Test");
-    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Zahl", "255", 3, kSetValue);
+    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Zahl", "255", 3, KEY_SET_VALUE);
     EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Zahl"),
               (testing::StoredValue{3, "\xFF\0\0\0"s}));
-    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Wort", "7", 4, kSetValue);
+    SetKeyValue(kHiveCurrentUser, "Software\\Test", "Wort", "7", 4, KEY_SET_VALUE);
     EXPECT_EQ(storedValue(HKEY_CURRENT_USER, "Software\\Test", "Wort"),
               (testing::StoredValue{4, "\x07\0\0\0"s}));
 }
@@ -112,7 +112,7 @@ TEST_F(RegistryLayer, SetKeyValueHandsAConversionThatFailsToItsCaller) {
     for (const auto& [text, number] : {std::pair{"256", 6}, std::pair{"x", 13}}) {
         int failed = 0;
         try {
-            SetKeyValue(kHiveCurrentUser, "Software\\Test", "Zahl", text, 3, kSetValue);
+            SetKeyValue(kHiveCurrentUser, "Software\\Test", "Zahl", text, 3, KEY_SET_VALUE);
         } catch (const Failure& failure) {
             failed = failure.number;
         }

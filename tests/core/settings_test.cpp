@@ -253,7 +253,7 @@ TEST_F(Settings, AValueThatVanishedKeepsItsVariable) {
     DelKeyValue(kHiveCurrentUser, kSettingsKey, "AutoScan");
     ReadAppSwitch();
     EXPECT_EQ(AutoScan, 1);
-    DelKey(kHiveCurrentUser, kSettingsKey, kReadControl);
+    DelKey(kHiveCurrentUser, kSettingsKey, READ_CONTROL);
     ReadAppSwitch();
     EXPECT_EQ(AutoClose, 1);
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, kSettingsKey));
@@ -263,7 +263,7 @@ TEST_F(Settings, AValueThatVanishedKeepsItsVariable) {
 TEST_F(Settings, WritingASettingChangesItsVariableAtTheNextReadingOnly) {
     set("AutoScan", "0");
     ReadAppSwitch();
-    SetKeyValue(kHiveCurrentUser, kSettingsKey, "AutoScan", "1", 1, kSetValue);
+    SetKeyValue(kHiveCurrentUser, kSettingsKey, "AutoScan", "1", 1, KEY_SET_VALUE);
     EXPECT_EQ(AutoScan, 0);
     EXPECT_EQ(text("AutoScan"), "1");
     ReadAppSwitch();

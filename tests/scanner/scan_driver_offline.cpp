@@ -129,7 +129,7 @@ TEST_F(HostileScanTest, KeysDeletedInTheMiddleOfTheWalkLookEmptyAndTheScanEnds) 
     // Step 1 has three pumps; in step 2 come its own one, the start key's line, sub key {1}.
     atPump(6, [] {
         for (int i = 1; i <= 4; ++i)
-            DelKey(kHiveLocalMachine, "Software\\Classes\\CLSID\\{" + std::to_string(i) + "}", kReadControl);
+            DelKey(kHiveLocalMachine, "Software\\Classes\\CLSID\\{" + std::to_string(i) + "}", READ_CONTROL);
     });
     scan();
     const std::string clsid = "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\";

@@ -173,7 +173,7 @@ TEST_F(SearchTest, AKeyDeletedWhileTheWalkRunsHasOneLineAndTheNextIsRead) {
     setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A", "a", "1");
     setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\B", "b", "2");
     // The second pump stands between the listing of the sub keys and the visit of A.
-    atPump(2, [] { DelKey(kHiveLocalMachine, "Software\\Probe\\A", kReadControl); });
+    atPump(2, [] { DelKey(kHiveLocalMachine, "Software\\Probe\\A", READ_CONTROL); });
     EXPECT_EQ(collect("Software\\Probe"), (Texts{
                                               "-2147483646[Software\\Probe]@=",
                                               "-2147483646[Software\\Probe\\A]@=",
