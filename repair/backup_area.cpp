@@ -16,6 +16,7 @@
 #include "platform/events.h"
 #include "platform/exact/files.h"
 #include "platform/exact/text.h"
+#include "platform/machine.h"
 #include "ui/backup_page.h"
 
 namespace bromvale {
@@ -27,6 +28,14 @@ constexpr int kSizeColumn = 1;
 constexpr int kDateColumn = 2;
 constexpr int kFileNotFound = 53;
 
+SYSTEMTIME localTime(const FILETIME& time) {
+    FILETIME local{};
+    SYSTEMTIME result{};
+    FileTimeToLocalFileTime(&time, &local);
+    FileTimeToSystemTime(&local, &result);
+    return result;
+}
+
 // A row per file; what can't be found out about a file leaves its cell as it is, and the next file is listed
 // all the same. A name that the code page can't hold is shown by its nearest letters, which may be those of
 // another file, so the row keeps the name itself.
@@ -36,24 +45,14 @@ void addFile(ListView& list, const std::string& name) {
     if (row == nullptr) return;
     if (!isExact(name)) row->setTag(name);
     kRoutine.step([&] {
-        const FileFacts facts = fileFacts(BackupPath + name);
-        row->setSubItem(kSizeColumn, sizeText(facts.size));
-        row->setSubItem(kDateColumn, dateTimeText(facts.written));
+        FoundEntry found;
+        if (findEntry(BackupPath + name, found) != 0) raise(kFileNotFound);
+        row->setSubItem(kSizeColumn, sizeText(static_cast<double>(found.size)));
+        row->setSubItem(kDateColumn, dateTimeText(localTime(found.written)));
     });
 }
 
 }  // namespace
-
-FileFacts fileFacts(std::string_view path) {
-    FoundEntry found;
-    if (findEntry(std::string(path), found) != 0) raise(kFileNotFound);
-    FileFacts facts;
-    facts.size = static_cast<double>(found.size);
-    FILETIME local{};
-    FileTimeToLocalFileTime(&found.written, &local);
-    FileTimeToSystemTime(&local, &facts.written);
-    return facts;
-}
 
 std::vector<std::string> undoFileNames() {
     constexpr std::string_view kEnding = ".reg";

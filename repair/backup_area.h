@@ -1,10 +1,7 @@
 #pragma once
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "platform/machine.h"
 
 namespace bromvale {
 
@@ -15,22 +12,16 @@ namespace bromvale {
 // reported.
 void AutoFileDel();
 
-// Local date of the file's last write as "day.month.year" without leading zeros; "0.0.0" where it can't be
-// read.
-[[nodiscard]] std::string GetFileDate(std::string_view path);
-
 // The names of all undo files, without path; a folder of such a name is none. `*.reg` also finds what bears
 // such an ending in its short name alone; only names that end in ".reg" themselves, in whatever case, are
 // undo files. Adds the backslash that BackupPath may lack.
 [[nodiscard]] std::vector<std::string> undoFileNames();
 
-// What stands behind a file's name: the size in bytes, the local time of the last write.
-struct FileFacts {
-    double size = 0;
-    SYSTEMTIME written{};
-};
-// Failure 53 where there is no such file.
-[[nodiscard]] FileFacts fileFacts(std::string_view path);
+// --- for tests: parts of the above and of the page ---
+
+// Local date of the file's last write as "day.month.year" without leading zeros; "0.0.0" where it can't be
+// read.
+[[nodiscard]] std::string GetFileDate(std::string_view path);
 
 // Kilobytes with the locale's decimal sign, cut to five characters: "2 KB", "0,976 KB", "1464, KB".
 [[nodiscard]] std::string sizeText(double bytes);

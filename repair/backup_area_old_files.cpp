@@ -12,6 +12,7 @@
 #include "core/state.h"
 #include "platform/exact/text.h"
 #include "platform/files.h"
+#include "platform/machine.h"
 #include "repair/backup_area.h"
 
 namespace bromvale {

@@ -4,14 +4,9 @@
 #include "platform/process.h"
 
 namespace bromvale {
+namespace {
 
-bool IsWinNT() {
-    OSVERSIONINFOA version{};
-    version.dwOSVersionInfoSize = sizeof version;
-    GetVersionExA(&version);
-    return version.dwPlatformId == VER_PLATFORM_WIN32_NT;
-}
-
+// Asks for the right to shut down. All results are ignored.
 void AdjustShutdownPrivilege() {
     HANDLE token = nullptr;
     OpenProcessToken(GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES | TOKEN_QUERY, &token);
@@ -24,6 +19,15 @@ void AdjustShutdownPrivilege() {
     DWORD length = 0;
     AdjustTokenPrivileges(token, FALSE, &wanted, sizeof before, &before, &length);
     // The token is left open: the process is about to end with the system.
+}
+
+}  // namespace
+
+bool IsWinNT() {
+    OSVERSIONINFOA version{};
+    version.dwOSVersionInfoSize = sizeof version;
+    GetVersionExA(&version);
+    return version.dwPlatformId == VER_PLATFORM_WIN32_NT;
 }
 
 // On the 9x family no right is needed, and none of the token's functions is called.

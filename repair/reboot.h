@@ -2,12 +2,13 @@
 
 namespace bromvale {
 
-// The NT family (platform 2), not the 9x one.
-[[nodiscard]] bool IsWinNT();
-// Asks for the right to shut down. All results are ignored and the token stays open.
-void AdjustShutdownPrivilege();
 // Restarts Windows without asking running programs, and returns: the caller goes on until the system ends the
 // process. Where it is refused nothing happens.
 void RebootSystem();
+
+// --- for tests: a part of the above ---
+
+// The NT family (platform 2), not the 9x one.
+[[nodiscard]] bool IsWinNT();
 
 }  // namespace bromvale
