@@ -31,7 +31,6 @@ class Removal {
     [[nodiscard]] bool removeSelected();
     [[nodiscard]] bool removeAll();
     [[nodiscard]] bool saveAndDelete(int number);
-    [[nodiscard]] bool copyAndDelete(std::int32_t hive, const std::string& subKey);
     [[nodiscard]] bool show(std::string_view message);
 
     ScanPage& page_;
@@ -95,7 +94,10 @@ bool Removal::removeAll() {
            kRoutine.step([&] { list_.clear(); });
 }
 
-// The record is with the operating system, in one write, before its key is deleted.
+// The record and then the whole key are with the operating system, in one write each, before the key is
+// deleted. A key that can't be copied whole stays, and its row counts as removed like that of any key that
+// refuses.
+//
 // The sub key is what stands behind the first backslash without the closing "]": rows of a dead link have
 // none behind the hive's name and lose the first element of their path, so that their deletion aims at a key
 // below `Classes` of the hive, which as a rule isn't there. They are handled like all others on purpose:
@@ -115,15 +117,9 @@ bool Removal::saveAndDelete(int number) {
     // This one line carries the module of the checks, unlike the rest of the routine.
     trace("modCheckKeys", kRoutine.funktion,
           [&] { return undoRecordText(row.keyLine, row.valueName, row.valueData); });
-    return copyAndDelete(row.hive, subKey);
-}
-
-// Whole and with the operating system, in one write, before the key is deleted. A key that can't be copied
-// whole stays, and its row counts as removed like that of any key that refuses.
-bool Removal::copyAndDelete(std::int32_t hive, const std::string& subKey) {
     KeyCopy copy = KeyCopy::NoKey;
-    return kRoutine.step([&] { copy = copy_->save(hive, subKey); }) &&
-           kRoutine.step([&] { deleteCopied(copy, kRoutine, hive, subKey, kHide); });
+    return kRoutine.step([&] { copy = copy_->save(row.hive, subKey); }) &&
+           kRoutine.step([&] { deleteCopied(copy, kRoutine, row.hive, subKey, kHide); });
 }
 
 bool Removal::show(std::string_view message) {

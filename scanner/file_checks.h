@@ -13,6 +13,7 @@ void CheckFile(std::string_view hiveName, int index, EntryGroup& group, RowSink&
 
 // What CheckFile takes a value's file to be: lower case but for the folders put in for variables, without
 // quotes, from the drive letter on, cut behind the first ".exe", ".dll" and ".ocx". Failures are reported.
+// Declared for tests.
 void toFileReference(std::string_view value, std::string& reference);
 
 }  // namespace bromvale

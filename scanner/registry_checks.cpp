@@ -70,7 +70,7 @@ void takeBackRows(EntryGroup& group, RowSink& rows) {
 }
 
 // The hive's name is that of the entry that closes the group, not of the group's own entries.
-// The index is wider than the 16-bit number it once was: no entry of a huge object is to stay unjudged.
+// The index is wider than a 16-bit number: no entry of a huge object is to stay unjudged.
 void judgeGroup(std::string_view hiveName, EntryGroup& group, RowSink& rows) {
     const int count = group.count();
     if (group.isLeftAlone()) kCheckReg.step([&] { traceLeftAlone(group, hiveName); });

@@ -4,7 +4,7 @@
 #include "core/state.h"
 #include "repair/reboot.h"
 #include "scanner/scan_driver.h"
-#include "scanner/scan_state.h"
+#include "scanner/search.h"
 
 namespace bromvale {
 namespace {
@@ -38,10 +38,7 @@ void removeFaults(ScanPage& page) {
         kStartButton.step(RebootSystem);
         closeWindow(page);
     }
-    if (AutoClose == 1) {
-        kStartButton.trace("AutoClose");
-        closeWindow(page);
-    }
+    closeIfWished(page);
 }
 
 }  // namespace

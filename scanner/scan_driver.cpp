@@ -11,14 +11,11 @@
 #include "platform/events.h"
 #include "scanner/registry_checks.h"
 #include "scanner/scan_report.h"
-#include "scanner/scan_state.h"
 #include "scanner/scan_steps.h"
 #include "scanner/search.h"
 
 namespace bromvale {
 namespace {
-
-constexpr const Routine<>& kRoutine = kStartButton;
 
 // The locals of one run of the handler. A scan that is started inside another one has its own.
 class Scan {
@@ -30,6 +27,7 @@ class Scan {
     void prepare();
     [[nodiscard]] bool collect();
     [[nodiscard]] bool collectStep(int number, const ScanStep& row);
+    [[nodiscard]] bool endedByAbort(std::string_view text);
     void turnToChecks();
     [[nodiscard]] bool checkEntries();
     void showEntry();
@@ -65,14 +63,14 @@ void Scan::run() {
 
 // The group that the last scan left behind is not touched: its object is judged in this one.
 void Scan::prepare() {
-    kRoutine.started();
+    kStartButton.started();
     ScanAbort = false;
     page_.cmdStart.setEnabled(false);
     window_.setMousePointer(MousePointer::Hourglass);
     window_.ProgressBar_.setRange(0, 100);
     window_.tmrTimer.setInterval(50);
     window_.tmrTimer.setEnabled(true);
-    kRoutine.trace("Verlauf festgelegt");
+    kStartButton.trace("Verlauf festgelegt");
     page_.chbRegKeysShow.setEnabled(false);
     Label* const labels[] = {&page_.lblScanTxt, &page_.lblScanProzent, &page_.lblScanBericht};
     for (Label* label : labels) label->setCaption("");
@@ -90,7 +88,7 @@ bool Scan::collect() {
 }
 
 bool Scan::collectStep(int number, const ScanStep& row) {
-    kRoutine.trace([&] { return "Schritt " + std::to_string(number) + " begonnen"; });
+    kStartButton.trace([&] { return "Schritt " + std::to_string(number) + " begonnen"; });
     spec_.SearchKey = row.searchKey;
     spec_.SearchHive = row.searchHive;
     page_.lblScanTxt.setCaption(row.caption);
@@ -98,47 +96,47 @@ bool Scan::collectStep(int number, const ScanStep& row) {
     window_.setMousePointer(MousePointer::Hourglass);
     window_.StatusBar_.setPanelText(1, "Schritt " + std::to_string(number) + " von " +
                                            std::to_string(kScanSteps.size()) + " läuft. Bitte warten...");
-    kRoutine.step(DoEvents);
-    kRoutine.trace("einlesen beginnt");
-    kRoutine.step([&] { FindString(spec_, lines_); });
+    kStartButton.step(DoEvents);
+    kStartButton.trace("einlesen beginnt");
+    kStartButton.step([&] { FindString(spec_, lines_); });
     window_.StatusBar_.setPanelText(1, "Einen Moment bitte...");
     page_.lblScanTxt.setCaption("Registrierungsschlüssel werden verarbeitet...");
-    kRoutine.step(DoEvents);
-    kRoutine.trace("einlesen beendet");
+    kStartButton.step(DoEvents);
+    kStartButton.trace("einlesen beendet");
     window_.ProgressBar_.setValue(0);
-    if (!ScanAbort) return true;
-    kRoutine.trace("Scan abgebrochen");
-    kRoutine.step([&] { page_.cmdAbbrechen_Click(); });
-    return false;
+    return !endedByAbort("Scan abgebrochen");
+}
+
+bool Scan::endedByAbort(std::string_view text) {
+    if (!ScanAbort) return false;
+    kStartButton.trace(text);
+    kStartButton.step([&] { page_.cmdAbbrechen_Click(); });
+    return true;
 }
 
 void Scan::turnToChecks() {
     window_.tmrTimer.setEnabled(false);
     panel(2, "", upperBound(), " relevante Einträge");
-    kRoutine.trace("alle Werte eingelesen");
-    kRoutine.step(DoEvents);
-    kRoutine.trace([&] { return std::to_string(upperBound()) + " zu prüfende Keys"; });
+    kStartButton.trace("alle Werte eingelesen");
+    kStartButton.step(DoEvents);
+    kStartButton.trace([&] { return std::to_string(upperBound()) + " zu prüfende Keys"; });
     total_ = upperBound();
     window_.StatusBar_.setPanelText(1, "Gefundene Einträge werden gescannt...");
     window_.ProgressBar_.setRange(0, total_);
-    kRoutine.trace("Verlauf erneut festgelegt");
-    kRoutine.trace("Key-Auswertung beginnt");
+    kStartButton.trace("Verlauf erneut festgelegt");
+    kStartButton.trace("Key-Auswertung beginnt");
 }
 
 // The bound is taken once; an entry that closed a group is handed in a second time.
 bool Scan::checkEntries() {
     for (entry_ = 1; entry_ <= total_; ++entry_) {
-        ScanLine(lines_[static_cast<std::size_t>(entry_)]).takeInto(parts_, kRoutine);
+        ScanLine(lines_[static_cast<std::size_t>(entry_)]).takeInto(parts_, kStartButton);
         showEntry();
         CheckReg(parts_, group_, page_);
         CheckQuerVerbindung(parts_, group_, page_);
-        if (ScanAbort) {
-            kRoutine.trace("Der Scan wurde abgebrochen");
-            kRoutine.step([&] { page_.cmdAbbrechen_Click(); });
-            return false;
-        }
+        if (endedByAbort("Der Scan wurde abgebrochen")) return false;
         if (std::exchange(group_.repeat, false)) --entry_;
-        kRoutine.step(DoEvents);
+        kStartButton.step(DoEvents);
     }
     return true;
 }
@@ -155,20 +153,20 @@ void Scan::showEntry() {
 }
 
 void Scan::report() {
-    kRoutine.trace("Key-Auswertung beendet");
+    kStartButton.trace("Key-Auswertung beendet");
     window_.ProgressBar_.setValue(0);
     window_.StatusBar_.setPanelText(1, "Status");
     panel(2, "Gefundene Fehler: ", faults(), "");
     page_.lblScanTxt.setCaption("Scanvorgang erfolgreich abgeschlossen.");
-    kRoutine.trace([&] {
+    kStartButton.trace([&] {
         return std::to_string(faults()) + " Fehler in " + std::to_string(upperBound()) + " Keys gefunden; ";
     });
     // No entries at all: reported as a failure, and the share stays 0.
-    kRoutine.step([&] { percent_ = faultPercent(faults(), upperBound()); });
+    kStartButton.step([&] { percent_ = faultPercent(faults(), upperBound()); });
     if (const std::string_view rating = scanRating(percent_); !rating.empty())
         page_.lblScanBericht.setCaption(rating);
     page_.lblScanBericht.setCaption(page_.lblScanBericht.caption() + scanShare(faults(), total_, percent_));
-    kRoutine.trace("Bericht ausgegeben");
+    kStartButton.trace("Bericht ausgegeben");
 }
 
 void Scan::finish() {
@@ -179,19 +177,16 @@ void Scan::finish() {
     ScanAbort = true;
     page_.cmdStart.setEnabled(true);
     window_.setMousePointer(MousePointer::Default);
-    kRoutine.ended();
+    kStartButton.ended();
 }
 
 // The close is asked for twice where the removal has asked for it already.
 void Scan::followUps() {
     if (AutoEntfernen == 1 && faults() > 0) {
-        kRoutine.trace([&] { return "AutoEntfernen wird gestartet" + std::to_string(entry_); });
-        kRoutine.step([&] { page_.cmdStart_Click(); });  // the button's caption makes this the removal
+        kStartButton.trace([&] { return "AutoEntfernen wird gestartet" + std::to_string(entry_); });
+        kStartButton.step([&] { page_.cmdStart_Click(); });  // the button's caption makes this the removal
     }
-    if (AutoClose == 1) {
-        kRoutine.trace("AutoClose");
-        closeWindow(page_);
-    }
+    closeIfWished(page_);
 }
 
 void Scan::panel(int number, std::string_view before, std::int64_t value, std::string_view behind) {
@@ -207,7 +202,13 @@ void runScan(ScanPage& page) {
 }
 
 void closeWindow(ScanPage& page) {
-    kRoutine.step([&] { page.window.unload(); });
+    kStartButton.step([&] { page.window.unload(); });
+}
+
+void closeIfWished(ScanPage& page) {
+    if (AutoClose != 1) return;
+    kStartButton.trace("AutoClose");
+    closeWindow(page);
 }
 
 }  // namespace bromvale

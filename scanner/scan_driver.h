@@ -12,5 +12,7 @@ void runScan(ScanPage& page);
 
 // Asks for the end of the program: the window's end is the end of the process, where nothing holds it up.
 void closeWindow(ScanPage& page);
+// Where the setting AutoClose says so.
+void closeIfWished(ScanPage& page);
 
 }  // namespace bromvale

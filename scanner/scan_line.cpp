@@ -27,6 +27,34 @@ void appendKey(std::string& line, std::string_view key) {
     }
 }
 
+std::int32_t hiveNumber(std::string_view text) {
+    std::int32_t number = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    return error == std::errc() && stop == end && !text.empty() ? number : toInt32(text);
+}
+
+// A 16-bit number. Marks make a line longer than its text is, and one with marks must come apart whole: what
+// is left of it decides whether its object is left alone.
+std::int64_t shortPlace(std::string_view line, char sign) {
+    const std::int64_t place = positionOf(line, sign);
+    return place > std::numeric_limits<std::int16_t>::max() && !isExact(line) ? place : narrowInt16(place);
+}
+
+// `step` runs each statement that can fail.
+template <class Place, class Step>
+void takeApart(std::string_view line, LineParts& parts, Place place, Step step) {
+    const auto length = static_cast<std::int64_t>(line.size());
+    step([&] { parts.open = place(line, '['); });
+    step([&] { parts.hive = hiveNumber(leftPart(line, parts.open - 1)); });
+    parts.hiveName = HiveName(parts.hive);
+    step([&] { parts.close = place(line, ']'); });
+    step([&] { parts.key = midPart(line, parts.open + 1, parts.close - parts.open); });
+    step([&] { parts.equals = place(line, '='); });
+    step([&] { parts.name = midPart(line, parts.close + 1, parts.equals - parts.close - 1); });
+    step([&] { parts.value = rightPart(line, length - parts.equals); });
+}
+
 }  // namespace
 
 void ScanLine::write(std::string& line, std::int32_t hive, std::string_view key, std::string_view name,
@@ -42,54 +70,14 @@ void ScanLine::write(std::string& line, std::int32_t hive, std::string_view key,
 }
 
 Entry ScanLine::entry() const {
-    const std::int64_t open = place('[');
-    const std::int64_t close = place(']');
-    const std::int64_t equals = place('=');
-    const std::int32_t number = hive(open);
-    return {number, HiveName(number), key(open, close), name(close, equals), value(equals)};
+    LineParts parts;
+    const auto place = [](std::string_view line, char sign) { return positionOf(line, sign); };
+    takeApart(text_, parts, place, [](auto statement) { statement(); });
+    return parts;
 }
 
 void ScanLine::takeInto(LineParts& parts, const Routine<>& routine) const {
-    routine.step([&] { parts.open = shortPlace('['); });
-    routine.step([&] { parts.hive = hive(parts.open); });
-    parts.hiveName = HiveName(parts.hive);
-    routine.step([&] { parts.close = shortPlace(']'); });
-    routine.step([&] { parts.key = key(parts.open, parts.close); });
-    routine.step([&] { parts.equals = shortPlace('='); });
-    routine.step([&] { parts.name = name(parts.close, parts.equals); });
-    routine.step([&] { parts.value = value(parts.equals); });
-}
-
-std::int64_t ScanLine::place(char sign) const {
-    return positionOf(text_, sign);
-}
-
-// A 16-bit number. Marks make a line longer than its text is, and one with marks must come apart whole: what
-// is left of it decides whether its object is left alone.
-std::int32_t ScanLine::shortPlace(char sign) const {
-    const std::int64_t found = place(sign);
-    if (found > std::numeric_limits<std::int16_t>::max() && !isExact(text_)) return narrowInt32(found);
-    return narrowInt16(found);
-}
-
-std::int32_t ScanLine::hive(std::int64_t open) const {
-    const std::string_view text = leftPart(text_, open - 1);
-    std::int32_t number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end && !text.empty() ? number : toInt32(text);
-}
-
-std::string_view ScanLine::key(std::int64_t open, std::int64_t close) const {
-    return midPart(text_, open + 1, close - open);
-}
-
-std::string_view ScanLine::name(std::int64_t close, std::int64_t equals) const {
-    return midPart(text_, close + 1, equals - close - 1);
-}
-
-std::string_view ScanLine::value(std::int64_t equals) const {
-    return rightPart(text_, static_cast<std::int64_t>(text_.size()) - equals);
+    takeApart(text_, parts, shortPlace, [&](auto statement) { routine.step(statement); });
 }
 
 }  // namespace bromvale

@@ -15,7 +15,13 @@ namespace bromvale {
 // start at 1.
 using ScanLines = std::vector<std::string>;
 
-struct LineParts;
+// The entry that a scan is at, with the places of the three signs in its line. One record serves a whole
+// scan.
+struct LineParts : Entry {
+    std::int64_t open = 0;
+    std::int64_t close = 0;
+    std::int64_t equals = 0;
+};
 
 // One line: how it is written and how it is taken apart, as views into it. It is cut at the first "[", "]"
 // and "=" wherever they stand. So a "]" in a key cuts it, and a name with "=" loses its tail to the value; a
@@ -35,22 +41,7 @@ class ScanLine {
     void takeInto(LineParts& parts, const Routine<>& routine) const;
 
   private:
-    [[nodiscard]] std::int64_t place(char sign) const;
-    [[nodiscard]] std::int32_t shortPlace(char sign) const;
-    [[nodiscard]] std::int32_t hive(std::int64_t open) const;
-    [[nodiscard]] std::string_view key(std::int64_t open, std::int64_t close) const;
-    [[nodiscard]] std::string_view name(std::int64_t close, std::int64_t equals) const;
-    [[nodiscard]] std::string_view value(std::int64_t equals) const;
-
     std::string_view text_;
-};
-
-// The entry that a scan is at, with the places of the three signs in its line. One record serves a whole
-// scan.
-struct LineParts : Entry {
-    std::int32_t open = 0;
-    std::int32_t close = 0;
-    std::int32_t equals = 0;
 };
 
 }  // namespace bromvale

@@ -5,7 +5,6 @@
 #include "core/routine.h"
 #include "platform/events.h"
 #include "platform/exact/registry.h"
-#include "scanner/scan_state.h"
 
 namespace bromvale {
 

@@ -21,7 +21,10 @@ struct SearchSpec {
     bool MatchValueData = true;
 };
 
-// Status of the latest registry call made here.
+// True asks every loop of a scan to stop. False before the first scan and while one runs, True behind it.
+inline bool ScanAbort = false;
+
+// Status of the latest registry call made here; read by tests alone.
 extern LONG LastRegStatus;
 
 // Adds the lines of a sub tree: for a key all its values in the order of enumeration, then each sub key with

@@ -6,7 +6,6 @@
 #include "core/routine.h"
 #include "platform/events.h"
 #include "platform/exact/text.h"
-#include "scanner/scan_state.h"
 #include "scanner/search.h"
 #include "scanner/sort.h"
 #include "ui/programs_page.h"
@@ -66,7 +65,7 @@ class Listing {
         routine_.started();
         static_cast<void>(clear() && collect(1) && collect(2) && sort() && fill());
         quietly([&] { window_.StatusBar_.setPanelText(kStatusPanel, "Status"); });
-        quietly([&] { window_.setMousePointer(MousePointer::Default); });
+        window_.setMousePointer(MousePointer::Default);
         routine_.ended();
     }
 
@@ -83,9 +82,8 @@ class Listing {
         SearchSpec spec;
         spec.SearchKey = kUninstallKey;
         spec.SearchHive = kRoots[static_cast<std::size_t>(round - 1)];
-        if (!routine_.step([&] { window_.setMousePointer(MousePointer::Hourglass); }) ||
-            !showStatus("Daten werden eingelesen..."))
-            return false;
+        window_.setMousePointer(MousePointer::Hourglass);
+        if (!showStatus("Daten werden eingelesen...")) return false;
         routine_.trace([&] { return "Scanoptionen " + std::to_string(round) + " festgelegt"; });
         ScanAbort = false;
         if (!routine_.step([&] { FindString(spec, entries_); })) return false;

@@ -7,7 +7,6 @@
 #include "core/settings.h"
 #include "core/state.h"
 #include "scanner/registry_checks.h"
-#include "scanner/scan_state.h"
 #include "scanner/search.h"
 #include "tests/support/test_machine.h"
 #include "ui/frm_main.h"

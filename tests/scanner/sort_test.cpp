@@ -18,6 +18,8 @@ TEST_F(SortTest, OneElementTakesNoPassASortedListOneAReversedOneAllButOne) {
     EXPECT_EQ(sortByExchange(one), 0);
     Texts sorted{"a", "b", "c", "d", "e"};
     EXPECT_EQ(sortByExchange(sorted), 1);
+    Texts withEqualOnes{"a", "b", "b", "c"};
+    EXPECT_EQ(sortByExchange(withEqualOnes), 1);
     Texts reversed{"e", "d", "c", "b", "a"};
     EXPECT_EQ(sortByExchange(reversed), 4);
     EXPECT_EQ(reversed, sorted);

@@ -48,14 +48,5 @@ TEST(SortEntries, CodesAboveSevenBitsComeLast) {
     EXPECT_EQ(list[299], "\xE4");
 }
 
-TEST(SortEntries, AListOfOneElementAndASortedListTakeOnePassAtMost) {
-    Texts one{"a"};
-    EXPECT_EQ(sortByExchange(one), 0);
-    Texts sorted{"a", "b", "b", "c"};
-    EXPECT_EQ(sortByExchange(sorted), 1);
-    Texts reversed{"e", "d", "c", "b", "a"};
-    EXPECT_EQ(sortByExchange(reversed), 4);
-}
-
 }  // namespace
 }  // namespace bromvale::testing
