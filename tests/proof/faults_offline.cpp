@@ -10,10 +10,10 @@
 
 #include "core/state.h"
 #include "platform/offline/machine.h"
-#include "tests/proof/allocations.h"
-#include "tests/proof/campaign.h"
-#include "tests/proof/fault_scripts.h"
-#include "tests/proof/fault_table.h"
+#include "tests/proof/faults/allocations.h"
+#include "tests/proof/faults/scripts.h"
+#include "tests/proof/faults/table.h"
+#include "tests/proof/trials/campaign.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/lsan_interface.h>

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "tests/proof/campaign.h"
+#include "tests/proof/trials/campaign.h"
 
 namespace bromvale::proof {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "core/settings.h"
-#include "tests/proof/oracle.h"
-#include "tests/proof/oracle_emptying.h"
+#include "tests/proof/oracle/emptying.h"
+#include "tests/proof/oracle/scan.h"
 #include "tests/support/test_machine.h"
 #include "ui/frm_main.h"
 
