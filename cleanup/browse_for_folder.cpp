@@ -19,7 +19,7 @@ std::string BrowseForFolder(WindowHandle owner) {
     info.ulFlags = BIF_RETURNONLYFSDIRS;
     const auto list = SHBrowseForFolderA(&info);
     if (list == nullptr) return {};
-    const std::string path = exactPathFromIdList(list);
+    std::string path = exactPathFromIdList(list);
     CoTaskMemFree(list);
     const std::string reason = path.empty() ? std::string() : refusalOf(path);
     if (reason.empty()) return path;

@@ -48,25 +48,16 @@ constexpr CountedCaption kCaptions[] = {
     counted<&P::mnuPopUpBackupEinfügen>("markierten Eintrag einfügen", "markierte Einträge einfügen"),
     counted<&P::mnuPopUpBackupLöschen>("markierten Eintrag löschen", "markierte Einträge löschen")};
 
-constexpr ListRules kRules{kKeys, kCaptions};
+constexpr ListRules kRules{kColumns, kKeys, kCaptions};
 
 }  // namespace
 
-BackupPage::BackupPage(MainWindow& ofWindow) : ListPage(ofWindow, Frame2, lvwBackup, mnuPopUpBackup, kRules) {
-    connectRows(*this, kRows);
+BackupPage::BackupPage(MainWindow& ofWindow) : PageOf(ofWindow, Frame2, lvwBackup, mnuPopUpBackup, kRules) {
+    connect();
 }
 
 std::span<const Row<BackupPage>> BackupPage::rows() {
     return kRows;
-}
-
-void BackupPage::design() {
-    designRows(*this, kRows);
-    designList(kColumns);
-}
-
-void BackupPage::resize() {
-    resizeRows(*this, kRows, window);
 }
 
 }  // namespace bromvale

@@ -4,7 +4,7 @@
 namespace bromvale {
 
 // The undo files.
-class BackupPage : public ListPage {
+class BackupPage : public PageOf<BackupPage, ListPage> {
   public:
     explicit BackupPage(MainWindow& ofWindow);
 
@@ -26,8 +26,6 @@ class BackupPage : public ListPage {
     void cmdLöschen_Click();
 
     [[nodiscard]] static std::span<const Row<BackupPage>> rows();
-    void design() override;
-    void resize() override;
 };
 
 }  // namespace bromvale

@@ -34,20 +34,12 @@ constexpr Row<P> kRows[] = {
 
 }  // namespace
 
-BugReportPage::BugReportPage(MainWindow& ofWindow) : Page(ofWindow, Frame3) {
-    connectRows(*this, kRows);
+BugReportPage::BugReportPage(MainWindow& ofWindow) : PageOf(ofWindow, Frame3) {
+    connect();
 }
 
 std::span<const Row<BugReportPage>> BugReportPage::rows() {
     return kRows;
-}
-
-void BugReportPage::design() {
-    designRows(*this, kRows);
-}
-
-void BugReportPage::resize() {
-    resizeRows(*this, kRows, window);
 }
 
 }  // namespace bromvale

@@ -4,7 +4,7 @@
 namespace bromvale {
 
 // The bug report.
-class BugReportPage : public Page {
+class BugReportPage : public PageOf<BugReportPage> {
   public:
     explicit BugReportPage(MainWindow& ofWindow);
 
@@ -35,8 +35,6 @@ class BugReportPage : public Page {
     void cmdBugReportLöschen_Click();
 
     [[nodiscard]] static std::span<const Row<BugReportPage>> rows();
-    void design() override;
-    void resize() override;
 };
 
 }  // namespace bromvale

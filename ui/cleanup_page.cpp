@@ -64,26 +64,17 @@ constexpr CountedCaption kCaptions[] = {
     counted<&P::mnuPopUpOrdnerEntfernen>("markierten &Ordner aus Liste entfernen",
                                          "markierte &Ordner aus Liste entfernen")};
 
-constexpr ListRules kRules{kKeys, kCaptions};
+constexpr ListRules kRules{kColumns, kKeys, kCaptions};
 
 }  // namespace
 
 CleanupPage::CleanupPage(MainWindow& ofWindow)
-    : ListPage(ofWindow, Frame7, lvwOrdnerList, mnuPopUpOrdner, kRules) {
-    connectRows(*this, kRows);
+    : PageOf(ofWindow, Frame7, lvwOrdnerList, mnuPopUpOrdner, kRules) {
+    connect();
 }
 
 std::span<const Row<CleanupPage>> CleanupPage::rows() {
     return kRows;
-}
-
-void CleanupPage::design() {
-    designRows(*this, kRows);
-    designList(kColumns);
-}
-
-void CleanupPage::resize() {
-    resizeRows(*this, kRows, window);
 }
 
 }  // namespace bromvale

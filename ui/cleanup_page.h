@@ -4,7 +4,7 @@
 namespace bromvale {
 
 // The folders to be emptied.
-class CleanupPage : public ListPage {
+class CleanupPage : public PageOf<CleanupPage, ListPage> {
   public:
     explicit CleanupPage(MainWindow& ofWindow);
 
@@ -38,8 +38,6 @@ class CleanupPage : public ListPage {
     void lvwOrdnerList_DblClick();
 
     [[nodiscard]] static std::span<const Row<CleanupPage>> rows();
-    void design() override;
-    void resize() override;
 };
 
 }  // namespace bromvale

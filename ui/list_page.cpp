@@ -35,8 +35,8 @@ void ListPage::mouseUp(int button) {
     });
 }
 
-void ListPage::designList(std::span<const ColumnRow> columns) {
-    setColumns(list_, columns);
+void ListPage::designRest() {
+    setColumns(list_, rules_.columns);
     list_.setSmallIcons(&window.imgList);
 }
 

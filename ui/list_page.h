@@ -35,6 +35,7 @@ consteval CountedCaption counted(std::string_view one, std::string_view several)
 }
 
 struct ListRules {
+    std::span<const ColumnRow> columns;
     std::span<const ListKey> keys;
     std::span<const CountedCaption> captions;
 };
@@ -53,7 +54,7 @@ class ListPage : public Page {
     ListPage(MainWindow& ofWindow, Frame& frame, ListView& list, MenuItem& popUp, const ListRules& rules)
         : Page(ofWindow, frame), list_(list), popUp_(popUp), rules_(rules) {}
     ~ListPage() = default;
-    void designList(std::span<const ColumnRow> columns);
+    void designRest() override;
 
   private:
     ListView& list_;

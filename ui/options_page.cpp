@@ -52,21 +52,13 @@ constexpr Row<P> kRows[] = {
 
 }  // namespace
 
-OptionsPage::OptionsPage(MainWindow& ofWindow) : Page(ofWindow, Frame5) {
-    connectRows(*this, kRows);
+OptionsPage::OptionsPage(MainWindow& ofWindow) : PageOf(ofWindow, Frame5) {
+    connect();
     connectBoxes();
 }
 
 std::span<const Row<OptionsPage>> OptionsPage::rows() {
     return kRows;
-}
-
-void OptionsPage::design() {
-    designRows(*this, kRows);
-}
-
-void OptionsPage::resize() {
-    resizeRows(*this, kRows, window);
 }
 
 }  // namespace bromvale

@@ -4,7 +4,7 @@
 namespace bromvale {
 
 // The options.
-class OptionsPage : public Page {
+class OptionsPage : public PageOf<OptionsPage> {
   public:
     explicit OptionsPage(MainWindow& ofWindow);
 
@@ -50,8 +50,6 @@ class OptionsPage : public Page {
     void cmdÜbernehmen_Click();
 
     [[nodiscard]] static std::span<const Row<OptionsPage>> rows();
-    void design() override;
-    void resize() override;
 
   private:
     void connectBoxes();

@@ -26,9 +26,27 @@ class Page {
         window.pages_.push_back(this);
     }
     ~Page() = default;
+    // What no row says.
+    virtual void designRest() {}
 
   private:
     Frame& frame_;
+};
+
+// A page by its table: Self has rows(), a span of its Row<Self>.
+template <class Self, class Base = Page>
+class PageOf : public Base {
+  public:
+    void design() override {
+        designRows(static_cast<Self&>(*this), Self::rows());
+        this->designRest();
+    }
+    void resize() override { resizeRows(static_cast<Self&>(*this), Self::rows(), this->window); }
+
+  protected:
+    using Base::Base;
+    ~PageOf() = default;
+    void connect() { connectRows(static_cast<Self&>(*this), Self::rows()); }
 };
 
 inline constexpr Place kPagePlace{1920, 120, 8295, 6650};

@@ -38,26 +38,17 @@ constexpr CountedCaption kCaptions[] = {
                                          "markierte Programme &deinstallieren"),
     counted<&P::mnuPopUpDeinstRefresh>("&Ansicht aktualisieren", "&Ansicht aktualisieren")};
 
-constexpr ListRules kRules{kKeys, kCaptions};
+constexpr ListRules kRules{kColumns, kKeys, kCaptions};
 
 }  // namespace
 
 ProgramsPage::ProgramsPage(MainWindow& ofWindow)
-    : ListPage(ofWindow, Frame4, lvwDeinstall, mnuPopUpDeinst, kRules) {
-    connectRows(*this, kRows);
+    : PageOf(ofWindow, Frame4, lvwDeinstall, mnuPopUpDeinst, kRules) {
+    connect();
 }
 
 std::span<const Row<ProgramsPage>> ProgramsPage::rows() {
     return kRows;
-}
-
-void ProgramsPage::design() {
-    designRows(*this, kRows);
-    designList(kColumns);
-}
-
-void ProgramsPage::resize() {
-    resizeRows(*this, kRows, window);
 }
 
 }  // namespace bromvale

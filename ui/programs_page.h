@@ -4,7 +4,7 @@
 namespace bromvale {
 
 // The installed programs.
-class ProgramsPage : public ListPage {
+class ProgramsPage : public PageOf<ProgramsPage, ListPage> {
   public:
     explicit ProgramsPage(MainWindow& ofWindow);
 
@@ -23,8 +23,6 @@ class ProgramsPage : public ListPage {
     void cmdDeinstallRefresh_Click();
 
     [[nodiscard]] static std::span<const Row<ProgramsPage>> rows();
-    void design() override;
-    void resize() override;
 };
 
 // Columns of lvwDeinstall; all but the first are hidden.

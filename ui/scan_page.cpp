@@ -45,7 +45,7 @@ constexpr ListKey kKeys[] = {sortKey(VK_F4, 1), sortKey(VK_F6, 2), sortKey(VK_F7
 constexpr CountedCaption kCaptions[] = {
     counted<&P::mnuPopUpRegKeyEinzeln>("&markierten Eintrag entfernen", "&markierte Eintrag entfernen")};
 
-constexpr ListRules kRules{kKeys, kCaptions};
+constexpr ListRules kRules{kColumns, kKeys, kCaptions};
 
 constexpr int kFaultIcon = 1;
 
@@ -57,21 +57,12 @@ bool shows(const ListItem& item, const ResultRow& row) {
 
 }  // namespace
 
-ScanPage::ScanPage(MainWindow& ofWindow) : ListPage(ofWindow, Frame1, lvwRegKeys, mnuPopUpRegKey, kRules) {
-    connectRows(*this, kRows);
+ScanPage::ScanPage(MainWindow& ofWindow) : PageOf(ofWindow, Frame1, lvwRegKeys, mnuPopUpRegKey, kRules) {
+    connect();
 }
 
 std::span<const Row<ScanPage>> ScanPage::rows() {
     return kRows;
-}
-
-void ScanPage::design() {
-    designRows(*this, kRows);
-    designList(kColumns);
-}
-
-void ScanPage::resize() {
-    resizeRows(*this, kRows, window);
 }
 
 void ScanPage::addRow(const ResultRow& row) {

@@ -5,7 +5,7 @@
 namespace bromvale {
 
 // The scan: its button, what it says, and the list of found faults, the only place where they are kept.
-class ScanPage : public ListPage, public RowSink {
+class ScanPage : public PageOf<ScanPage, ListPage>, public RowSink {
   public:
     explicit ScanPage(MainWindow& ofWindow);
 
@@ -40,8 +40,6 @@ class ScanPage : public ListPage, public RowSink {
     [[nodiscard]] ResultRow rowAt(int number) const;
 
     [[nodiscard]] static std::span<const Row<ScanPage>> rows();
-    void design() override;
-    void resize() override;
 };
 
 // Columns of lvwRegKeys: the four fields of a ResultRow.

@@ -142,9 +142,10 @@ TEST_F(RealShell, TheFolderDialogGivesThePathOrNothing) {
     cancels = false;
     // Wine opens the levels of its tree in its own time, and a selection may come before its level is there.
     std::string chosen;
-    for (int tries = 0; tries < 6 && chosen != folder() + "Wahl"; ++tries) chosen = BrowseForFolder();
+    for (int tries = 0; tries < 6 && chosen != folder() + "Wahl"; ++tries)
+        chosen = BrowseForFolder(form().window());
     cancels = true;
-    const std::string cancelled = BrowseForFolder();
+    const std::string cancelled = BrowseForFolder(form().window());
     UnhookWindowsHookEx(hook);
     EXPECT_EQ(chosen, folder() + "Wahl");
     EXPECT_EQ(cancelled, "");
@@ -160,7 +161,7 @@ TEST_F(RealShell, TheFolderDialogRefusesAFolderBeyondTheCodePageAndSaysSo) {
     const HHOOK hook = SetWindowsHookExA(WH_CALLWNDPROCRET, answerDialog, nullptr, GetCurrentThreadId());
     cancels = false;
     for (int tries = 0; tries < 6 && boxes().empty(); ++tries)
-        EXPECT_NE(BrowseForFolder(), folder() + "Foto-Alt");
+        EXPECT_NE(BrowseForFolder(form().window()), folder() + "Foto-Alt");
     UnhookWindowsHookEx(hook);
     ASSERT_EQ(boxes().size(), 1u);
     EXPECT_EQ(boxes()[0].text, "Der Ordner " + folder() +

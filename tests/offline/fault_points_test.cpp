@@ -1,6 +1,8 @@
 // No function of the platform forgets its fault point. Which functions there are, the headers say that the
 // program includes; each one is called with nothing but zeros and must fail as its rule wants before it looks
 // at them.
+#include <gtest/gtest.h>
+
 #include <filesystem>
 #include <fstream>
 #include <regex>

@@ -44,64 +44,36 @@ void RegistryTree::freeBlock(RegistryKey* key) {
 }
 
 void RegistryTree::destroyRoot(RegistryKey* root) {
-    memo_.clear();
     while (!root->children_.empty()) remove(root->children_.back());
     clearValues(root);
     freeBlock(root);
 }
 
-// Walks visit neighbours one after the other: the next one is tried before the table, which lies far away in
-// memory.
 RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) const {
     const auto& children = key->children_;
     // Registry files add keys in order: a name behind the last one is a new one.
-    if (key->sorted_ == children.size() &&
-        (children.empty() || compareStored(children.back()->name(), name) < 0)) {
-        return nullptr;
-    }
-    const std::uint32_t next = key->lastFound_ + 1;
-    if (next < children.size() && sameName(children[next]->name(), name)) {
-        key->lastFound_ = next;
-        return children[next];
-    }
-    if (!children.empty() && sameName(children.front()->name(), name)) {
-        key->lastFound_ = 0;
-        return children.front();
-    }
-    return keys_.find(key, name);
+    const bool isNew = key->sorted_ == children.size() &&
+                       (children.empty() || compareStored(children.back()->name(), name) < 0);
+    return isNew ? nullptr : keys_.find(key, name);
 }
 
 RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
-    std::size_t covered = 0;
-    RegistryKey* key = memo_.resume(from, path, covered);
-    std::string_view rest = path.substr(covered);
-    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
-        key = child(key, name);
-        if (key == nullptr) return nullptr;
-        memo_.add(path.size() - rest.size(), key);
-    }
-    return key;
+    for (auto name = nextPathName(path); from != nullptr && !name.empty(); name = nextPathName(path))
+        from = child(from, name);
+    return from;
 }
 
 RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, bool& created) {
     created = false;
-    std::size_t covered = 0;
-    RegistryKey* key = memo_.resume(from, path, covered);
-    std::string_view rest = path.substr(covered);
-    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
-        RegistryKey* next = created ? nullptr : child(key, name);
-        if (next == nullptr) {
-            next = make(key, name);
-            created = true;
-        }
-        key = next;
-        memo_.add(path.size() - rest.size(), key);
+    for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
+        RegistryKey* next = created ? nullptr : child(from, name);
+        created = next == nullptr;
+        from = created ? make(from, name) : next;
     }
-    return key;
+    return from;
 }
 
 void RegistryTree::remove(RegistryKey* key) {
-    memo_.clear();
     unlinkFromParent(key);
     std::vector<RegistryKey*> pending{key};
     while (!pending.empty()) {
@@ -143,34 +115,13 @@ void RegistryTree::unlinkFromParent(RegistryKey* key) {
     siblings.erase(found);
 }
 
-RegistryKey* RegistryTree::subKey(RegistryKey* key, std::size_t index) const {
-    if (index >= key->children_.size()) return nullptr;
-    if (key->sorted_ < key->children_.size()) sortChildren(*key);
-    return key->children_[index];
-}
-
 // Sorting waits for the first enumeration: keys that come in any order cost one sort, not one move each.
-// Registry files hold few long runs that are in order already, so neighbouring runs are merged until one is
-// left.
-void RegistryTree::sortChildren(RegistryKey& key) {
-    auto& children = key.children_;
-    std::vector<std::size_t> ends;
-    for (std::size_t i = 1; i < children.size(); ++i) {
-        if (i >= key.sorted_ && nameLess(children[i], children[i - 1])) ends.push_back(i);
-    }
-    ends.push_back(children.size());
-    const auto at = [&](std::size_t place) { return children.begin() + static_cast<std::ptrdiff_t>(place); };
-    while (ends.size() > 1) {
-        std::vector<std::size_t> merged;
-        for (std::size_t run = 0; run < ends.size(); run += 2) {
-            const std::size_t begin = run == 0 ? 0 : ends[run - 1];
-            const std::size_t end = run + 1 < ends.size() ? ends[run + 1] : ends[run];
-            if (run + 1 < ends.size()) std::inplace_merge(at(begin), at(ends[run]), at(end), nameLess);
-            merged.push_back(end);
-        }
-        ends.swap(merged);
-    }
-    key.sorted_ = static_cast<std::uint32_t>(children.size());
+RegistryKey* RegistryTree::subKey(RegistryKey* key, std::size_t index) const {
+    auto& children = key->children_;
+    if (index >= children.size()) return nullptr;
+    if (key->sorted_ < children.size()) std::ranges::sort(children, nameLess);
+    key->sorted_ = static_cast<std::uint32_t>(children.size());
+    return children[index];
 }
 
 }  // namespace bromvale::offline

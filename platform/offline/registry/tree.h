@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "platform/offline/registry/name_table.h"
-#include "platform/offline/registry/path_memo.h"
 
 namespace bromvale::offline {
 
@@ -78,8 +77,6 @@ class RegistryKey {
     // What a look-up reads stands beside the name, in the same cache line if possible.
     RegistryKey* parent_;
     std::uint32_t nameSize_;
-    mutable std::uint32_t lastFound_ =
-        0;  // the child that the last look-up led to: a walk asks for its neighbour
 };
 
 class RegistryTree {
@@ -117,7 +114,6 @@ class RegistryTree {
     RegistryKey* make(RegistryKey* parent, std::string_view name);
     void drop(RegistryKey* key);
     static void freeBlock(RegistryKey* key);
-    static void sortChildren(RegistryKey& key);
     [[nodiscard]] RegistryKey* child(const RegistryKey* key, std::string_view name) const;
     void unlinkFromParent(RegistryKey* key);
     void clearValues(RegistryKey* key);
@@ -125,7 +121,6 @@ class RegistryTree {
     [[nodiscard]] std::size_t position(const RegistryKey* key, const RegistryValueNode* value) const;
 
     NameTable<RegistryKey> keys_;
-    mutable RegistryPathMemo memo_;
     NameTable<RegistryValueNode> values_;  // of keys with many values only
     std::size_t keyCount_ = 0;             // without the roots
     std::size_t valueCount_ = 0;
