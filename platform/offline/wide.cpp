@@ -32,7 +32,7 @@ constexpr WideFunctions kFromVistaOn = withFinalPaths(kUpToXp);
 }  // namespace
 
 const WideFunctions* wide() {
-    static const offline::OsVersion& os = offline::machine().os();
+    const offline::OsVersion& os = offline::machine().os();
     if (!os.isNt()) return nullptr;
     return os.major < 6 ? &kUpToXp : &kFromVistaOn;
 }

@@ -4,9 +4,9 @@
 #include "platform/offline/machine.h"
 
 namespace bromvale {
+
 void DoEvents() {
-    static offline::Pump& pump = offline::machine().pump;
-    pump.serve();
+    offline::machine().pump.serve();
 }
 
 void ServeWindows() {
