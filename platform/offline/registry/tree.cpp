@@ -44,36 +44,64 @@ void RegistryTree::freeBlock(RegistryKey* key) {
 }
 
 void RegistryTree::destroyRoot(RegistryKey* root) {
+    memo_.clear();
     while (!root->children_.empty()) remove(root->children_.back());
     clearValues(root);
     freeBlock(root);
 }
 
+// Walks visit neighbours one after the other: the next one is tried before the table, which lies far away in
+// memory.
 RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) const {
     const auto& children = key->children_;
     // Registry files add keys in order: a name behind the last one is a new one.
-    const bool isNew = key->sorted_ == children.size() &&
-                       (children.empty() || compareStored(children.back()->name(), name) < 0);
-    return isNew ? nullptr : keys_.find(key, name);
+    if (key->sorted_ == children.size() &&
+        (children.empty() || compareStored(children.back()->name(), name) < 0)) {
+        return nullptr;
+    }
+    const std::uint32_t next = key->lastFound_ + 1;
+    if (next < children.size() && sameName(children[next]->name(), name)) {
+        key->lastFound_ = next;
+        return children[next];
+    }
+    if (!children.empty() && sameName(children.front()->name(), name)) {
+        key->lastFound_ = 0;
+        return children.front();
+    }
+    return keys_.find(key, name);
 }
 
 RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
-    for (auto name = nextPathName(path); from != nullptr && !name.empty(); name = nextPathName(path))
-        from = child(from, name);
-    return from;
+    std::size_t covered = 0;
+    RegistryKey* key = memo_.resume(from, path, covered);
+    std::string_view rest = path.substr(covered);
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
+        key = child(key, name);
+        if (key == nullptr) return nullptr;
+        memo_.add(path.size() - rest.size(), key);
+    }
+    return key;
 }
 
 RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, bool& created) {
     created = false;
-    for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
-        RegistryKey* next = created ? nullptr : child(from, name);
-        created = next == nullptr;
-        from = created ? make(from, name) : next;
+    std::size_t covered = 0;
+    RegistryKey* key = memo_.resume(from, path, covered);
+    std::string_view rest = path.substr(covered);
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
+        RegistryKey* next = created ? nullptr : child(key, name);
+        if (next == nullptr) {
+            next = make(key, name);
+            created = true;
+        }
+        key = next;
+        memo_.add(path.size() - rest.size(), key);
     }
-    return from;
+    return key;
 }
 
 void RegistryTree::remove(RegistryKey* key) {
+    memo_.clear();
     unlinkFromParent(key);
     std::vector<RegistryKey*> pending{key};
     while (!pending.empty()) {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/offline/registry/name_table.h"
+#include "platform/offline/registry/path_memo.h"
 
 namespace bromvale::offline {
 
@@ -77,6 +78,8 @@ class RegistryKey {
     // What a look-up reads stands beside the name, in the same cache line if possible.
     RegistryKey* parent_;
     std::uint32_t nameSize_;
+    mutable std::uint32_t lastFound_ =
+        0;  // the child that the last look-up led to: a walk asks for its neighbour
 };
 
 class RegistryTree {
@@ -121,6 +124,7 @@ class RegistryTree {
     [[nodiscard]] std::size_t position(const RegistryKey* key, const RegistryValueNode* value) const;
 
     NameTable<RegistryKey> keys_;
+    mutable RegistryPathMemo memo_;
     NameTable<RegistryValueNode> values_;  // of keys with many values only
     std::size_t keyCount_ = 0;             // without the roots
     std::size_t valueCount_ = 0;
