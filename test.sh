@@ -7,7 +7,7 @@ set -u
 cd "$(dirname "$0")" || exit 1
 
 stages=(style native build windows blackbox desktop)
-declare -A share=([style]=20 [native]=420 [build]=150 [windows]=270 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
+declare -A share=([style]=30 [native]=420 [build]=100 [windows]=390 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
 declare -A tools=([style]=native [native]=native [build]='windows whole' [windows]='native windows whole'
                   [blackbox]='native windows whole' [desktop]='windows whole desktop' [real]=native [long]='native windows')
 
@@ -44,7 +44,7 @@ if [ ${#chosen[@]} = 0 ]; then
 fi
 
 # Many tests under Wine wait more than they work.
-: "${CTEST_PARALLEL_LEVEL:=$(($(nproc) + 1))}"
+: "${CTEST_PARALLEL_LEVEL:=$(($(nproc) + 2))}"
 export CTEST_PARALLEL_LEVEL
 
 table=

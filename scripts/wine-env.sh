@@ -18,6 +18,8 @@
 
 bromvale_top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 wine_top=${BROMVALE_WINE_TOP:-$bromvale_top/build/wine}
+# Wine's recycle bin lies in there: who looks at it and runs beside others takes one of their own.
+wine_home=${wine_home:-$wine_top/home}
 prefix_name= prefix= prefix_bits= wine_loader=wine
 xvfb_pid=
 # The X server's key file is found by the real home folder, which the programs in the prefix don't see.
@@ -43,8 +45,8 @@ in_wine() {
         WINEPREFIX="$prefix" WINEARCH="win$prefix_bits" WINEDEBUG="${WINEDEBUG:--all}" \
         WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d' \
         LOCPATH="$wine_top/locale" LC_ALL="$wine_locale.UTF-8" XAUTHORITY="$XAUTHORITY" \
-        HOME="$wine_top/home" XDG_CONFIG_HOME="$wine_top/home/.config" XDG_DATA_HOME="$wine_top/home/.local/share" \
-        XDG_CACHE_HOME="$wine_top/home/.cache" "$@"
+        HOME="$wine_home" XDG_CONFIG_HOME="$wine_home/.config" XDG_DATA_HOME="$wine_home/.local/share" \
+        XDG_CACHE_HOME="$wine_home/.cache" "$@"
 }
 
 stop_wine() {
@@ -59,7 +61,7 @@ make_base() {
     local base=$wine_top/base$1
     [ -f "$base/ready" ] && return 0
     rm -rf "$base"
-    mkdir -p "$wine_top/home"
+    mkdir -p "$wine_home"
     prefix=$base prefix_bits=$1
     (unset DISPLAY; in_wine timeout 300 wineboot -i >/dev/null 2>&1)
     (unset DISPLAY; in_wine timeout 60 wineserver -w)
@@ -82,7 +84,7 @@ copy_base() {
 use_prefix() {
     local name=$1 bits=$2
     # Without the folder above it Wine has no recycle bin, and deletes for good.
-    mkdir -p "$wine_top/home/.local/share"
+    mkdir -p "$wine_home/.local/share"
     exec 9>"$wine_top/lock"
     flock 9
     make_locale

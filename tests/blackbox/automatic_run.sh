@@ -8,10 +8,10 @@ offline=$PWD/build/native-asan/bromvale-offline
 [ -x "$offline" ] || { echo "build/native-asan/bromvale-offline is missing: ./test.sh blackbox"; exit 1; }
 seed=resources/example/wine.reg
 
-prepare "blackbox$bits" "$bits" "$seed"
+prepare "$bits" "$seed"
 seed_example_files
 set_windows_version Bromvale.exe winxp
-work=$wine_top/blackbox$bits.work
+work=$wine_top/$test_name.work
 rm -rf "$work"
 mkdir -p "$work/c/Program Files/Bromvale"
 

@@ -4,12 +4,12 @@
 wine_locale=$1
 . "$(dirname "$0")/lib.sh"
 need_width 64
-work=$wine_top/codepage-$wine_locale.work
+work=$wine_top/$test_name.work
 rm -rf "$work"
 mkdir -p "$work"
 iconv -f UTF-8 -t UTF-16LE <(printf '\xef\xbb\xbf'; sed 's/$/\r/' $here/code_page.reg) >"$work/seed.reg"
 
-prepare "codepage-$wine_locale" 64 "$work/seed.reg"
+prepare 64 "$work/seed.reg"
 set_windows_version Bromvale.exe winxp
 for file in 'Źródło/jest.dll' '表/ある.dll' 'Łódź/jest.dll' 'Größe/da.dll'; do
     mkdir -p "$prefix/drive_c/Daten/${file%/*}"

@@ -5,9 +5,9 @@
 bits=$1 version=$2
 need_width 64
 need_width "$bits"
-prepare "blackbox-copy$bits" 64 tests/blackbox/small.reg
+prepare 64 tests/blackbox/small.reg
 install_program "build/win$bits/Bromvale.exe"
-work=$wine_top/complete$bits.work
+work=$wine_top/$test_name.work
 rm -rf "$work"
 mkdir -p "$work"
 

@@ -5,7 +5,7 @@
 width=$1
 need_width 64
 need_width "$width"
-prepare "blackboxhalves$width" 64 $here/halves.reg
+prepare 64 $here/halves.reg
 [ -d "$prefix/drive_c/windows/syswow64" ] || stop_here "the prefix has one system folder only"
 seen_by32() { in_wine /usr/lib/wine/wine "$@"; }
 if [ "$width" = 32 ]; then

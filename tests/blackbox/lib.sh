@@ -2,6 +2,9 @@
 # Sourced by the black-box tests: the whole program, driven by its settings alone.
 set -u
 cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
+# A prefix and a home of its own for each test, so that they run beside each other.
+test_name=blackbox-$(basename "$0" .sh)${*:+-$*} test_name=${test_name// /-}
+wine_home=$PWD/build/wine/$test_name.home
 . scripts/wine-env.sh
 here=tests/blackbox
 failures=0
@@ -30,17 +33,17 @@ scanned_keys=('HKCU\Software\Classes\CLSID' 'HKLM\Software\Classes\CLSID'
     'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall')
 
 # A prefix whose scanned keys hold what FILE.reg says and nothing else, with the settings of an automatic run.
-prepare() { # NAME 64|32 FILE.reg
+prepare() { # 64|32 FILE.reg
     local key
-    use_prefix "$1" "$2" || exit 1
+    use_prefix "$test_name" "$1" || exit 1
     reset_prefix
     in_wine wineserver -p20
     in_wine "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
     for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
-    import_registry "$3"
+    import_registry "$2"
     add_components
     rm -rf "$(program_folder)"
-    install_program "build/win$2/Bromvale.exe"
+    install_program "build/win$1/Bromvale.exe"
     settings AutoScan 1 AutoEntfernen 1 AutoClose 1 1stRun 0
 }
 settings() { while [ $# != 0 ]; do set_setting "$1" "$2"; shift 2; done; }
@@ -53,7 +56,7 @@ log_file() { printf '%s/bromvale.log' "$(program_folder)"; }
 
 # The scanned keys as they are now, merged into one file of the registry editor.
 export_scanned() { # FILE
-    local key file=$wine_top/part.reg
+    local key file=$wine_top/$test_name.part.reg
     : >"$1"
     for key in "${scanned_keys[@]}"; do
         key=${key/#HKLM/HKEY_LOCAL_MACHINE}

@@ -4,7 +4,7 @@
 . "$(dirname "$0")/lib.sh"
 bits=$1 version=$2 system=$3 left_of_3=$4 left_of_5=$5
 need_width "$bits"
-prepare "blackbox$bits" "$bits" tests/blackbox/small.reg
+prepare "$bits" tests/blackbox/small.reg
 set_windows_version Bromvale.exe "$version"
 program
 check "the program ends by itself with status 0" [ $? = 0 ]

@@ -3,7 +3,7 @@
 # others have put there.
 . "$(dirname "$0")/lib.sh"
 need_width 64
-use_prefix components 64 || exit 1
+use_prefix "$test_name" 64 || exit 1
 reset_prefix
 
 socket='{248DD896-BB45-11CF-9ABC-0080C7E7B78D}'

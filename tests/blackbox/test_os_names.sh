@@ -2,7 +2,7 @@
 # The 32-bit program on every system that Wine can play: its name and the header of the undo file. Windows 95 is refused.
 . "$(dirname "$0")/lib.sh"
 need_width 32
-prepare blackbox32 32 resources/example/wine.reg
+prepare 32 resources/example/wine.reg
 # Nothing is there to find; the undo file of an empty removal is not written, so one dead entry stays.
 for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
 add_components

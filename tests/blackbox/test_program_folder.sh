@@ -3,7 +3,7 @@
 . "$(dirname "$0")/lib.sh"
 need_width 64
 program_folder() { printf '%s/drive_c/Pawłowski/Bromvale' "$prefix"; }
-prepare folder64 64 tests/blackbox/small.reg
+prepare 64 tests/blackbox/small.reg
 set_windows_version Bromvale.exe winxp
 # A folder of nearly the same name, which the ANSI functions would lead to.
 twin=$prefix/drive_c/Pawlowski/Bromvale

@@ -2,7 +2,7 @@
 # A second start ends silently: no window, no message, no line in the log; the first one goes on.
 . "$(dirname "$0")/lib.sh"
 need_width 64
-prepare blackbox64 64 tests/blackbox/sound.reg
+prepare 64 tests/blackbox/sound.reg
 settings AutoScan 0 AutoEntfernen 0 AutoClose 0 1stRun 0 Protokoll 0
 
 (program &)

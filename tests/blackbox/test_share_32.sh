@@ -18,7 +18,7 @@ sound=$((160 - 23 - ${#scanned_keys[@]} - $(component_rows | wc -l)))
             "$number" "$number"
     done
 } >"$entries"
-prepare blackbox32 32 "$entries"
+prepare 32 "$entries"
 settings AutoScan 1 AutoEntfernen 0 AutoClose 0 Protokoll 0
 
 (program &)

@@ -2,12 +2,15 @@
 # Sourced by the desktop tests: the program in a window, driven by mouse and keyboard, with a screenshot of each stage.
 set -u
 cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
+# A prefix, a home and a screen of its own for each test, so that they run beside each other.
+test_name=desktop-$(basename "$0" .sh | sed s/^test_//)
+wine_home=$PWD/build/wine/$test_name.home
 . scripts/wine-env.sh
 failures=0
 built=build/win64
 program=${program:-$built/Bromvale.exe}
 program_pid=
-artefacts=build/artefacts/desktop/$(basename "$0" .sh | sed s/^test_//)
+artefacts=build/artefacts/desktop/${test_name#desktop-}
 trap stop_all EXIT
 rm -rf "$artefacts"
 
@@ -39,7 +42,7 @@ scanned_keys=('HKCU\Software\Classes\CLSID' 'HKLM\Software\Classes\CLSID'
 # A prefix in which the scanned places hold the example machine and nothing else.
 prepare_example() {
     local key
-    use_prefix desktop 64 || exit 1
+    use_prefix "$test_name" 64 || exit 1
     reset_prefix
     for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
     seed_example

@@ -2,7 +2,7 @@
 # The button "Abbrechen" in both phases of a scan of 100,000 values. How fast it answers is printed, not judged: the
 # machine of a test run may be busy with other things.
 . "$(dirname "$0")/lib.sh"
-use_prefix desktop 64 || exit 1
+use_prefix "$test_name" 64 || exit 1
 reset_prefix
 # Written into the stopped prefix: 10,000 classes of ten values, sound and faulty ones.
 python3 - "$prefix/system.reg" <<'EOF'

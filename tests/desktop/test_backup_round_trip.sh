@@ -4,7 +4,7 @@
 . "$(dirname "$0")/lib.sh"
 prepare_example
 associate_undo_files
-trash=$wine_top/home/.local/share/Trash/files
+trash=$wine_home/.local/share/Trash/files
 rm -rf "${trash%/files}"
 start_program
 

@@ -3,7 +3,7 @@
 . "$(dirname "$0")/lib.sh"
 prepare_example
 drive=$prefix/drive_c
-trash=$wine_top/home/.local/share/Trash/files
+trash=$wine_home/.local/share/Trash/files
 liste=$(program_folder)/liste.txt
 rm -rf "$drive/Leeren" "${trash%/files}"
 mkdir -p "$drive/Leeren/eins/unten" "$drive/Leeren/zwei"

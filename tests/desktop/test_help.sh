@@ -3,7 +3,7 @@
 . "$(dirname "$0")/lib.sh"
 [ -f build/win64/Bromvale.chm ] || { echo "build/win64/Bromvale.chm was not built; is chmcmd missing?"; exit 1; }
 # Not the example machine: the viewer needs Wine's own classes.
-use_prefix help 64 || exit 1
+use_prefix "$test_name" 64 || exit 1
 reset_prefix
 rm -rf "$(program_folder)"
 install_program build/win64/Bromvale.exe
