@@ -41,8 +41,7 @@ bool isListed(const ListView& list, const std::string& path) {
 bool confirmed(const std::string& path) {
     const std::string lower = LCase(path);
     if (InStr(lower, "\\tmp") > 0 || InStr(lower, "\\temp") > 0) return true;
-    return MsgBox("Sind Sie sich sicher, das Sie den Ordner\r\n" + path + " zur Liste hinzufügen wollen?",
-                  MB_YESNO | MB_ICONQUESTION) == IDYES;
+    return asksYes("Sind Sie sich sicher, das Sie den Ordner\r\n" + path + " zur Liste hinzufügen wollen?");
 }
 
 void appendFolder(const std::string& path) {

@@ -20,8 +20,11 @@ constexpr Routine<> routine(std::string_view funktion) {
     return Routine{{"modMain", funktion}};
 }
 
-std::string beforeNul(std::string buffer) {
-    return TrimNull(buffer);
+// What `read` gives; empty after a failure, which is reported.
+std::string reported(std::string_view funktion, FunctionRef<std::string()> read) {
+    std::string text;
+    routine(funktion).step([&] { text = read(); });
+    return text;
 }
 
 struct Range {
@@ -84,49 +87,39 @@ std::string ReadComputerName() {
 }
 
 std::string ReadUserName() {
-    std::string name;
-    routine("ReadUserName").step([&] {
+    return reported("ReadUserName", [] {
         std::string buffer(100, '\0');
         DWORD size = 100;
         GetUserNameA(buffer.data(), &size);
-        name = beforeNul(buffer);
+        return TrimNull(buffer);
     });
-    return name;
 }
 
 std::string ReadWinDir() {
-    std::string folder;
-    routine("ReadWinDir").step([&] {
+    const std::string folder = reported("ReadWinDir", [] {
         std::string buffer(200, '\0');
         const UINT length = GetWindowsDirectoryA(buffer.data(), 200);
-        folder = Left(buffer, length);
+        return Left(buffer, length);
     });
     // With its marks a folder makes every file below it one of which nobody can tell whether it exists.
-    routine("ReadWinDir").step([&] {
-        std::string exact = exactWindowsFolder();
-        if (!isExact(exact)) folder = std::move(exact);
-    });
-    return folder;
+    const std::string exact = reported("ReadWinDir", exactWindowsFolder);
+    return isExact(exact) ? folder : exact;
 }
 
 std::string ReadSysDir() {
-    std::string folder;
-    routine("ReadSysDir").step([&] {
+    return reported("ReadSysDir", [] {
         std::string buffer(255, ' ');
         const UINT length = GetSystemDirectoryA(buffer.data(), 255);
-        folder = Left(buffer, length);
+        return Left(buffer, length);
     });
-    return folder;
 }
 
 std::string ReadTmpDir() {
-    std::string folder;
-    routine("ReadTmpDir").step([&] {
+    return reported("ReadTmpDir", [] {
         std::string buffer(100, '\0');
         GetTempPathA(100, buffer.data());
-        folder = beforeNul(buffer);
+        return TrimNull(buffer);
     });
-    return folder;
 }
 
 void OS() {

@@ -38,7 +38,7 @@ void quietly(FunctionRef<void()> statement) {
 }
 
 Ending Report::operator()(const Tags& tags, const Failure& failure) const {
-    ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, style, show);
+    ErrHandle(tags.modul, tags.funktion, text, failure.number, failure.description, style, show);
     return ending;
 }
 

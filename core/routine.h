@@ -23,11 +23,13 @@ bool attempt(FunctionRef<Ending(const Failure&)> handler, FunctionRef<void()> st
 // Failures of this statement are passed over without a word.
 void quietly(FunctionRef<void()> statement);
 
-// What most routines do about a failure: report it without words of their own and go on.
+// What most routines do about a failure: report it without words of their own and go on. A handler that
+// reports otherwise calls one of these.
 struct Report {
     Ending ending = Ending::Next;
     std::int32_t style = kStyleExclamation;
     std::int16_t show = kHide;
+    std::string_view text = {};
 
     Ending operator()(const Tags& tags, const Failure& failure) const;
 };

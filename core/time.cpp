@@ -14,9 +14,16 @@ std::string formatted(const Buffer& buffer, int length) {
     return length > 0 ? std::string(buffer.data(), static_cast<std::size_t>(length - 1)) : std::string();
 }
 
-std::string dateOf(DWORD flags, const char* picture) {
+// Of now, where `time` is null.
+std::string dateOf(const SYSTEMTIME* time, DWORD flags, const char* picture) {
     Buffer buffer{};
-    return formatted(buffer, GetDateFormatA(LOCALE_USER_DEFAULT, flags, nullptr, picture, buffer.data(),
+    return formatted(buffer, GetDateFormatA(LOCALE_USER_DEFAULT, flags, time, picture, buffer.data(),
+                                            static_cast<int>(buffer.size())));
+}
+
+std::string timeOf(const SYSTEMTIME* time, const char* picture) {
+    Buffer buffer{};
+    return formatted(buffer, GetTimeFormatA(LOCALE_USER_DEFAULT, 0, time, picture, buffer.data(),
                                             static_cast<int>(buffer.size())));
 }
 
@@ -32,30 +39,23 @@ double secondsOfDay() {
 }
 
 std::string dateText() {
-    return dateOf(DATE_SHORTDATE, nullptr);
+    return dateOf(nullptr, DATE_SHORTDATE, nullptr);
 }
 
 std::string dateText(const char* picture) {
-    return dateOf(0, picture);
+    return dateOf(nullptr, 0, picture);
 }
 
 std::string timeText() {
-    return timeText(nullptr);
+    return timeOf(nullptr, nullptr);
 }
 
 std::string timeText(const char* picture) {
-    Buffer buffer{};
-    return formatted(buffer, GetTimeFormatA(LOCALE_USER_DEFAULT, 0, nullptr, picture, buffer.data(),
-                                            static_cast<int>(buffer.size())));
+    return timeOf(nullptr, picture);
 }
 
 std::string dateTimeText(const SYSTEMTIME& time) {
-    std::array<char, 128> date{};
-    std::array<char, 128> clock{};
-    GetDateFormatA(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &time, nullptr, date.data(),
-                   static_cast<int>(date.size()));
-    GetTimeFormatA(LOCALE_USER_DEFAULT, 0, &time, nullptr, clock.data(), static_cast<int>(clock.size()));
-    return std::string(date.data()) + " " + clock.data();
+    return dateOf(&time, DATE_SHORTDATE, nullptr) + " " + timeOf(&time, nullptr);
 }
 
 void Pause(double seconds) {

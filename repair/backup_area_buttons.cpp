@@ -31,9 +31,7 @@ struct ReportOfFile {
         if (!noAccess && failure.number != kIndexOutOfBounds) return Report{}(tags, failure);
         const std::string text = noAccess ? "Das Löschen der Sicherungsdatei " + name + " ist fehlgeschlagen."
                                           : "Es wurde keine Datei gewählt.";
-        ErrHandle(tags.modul, tags.funktion, text, failure.number, failure.description, kStyleInformation,
-                  noAccess ? kShow : kHide);
-        return Ending::Next;
+        return Report{Ending::Next, kStyleInformation, noAccess ? kShow : kHide, text}(tags, failure);
     }
 };
 
@@ -68,7 +66,7 @@ class Click : public Routine<ReportOfFile> {
 
     [[nodiscard]] bool confirmed(const std::string& question) const {
         bool yes = false;
-        step([&] { yes = MsgBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES; });
+        step([&] { yes = asksYes(question); });
         return yes;
     }
     void hand(const char* verb) const {

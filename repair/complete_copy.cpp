@@ -115,9 +115,8 @@ void deleteCopied(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string
 Ending onBackupFailure(const Tags& tags, const Failure& failure) {
     if (failure.number == kNoAccess || failure.number == kNoFolder) {
         makeFolder(BackupPath);
-        ErrHandle(tags.modul, tags.funktion, "Ordner " + BackupPath + " angelegt", failure.number,
-                  failure.description, kStyleExclamation, kHide);
-        return Ending::Retry;
+        const std::string text = "Ordner " + BackupPath + " angelegt";
+        return Report{Ending::Retry, kStyleExclamation, kHide, text}(tags, failure);
     }
     return kShowAndLeave(tags, failure);
 }

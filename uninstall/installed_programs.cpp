@@ -49,11 +49,10 @@ struct LoseEntries {
 
     Ending operator()(const Tags& tags, const Failure& failure) const {
         const bool invalidCall = failure.number == kInvalidCall;
-        ErrHandle(tags.modul, tags.funktion, "Programm Deinstallation konnte nicht angezeigt werden.",
-                  failure.number, failure.description, kStyleExclamation, invalidCall ? kHide : kShow);
-        if (!invalidCall) return Ending::Leave;
-        entries.assign(1, std::string());
-        return Ending::Next;
+        if (invalidCall) entries.assign(1, std::string());
+        return Report{invalidCall ? Ending::Next : Ending::Leave, kStyleExclamation,
+                      invalidCall ? kHide : kShow,
+                      "Programm Deinstallation konnte nicht angezeigt werden."}(tags, failure);
     }
 };
 

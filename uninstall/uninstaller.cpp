@@ -21,17 +21,11 @@ constexpr int kIndexOutOfBounds = 35600;
 constexpr int kFileNotFound = 53;
 
 Ending report(const Tags& tags, const Failure& failure) {
-    const bool noRow = failure.number == kIndexOutOfBounds;
-    ErrHandle(tags.modul, tags.funktion, noRow ? "Es wurde keine Datei gewählt." : "", failure.number,
-              failure.description, noRow ? kStyleInformation : kStyleExclamation, kHide);
-    return Ending::Next;
+    if (failure.number != kIndexOutOfBounds) return Report{}(tags, failure);
+    return Report{Ending::Next, kStyleInformation, kHide, "Es wurde keine Datei gewählt."}(tags, failure);
 }
 
 constexpr Routine kRoutine{{"frmMain", "cmdDeinstall_Click"}, &report};
-
-bool isYes(const std::string& question) {
-    return MsgBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES;
-}
 
 // A row's texts, taken once: what the user is asked about is what is started or removed.
 struct Program {
@@ -87,8 +81,8 @@ bool refusesRemoval(const Program& program) {
 
 Ending offerRemoval(ProgramsPage& page, const Program& program) {
     if (refusesRemoval(program)) return Ending::Next;
-    if (!isYes("Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
-               "Soll der Eintrag jetzt entfernt werden?"))
+    if (!asksYes("Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
+                 "Soll der Eintrag jetzt entfernt werden?"))
         return Ending::Next;
     removeEntry(page, program);
     return Ending::Leave;
@@ -97,7 +91,7 @@ Ending offerRemoval(ProgramsPage& page, const Program& program) {
 bool confirmed(const Program& program) {
     bool yes = false;
     kRoutine.step(
-        [&] { yes = isYes("Wollen Sie das Programm " + program.name + " wirklich deinstallieren?"); });
+        [&] { yes = asksYes("Wollen Sie das Programm " + program.name + " wirklich deinstallieren?"); });
     return yes;
 }
 

@@ -7,7 +7,6 @@
 #include "core/file_helpers.h"
 #include "core/registry_layer.h"
 #include "core/routine.h"
-#include "core/startup/unload.h"
 #include "core/state.h"
 #include "core/time.h"
 #include "platform/process.h"
@@ -65,15 +64,9 @@ void check(const Component& component) {
 // The missing file is told as the report's description, since the dialog shows that and not the report's own
 // text. The check goes on behind the dialog: ending the program is the user's choice.
 Ending handle(const Tags& tags, const Failure& failure) {
-    const bool internet = failure.number == kInternetIsMissing;
-    if (internet) {
-        ErrHandle(tags.modul, tags.funktion, failure.description, failure.number, failure.description,
-                  kStyleExclamation, kHide);
-        InternetMissing = true;
-    } else {
-        ErrHandle(tags.modul, tags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
-    }
-    return Ending::Next;
+    if (failure.number != kInternetIsMissing) return Report{Ending::Next, kStyleStop, kShow}(tags, failure);
+    InternetMissing = true;
+    return Report{Ending::Next, kStyleExclamation, kHide, failure.description}(tags, failure);
 }
 
 // Windows answers 0 where there is no entry, and not every version of it survives the question.
@@ -89,11 +82,7 @@ std::int32_t callEntry(FARPROC entry, HWND window) {
 void RegisterServer(HWND window, std::string_view Pfad, std::int16_t Registrieren) {
     const std::string path(Pfad);
     const Routine routine{{"modLibRegister", "RegisterServer"},
-                          [&](const Tags& tags, const Failure& failure) {
-                              ErrHandle(tags.modul, tags.funktion, path, failure.number, failure.description,
-                                        kStyleStop, kHide);
-                              return Ending::Next;
-                          }};
+                          Report{Ending::Next, kStyleStop, kHide, path}};
     HMODULE library = nullptr;
     FARPROC entry = nullptr;
     routine.step([] { frmLogin().show(); });
@@ -105,8 +94,7 @@ void RegisterServer(HWND window, std::string_view Pfad, std::int16_t Registriere
     });
     routine.step([&] { LastRegisterResult = callEntry(entry, window); });
     // Each registration leaves its line in the log, whatever came of it.
-    ErrHandle(routine.modul, routine.funktion, path, lastFailure().number, lastFailure().description,
-              kStyleExclamation, kHide);
+    Report{Ending::Next, kStyleExclamation, kHide, path}(routine, lastFailure());
     routine.step([&] { FreeLibrary(library); });
 }
 
@@ -114,7 +102,7 @@ void CheckLibs() {
     constexpr Routine routine{{"modLibRegister", "CheckLibs"}, &handle};
     routine.started();
     for (const Component& component : kComponents) routine.step([&] { check(component); });
-    unloadForm("frmLogin");
+    if (Form* form = loadedForm("frmLogin")) form->unload();
     routine.ended();
 }
 

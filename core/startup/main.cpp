@@ -12,7 +12,6 @@
 #include "core/routine.h"
 #include "core/startup/check_libs.h"
 #include "core/startup/first_run.h"
-#include "core/startup/unload.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "core/version.h"
@@ -32,6 +31,11 @@ namespace {
 
 constexpr Tags kTags{"modMain", "Main"};
 constexpr const char* kTitle = "Bromvale";
+
+// Asking for the form itself would load it first.
+void unloadForm(std::string_view name) {
+    if (Form* form = loadedForm(name)) form->unload();
+}
 
 // Its handle lives as long as the process. Names of this kind are known within one session, so that two users
 // of one machine don't get in each other's way. A first start under other rights keeps its mutex to itself:
@@ -87,35 +91,22 @@ void nameBackupFolder() {
     kTags.trace(BackupPath);
 }
 
-void readComputerName() {
-    ComputerName = ReadComputerName();
-    kTags.trace(ComputerName);
+template <std::string& Name, std::string (*read)()>
+void readName() {
+    Name = read();
+    kTags.trace(Name);
 }
 
-void readUserName() {
-    UserName = ReadUserName();
-    kTags.trace(UserName);
-}
-
-void readWindowsFolder() {
-    WinDir = withBackslash(ReadWinDir());
-    kTags.trace([] { return plainText(WinDir); });
+template <std::string& Folder, std::string (*read)()>
+void readFolder() {
+    Folder = withBackslash(read());
+    kTags.trace([] { return plainText(Folder); });
 }
 
 void nameAgentFolders() {
     AgentDir = WinDir + "msagent\\";
     AgentCharsDir = WinDir + "msagent\\chars\\";
     kTags.trace(AgentDir);
-}
-
-void readSystemFolder() {
-    SysDir = withBackslash(ReadSysDir());
-    kTags.trace(SysDir);
-}
-
-void readTemporaryFolder() {
-    TmpDir = withBackslash(ReadTmpDir());
-    kTags.trace(TmpDir);
 }
 
 constexpr const char* kVersionKey = "Software\\Microsoft\\Windows\\CurrentVersion";
@@ -131,11 +122,10 @@ std::string exactProgramsFolder(const std::string& ansi) {
     return read && !isExact(folder) ? folder : ansi;
 }
 
-void readProgramsFolder() {
+std::string programsFolder() {
     const RegistryValue value = ReadValue(kHiveLocalMachine, kVersionKey, kProgramFilesDir);
     const std::string* folder = std::get_if<std::string>(&value);
-    ProgramFilesDir = withBackslash(folder != nullptr ? exactProgramsFolder(*folder) : std::string());
-    kTags.trace([] { return plainText(ProgramFilesDir); });
+    return folder != nullptr ? exactProgramsFolder(*folder) : std::string();
 }
 
 // The start record comes before the program's folder is known, so it lands in the current directory.
@@ -145,13 +135,13 @@ constexpr std::array kStateSteps{
     readTraceSwitch,
     readSettings,
     nameBackupFolder,
-    readComputerName,
-    readUserName,
-    readWindowsFolder,
+    readName<ComputerName, ReadComputerName>,
+    readName<UserName, ReadUserName>,
+    readFolder<WinDir, ReadWinDir>,
     nameAgentFolders,
-    readSystemFolder,
-    readTemporaryFolder,
-    readProgramsFolder,
+    readFolder<SysDir, ReadSysDir>,
+    readFolder<TmpDir, ReadTmpDir>,
+    readFolder<ProgramFilesDir, programsFolder>,
     OS,
 };
 
@@ -235,8 +225,7 @@ constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThat
 
 Ending makeFolderList(const Failure& failure, int number) {
     const std::string path = AppPath + "liste.txt";
-    ErrHandle(kTags.modul, kTags.funktion, path + " musste angelegt werden.", failure.number,
-              failure.description, kStyleExclamation, kHide);
+    Report{Ending::Retry, kStyleExclamation, kHide, path + " musste angelegt werden."}(kTags, failure);
     openFile(path, FileMode::Output, number);
     closeFile(number);
     return Ending::Retry;
@@ -258,8 +247,7 @@ void tellThatMemoryIsShort() {
 Ending onFailureOfMain(const Failure& failure, int number) {
     if (failure.number == 53 || failure.number == 52) return makeFolderList(failure, number);
     if (failure.number == 7) tellThatMemoryIsShort();
-    ErrHandle(kTags.modul, kTags.funktion, "", failure.number, failure.description, kStyleStop, kShow);
-    return Ending::Leave;
+    return Report{Ending::Leave, kStyleStop, kShow}(kTags, failure);
 }
 
 // A failure that no routine below an event has caught.
@@ -273,10 +261,7 @@ void showUnhandledFailure(const Failure& failure) {
 // left is the error dialog.
 void closeUnseenWindows() {
     unloadForm("frmLogin");
-    const auto& forms = loadedForms();
-    const bool mainWindow =
-        std::any_of(forms.begin(), forms.end(), [](const Form* form) { return form->name() == "frmMain"; });
-    if (!mainWindow) unloadForm("frmPopUp");
+    if (loadedForm("frmMain") == nullptr) unloadForm("frmPopUp");
 }
 
 }  // namespace

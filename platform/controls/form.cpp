@@ -33,6 +33,11 @@ const std::vector<Form*>& loadedForms() {
     return formList();
 }
 
+Form* loadedForm(std::string_view name) {
+    const auto found = std::ranges::find(formList(), name, &Form::name);
+    return found == formList().end() ? nullptr : *found;
+}
+
 void unloadAllForms() {
     const std::vector<Form*> forms = loadedForms();
     for (Form* form : forms) form->unload();

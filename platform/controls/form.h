@@ -114,6 +114,8 @@ class Form : public ControlOf<Form, ControlKind::Form> {
 
 // All loaded forms in the order of their loading.
 [[nodiscard]] const std::vector<Form*>& loadedForms();
+// Null where no form of this name is loaded.
+[[nodiscard]] Form* loadedForm(std::string_view name);
 void unloadAllForms();
 
 // Provider: twips that border and caption add to the inner size.

@@ -47,9 +47,7 @@ std::optional<double> ourNumber(const std::string& text) {
 
 class SystemsNumbers : public ::testing::Test {
   protected:
-    void SetUp() override {
-        if (decimalSign() != ',') GTEST_SKIP() << "the table is written with German signs";
-    }
+    void SetUp() override { ASSERT_TRUE(decimalSign() == ',') << "the table is written with German signs"; }
 };
 
 const char* const kTexts[] = {
