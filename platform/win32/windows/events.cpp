@@ -6,7 +6,6 @@
 #include "platform/controls/form.h"
 #include "platform/win32/system/held_keys.h"
 #include "platform/win32/windows/common_controls.h"
-#include "platform/win32/windows/paint_queue.h"
 #include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {

@@ -1,9 +1,7 @@
-#include "platform/win32/windows/paint_queue.h"
+#include "platform/win32/windows/window_peer.h"
 
 #include <algorithm>
 #include <vector>
-
-#include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
 

@@ -122,14 +122,14 @@ class TimerPeer : public ControlPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeStatusBar(StatusBar& bar) {
-    return std::make_unique<StatusBarPeer>(bar);
+void PeerMaker::visit(StatusBar& bar) {
+    made = std::make_unique<StatusBarPeer>(bar);
 }
-std::unique_ptr<ControlPeer> makeProgressBar(ProgressBar& bar) {
-    return std::make_unique<ProgressBarPeer>(bar);
+void PeerMaker::visit(ProgressBar& bar) {
+    made = std::make_unique<ProgressBarPeer>(bar);
 }
-std::unique_ptr<ControlPeer> makeTimer(Timer& timer) {
-    return std::make_unique<TimerPeer>(timer);
+void PeerMaker::visit(Timer& timer) {
+    made = std::make_unique<TimerPeer>(timer);
 }
 
 }  // namespace bromvale

@@ -151,11 +151,11 @@ class ComboBoxPeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeTextBox(TextBox& box) {
-    return std::make_unique<TextBoxPeer>(box);
+void PeerMaker::visit(TextBox& box) {
+    made = std::make_unique<TextBoxPeer>(box);
 }
-std::unique_ptr<ControlPeer> makeComboBox(ComboBox& box) {
-    return std::make_unique<ComboBoxPeer>(box);
+void PeerMaker::visit(ComboBox& box) {
+    made = std::make_unique<ComboBoxPeer>(box);
 }
 
 }  // namespace bromvale

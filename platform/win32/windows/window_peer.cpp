@@ -4,7 +4,6 @@
 
 #include "platform/controls/form.h"
 #include "platform/win32/windows/metrics.h"
-#include "platform/win32/windows/paint_queue.h"
 
 namespace bromvale {
 
