@@ -2,7 +2,6 @@
 #include "platform/files.h"
 #include "platform/folder_dialog.h"
 #include "platform/machine.h"
-#include "platform/process.h"
 #include "platform/registry.h"
 
 namespace bromvale {

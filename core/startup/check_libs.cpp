@@ -10,7 +10,7 @@
 #include "core/startup/unload.h"
 #include "core/state.h"
 #include "core/time.h"
-#include "platform/process.h"
+#include "platform/machine.h"
 #include "ui/frm_login.h"
 #include "ui/frm_popup.h"
 

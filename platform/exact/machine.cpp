@@ -5,7 +5,6 @@
 #include "platform/exact/text.h"
 #include "platform/files.h"
 #include "platform/machine.h"
-#include "platform/process.h"
 #include "platform/wide.h"
 
 namespace bromvale {
