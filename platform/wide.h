@@ -27,6 +27,14 @@ struct WideFunctions {
     DWORD(WINAPI* finalPathName)(HANDLE file, WCHAR* path, DWORD size, DWORD flags);
 };
 
+// UTF-16 as Windows' own type of it.
+inline WCHAR* units(char16_t* text) {
+    return reinterpret_cast<WCHAR*>(text);
+}
+inline const WCHAR* units(const char16_t* text) {
+    return reinterpret_cast<const WCHAR*>(text);
+}
+
 // Null on the 9x family.
 [[nodiscard]] const WideFunctions* wide();
 

@@ -17,7 +17,7 @@
 #include "core/text_file.h"
 #include "core/version.h"
 #include "platform/events.h"
-#include "platform/exact/program_file.h"
+#include "platform/exact/machine.h"
 #include "platform/exact/registry.h"
 #include "platform/exact/text.h"
 #include "platform/machine.h"

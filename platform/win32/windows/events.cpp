@@ -41,10 +41,7 @@ void serveWindowMessages(const MessageRange& range) {
 // Milliseconds between two servings of the windows; in between ServeWindows looks at the clock only.
 constexpr DWORD kServingStep = 20;
 
-std::function<void()>& pumpObserver() {
-    static std::function<void()> observer;
-    return observer;
-}
+std::function<void()> pumpObserver;
 
 bool pressed(int key) {
     return GetKeyState(key) < 0;
@@ -116,7 +113,7 @@ void DoEvents() {
         }
         serve(message);
     }
-    if (pumpObserver()) pumpObserver()();
+    if (pumpObserver) pumpObserver();
 }
 
 void ServeWindows() {
@@ -144,7 +141,7 @@ void RunEventLoop() {
 }
 
 void setPumpObserver(std::function<void()> observer) {
-    pumpObserver() = std::move(observer);
+    pumpObserver = std::move(observer);
 }
 
 }  // namespace bromvale

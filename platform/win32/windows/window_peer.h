@@ -69,6 +69,8 @@ class WindowPeer : public ControlPeer {
     // Sets the window text where it is another one.
     void setWindowText(const std::string& text);
     [[nodiscard]] std::string windowText() const;
+    // The same where the user has typed it: collected changes wait.
+    [[nodiscard]] std::string typedText();
     [[nodiscard]] HWND parentWindow() const;
     [[nodiscard]] bool busy() const { return busy_; }
     LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
