@@ -67,9 +67,8 @@ enum class Links {
 // Whether the system tells final paths at all: from Windows Vista on.
 [[nodiscard]] bool tellsFinalPaths();
 
-// The path that the system arrives at when it opens a file or folder (a path that may carry marks, see
-// text.h), in the form of its own. Empty where that can't be told: it isn't there, it can't be opened,
-// or no such system.
+// The path that the system arrives at when it opens a file or folder, in the form of its own. Empty where
+// that can't be told: it isn't there, it can't be opened, or no such system.
 [[nodiscard]] std::u16string finalPath(const std::string& path, Links links);
 
 }  // namespace bromvale

@@ -5,7 +5,7 @@
 
 namespace bromvale {
 
-// Folders of the machine with marks where the code page lacks a character (text.h).
+// Names of the machine with marks where the code page lacks a character (text.h).
 
 // GetWindowsDirectoryA, without a backslash behind it; empty where it fails or the folder is longer than a
 // path may be.
@@ -14,8 +14,7 @@ namespace bromvale {
 // ExpandEnvironmentStringsA: variables between percent signs are replaced. The text itself where it fails.
 [[nodiscard]] std::string expandedExactly(const std::string& text);
 
-// SHGetPathFromIDListA with marks where the code page lacks a character (text.h); empty where the
-// folder has no path.
+// SHGetPathFromIDListA; empty where the folder has no path.
 [[nodiscard]] std::string exactPathFromIdList(PCIDLIST_ABSOLUTE list);
 
 // The program's own file as the ANSI functions can reach it.
@@ -25,7 +24,7 @@ struct ProgramFile {
 };
 
 // Folder and name are the long ones where the code page holds them, else the short ones that the drive keeps
-// for them; marks (text.h) stay where there are none. Both empty where the system doesn't tell.
+// for them; marks stay where there are none. Both empty where the system doesn't tell.
 [[nodiscard]] ProgramFile programFile();
 
 }  // namespace bromvale
