@@ -1,6 +1,5 @@
 #include "core/startup/main.h"
-#include "platform/win32/system/error_mode.h"
-#include "platform/win32/system/old_systems.h"
+#include "platform/win32/system/runtime.h"
 #include "platform/win32/windows/common_controls.h"
 
 // The program's own failures are reported by its routines; the exit code tells nothing.

@@ -4,7 +4,7 @@
 
 #include "cleanup/folder_paths.h"
 #include "core/log.h"
-#include "platform/exact/dialog.h"
+#include "platform/exact/machine.h"
 #include "platform/exact/text.h"
 #include "platform/folder_dialog.h"
 

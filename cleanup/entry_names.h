@@ -6,7 +6,7 @@
 
 namespace bromvale {
 
-// Which names lead to what they name. One that the code page can't hold carries marks (exact_text.h), and its
+// Which names lead to what they name. One that the code page can't hold carries marks (exact/text.h), and its
 // plain text opens something else, in another folder maybe, or stands for many files. Others are exact and
 // are read otherwise all the same: the system cuts dots and blanks off an end, and takes "nul.txt" for a
 // device.

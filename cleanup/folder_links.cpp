@@ -4,7 +4,7 @@
 
 #include "cleanup/entry_names.h"
 #include "platform/events.h"
-#include "platform/exact/final_path.h"
+#include "platform/exact/files.h"
 #include "platform/exact/text.h"
 
 namespace bromvale {

@@ -6,7 +6,7 @@
 #include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/exact/program_file.h"
+#include "platform/exact/machine.h"
 #include "platform/shell.h"
 #include "ui/cleanup_page.h"
 

@@ -7,7 +7,7 @@ namespace bromvale {
 
 // Why a folder of the list, or one that the user has chosen, isn't emptied: a German sentence; empty where
 // nothing is wrong with its path. Refused is every path that the system reads otherwise than it stands there:
-// one that isn't whole (drive or share first), is too long to be listed, holds marks (exact_text.h), or has
+// one that isn't whole (drive or share first), is too long to be listed, holds marks (exact/text.h), or has
 // components that lead elsewhere: "..", an end that is cut off, a separator, a wildcard, a device.
 [[nodiscard]] std::string refusalOf(std::string_view path);
 

@@ -10,7 +10,7 @@
 #include "platform/exact/other_view.h"
 #include "platform/exact/text.h"
 #include "platform/files.h"
-#include "platform/process.h"
+#include "platform/machine.h"
 #include "platform/shell.h"
 
 namespace bromvale {

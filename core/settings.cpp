@@ -12,6 +12,11 @@
 
 namespace bromvale {
 
+std::string AgentType;
+std::string AgentFile;
+std::string EMail;
+std::string ProxyAdresse;
+
 namespace {
 
 constexpr std::string_view kModule = "modKeyFunc";

@@ -14,8 +14,8 @@ inline constexpr const char* kSettingsKey = "Software\\Bromvale";
 // ReadAppSwitch does.
 inline std::int16_t FirstRun = 0;  // value name "1stRun"
 inline std::int16_t AgentLoad = 0;
-inline std::string AgentType;
-inline std::string AgentFile;  // AgentType & ".acs"
+extern std::string AgentType;
+extern std::string AgentFile;  // AgentType & ".acs"
 // Files of the animation that isn't there any more. Nothing uses them; they tell what the settings above once
 // meant.
 inline constexpr const char* kAgentControl = "agentctl.dll";
@@ -30,12 +30,12 @@ inline std::int16_t AutoRegFileDel = 0;
 inline std::int16_t AutoScan = 0;
 inline std::int16_t DelAfterDays = 0;
 inline std::int16_t DelFilePermanent = 0;
-inline std::string EMail;
+extern std::string EMail;
 inline std::int16_t Form_Height = 0;  // twips
 inline std::int16_t Form_Width = 0;
 inline std::int16_t Protokoll = 0;
 inline std::int16_t Proxy = 0;
-inline std::string ProxyAdresse;
+extern std::string ProxyAdresse;
 inline std::int16_t ProxyPort = 0;
 inline std::int16_t RebootAfterDelete = 0;
 inline std::int16_t RebootAfterEntry = 0;

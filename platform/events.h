@@ -1,5 +1,6 @@
 #pragma once
 #include <functional>
+#include <type_traits>
 
 #include "base/failure.h"
 
@@ -30,5 +31,10 @@ void setUnhandledFailure(std::function<void(const Failure&)> handler);
 
 // Runs the handler of an event that the user caused: failures end here and go to the handler above.
 void dispatchUserEvent(const std::function<void()>& handler);
+template <class... Arguments>
+void dispatchUserEvent(const std::function<void(Arguments...)>& handler,
+                       const std::type_identity_t<Arguments>&... arguments) {
+    if (handler) dispatchUserEvent([&] { handler(arguments...); });
+}
 
 }  // namespace bromvale

@@ -2,7 +2,6 @@
 #include "platform/files.h"
 #include "platform/folder_dialog.h"
 #include "platform/machine.h"
-#include "platform/process.h"
 #include "platform/registry.h"
 
 namespace bromvale {
@@ -27,6 +26,14 @@ struct WideFunctions {
     // Null before Windows Vista.
     DWORD(WINAPI* finalPathName)(HANDLE file, WCHAR* path, DWORD size, DWORD flags);
 };
+
+// UTF-16 as Windows' own type of it.
+inline WCHAR* units(char16_t* text) {
+    return reinterpret_cast<WCHAR*>(text);
+}
+inline const WCHAR* units(const char16_t* text) {
+    return reinterpret_cast<const WCHAR*>(text);
+}
 
 // Null on the 9x family.
 [[nodiscard]] const WideFunctions* wide();

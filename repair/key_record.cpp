@@ -8,7 +8,7 @@
 #include "platform/exact/text.h"
 #include "platform/exact/whole_key.h"
 #include "platform/machine.h"
-#include "platform/real_key_path.h"
+#include "platform/registry.h"
 #include "platform/wide.h"
 
 namespace bromvale {

@@ -1,7 +1,6 @@
 #include "repair/reboot.h"
 
 #include "platform/machine.h"
-#include "platform/process.h"
 
 namespace bromvale {
 namespace {

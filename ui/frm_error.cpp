@@ -5,8 +5,7 @@
 
 #include "core/log.h"
 #include "core/settings.h"
-#include "platform/help.h"
-#include "platform/process.h"
+#include "platform/machine.h"
 #include "platform/shell.h"
 #include "resources/resource_ids.h"
 #include "ui/rows.h"

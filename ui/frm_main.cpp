@@ -6,9 +6,9 @@
 #include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/help.h"
-#include "platform/process.h"
+#include "platform/machine.h"
 #include "platform/screen.h"
+#include "platform/shell.h"
 #include "resources/resource_ids.h"
 #include "ui/frm_error.h"
 

@@ -5,7 +5,7 @@
 #include "core/routine.h"
 #include "core/settings.h"
 #include "core/state.h"
-#include "platform/help.h"
+#include "platform/shell.h"
 #include "ui/frm_main.h"
 
 namespace bromvale {

@@ -64,7 +64,8 @@ void designKind(MenuItem& item, Control* container, unsigned /*flags*/) {
     if (std::ranges::find(menu.children(), &item) == menu.children().end()) menu.add(item);
 }
 
-void designControl(Control& control, Control* container, const RowFacts& facts) {
+void designControl(const RowControls& controls, const RowFacts& facts) {
+    Control& control = *controls.control;
     control.setCaption(facts.caption);
     control.setPlace(facts.place);
     control.setTabIndex(facts.tab);
@@ -72,7 +73,7 @@ void designControl(Control& control, Control* container, const RowFacts& facts) 
     control.setVisible(!(facts.flags & kHidden));
     control.setBackColor(facts.flags & kGreyed ? BackColor::Greyed : BackColor::Default);
     control.setMousePointer(facts.flags & kArrowPointer ? MousePointer::Arrow : MousePointer::Default);
-    facts.designKind(control, container, facts.flags);
+    facts.designKind(control, controls.container, facts.flags);
 }
 
 void resizeControl(Control& control, const Follows& follows, const Form& form) {

@@ -66,13 +66,18 @@ struct RowFacts {
     void (*designKind)(Control& control, Control* container, unsigned flags);
 };
 
+// The control of a row and what holds it, or null.
+struct RowControls {
+    Control* control;
+    Control* container;
+};
+
 // The controls of Owner (a form or a page of one) are its members, and a row names them by pointers to
 // members: what the owner hasn't, a container that holds nothing and a handler that doesn't fit its event
 // don't compile.
 template <class Owner>
 struct Row : RowFacts {
-    Control& (*control)(Owner& owner);
-    Control* (*container)(Owner& owner);
+    RowControls (*controls)(Owner& owner);
     void (*connect)(Owner& owner);
 };
 
@@ -87,6 +92,14 @@ template <auto Member>
 using MemberClass = typename MemberPointee<decltype(Member)>::Of;
 template <auto Member>
 using MemberType = typename MemberPointee<decltype(Member)>::Is;
+
+// What an event holds of its handler: the same kind of function object for all that take the same arguments.
+template <class... Arguments>
+struct HandlerCall {
+    void* owner;
+    void (*call)(void* owner, Arguments... arguments);
+    void operator()(Arguments... arguments) const { call(owner, arguments...); }
+};
 
 // An event and the routine that handles it, on<&Button::onClick, &ScanPage::cmdStart_Click>(). Where the
 // handler belongs to a page of the owner, the page stands between the two.
@@ -108,7 +121,9 @@ struct On {
     static void connectTo(std::function<void(Arguments...)>& event, Owner& owner,
                           void (Class::*)(Arguments...)) {
         constexpr auto kHandler = std::get<sizeof...(Way) - 1>(std::tuple(Way...));
-        event = [&owner](Arguments... arguments) { (owner.*kHandler)(arguments...); };
+        event = HandlerCall<Arguments...>{&owner, [](void* target, Arguments... arguments) {
+                                              (static_cast<Owner*>(target)->*kHandler)(arguments...);
+                                          }};
     }
 };
 template <auto Event, auto... Way>
@@ -124,6 +139,11 @@ void designKind(TextBox& box, Control* container, unsigned flags);
 void designKind(ComboBox& box, Control* container, unsigned flags);
 void designKind(ListView& list, Control* container, unsigned flags);
 void designKind(MenuItem& item, Control* container, unsigned flags);
+
+template <class Kind>
+void designAs(Control& control, Control* container, unsigned flags) {
+    designKind(static_cast<Kind&>(control), container, flags);
+}
 
 template <class Kind>
 consteval unsigned flagsOf() {
@@ -146,16 +166,13 @@ consteval Row<Owner> row(const char* caption, Place place, int tab, unsigned fla
     if (follows.rightEnd != 0 && !std::is_same_v<Kind, Line>) throw "only a line has a right end";
     if (follows.firstPanel != 0 && !std::is_same_v<Kind, StatusBar>) throw "only a status bar has panels";
     Row<Owner> row{};
-    static_cast<RowFacts&>(row) = {
-        caption, place,
-        tab,     flags,
-        follows, [](Control& c, Control* in, unsigned f) {
-                                       designKind(static_cast<Kind&>(c), in, f); }};
-    row.control = [](Owner& owner) -> Control& { return owner.*Member; };
-    if constexpr (!std::is_null_pointer_v<decltype(Container)>) {
+    static_cast<RowFacts&>(row) = {caption, place, tab, flags, follows, &designAs<Kind>};
+    if constexpr (std::is_null_pointer_v<decltype(Container)>) {
+        row.controls = [](Owner& owner) { return RowControls{&(owner.*Member), nullptr}; };
+    } else {
         using Holder = std::conditional_t<std::is_same_v<Kind, MenuItem>, MenuItem, Frame>;
         static_assert(std::is_same_v<MemberType<Container>, Holder>, "the container holds nothing");
-        row.container = [](Owner& owner) -> Control* { return &(owner.*Container); };
+        row.controls = [](Owner& owner) { return RowControls{&(owner.*Member), &(owner.*Container)}; };
     }
     if constexpr (sizeof...(Handlers) > 0)
         row.connect = [](Owner& owner) { (Handlers::connect(owner.*Member, owner), ...); };
@@ -166,14 +183,13 @@ consteval Row<Owner> row(const char* caption, Place place, int tab, unsigned fla
     return row<Owner, Member, Container>(caption, place, tab, flags, Follows{}, handlers...);
 }
 
-void designControl(Control& control, Control* container, const RowFacts& facts);
+void designControl(const RowControls& controls, const RowFacts& facts);
 void resizeControl(Control& control, const Follows& follows, const Form& form);
 
 // Puts every control into its design state.
 template <class Owner>
 void designRows(Owner& owner, std::type_identity_t<std::span<const Row<Owner>>> rows) {
-    for (const Row<Owner>& row : rows)
-        designControl(row.control(owner), row.container ? row.container(owner) : nullptr, row);
+    for (const Row<Owner>& row : rows) designControl(row.controls(owner), row);
 }
 // Connects every event to its handler.
 template <class Owner>
@@ -184,7 +200,7 @@ void connectRows(Owner& owner, std::type_identity_t<std::span<const Row<Owner>>>
 }
 template <class Owner>
 void resizeRows(Owner& owner, std::type_identity_t<std::span<const Row<Owner>>> rows, const Form& form) {
-    for (const Row<Owner>& row : rows) resizeControl(row.control(owner), row.follows, form);
+    for (const Row<Owner>& row : rows) resizeControl(*row.controls(owner).control, row.follows, form);
 }
 
 }  // namespace bromvale

@@ -9,7 +9,7 @@
 #include "core/routine.h"
 #include "core/state.h"
 #include "core/time.h"
-#include "platform/process.h"
+#include "platform/machine.h"
 #include "ui/frm_login.h"
 #include "ui/frm_popup.h"
 

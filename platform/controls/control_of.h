@@ -46,11 +46,11 @@ class ControlVisitor {
 };
 
 // Base of the class of each kind.
-template <class Class, ControlKind number>
-class ControlOf : public Control {
+template <class Class, ControlKind number, class Base = Control>
+class ControlOf : public Base {
   public:
     static constexpr ControlKind kKind = number;
-    ControlOf(Form* form, std::string_view name) : Control(form, name, number) {}
+    ControlOf(Form* form, std::string_view name) : Base(form, name, number) {}
     void accept(ControlVisitor& visitor) override { visitor.visit(static_cast<Class&>(*this)); }
 };
 

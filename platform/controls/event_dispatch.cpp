@@ -7,19 +7,16 @@
 namespace bromvale {
 namespace {
 
-std::function<void(const Failure&)>& unhandledFailure() {
-    static std::function<void(const Failure&)> handler;
-    return handler;
-}
+std::function<void(const Failure&)> unhandledFailure;
 
 void tellUnhandled(const Failure& failure) {
-    if (unhandledFailure()) unhandledFailure()(failure);
+    if (unhandledFailure) unhandledFailure(failure);
 }
 
 }  // namespace
 
 void setUnhandledFailure(std::function<void(const Failure&)> handler) {
-    unhandledFailure() = std::move(handler);
+    unhandledFailure = std::move(handler);
 }
 
 void dispatchUserEvent(const std::function<void()>& handler) {

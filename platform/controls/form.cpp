@@ -7,10 +7,7 @@
 namespace bromvale {
 namespace {
 
-std::vector<Form*>& formList() {
-    static std::vector<Form*> forms;
-    return forms;
-}
+std::vector<Form*> formList;
 
 }  // namespace
 
@@ -21,7 +18,7 @@ struct Form::Unloading {
     Unloading& operator=(const Unloading&) = delete;
     ~Unloading() {
         form_.loaded_ = false;
-        std::erase(formList(), &form_);
+        std::erase(formList, &form_);
         form_.destroyPeers();
         form_.setVisible(false);
         form_.unloading_ = false;
@@ -30,7 +27,7 @@ struct Form::Unloading {
 };
 
 const std::vector<Form*>& loadedForms() {
-    return formList();
+    return formList;
 }
 
 Form* loadedForm(std::string_view name) {
@@ -48,7 +45,7 @@ Form::Form(std::string_view name) : ControlOf(nullptr, name) {
 }
 
 Form::~Form() {
-    std::erase(formList(), this);
+    std::erase(formList, this);
     destroyPeers();
 }
 
@@ -56,7 +53,7 @@ void Form::load() {
     if (loaded_) return;
     loaded_ = true;
     building_ = true;
-    formList().push_back(this);
+    formList.push_back(this);
     windowState_ = WindowState::Normal;
     design();
     createPeers();

@@ -38,9 +38,7 @@ bool ListBar::userItemClick(std::string_view caption) {
         for (const Item& candidate : bars_[bar].items) {
             if (candidate.caption != caption) continue;
             setOpenBar(static_cast<int>(bar));
-            dispatchUserEvent([this, clicked = candidate] {
-                if (onItemClick) onItemClick(clicked);
-            });
+            dispatchUserEvent(onItemClick, Item(candidate));
             return true;
         }
     }

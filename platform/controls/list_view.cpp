@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/failure.h"
+#include "base/text_order.h"
 #include "platform/events.h"
 
 namespace bromvale {
@@ -100,6 +101,50 @@ int ListView::selectedItem() const {
     return static_cast<int>(std::find_if(rows_.begin(), rows_.end(), has) - rows_.begin()) + 1;
 }
 
+void ListView::setSortKey(int key) {
+    if (sorted_ && sortKey_ == key) return;
+    sortKey_ = key;
+    sortAnew();
+}
+
+void ListView::setSortOrder(SortOrder order) {
+    if (sorted_ && sortOrder_ == order) return;
+    sortOrder_ = order;
+    sortAnew();
+}
+
+void ListView::setSorted(bool on) {
+    if (sorted_ == on) return;
+    if (on) {
+        sortAnew();
+    } else {
+        sortNow();
+        sorted_ = false;
+    }
+}
+
+void ListView::sortAnew() {
+    sorted_ = true;
+    sortDue_ = true;
+    notify(Property::Items);
+}
+
+void ListView::textChanged(int column) {
+    if (sorted_ && column == sortKey_) sortDue_ = true;
+    notify(Property::Items);
+}
+
+// Sorting waits until somebody looks at the order: a scan adds thousands of rows between two looks.
+void ListView::sortNow() const {
+    if (!sortDue_) return;
+    sortDue_ = false;
+    const auto before = [this](const std::unique_ptr<ListItem>& a, const std::unique_ptr<ListItem>& b) {
+        const int order = compareTexts(a->column(sortKey_), b->column(sortKey_));
+        return sortOrder_ == SortOrder::Ascending ? order < 0 : order > 0;
+    };
+    std::stable_sort(rows_.begin(), rows_.end(), before);
+}
+
 void ListView::markOnly(const ListItem* only) {
     for (const auto& row : rows_) row->selected_ = row.get() == only;
 }
@@ -130,23 +175,15 @@ void ListView::userColumnClick(int column) {
     const bool exists = column >= 1 && column <= static_cast<int>(columns_.size());
     // A hidden column has no header to click on.
     if (!reachable() || !exists || columns_[static_cast<std::size_t>(column - 1)].width == 0) return;
-    dispatchUserEvent([this, column] {
-        if (onColumnClick) onColumnClick(column);
-    });
+    dispatchUserEvent(onColumnClick, column);
 }
 
 void ListView::userKeyDown(int keyCode) {
-    if (!reachable()) return;
-    dispatchUserEvent([this, keyCode] {
-        if (onKeyDown) onKeyDown(keyCode);
-    });
+    if (reachable()) dispatchUserEvent(onKeyDown, keyCode);
 }
 
 void ListView::userMouseUp(int button) {
-    if (!reachable()) return;
-    dispatchUserEvent([this, button] {
-        if (onMouseUp) onMouseUp(button);
-    });
+    if (reachable()) dispatchUserEvent(onMouseUp, button);
 }
 
 void ListView::userDoubleClick() {

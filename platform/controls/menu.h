@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "platform/controls/control_of.h"
+#include "platform/events.h"
 
 namespace bromvale {
 
@@ -13,7 +14,9 @@ class MenuItem : public ControlOf<MenuItem, ControlKind::Menu> {
     void add(MenuItem& child) { children_.push_back(&child); }
     [[nodiscard]] const std::vector<MenuItem*>& children() const { return children_; }
     // The user chooses the entry.
-    void userChoose();
+    void userChoose() {
+        if (enabled() && visible()) dispatchUserEvent(onClick);
+    }
     [[nodiscard]] bool hasAccessKey() const override { return false; }
 
   private:

@@ -13,24 +13,17 @@ constexpr int kInvalidArgument = 5;
 
 }  // namespace
 
-void TextBox::setText(std::string_view text) {
+void EditedText::setText(std::string_view text) {
     if (text_ == text) return;
     text_.assign(text);
     notify(Property::Text);
     if (onChange) onChange();
 }
 
-void TextBox::userText(std::string_view text) {
+void EditedText::userText(std::string_view text) {
     if (!reachable() || locked_ || text_ == text) return;
     text_.assign(text);
     dispatchUserEvent(onChange);
-}
-
-void ComboBox::setText(std::string_view text) {
-    if (text_ == text) return;
-    text_.assign(text);
-    notify(Property::Text);
-    if (onChange) onChange();
 }
 
 void ComboBox::addItem(std::string_view item) {
@@ -56,12 +49,6 @@ void ComboBox::clearItems() {
 
 std::string ComboBox::item(int index) const {
     return index >= 0 && index < count() ? items_[static_cast<std::size_t>(index)] : std::string();
-}
-
-void ComboBox::userText(std::string_view text) {
-    if (!reachable() || text_ == text) return;
-    text_.assign(text);
-    dispatchUserEvent(onChange);
 }
 
 void ComboBox::userChoose(int index) {

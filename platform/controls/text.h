@@ -19,39 +19,44 @@ class Label : public ControlOf<Label, ControlKind::Label> {
     std::string font_;
 };
 
-// Lines are separated by CR LF.
-class TextBox : public ControlOf<TextBox, ControlKind::TextBox> {
+// What boxes with a text of the user's have in common.
+class EditedText : public Control {
   public:
-    using ControlOf::ControlOf;
-    std::function<void()> onChange;
+    using Control::Control;
+    std::function<void()> onChange;  // the text changed, by typing or by code
 
     [[nodiscard]] const std::string& text() const { return text_; }
     void setText(std::string_view text);
+    // The user typed: the box shows `text` already.
+    void userText(std::string_view text);
+    [[nodiscard]] bool takesFocus() const override { return true; }
+
+  protected:
+    std::string text_;
+    bool locked_ = false;
+};
+
+// Lines are separated by CR LF.
+class TextBox : public ControlOf<TextBox, ControlKind::TextBox, EditedText> {
+  public:
+    using ControlOf::ControlOf;
     [[nodiscard]] bool multiLine() const { return multiLine_; }
     void setMultiLine(bool on) { multiLine_ = on; }
     [[nodiscard]] bool locked() const { return locked_; }
     void setLocked(bool on) { locked_ = on; }
-    // The user typed: the box shows `text` already.
-    void userText(std::string_view text);
-    [[nodiscard]] bool takesFocus() const override { return true; }
     [[nodiscard]] bool hasAccessKey() const override { return false; }
     [[nodiscard]] bool keepsReturn() const override { return multiLine_; }
 
   private:
-    std::string text_;
     bool multiLine_ = false;
-    bool locked_ = false;
 };
 
 // A drop-down list with an edit field: any text can be typed. Entries count from 0.
-class ComboBox : public ControlOf<ComboBox, ControlKind::ComboBox> {
+class ComboBox : public ControlOf<ComboBox, ControlKind::ComboBox, EditedText> {
   public:
     using ControlOf::ControlOf;
-    std::function<void()> onChange;  // the text changed, by typing or by code
-    std::function<void()> onClick;   // the user chose an entry; runs after the text has changed
+    std::function<void()> onClick;  // the user chose an entry; runs after the text has changed
 
-    [[nodiscard]] const std::string& text() const { return text_; }
-    void setText(std::string_view text);
     void addItem(std::string_view item);
     // Inserts at an explicit index; Failure 5 beyond the end.
     void addItem(std::string_view item, int index);
@@ -61,13 +66,10 @@ class ComboBox : public ControlOf<ComboBox, ControlKind::ComboBox> {
     [[nodiscard]] std::string item(int index) const;
     [[nodiscard]] bool sorted() const { return sorted_; }
     void setSorted(bool on) { sorted_ = on; }
-    void userText(std::string_view text);
     void userChoose(int index);
-    [[nodiscard]] bool takesFocus() const override { return true; }
 
   private:
     std::vector<std::string> items_;
-    std::string text_;
     bool sorted_ = false;
 };
 

@@ -30,6 +30,25 @@ void take(const Data& found, FoundEntry& entry) {
     entry.written = found.ftLastWriteTime;
 }
 
+// The longest path of all, in UTF-16 units with its NUL.
+constexpr DWORD kLongestPath = 32768;
+
+// Kinds of paths that the system is asked for.
+constexpr DWORD kByDriveLetter = 0;
+constexpr DWORD kByDevice = 2;
+
+std::u16string nameOf(HANDLE file, DWORD kind) {
+    std::u16string path(MAX_PATH, u'\0');
+    for (;;) {
+        const auto size = static_cast<DWORD>(path.size());
+        const DWORD length = wide()->finalPathName(file, units(path.data()), size, kind);
+        if (length < size) return path.substr(0, length);
+        // Too small: the length that it asks for, with the NUL.
+        if (size == kLongestPath) return {};
+        path.assign(length > size && length < kLongestPath ? length : kLongestPath, u'\0');
+    }
+}
+
 }  // namespace
 
 FolderSearch::FolderSearch(const std::string& sought) {
@@ -45,7 +64,7 @@ void FolderSearch::begin(const std::string& sought) {
     if (wide() != nullptr) {
         WIN32_FIND_DATAW data{};
         const std::u16string path = wideText(sought);
-        search_ = wide()->findFirstFile(reinterpret_cast<const WCHAR*>(path.c_str()), &data);
+        search_ = wide()->findFirstFile(units(path.c_str()), &data);
         ready_ = search_ != INVALID_HANDLE_VALUE;
         if (ready_) take(data, found_);
     } else if (!isExact(sought)) {
@@ -100,6 +119,27 @@ DWORD findEntry(const std::string& path, FoundEntry& entry) {
 
 bool fitsPath(const std::string& path) {
     return (isExact(path) ? path.size() : wideText(path).size()) < MAX_PATH;
+}
+
+bool tellsFinalPaths() {
+    return wide() != nullptr && wide()->finalPathName != nullptr;
+}
+
+std::u16string finalPath(const std::string& path, Links links) {
+    if (!tellsFinalPaths()) return {};
+    constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const DWORD itself = links == Links::Open ? static_cast<DWORD>(FILE_FLAG_OPEN_REPARSE_POINT) : 0;
+    const std::u16string sought = wideText(path);
+    // Asks for the attributes alone, which is allowed for a file that another program has locked, too.
+    const HANDLE file = wide()->createFile(units(sought.c_str()), FILE_READ_ATTRIBUTES, kAll, nullptr,
+                                           OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | itself, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return {};
+    // Drives that the system's list of volumes doesn't know, such as those in memory, have no path of the
+    // first kind.
+    std::u16string result = nameOf(file, kByDriveLetter);
+    if (result.empty()) result = nameOf(file, kByDevice);
+    CloseHandle(file);
+    return result;
 }
 
 }  // namespace bromvale

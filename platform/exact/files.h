@@ -7,7 +7,7 @@
 
 namespace bromvale {
 
-// What a folder lists, with marks in the names where the code page lacks a character (exact_text.h). The
+// What a folder lists, with marks in the names where the code page lacks a character (text.h). The
 // paths that are given may carry marks, too, and then lead by their true names. On the 9x family these are
 // the ANSI functions.
 
@@ -58,5 +58,17 @@ bool walkFolder(const std::string& sought, FunctionRef<bool(const FoundEntry&)> 
 // Whether the functions that take a path would take this one, whose marks count as one character each:
 // MAX_PATH with the NUL. Some cut a longer one, and what is left names another file.
 [[nodiscard]] bool fitsPath(const std::string& path);
+
+enum class Links {
+    Open,    // a link at the path's end is opened itself, where the system can
+    Follow,  // what it points to is opened
+};
+
+// Whether the system tells final paths at all: from Windows Vista on.
+[[nodiscard]] bool tellsFinalPaths();
+
+// The path that the system arrives at when it opens a file or folder, in the form of its own. Empty where
+// that can't be told: it isn't there, it can't be opened, or no such system.
+[[nodiscard]] std::u16string finalPath(const std::string& path, Links links);
 
 }  // namespace bromvale

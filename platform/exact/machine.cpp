@@ -1,11 +1,12 @@
 #include "platform/exact/machine.h"
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "platform/exact/text.h"
 #include "platform/files.h"
 #include "platform/machine.h"
-#include "platform/process.h"
 #include "platform/wide.h"
 
 namespace bromvale {
@@ -24,8 +25,32 @@ Text filled(std::size_t size, Fill fill) {
     return buffer;
 }
 
-WCHAR* units(char16_t* text) {
-    return reinterpret_cast<WCHAR*>(text);
+constexpr std::size_t kLongestPath = 32768;
+
+ProgramFile partsOf(std::string_view path) {
+    const std::size_t name = path.rfind('\\') + 1;  // without one: npos + 1 is 0
+    ProgramFile file{std::string(path.substr(0, name)), std::string(path.substr(name))};
+    if (!path.empty() && file.folder.empty()) file.folder = "\\";
+    return file;
+}
+
+std::string ansiPath() {
+    std::array<char, MAX_PATH> buffer{};
+    const DWORD length = GetModuleFileNameA(nullptr, buffer.data(), MAX_PATH);
+    return {buffer.data(), std::min<std::size_t>(length, buffer.size())};
+}
+
+std::u16string widePath() {
+    std::u16string path(kLongestPath, u'\0');
+    path.resize(wide()->moduleFileName(nullptr, units(path.data()), kLongestPath));
+    return path;
+}
+
+std::u16string shortPath(const std::u16string& path) {
+    std::u16string found(kLongestPath, u'\0');
+    const DWORD length = wide()->shortPathName(units(path.c_str()), units(found.data()), kLongestPath);
+    found.resize(length < kLongestPath ? length : 0);
+    return found;
 }
 
 }  // namespace
@@ -51,10 +76,32 @@ std::string expandedExactly(const std::string& text) {
     }
     const std::u16string sought = wideText(text);
     const std::u16string expanded = filled<std::u16string>(size, [&](char16_t* buffer, DWORD room) {
-        return wide()->expandEnvironmentStrings(reinterpret_cast<const WCHAR*>(sought.c_str()), units(buffer),
-                                                room);
+        return wide()->expandEnvironmentStrings(units(sought.c_str()), units(buffer), room);
     });
     return expanded.empty() ? text : exactText(expanded);
+}
+
+std::string exactPathFromIdList(PCIDLIST_ABSOLUTE list) {
+    if (wide() != nullptr) {
+        std::array<char16_t, MAX_PATH + 1> path{};
+        if (wide()->pathFromIdList(list, units(path.data())) == 0) return {};
+        return exactText(path.data());
+    }
+    std::array<char, MAX_PATH + 1> path{};
+    if (SHGetPathFromIDListA(list, path.data()) == 0) return {};
+    return path.data();
+}
+
+ProgramFile programFile() {
+    if (wide() == nullptr) return partsOf(ansiPath());
+    const std::u16string path = widePath();
+    ProgramFile file = partsOf(exactText(path));
+    if (isExact(file.folder) && isExact(file.name)) return file;
+    const ProgramFile byShort = partsOf(exactText(shortPath(path)));
+    if (!isExact(file.folder) && isExact(byShort.folder) && !byShort.folder.empty())
+        file.folder = byShort.folder;
+    if (!isExact(file.name) && isExact(byShort.name) && !byShort.name.empty()) file.name = byShort.name;
+    return file;
 }
 
 }  // namespace bromvale

@@ -7,8 +7,8 @@
 
 #include "base/text_case.h"
 #include "platform/files.h"
+#include "platform/machine.h"
 #include "platform/other_view_api.h"
-#include "platform/process.h"
 
 namespace bromvale {
 namespace {

@@ -8,7 +8,7 @@ namespace bromvale {
 // one of 64 bits the folder itself. Keys that both kinds of program share name files of either. So a file
 // that isn't found below System32 may be there in the other view, as a program of the other kind sees it.
 //
-// Ask only where a file was not found. Texts with marks (exact_text.h) are no paths here.
+// Ask only where a file was not found. Texts with marks (text.h) are no paths here.
 
 // The other view, for as long as it lives; calls for files go by path() meanwhile. No library may be loaded
 // in it.

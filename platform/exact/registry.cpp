@@ -32,7 +32,7 @@ class WideZ {
     }
     WideZ(const WideZ&) = delete;
     WideZ& operator=(const WideZ&) = delete;
-    [[nodiscard]] const WCHAR* get() const { return reinterpret_cast<const WCHAR*>(text_); }
+    [[nodiscard]] const WCHAR* get() const { return units(text_); }
 
   private:
     static bool isPlainLetter(char c) { return c > kMark && static_cast<unsigned char>(c) < 0x80; }
@@ -41,10 +41,6 @@ class WideZ {
     std::u16string long_;
     const char16_t* text_ = short_.data();
 };
-
-WCHAR* buffer(char16_t* units) {
-    return reinterpret_cast<WCHAR*>(units);
-}
 
 BYTE* bytes(WideData& data) {
     return reinterpret_cast<BYTE*>(data.data());
@@ -114,7 +110,7 @@ LONG enumExactKey(HKEY key, DWORD index, std::string& name) {
     WideName text;
     auto length = static_cast<DWORD>(text.size());
     const LONG status =
-        wide()->enumKey(key, index, buffer(text.data()), &length, nullptr, nullptr, nullptr, nullptr);
+        wide()->enumKey(key, index, units(text.data()), &length, nullptr, nullptr, nullptr, nullptr);
     if (status != ERROR_SUCCESS) return status;
     const std::u16string_view found(text.data(), length);
     if (!nameFits(found)) return ERROR_MORE_DATA;
@@ -131,7 +127,7 @@ LONG enumExactValue(HKEY key, DWORD index, std::string& name) {
     const bool sizeTells = codePageHasSingleBytes();
     DWORD dataLength = sizeof data;
     DWORD type = 0;
-    const LONG status = wide()->enumValue(key, index, buffer(text.data()), &nameLength, nullptr, &type,
+    const LONG status = wide()->enumValue(key, index, units(text.data()), &nameLength, nullptr, &type,
                                           sizeTells ? nullptr : bytes(data), &dataLength);
     if (status != ERROR_SUCCESS) return status;
     const std::u16string_view found(text.data(), nameLength);

@@ -5,7 +5,7 @@
 
 namespace bromvale {
 
-// Names and texts of the registry with marks where the code page lacks a character (exact_text.h). Each call
+// Names and texts of the registry with marks where the code page lacks a character (text.h). Each call
 // stands for an ANSI function with a buffer of a certain size and answers with its result codes, so that a
 // scan sees the same limits on every system; on the 9x family it is that function. Keys and value names that
 // are given may carry marks: they are found by their true names. Where a call fails nothing is added.

@@ -22,10 +22,6 @@ struct CodePage {
     std::array<char16_t, kHighBytes> high{};
 };
 
-const WCHAR* windowsText(const char16_t* text) {
-    return reinterpret_cast<const WCHAR*>(text);
-}
-
 CodePage readCodePage(UINT number) {
     CodePage page;
     page.number = number;
@@ -33,7 +29,7 @@ CodePage readCodePage(UINT number) {
     page.singleBytes = GetCPInfo(number, &info) != 0 && info.MaxCharSize == 1;
     for (std::size_t i = 0; page.singleBytes && i < kHighBytes; ++i) {
         const char byte = static_cast<char>(0x80 + i);
-        MultiByteToWideChar(number, 0, &byte, 1, reinterpret_cast<WCHAR*>(&page.high[i]), 1);
+        MultiByteToWideChar(number, 0, &byte, 1, units(&page.high[i]), 1);
     }
     return page;
 }
@@ -90,9 +86,8 @@ void appendWide(std::u16string& wide, std::string_view ansi, UINT number = CP_AC
     if (ansi.empty()) return;
     const std::size_t start = wide.size();
     wide.resize(start + ansi.size());  // no character of any code page is longer in UTF-16 than in bytes
-    const int written =
-        MultiByteToWideChar(number, 0, ansi.data(), static_cast<int>(ansi.size()),
-                            reinterpret_cast<WCHAR*>(wide.data() + start), static_cast<int>(ansi.size()));
+    const int written = MultiByteToWideChar(number, 0, ansi.data(), static_cast<int>(ansi.size()),
+                                            units(wide.data() + start), static_cast<int>(ansi.size()));
     if (written > 0) {
         wide.resize(start + static_cast<std::size_t>(written));
     } else {
@@ -104,9 +99,8 @@ void appendWide(std::u16string& wide, std::string_view ansi, UINT number = CP_AC
 
 std::string nearest(std::u16string_view wide) {
     std::string text(wide.size() * 4, '\0');
-    const int written =
-        WideCharToMultiByte(CP_ACP, 0, windowsText(wide.data()), static_cast<int>(wide.size()), text.data(),
-                            static_cast<int>(text.size()), nullptr, nullptr);
+    const int written = WideCharToMultiByte(CP_ACP, 0, units(wide.data()), static_cast<int>(wide.size()),
+                                            text.data(), static_cast<int>(text.size()), nullptr, nullptr);
     text.resize(static_cast<std::size_t>(written));
     return text;
 }
@@ -212,7 +206,7 @@ std::string systemText(std::string_view literal) {
 std::size_t ansiSize(std::u16string_view wide) {
     if (codePage().singleBytes || wide.empty()) return wide.size();
     return static_cast<std::size_t>(WideCharToMultiByte(
-        CP_ACP, 0, windowsText(wide.data()), static_cast<int>(wide.size()), nullptr, 0, nullptr, nullptr));
+        CP_ACP, 0, units(wide.data()), static_cast<int>(wide.size()), nullptr, 0, nullptr, nullptr));
 }
 
 bool codePageHasSingleBytes() {

@@ -38,8 +38,7 @@ LONG askFacts(HKEY key, Facts& facts, char) {
 
 LONG enumValue(HKEY key, DWORD index, char16_t* name, DWORD& nameSize, DWORD& type, BYTE* data,
                DWORD& dataSize) {
-    return wide()->enumValue(key, index, reinterpret_cast<WCHAR*>(name), &nameSize, nullptr, &type, data,
-                             &dataSize);
+    return wide()->enumValue(key, index, units(name), &nameSize, nullptr, &type, data, &dataSize);
 }
 
 LONG enumValue(HKEY key, DWORD index, char* name, DWORD& nameSize, DWORD& type, BYTE* data, DWORD& dataSize) {

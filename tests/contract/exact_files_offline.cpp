@@ -1,5 +1,5 @@
 // Final paths of more than a thousand characters, which not every machine can have, and systems without any.
-#include "platform/exact/final_path.h"
+#include "platform/exact/files.h"
 #include "platform/offline/machine.h"
 #include "tests/support/true_names.h"
 

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "platform/exact/final_path.h"
 #include "tests/support/test_machine.h"
 #include "tests/support/true_names.h"
 

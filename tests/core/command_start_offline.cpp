@@ -4,8 +4,8 @@
 
 #include "base/failure.h"
 #include "platform/files.h"
+#include "platform/machine.h"
 #include "platform/offline/machine.h"
-#include "platform/process.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {

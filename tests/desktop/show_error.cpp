@@ -8,7 +8,7 @@
 #include "core/log.h"
 #include "core/startup/main.h"
 #include "platform/events.h"
-#include "platform/win32/system/old_systems.h"
+#include "platform/win32/system/runtime.h"
 #include "platform/win32/windows/common_controls.h"
 #include "ui/frm_error.h"
 

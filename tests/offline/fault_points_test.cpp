@@ -11,12 +11,10 @@
 #include "platform/dialogs.h"
 #include "platform/files.h"
 #include "platform/folder_dialog.h"
-#include "platform/help.h"
 #include "platform/internet.h"
 #include "platform/machine.h"
 #include "platform/offline/files/other_half.h"
 #include "platform/offline/machine.h"
-#include "platform/process.h"
 #include "platform/registry.h"
 #include "platform/shell.h"
 

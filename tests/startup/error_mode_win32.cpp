@@ -1,5 +1,5 @@
 // The boxes of the system for drives without a disc.
-#include "platform/win32/system/error_mode.h"
+#include "platform/win32/system/runtime.h"
 
 #include <gtest/gtest.h>
 

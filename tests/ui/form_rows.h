@@ -18,9 +18,8 @@ struct FormRow {
 template <class Owner>
 void appendRows(std::vector<FormRow>& all, Owner& owner) {
     for (const Row<Owner>& row : Owner::rows()) {
-        const Control& control = row.control(owner);
-        const Control* const container = row.container ? row.container(owner) : nullptr;
-        all.push_back({control.name(), control.kind(), container ? container->name() : "", row});
+        const auto [control, container] = row.controls(owner);
+        all.push_back({control->name(), control->kind(), container ? container->name() : "", row});
     }
 }
 

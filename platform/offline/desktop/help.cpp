@@ -1,4 +1,4 @@
-#include "platform/help.h"
+#include "platform/shell.h"
 
 #include "platform/offline/machine.h"
 

@@ -1,7 +1,6 @@
-#include "platform/real_key_path.h"
-
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
+#include "platform/registry.h"
 
 namespace bromvale {
 

@@ -1,4 +1,4 @@
-#include "platform/help.h"
+#include "platform/shell.h"
 
 #include <string>
 
@@ -12,39 +12,27 @@ namespace {
 
 using Entry = HWND(WINAPI*)(HWND, LPCSTR, UINT, DWORD_PTR);
 
-Entry& loadedEntry() {
-    static Entry entry = nullptr;
-    return entry;
-}
-
-Entry loadViewer() {
-    Entry& entry = loadedEntry();
-    if (entry == nullptr) loadEntry(LoadLibraryA("hhctrl.ocx"), "HtmlHelpA", entry);
-    return entry;
-}
-
-std::string& helpFolder() {
-    static std::string folder;
-    return folder;
-}
+Entry entry = nullptr;
+std::string helpFolder;
 
 std::string inHelpFolder(const char* file) {
     const std::string name = file != nullptr ? file : "";
     if (name.empty() || name.find_first_of("\\/:") != std::string::npos) return name;
-    const std::string path = helpFolder() + name;
+    const std::string path = helpFolder + name;
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES ? path : name;
 }
 
 }  // namespace
 
 void setHelpFolder(std::string_view folder) {
-    helpFolder() = folder;
+    helpFolder = folder;
 }
 
 HWND HtmlHelpA(HWND window, const char* file, unsigned command, std::uintptr_t data) {
     // What was never opened needs no closing.
-    const Entry entry = command == HH_CLOSE_ALL ? loadedEntry() : loadViewer();
-    if (entry == nullptr) return nullptr;
+    const bool opened = entry != nullptr;
+    if (!opened && (command == HH_CLOSE_ALL || !loadEntry(LoadLibraryA("hhctrl.ocx"), "HtmlHelpA", entry)))
+        return nullptr;
     const std::string path = inHelpFolder(file);
     return entry(window, path.c_str(), command, data);
 }

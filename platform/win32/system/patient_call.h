@@ -5,6 +5,10 @@
 
 namespace bromvale {
 
+// Waits until `object` is signalled and serves the windows meanwhile (see ServeWindows). False when it was
+// not within the time, INFINITE for as long as it takes.
+[[nodiscard]] bool waitServing(HANDLE object, DWORD milliseconds);
+
 // Work that takes its time or may hang: it runs on a thread of its own, which touches nothing but the work's
 // own members, while the caller waits and serves the windows (see ServeWindows). Where it gives no sign of
 // life for too long it is left to itself. Whoever is later, caller or thread, destroys it.

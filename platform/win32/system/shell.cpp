@@ -1,7 +1,7 @@
 #include "platform/shell.h"
 
-#include "platform/win32/system/double_precision.h"
-#include "platform/win32/system/serving_wait.h"
+#include "platform/win32/system/patient_call.h"
+#include "platform/win32/system/runtime.h"
 #include "platform/win32/system/shell_objects.h"
 
 namespace bromvale {

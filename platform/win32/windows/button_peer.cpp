@@ -101,20 +101,20 @@ class FramePeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeButton(Button& button) {
-    return std::make_unique<ButtonPeer>(button);
+void PeerMaker::visit(Button& button) {
+    made = std::make_unique<ButtonPeer>(button);
 }
 
-std::unique_ptr<ControlPeer> makeCheckBox(CheckBox& box) {
-    return std::make_unique<MarkPeer<CheckBox>>(box, BS_CHECKBOX);
+void PeerMaker::visit(CheckBox& box) {
+    made = std::make_unique<MarkPeer<CheckBox>>(box, BS_CHECKBOX);
 }
 
-std::unique_ptr<ControlPeer> makeOptionButton(OptionButton& button) {
-    return std::make_unique<MarkPeer<OptionButton>>(button, BS_RADIOBUTTON);
+void PeerMaker::visit(OptionButton& button) {
+    made = std::make_unique<MarkPeer<OptionButton>>(button, BS_RADIOBUTTON);
 }
 
-std::unique_ptr<ControlPeer> makeFrame(Frame& frame) {
-    return std::make_unique<FramePeer>(frame);
+void PeerMaker::visit(Frame& frame) {
+    made = std::make_unique<FramePeer>(frame);
 }
 
 }  // namespace bromvale

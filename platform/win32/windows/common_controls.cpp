@@ -1,6 +1,8 @@
 #include "platform/win32/windows/common_controls.h"
 
 #include "platform/win32/system/entries.h"
+#include "platform/win32/windows/form_peer.h"
+#include "platform/win32/windows/peers.h"
 
 #include <shlwapi.h>
 
@@ -32,6 +34,17 @@ void loadCommonControls() {
 bool themedControls() {
     static const bool themed = libraryVersion() >= 6;
     return themed;
+}
+
+void PeerMaker::visit(Form& form) {
+    made = std::make_unique<FormPeer>(form);
+}
+
+std::unique_ptr<ControlPeer> createPeer(Control& control) {
+    loadCommonControls();
+    PeerMaker maker;
+    control.accept(maker);
+    return std::move(maker.made);
 }
 
 }  // namespace bromvale

@@ -6,7 +6,6 @@
 #include "platform/controls/form.h"
 #include "platform/win32/system/held_keys.h"
 #include "platform/win32/windows/common_controls.h"
-#include "platform/win32/windows/paint_queue.h"
 #include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
@@ -42,10 +41,7 @@ void serveWindowMessages(const MessageRange& range) {
 // Milliseconds between two servings of the windows; in between ServeWindows looks at the clock only.
 constexpr DWORD kServingStep = 20;
 
-std::function<void()>& pumpObserver() {
-    static std::function<void()> observer;
-    return observer;
-}
+std::function<void()> pumpObserver;
 
 bool pressed(int key) {
     return GetKeyState(key) < 0;
@@ -117,7 +113,7 @@ void DoEvents() {
         }
         serve(message);
     }
-    if (pumpObserver()) pumpObserver()();
+    if (pumpObserver) pumpObserver();
 }
 
 void ServeWindows() {
@@ -145,7 +141,7 @@ void RunEventLoop() {
 }
 
 void setPumpObserver(std::function<void()> observer) {
-    pumpObserver() = std::move(observer);
+    pumpObserver = std::move(observer);
 }
 
 }  // namespace bromvale

@@ -130,14 +130,14 @@ class LinePeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeLabel(Label& label) {
-    return std::make_unique<LabelPeer>(label);
+void PeerMaker::visit(Label& label) {
+    made = std::make_unique<LabelPeer>(label);
 }
-std::unique_ptr<ControlPeer> makePicture(Picture& picture) {
-    return std::make_unique<PicturePeer>(picture);
+void PeerMaker::visit(Picture& picture) {
+    made = std::make_unique<PicturePeer>(picture);
 }
-std::unique_ptr<ControlPeer> makeLine(Line& line) {
-    return std::make_unique<LinePeer>(line);
+void PeerMaker::visit(Line& line) {
+    made = std::make_unique<LinePeer>(line);
 }
 
 }  // namespace bromvale

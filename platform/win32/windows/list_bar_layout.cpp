@@ -22,38 +22,22 @@ int headerHeight() {
     return fontHeight(listBarFont()) + 2 * scaled(kHeaderPadding);
 }
 
-// Measures captions on the screen with the bar's font.
-class Measure {
-  public:
-    Measure() : dc_(GetDC(nullptr)), old_(SelectObject(dc_, listBarFont())) {}
-    ~Measure() {
-        SelectObject(dc_, old_);
-        ReleaseDC(nullptr, dc_);
-    }
-    Measure(const Measure&) = delete;
-    Measure& operator=(const Measure&) = delete;
-
-    [[nodiscard]] SIZE wrapped(const std::string& text, int width) const {
-        RECT rect{0, 0, width, 0};
-        DrawTextA(dc_, text.c_str(), static_cast<int>(text.size()), &rect,
-                  DT_CALCRECT | DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-        return {std::min<LONG>(rect.right - rect.left, width), rect.bottom - rect.top};
-    }
-
-  private:
-    HDC dc_;
-    HGDIOBJ old_;
-};
+SIZE wrapped(const ScreenDc& screen, const std::string& text, int width) {
+    RECT rect{0, 0, width, 0};
+    DrawTextA(screen.get(), text.c_str(), static_cast<int>(text.size()), &rect,
+              DT_CALCRECT | DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
+    return {std::min<LONG>(rect.right - rect.left, width), rect.bottom - rect.top};
+}
 
 // Places one bar's items from `top` on and returns the edge below the last.
-int placeItems(ListBarLayout& layout, const ListBar& bar, int number, int top, const Measure& measure) {
+int placeItems(ListBarLayout& layout, const ListBar& bar, int number, int top, const ScreenDc& screen) {
     const RECT area = layout.bars[static_cast<std::size_t>(number)].area;
     const int icon = scaled(bar.imageList() != nullptr ? bar.imageList()->size() : 32);
     const int width = static_cast<int>(area.right - area.left) - 2 * scaled(kTextMargin);
     const int middle = static_cast<int>(area.left + area.right) / 2;
     int index = 0;
     for (const ListBar::Item& item : bar.items(number)) {
-        const SIZE text = measure.wrapped(item.caption, width);
+        const SIZE text = wrapped(screen, item.caption, width);
         const int iconTop = top + scaled(kItemTop);
         const int textTop = iconTop + icon + scaled(kIconGap);
         const int bottom = textTop + static_cast<int>(text.cy) + scaled(kItemBottom);
@@ -103,7 +87,7 @@ std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open) {
 ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<int>& tops, int scroll) {
     ListBarLayout layout;
     const int height = headerHeight();
-    const Measure measure;
+    const ScreenDc screen(listBarFont());
     for (std::size_t i = 0; i < tops.size(); ++i) {
         const int top = tops[i];
         const int end = i + 1 < tops.size() ? tops[i + 1] : static_cast<int>(client.bottom);
@@ -116,7 +100,7 @@ ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<i
         const bool open = number == bar.openBar();
         const int offset = open ? scroll : 0;
         const int bottom =
-            placeItems(layout, bar, number, static_cast<int>(area.top) - offset, measure) + offset;
+            placeItems(layout, bar, number, static_cast<int>(area.top) - offset, screen) + offset;
         if (!open) continue;
         layout.scrollLimit = std::max(0, bottom - static_cast<int>(area.bottom));
         placeScrollButtons(layout, area, scroll);

@@ -1,4 +1,4 @@
-#include "platform/win32/windows/list_bar_paint.h"
+#include "platform/win32/windows/list_bar_peer.h"
 
 #include "platform/controls/image_list.h"
 #include "platform/win32/windows/metrics.h"

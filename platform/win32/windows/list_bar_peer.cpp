@@ -180,8 +180,8 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return WindowPeer::userMessage(message, wParam, lParam);
 }
 
-std::unique_ptr<ControlPeer> makeListBar(ListBar& bar) {
-    return std::make_unique<ListBarPeer>(bar);
+void PeerMaker::visit(ListBar& bar) {
+    made = std::make_unique<ListBarPeer>(bar);
 }
 
 }  // namespace bromvale

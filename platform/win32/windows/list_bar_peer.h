@@ -1,11 +1,36 @@
 #pragma once
 #include <vector>
 
-#include "platform/win32/windows/list_bar_paint.h"
-#include "platform/win32/windows/list_bar_tips.h"
+#include "platform/win32/windows/list_bar_layout.h"
 #include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
+
+// What the mouse and the keyboard do to a list bar at the moment.
+struct ListBarState {
+    ListBarHit hot;
+    ListBarHit pressed;
+    int focusedItem = -1;  // of the open bar, with a frame around its caption; -1 for none
+};
+
+void paintListBar(HDC dc, const RECT& client, const ListBar& bar, const ListBarLayout& layout,
+                  const ListBarState& state);
+
+// The tool-tips of a list bar: one per item of the open bar.
+class ListBarTips {
+  public:
+    ListBarTips() = default;
+    ~ListBarTips();
+    ListBarTips(const ListBarTips&) = delete;
+    ListBarTips& operator=(const ListBarTips&) = delete;
+
+    // Brings the tips to where the items are now.
+    void place(HWND owner, const ListBar& bar, const ListBarLayout& layout);
+
+  private:
+    HWND window_ = nullptr;
+    unsigned count_ = 0;
+};
 
 // The navigation bar: a control of its own, since Windows has none of this kind.
 class ListBarPeer : public WindowPeer {

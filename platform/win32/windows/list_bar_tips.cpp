@@ -1,4 +1,4 @@
-#include "platform/win32/windows/list_bar_tips.h"
+#include "platform/win32/windows/list_bar_peer.h"
 
 #include "platform/win32/windows/common_controls.h"
 #include "platform/win32/windows/metrics.h"

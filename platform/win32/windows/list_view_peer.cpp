@@ -147,8 +147,8 @@ LRESULT ListViewPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return WindowPeer::userMessage(message, wParam, lParam);
 }
 
-std::unique_ptr<ControlPeer> makeListView(ListView& list) {
-    return std::make_unique<ListViewPeer>(list);
+void PeerMaker::visit(ListView& list) {
+    made = std::make_unique<ListViewPeer>(list);
 }
 
 }  // namespace bromvale

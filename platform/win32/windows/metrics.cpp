@@ -3,6 +3,7 @@
 #include <map>
 
 #include "platform/screen.h"
+#include "platform/win32/system/entries.h"
 
 namespace bromvale {
 
@@ -14,10 +15,7 @@ constexpr const char* kPictureFace = "MS Sans Serif";
 constexpr int kMostDpiOfPictures = 120;
 
 int deviceCap(int index) {
-    const HDC screen = GetDC(nullptr);
-    const int value = GetDeviceCaps(screen, index);
-    ReleaseDC(nullptr, screen);
-    return value;
+    return GetDeviceCaps(ScreenDc().get(), index);
 }
 
 int roundedPixels(int twips, int perPixel) {
@@ -32,9 +30,7 @@ int CALLBACK onFontFound(const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM foun
 
 bool fontExists(const char* face) {
     bool found = false;
-    const HDC screen = GetDC(nullptr);
-    EnumFontFamiliesA(screen, face, onFontFound, reinterpret_cast<LPARAM>(&found));
-    ReleaseDC(nullptr, screen);
+    EnumFontFamiliesA(ScreenDc().get(), face, onFontFound, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 
@@ -49,12 +45,12 @@ HFONT makeFont(const char* face) {
 bool drawsAsMeasured(HFONT font) {
     constexpr char kSample[] = "Fehlerbeschreibung: Platte bereinigen";
     constexpr int kLength = sizeof kSample - 1;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
+    const ScreenDc screen;
+    const HDC memory = CreateCompatibleDC(screen.get());
     const HGDIOBJ oldFont = SelectObject(memory, font);
     SIZE size{};
     GetTextExtentPoint32A(memory, kSample, kLength, &size);
-    const HBITMAP picture = CreateCompatibleBitmap(screen, size.cx + 1, size.cy + 1);
+    const HBITMAP picture = CreateCompatibleBitmap(screen.get(), size.cx + 1, size.cy + 1);
     const HGDIOBJ oldPicture = SelectObject(memory, picture);
     const RECT area{0, 0, size.cx + 1, size.cy + 1};
     FillRect(memory, &area, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
@@ -69,7 +65,6 @@ bool drawsAsMeasured(HFONT font) {
     SelectObject(memory, oldFont);
     DeleteObject(picture);
     DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
     return inked;
 }
 
@@ -80,6 +75,20 @@ HFONT usableFont(const char* face) {
     if (drawsAsMeasured(font)) return font;
     DeleteObject(font);
     return nullptr;
+}
+
+// Windows 95 and NT4 have one screen and no such calls.
+bool areaOfScreenAt(POINT at, RECT& area) {
+    decltype(&::MonitorFromPoint) fromPoint = nullptr;
+    decltype(&::GetMonitorInfoA) getInfo = nullptr;
+    const HMODULE user = GetModuleHandleA("user32.dll");
+    if (!loadEntry(user, "MonitorFromPoint", fromPoint) || !loadEntry(user, "GetMonitorInfoA", getInfo))
+        return false;
+    MONITORINFO info{};
+    info.cbSize = sizeof info;
+    if (!getInfo(fromPoint(at, MONITOR_DEFAULTTONEAREST), &info)) return false;
+    area = info.rcWork;
+    return true;
 }
 
 }  // namespace
@@ -117,6 +126,22 @@ RECT pixelRect(const Place& place) {
             pixelsY(place.top + place.height)};
 }
 
+int screenWidth() {
+    return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX();
+}
+int screenHeight() {
+    return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY();
+}
+
+ScreenArea workingArea(int left, int top) {
+    RECT area{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+    if (!areaOfScreenAt({pixelsX(left), pixelsY(top)}, area))
+        SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
+    return {static_cast<int>(area.left) * twipsPerPixelX(), static_cast<int>(area.top) * twipsPerPixelY(),
+            static_cast<int>(area.right) * twipsPerPixelX(),
+            static_cast<int>(area.bottom) * twipsPerPixelY()};
+}
+
 HFONT controlFont() {
     static const HFONT font = [] {
         const HFONT modern = usableFont("Tahoma");
@@ -134,22 +159,14 @@ HFONT fontOfFace(const std::string& face) {
 }
 
 int fontHeight(HFONT font) {
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ old = SelectObject(screen, font);
     TEXTMETRICA metric{};
-    GetTextMetricsA(screen, &metric);
-    SelectObject(screen, old);
-    ReleaseDC(nullptr, screen);
+    GetTextMetricsA(ScreenDc(font).get(), &metric);
     return static_cast<int>(metric.tmHeight);
 }
 
 int textWidth(HFONT font, const std::string& text) {
-    const HDC screen = GetDC(nullptr);
-    const HGDIOBJ old = SelectObject(screen, font);
     SIZE size{};
-    GetTextExtentPoint32A(screen, text.c_str(), static_cast<int>(text.size()), &size);
-    SelectObject(screen, old);
-    ReleaseDC(nullptr, screen);
+    GetTextExtentPoint32A(ScreenDc(font).get(), text.c_str(), static_cast<int>(text.size()), &size);
     return static_cast<int>(size.cx);
 }
 

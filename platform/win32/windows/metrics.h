@@ -6,6 +6,24 @@
 
 namespace bromvale {
 
+// The screen as a place to measure on, with this font or its own.
+class ScreenDc {
+  public:
+    explicit ScreenDc(HGDIOBJ font = GetStockObject(SYSTEM_FONT))
+        : dc_(GetDC(nullptr)), old_(SelectObject(dc_, font)) {}
+    ~ScreenDc() {
+        SelectObject(dc_, old_);
+        ReleaseDC(nullptr, dc_);
+    }
+    ScreenDc(const ScreenDc&) = delete;
+    ScreenDc& operator=(const ScreenDc&) = delete;
+    [[nodiscard]] HDC get() const { return dc_; }
+
+  private:
+    HDC dc_;
+    HGDIOBJ old_;
+};
+
 [[nodiscard]] int screenDpi();
 
 // Pixels at 96 DPI as pixels of this screen.

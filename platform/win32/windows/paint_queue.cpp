@@ -1,9 +1,7 @@
-#include "platform/win32/windows/paint_queue.h"
+#include "platform/win32/windows/window_peer.h"
 
 #include <algorithm>
 #include <vector>
-
-#include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
 
@@ -13,56 +11,45 @@ namespace {
 // time.
 constexpr DWORD kFrame = 80;
 
-struct Queue {
-    std::vector<WindowPeer*> waiting;
-    DWORD flushedAt = 0;
-    UINT_PTR timer = 0;
-};
-
-Queue& queue() {
-    static Queue instance;
-    return instance;
-}
+std::vector<WindowPeer*> waiting;
+DWORD flushedAt = 0;
+UINT_PTR timer = 0;
 
 // Message boxes and menus run loops of their own, in which only timers reach us. The timer stays while there
 // is something to do at each tick, so that a scan doesn't set and kill it all the time.
 void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD) {
-    Queue& state = queue();
-    if (!state.waiting.empty()) {
+    if (!waiting.empty()) {
         flushPaints();
         return;
     }
-    KillTimer(nullptr, state.timer);
-    state.timer = 0;
+    KillTimer(nullptr, timer);
+    timer = 0;
 }
 
 }  // namespace
 
 void queuePaint(WindowPeer& peer) {
-    Queue& state = queue();
-    if (state.waiting.empty() && state.timer == 0) state.timer = SetTimer(nullptr, 0, kFrame, onTimer);
-    state.waiting.push_back(&peer);
+    if (waiting.empty() && timer == 0) timer = SetTimer(nullptr, 0, kFrame, onTimer);
+    waiting.push_back(&peer);
 }
 
 void forgetPaint(WindowPeer& peer) {
-    std::erase(queue().waiting, &peer);
+    std::erase(waiting, &peer);
 }
 
 void flushPaints() {
-    Queue& state = queue();
-    if (state.waiting.empty()) return;
-    state.flushedAt = GetTickCount();
+    if (waiting.empty()) return;
+    flushedAt = GetTickCount();
     // What a peer's window does in answer may queue others; they wait for the next round.
-    for (std::size_t left = state.waiting.size(); left > 0 && !state.waiting.empty(); --left) {
-        WindowPeer* const peer = state.waiting.front();
-        state.waiting.erase(state.waiting.begin());
+    for (std::size_t left = waiting.size(); left > 0 && !waiting.empty(); --left) {
+        WindowPeer* const peer = waiting.front();
+        waiting.erase(waiting.begin());
         peer->flush();
     }
 }
 
 void flushDuePaints() {
-    const Queue& state = queue();
-    if (!state.waiting.empty() && GetTickCount() - state.flushedAt >= kFrame) flushPaints();
+    if (!waiting.empty() && GetTickCount() - flushedAt >= kFrame) flushPaints();
 }
 
 }  // namespace bromvale

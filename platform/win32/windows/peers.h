@@ -1,22 +1,30 @@
 #pragma once
-// Makers of the peers, one a kind of control. Each returns with its window in the control's state.
 #include "platform/controls.h"
 
 namespace bromvale {
 
-[[nodiscard]] std::unique_ptr<ControlPeer> makeLabel(Label& label);
-[[nodiscard]] std::unique_ptr<ControlPeer> makePicture(Picture& picture);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeLine(Line& line);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeTextBox(TextBox& box);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeComboBox(ComboBox& box);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeButton(Button& button);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeCheckBox(CheckBox& box);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeOptionButton(OptionButton& button);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeFrame(Frame& frame);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeStatusBar(StatusBar& bar);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeProgressBar(ProgressBar& bar);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeTimer(Timer& timer);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeListView(ListView& list);
-[[nodiscard]] std::unique_ptr<ControlPeer> makeListBar(ListBar& bar);
+// Makes the peer of a control, with its window in the control's state; each kind's is defined beside that
+// peer. Of the other kinds nothing is to be seen.
+class PeerMaker : public ControlVisitor {
+  public:
+    std::unique_ptr<ControlPeer> made;
+
+    using ControlVisitor::visit;
+    void visit(Form& form) override;
+    void visit(Label& label) override;
+    void visit(Button& button) override;
+    void visit(CheckBox& box) override;
+    void visit(OptionButton& button) override;
+    void visit(TextBox& box) override;
+    void visit(ComboBox& box) override;
+    void visit(Frame& frame) override;
+    void visit(Line& line) override;
+    void visit(Picture& picture) override;
+    void visit(ListView& list) override;
+    void visit(ListBar& bar) override;
+    void visit(StatusBar& bar) override;
+    void visit(ProgressBar& bar) override;
+    void visit(Timer& timer) override;
+};
 
 }  // namespace bromvale

@@ -3,7 +3,7 @@
 #include "platform/controls/form.h"
 #include "platform/controls/menu.h"
 #include "platform/win32/system/windows.h"
-#include "platform/win32/windows/paint_queue.h"
+#include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
 

@@ -89,13 +89,10 @@ class TimerPeer : public ControlPeer {
     }
 
   private:
-    static std::vector<TimerPeer*>& running() {
-        static std::vector<TimerPeer*> peers;
-        return peers;
-    }
+    static inline std::vector<TimerPeer*> running;
 
     static void CALLBACK onTick(HWND, UINT, UINT_PTR id, DWORD) {
-        for (TimerPeer* peer : running()) {
+        for (TimerPeer* peer : running) {
             if (peer->id_ != id) continue;
             guarded([peer] { peer->timer_.tick(); });
             return;
@@ -106,13 +103,13 @@ class TimerPeer : public ControlPeer {
         stop();
         if (!timer_.enabled() || timer_.interval() == 0) return;
         id_ = SetTimer(nullptr, 0, timer_.interval(), onTick);
-        if (id_ != 0) running().push_back(this);
+        if (id_ != 0) running.push_back(this);
     }
 
     void stop() {
         if (id_ == 0) return;
         KillTimer(nullptr, id_);
-        std::erase(running(), this);
+        std::erase(running, this);
         id_ = 0;
     }
 
@@ -122,14 +119,14 @@ class TimerPeer : public ControlPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeStatusBar(StatusBar& bar) {
-    return std::make_unique<StatusBarPeer>(bar);
+void PeerMaker::visit(StatusBar& bar) {
+    made = std::make_unique<StatusBarPeer>(bar);
 }
-std::unique_ptr<ControlPeer> makeProgressBar(ProgressBar& bar) {
-    return std::make_unique<ProgressBarPeer>(bar);
+void PeerMaker::visit(ProgressBar& bar) {
+    made = std::make_unique<ProgressBarPeer>(bar);
 }
-std::unique_ptr<ControlPeer> makeTimer(Timer& timer) {
-    return std::make_unique<TimerPeer>(timer);
+void PeerMaker::visit(Timer& timer) {
+    made = std::make_unique<TimerPeer>(timer);
 }
 
 }  // namespace bromvale

@@ -29,13 +29,7 @@ class TextBoxPeer : public WindowPeer {
     }
 
     void command(UINT code) override {
-        if (code != EN_CHANGE || busy()) return;
-        std::string text;
-        {
-            const Busy here(*this);
-            text = windowText();
-        }
-        box_.userText(text);
+        if (code == EN_CHANGE && !busy()) box_.userText(typedText());
     }
 
     HBRUSH colours(HDC dc, UINT) override {
@@ -67,16 +61,9 @@ class ComboBoxPeer : public WindowPeer {
     void command(UINT code) override {
         switch (code) {
             case CBN_SETFOCUS: box_.form()->userFocus(&box_); break;
-            case CBN_EDITCHANGE: {
-                if (busy()) break;
-                std::string text;
-                {
-                    const Busy here(*this);
-                    text = windowText();
-                }
-                box_.userText(text);
+            case CBN_EDITCHANGE:
+                if (!busy()) box_.userText(typedText());
                 break;
-            }
             case CBN_SELCHANGE:
                 if (!busy()) box_.userChoose(static_cast<int>(send(CB_GETCURSEL)));
                 break;
@@ -151,11 +138,11 @@ class ComboBoxPeer : public WindowPeer {
 
 }  // namespace
 
-std::unique_ptr<ControlPeer> makeTextBox(TextBox& box) {
-    return std::make_unique<TextBoxPeer>(box);
+void PeerMaker::visit(TextBox& box) {
+    made = std::make_unique<TextBoxPeer>(box);
 }
-std::unique_ptr<ControlPeer> makeComboBox(ComboBox& box) {
-    return std::make_unique<ComboBoxPeer>(box);
+void PeerMaker::visit(ComboBox& box) {
+    made = std::make_unique<ComboBoxPeer>(box);
 }
 
 }  // namespace bromvale

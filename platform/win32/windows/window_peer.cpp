@@ -4,7 +4,6 @@
 
 #include "platform/controls/form.h"
 #include "platform/win32/windows/metrics.h"
-#include "platform/win32/windows/paint_queue.h"
 
 namespace bromvale {
 
@@ -16,10 +15,7 @@ std::string nameProperty(const Control& control) {
 }
 
 // Not told by the window's procedure, which other programs' tools may have replaced.
-std::unordered_map<HWND, WindowPeer*>& peersByWindow() {
-    static std::unordered_map<HWND, WindowPeer*> peers;
-    return peers;
-}
+std::unordered_map<HWND, WindowPeer*> peersByWindow;
 
 constexpr unsigned bit(Property property) {
     return 1u << static_cast<unsigned>(property);
@@ -36,13 +32,13 @@ WindowPeer::~WindowPeer() {
 }
 
 WindowPeer* WindowPeer::of(HWND window) {
-    const auto found = peersByWindow().find(window);
-    return found != peersByWindow().end() ? found->second : nullptr;
+    const auto found = peersByWindow.find(window);
+    return found != peersByWindow.end() ? found->second : nullptr;
 }
 
 void WindowPeer::adopt(HWND window) {
     window_ = window;
-    peersByWindow()[window] = this;
+    peersByWindow[window] = this;
     SetWindowLongPtrA(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     SetPropA(window, nameProperty(control_).c_str(), reinterpret_cast<HANDLE>(1));
 }
@@ -55,7 +51,7 @@ void WindowPeer::subclass(HWND window) {
 
 // The window goes its own way from here: it is being destroyed.
 void WindowPeer::forget() {
-    peersByWindow().erase(window_);
+    peersByWindow.erase(window_);
     RemovePropA(window_, nameProperty(control_).c_str());
     SetWindowLongPtrA(window_, GWLP_USERDATA, 0);
     const bool ours = GetWindowLongPtrA(window_, GWLP_WNDPROC) == reinterpret_cast<LONG_PTR>(&peerProcedure);
@@ -165,6 +161,11 @@ std::string WindowPeer::windowText() const {
     std::string text(static_cast<std::size_t>(length) + 1, '\0');
     text.resize(static_cast<std::size_t>(GetWindowTextA(window_, text.data(), length + 1)));
     return text;
+}
+
+std::string WindowPeer::typedText() {
+    const Busy here(*this);
+    return windowText();
 }
 
 void WindowPeer::setWindowText(const std::string& text) {

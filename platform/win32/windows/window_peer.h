@@ -16,7 +16,7 @@ struct WindowShape {
 };
 
 // One control's real window. Writes that only change what is painted are collected and made together, at most
-// a dozen times a second (see paint_queue.h); the others at once. While the peer itself changes the window,
+// a dozen times a second (see queuePaint); the others at once. While the peer itself changes the window,
 // `busy` holds and the notifications that come back are not taken for the user's.
 class WindowPeer : public ControlPeer {
   public:
@@ -69,6 +69,8 @@ class WindowPeer : public ControlPeer {
     // Sets the window text where it is another one.
     void setWindowText(const std::string& text);
     [[nodiscard]] std::string windowText() const;
+    // The same where the user has typed it: collected changes wait.
+    [[nodiscard]] std::string typedText();
     [[nodiscard]] HWND parentWindow() const;
     [[nodiscard]] bool busy() const { return busy_; }
     LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
@@ -96,5 +98,15 @@ class WindowPeer : public ControlPeer {
     unsigned dirty_ = 0;
     bool busy_ = false;
 };
+
+// Peers whose window is behind their control's state. A scan writes texts for every entry, while the eye
+// needs them at most a dozen times a second.
+void queuePaint(WindowPeer& peer);
+void forgetPaint(WindowPeer& peer);
+
+// Brings all windows up to date.
+void flushPaints();
+// The same, when the last time is at least a frame ago. Cheap enough to be called for every entry of a scan.
+void flushDuePaints();
 
 }  // namespace bromvale

@@ -1,4 +1,4 @@
-#include "platform/win32/system/old_systems.h"
+#include "platform/win32/system/runtime.h"
 
 #include <iterator>
 
@@ -59,4 +59,37 @@ const void* const bromvaleImportOfLoadLibrary = reinterpret_cast<const void*>(&b
 
 }  // extern "C"
 
-void bromvale::bindOldSystems() {}
+namespace bromvale {
+
+void bindOldSystems() {}
+
+void silenceDrives() {
+    // What the process came with stays: whoever started it may have switched other boxes off.
+    const UINT before = SetErrorMode(0);
+    SetErrorMode(before | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+}
+
+void useDoublePrecision() {
+#ifdef __i386__
+    // No exception is raised, 53 bits, to the nearest and half to even.
+    constexpr unsigned short kDoublePrecision = 0x027F;
+    asm volatile("fninit\n\tfldcw %0" : : "m"(kDoublePrecision));
+#endif
+}
+
+}  // namespace bromvale
+
+#ifdef __i386__
+// The start-up code of every program calls this by its first name, and the linker takes it from here before
+// it looks into MinGW's own library, whose function chooses 80 bits. Both names stand together there.
+extern "C" {
+void _fpreset();
+void fpreset();
+void _fpreset() {
+    bromvale::useDoublePrecision();
+}
+void fpreset() {
+    bromvale::useDoublePrecision();
+}
+}
+#endif

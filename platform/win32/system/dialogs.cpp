@@ -1,5 +1,10 @@
 #include "platform/dialogs.h"
+
+#include <cstring>
+
 #include "platform/win32/system/held_keys.h"
+
+#include <commdlg.h>
 
 namespace bromvale {
 namespace {
@@ -29,6 +34,20 @@ int showMessageBox(const char* text, const char* title, unsigned style) {
     const bool seen = active != nullptr && IsWindowVisible(active) != 0;
     if (seen && GetActiveWindow() != active) SetForegroundWindow(active);
     return answer;
+}
+
+std::string askWhereToSave(const std::string& suggestedName) {
+    char path[MAX_PATH] = {};
+    std::strncpy(path, suggestedName.c_str(), MAX_PATH - 1);
+    OPENFILENAMEA dialog{};
+    dialog.lStructSize = OPENFILENAME_SIZE_VERSION_400A;  // the one that Windows 98 and NT4 take
+    dialog.hwndOwner = GetActiveWindow();
+    dialog.lpstrFilter = "Programme (*.exe)\0*.exe\0Alle Dateien (*.*)\0*.*\0";
+    dialog.lpstrFile = path;
+    dialog.nMaxFile = MAX_PATH;
+    dialog.lpstrTitle = "Update speichern unter";
+    dialog.Flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    return GetSaveFileNameA(&dialog) ? path : std::string();
 }
 
 }  // namespace bromvale
