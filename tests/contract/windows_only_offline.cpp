@@ -116,11 +116,11 @@ TEST_F(FilesOfWindows, MasksKeepTheirMeaningFromDos) {
 
 TEST_F(FilesOfWindows, SearchesThatNobodyClosesAreCounted) {
     writeWholeFile(folder() + "a", "x");
-    const std::size_t before = offline::openFindHandles();
+    const std::size_t before = offline::machine().searches.count();
     EXPECT_EQ(findError(folder() + "a"), 0u);
     EXPECT_EQ(findError(folder() + "a"), 0u);
     EXPECT_EQ(findError(folder() + "b"), 2u);
-    EXPECT_EQ(offline::openFindHandles(), before + 2);
+    EXPECT_EQ(offline::machine().searches.count(), before + 2);
 }
 
 TEST_F(FilesOfWindows, ADayThatDoesNotExistFails) {

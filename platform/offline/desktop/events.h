@@ -41,8 +41,8 @@ enum class EventKind {
 
 struct Event {
     EventKind kind;
-    std::string text;
-    std::string caption;
+    std::string text{};
+    std::string caption{};
     std::uint32_t number = 0;
     int answer = 0;
 };

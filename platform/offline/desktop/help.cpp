@@ -9,7 +9,7 @@ void setHelpFolder(std::string_view) {}
 
 HWND HtmlHelpA(HWND, const char* file, unsigned command, std::uintptr_t) {
     if (offline::failsHere("HtmlHelpA")) return nullptr;
-    offline::machine().events.record({offline::EventKind::Help, file != nullptr ? file : "", "", command, 0});
+    offline::machine().events.record({offline::EventKind::Help, file != nullptr ? file : "", "", command});
     return nullptr;
 }
 

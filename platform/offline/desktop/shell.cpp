@@ -129,13 +129,13 @@ BOOL Shell_NotifyIconA(DWORD message, PNOTIFYICONDATAA data) {
     constexpr EventKind kKinds[] = {EventKind::TrayAdd, EventKind::TrayModify, EventKind::TrayDelete};
     if (message > NIM_DELETE) return FALSE;
     machine().lastRequests.trayIcon = *data;
-    machine().events.record({kKinds[message], trayTip(*data), "", data->uCallbackMessage, 0});
+    machine().events.record({kKinds[message], trayTip(*data), "", data->uCallbackMessage});
     return TRUE;
 }
 
 BOOL SetForegroundWindow(HWND) {
     if (failsHere("SetForegroundWindow")) return FALSE;
-    machine().events.record({EventKind::Foreground, "", "", 0, 0});
+    machine().events.record({EventKind::Foreground});
     return TRUE;
 }
 

@@ -7,7 +7,8 @@
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
-namespace bromvale::offline {
+using namespace bromvale::offline;
+
 namespace {
 
 template <class Char, std::size_t Size>
@@ -46,8 +47,7 @@ bool fill(Data& data, const FileInfo& info) {
 }
 
 HANDLE fail(DWORD error) {
-    SetLastError(error);
-    return INVALID_HANDLE_VALUE;
+    return failed(error, INVALID_HANDLE_VALUE);
 }
 
 template <class Data>
@@ -92,18 +92,6 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     search.next = 1;
     return machine().searches.open(std::move(search));
 }
-
-}  // namespace
-
-std::size_t openFindHandles() {
-    return machine().searches.count();
-}
-
-}  // namespace bromvale::offline
-
-using namespace bromvale::offline;
-
-namespace {
 
 // `whole` is in the stored form.
 template <class Data>
@@ -152,6 +140,5 @@ BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data) {
 
 BOOL FindClose(HANDLE find) {
     if (failsHere("FindClose")) return FALSE;
-    if (machine().searches.close(find)) return TRUE;
-    return failed(ERROR_INVALID_HANDLE);
+    return machine().searches.close(find) ? TRUE : failed(ERROR_INVALID_HANDLE);
 }

@@ -32,7 +32,7 @@ BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES) {
     if (location.count == 0) return failed(ERROR_ACCESS_DENIED);
     machine().drives.makeOwnFolders(location);
     if (const DWORD error = location.volume->makeFolder(location.all())) return failed(error);
-    machine().events.record({EventKind::FolderMade, ansiFromStored(location.text()), "", 0, 0});
+    machine().events.record({EventKind::FolderMade, ansiFromStored(location.text())});
     return TRUE;
 }
 
@@ -45,7 +45,7 @@ BOOL RemoveDirectoryA(LPCSTR path) {
     if (const DWORD error = location.volume->find(location.all(), &info)) return failed(error);
     if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return failed(ERROR_DIRECTORY);
     if (const DWORD error = location.volume->remove(location.all())) return failed(error);
-    machine().events.record({EventKind::FolderDeleted, ansiFromStored(location.text()), "", 0, 0});
+    machine().events.record({EventKind::FolderDeleted, ansiFromStored(location.text())});
     return TRUE;
 }
 
@@ -60,7 +60,7 @@ BOOL DeleteFileA(LPCSTR path) {
     if ((info.attributes & kRefused) != 0) return failed(ERROR_ACCESS_DENIED);
     if (isOpen(location.text())) return failed(ERROR_SHARING_VIOLATION);
     if (const DWORD error = location.volume->remove(location.all())) return failed(error);
-    machine().events.record({EventKind::FileDeleted, ansiFromStored(location.text()), "", 0, 0});
+    machine().events.record({EventKind::FileDeleted, ansiFromStored(location.text())});
     return TRUE;
 }
 
@@ -88,10 +88,7 @@ DWORD GetFileAttributesA(LPCSTR path) {
     FileInfo info;
     DWORD error = locateName(path, location);
     if (error == 0) error = location.volume->find(location.all(), &info);
-    if (error != 0) {
-        SetLastError(error);
-        return INVALID_FILE_ATTRIBUTES;
-    }
+    if (error != 0) return failed(error, INVALID_FILE_ATTRIBUTES);
     return info.attributes != 0 ? info.attributes : FILE_ATTRIBUTE_NORMAL;
 }
 

@@ -56,8 +56,7 @@ bool shortPathOf(std::string_view path, std::string& text) {
         text.append("\\").append(info.shortName.empty() ? info.name : info.shortName);
     }
     if (location.count == 0 || path.ends_with('\\')) text += "\\";
-    if (error != 0) SetLastError(error);
-    return error == 0;
+    return error == 0 || failed(error);
 }
 
 }  // namespace

@@ -50,11 +50,11 @@ std::string dataOf(DWORD type, std::string_view data) {
 void recordKeyMade(HKEY handle) {
     Registry::Opened opened;
     if (machine().registry.resolve(handle, opened) != ERROR_SUCCESS) return;
-    machine().events.record({EventKind::KeyMade, pathOf(*opened.key), "", 0, 0});
+    machine().events.record({EventKind::KeyMade, pathOf(*opened.key)});
 }
 
 void recordKeyDeleted(const RegistryKey& key) {
-    machine().events.record({EventKind::KeyDeleted, pathOf(key), "", 0, 0});
+    machine().events.record({EventKind::KeyDeleted, pathOf(key)});
 }
 
 void recordValueSet(const RegistryKey& key, std::string_view name, DWORD type, std::string_view data) {
@@ -63,7 +63,7 @@ void recordValueSet(const RegistryKey& key, std::string_view name, DWORD type, s
 }
 
 void recordValueDeleted(const RegistryKey& key, std::string_view name) {
-    machine().events.record({EventKind::ValueDeleted, pathOf(key), nameOf(name), 0, 0});
+    machine().events.record({EventKind::ValueDeleted, pathOf(key), nameOf(name)});
 }
 
 }  // namespace bromvale::offline
