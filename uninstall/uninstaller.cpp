@@ -17,11 +17,8 @@
 namespace bromvale {
 namespace {
 
-constexpr int kIndexOutOfBounds = 35600;
-constexpr int kFileNotFound = 53;
-
 Ending report(const Tags& tags, const Failure& failure) {
-    const bool noRow = failure.number == kIndexOutOfBounds;
+    const bool noRow = failure.number == Failure::kIndexOutOfBounds;
     ErrHandle(tags.modul, tags.funktion, noRow ? "Es wurde keine Datei gewählt." : "", failure.number,
               failure.description, noRow ? kStyleInformation : kStyleExclamation, kHide);
     return Ending::Next;
@@ -105,7 +102,8 @@ bool confirmed(const Program& program) {
 // click ends.
 bool uninstall(ProgramsPage& page, const Program& program) {
     const auto onFailure = [&](const Failure& failure) {
-        return failure.number == kFileNotFound ? offerRemoval(page, program) : report(kRoutine, failure);
+        return failure.number == Failure::kFileNotFound ? offerRemoval(page, program)
+                                                        : report(kRoutine, failure);
     };
     if (!attempt(onFailure, [&] { startCommand(program.command, SW_SHOWNORMAL); })) return false;
     kRoutine.trace([&] { return program.name + " soll deinstalliert werden"; });

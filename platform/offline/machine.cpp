@@ -3,8 +3,6 @@
 #include <array>
 #include <charconv>
 
-#include "platform/offline/files/api.h"
-#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {

@@ -22,7 +22,6 @@
 #include "platform/offline/files/other_half.h"
 #include "platform/offline/locale/clock.h"
 #include "platform/offline/locale/code_page.h"
-#include "platform/offline/locale/code_pages.h"
 #include "platform/offline/locale/locale.h"
 #include "platform/offline/registry/registry.h"
 

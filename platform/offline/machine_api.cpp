@@ -1,6 +1,5 @@
 #include "platform/offline/machine_api.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "platform/offline/locale/stored_text.h"

@@ -111,7 +111,9 @@ TEST_F(FilesOfWindows, MasksKeepTheirMeaningFromDos) {
         {"ü*", "ÜBER", true},         {"*", "", true},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(offline::matchesMask(row.mask, row.name), row.matches) << row.mask << " " << row.name;
+        EXPECT_EQ(offline::matchesMask(offline::storedFromAnsi(row.mask), offline::storedFromAnsi(row.name)),
+                  row.matches)
+            << row.mask << " " << row.name;
 }
 
 TEST_F(FilesOfWindows, SearchesThatNobodyClosesAreCounted) {

@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "platform/offline/desktop/command_line.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/machine.h"
 

@@ -1,6 +1,4 @@
 // Final paths and short paths.
-#include "platform/offline/files/true_path.h"
-
 #include "platform/offline/files/api.h"
 #include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
