@@ -8,16 +8,14 @@
 namespace bromvale {
 namespace {
 
-constexpr int kTypesDiffer = 13;
-
 // The number in front of `sign` (of the whole rest for none), which is cut off with it.
 int takeNumber(std::string_view& rest, char sign) {
     const std::size_t length = sign != '\0' ? rest.find(sign) : rest.size();
-    if (length == std::string_view::npos || length == 0) raise(kTypesDiffer);
+    if (length == std::string_view::npos || length == 0) raise(Failure::kTypesDiffer);
     int number = 0;
     const char* end = rest.data() + length;
     const auto [behind, error] = std::from_chars(rest.data(), end, number);
-    if (error != std::errc() || behind != end) raise(kTypesDiffer);
+    if (error != std::errc() || behind != end) raise(Failure::kTypesDiffer);
     rest.remove_prefix(sign != '\0' ? length + 1 : length);
     return number;
 }
@@ -47,7 +45,7 @@ std::int32_t dayNumber(std::string_view text) {
     const int day = takeNumber(text, '.');
     const int month = takeNumber(text, '.');
     const int year = takeNumber(text, '\0');
-    if (!isDate(day, month, year)) raise(kTypesDiffer);
+    if (!isDate(day, month, year)) raise(Failure::kTypesDiffer);
     std::int32_t days = daysBefore(year) + day;
     for (int earlier = 1; earlier < month; ++earlier) days += daysInMonth(earlier, year);
     return days;

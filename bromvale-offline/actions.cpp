@@ -1,9 +1,8 @@
-#include "bromvale-offline/actions.h"
+#include "bromvale-offline/script.h"
 
 #include <array>
 #include <charconv>
 
-#include "bromvale-offline/arguments.h"
 #include "bromvale-offline/show.h"
 #include "bromvale-offline/words.h"
 #include "platform/controls.h"

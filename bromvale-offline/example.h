@@ -1,8 +1,7 @@
 #pragma once
 #include <optional>
-#include <string>
 
-#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 namespace bromvale::offline {
 

@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <ctime>
 
-#include "bromvale-offline/actions.h"
 #include "bromvale-offline/example.h"
 #include "bromvale-offline/options.h"
 #include "bromvale-offline/script.h"
@@ -14,8 +13,7 @@
 #include "core/state.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/reg_files/reader.h"
-#include "platform/offline/reg_files/writer.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 namespace bromvale::offline {
 namespace {

@@ -4,10 +4,9 @@
 
 #include <array>
 #include <cstdio>
-#include <functional>
 
 #include "platform/offline/locale/code_page.h"
-#include "platform/offline/locale/unit_case.h"
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/locale/utf8.h"
 
 namespace bromvale::offline {

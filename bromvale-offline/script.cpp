@@ -2,8 +2,7 @@
 
 #include <cstdio>
 
-#include "bromvale-offline/actions.h"
-#include "bromvale-offline/arguments.h"
+#include "bromvale-offline/words.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/machine.h"
 

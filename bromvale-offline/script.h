@@ -41,4 +41,7 @@ class Script {
     Transcript& transcript_;
 };
 
+// Does the action with this name. Throws ScriptError where it can't be done.
+void doAction(std::string_view word, std::string_view rest, Transcript& transcript);
+
 }  // namespace bromvale::offline

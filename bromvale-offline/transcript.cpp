@@ -12,21 +12,6 @@
 namespace bromvale::offline {
 namespace {
 
-std::string quoted(std::string_view text) {
-    std::string result(1, '"');
-    result.append(text).push_back('"');
-    return result;
-}
-
-std::string boxLine(const Event& event) {
-    return "box " + boxKind(event.number) + " " + quoted(event.caption) + ": " + event.text + " -> " +
-           std::string(buttonName(event.answer));
-}
-
-std::string fileVerb(const Event& event) {
-    return event.caption.empty() ? "delete " : "recycle ";
-}
-
 // A complete copy is written in UTF-16LE, the records behind its head without a mark.
 std::string writtenText(const std::string& bytes) {
     const bool marked = bytes.starts_with("\xFF\xFE");
@@ -34,55 +19,69 @@ std::string writtenText(const std::string& bytes) {
     return wide ? ansiFromUtf16Bytes(std::string_view(bytes).substr(marked ? 2 : 0)) : bytes;
 }
 
+// In a line %t stands for the event's text, %c for its caption, %n for its number, %w for what was written,
+// and of a message box %k for its kind and %a for its answer.
 struct Wording {
     EventKind kind;
-    std::string (*line)(const Event&);
+    std::string_view line;
+    std::string_view withoutCaption{};  // where that is told otherwise
 };
 
 constexpr std::array kWordings{
-    Wording{EventKind::MessageBox, boxLine},
-    Wording{EventKind::ShellExecute, [](const Event& e) { return "shell " + e.caption + ": " + e.text; }},
-    Wording{EventKind::Run, [](const Event& e) { return "run: " + e.text; }},
-    Wording{EventKind::Restart, [](const Event& e) { return "restart: flags " + std::to_string(e.number); }},
-    Wording{EventKind::Privilege, [](const Event& e) { return "privilege: " + e.text; }},
-    Wording{EventKind::TrayAdd, [](const Event& e) { return "tray icon added: " + e.text; }},
-    Wording{EventKind::TrayModify, [](const Event& e) { return "tray icon changed: " + e.text; }},
-    Wording{EventKind::TrayDelete, [](const Event& e) { return "tray icon removed: " + e.text; }},
-    Wording{EventKind::Foreground, [](const Event&) { return std::string("window to the front"); }},
-    Wording{
-        EventKind::Help,
-        [](const Event& e) { return "help: command " + std::to_string(e.number) + " " + quoted(e.text); }},
-    Wording{EventKind::Menu,
-            [](const Event& e) {
-                return "menu: " + e.text + (e.caption.empty() ? "" : " (default " + e.caption + ")");
-            }},
-    Wording{EventKind::FileMade,
-            [](const Event& e) { return (e.caption.empty() ? "make file: " : "empty file: ") + e.text; }},
-    Wording{EventKind::FileWritten,
-            [](const Event& e) { return "write " + e.text + ": " + writtenText(e.caption); }},
-    Wording{EventKind::FileDeleted, [](const Event& e) { return fileVerb(e) + "file: " + e.text; }},
-    Wording{EventKind::FileMoved, [](const Event& e) { return "move file: " + e.caption + " -> " + e.text; }},
-    Wording{EventKind::FolderMade, [](const Event& e) { return "make folder: " + e.text; }},
-    Wording{EventKind::FolderDeleted, [](const Event& e) { return fileVerb(e) + "folder: " + e.text; }},
-    Wording{EventKind::KeyMade, [](const Event& e) { return "make key: " + e.text; }},
-    Wording{EventKind::KeyDeleted, [](const Event& e) { return "delete key: " + e.text; }},
-    Wording{EventKind::ValueSet, [](const Event& e) { return "set value: " + e.text + ": " + e.caption; }},
-    Wording{EventKind::ValueDeleted,
-            [](const Event& e) { return "delete value: " + e.text + ": " + e.caption; }},
-    Wording{EventKind::Library, [](const Event& e) { return "call " + e.caption + " of " + e.text; }},
-    Wording{EventKind::Fetch, [](const Event& e) { return "fetch: " + e.text; }},
-    Wording{EventKind::Download, [](const Event& e) { return "download: " + e.text; }},
-    Wording{EventKind::SaveDialog,
-            [](const Event& e) {
-                return "save dialog: " + e.text + " -> " + (e.caption.empty() ? "cancelled" : e.caption);
-            }},
-    Wording{EventKind::Connect, [](const Event& e) { return "connect: " + e.text; }},
-    Wording{EventKind::Browse,
-            [](const Event& e) {
-                return "folder dialog: " + e.text + " -> " + (e.caption.empty() ? "cancelled" : e.caption);
-            }},
-    Wording{EventKind::End, [](const Event& e) { return "end: exit code " + std::to_string(e.number); }},
+    Wording{EventKind::MessageBox, "box %k \"%c\": %t -> %a"},
+    Wording{EventKind::ShellExecute, "shell %c: %t"},
+    Wording{EventKind::Run, "run: %t"},
+    Wording{EventKind::Restart, "restart: flags %n"},
+    Wording{EventKind::Privilege, "privilege: %t"},
+    Wording{EventKind::TrayAdd, "tray icon added: %t"},
+    Wording{EventKind::TrayModify, "tray icon changed: %t"},
+    Wording{EventKind::TrayDelete, "tray icon removed: %t"},
+    Wording{EventKind::Foreground, "window to the front"},
+    Wording{EventKind::Help, "help: command %n \"%t\""},
+    Wording{EventKind::Menu, "menu: %t (default %c)", "menu: %t"},
+    Wording{EventKind::FileMade, "empty file: %t", "make file: %t"},
+    Wording{EventKind::FileWritten, "write %t: %w"},
+    Wording{EventKind::FileDeleted, "recycle file: %t", "delete file: %t"},
+    Wording{EventKind::FileMoved, "move file: %c -> %t"},
+    Wording{EventKind::FolderMade, "make folder: %t"},
+    Wording{EventKind::FolderDeleted, "recycle folder: %t", "delete folder: %t"},
+    Wording{EventKind::KeyMade, "make key: %t"},
+    Wording{EventKind::KeyDeleted, "delete key: %t"},
+    Wording{EventKind::ValueSet, "set value: %t: %c"},
+    Wording{EventKind::ValueDeleted, "delete value: %t: %c"},
+    Wording{EventKind::Library, "call %c of %t"},
+    Wording{EventKind::Fetch, "fetch: %t"},
+    Wording{EventKind::Download, "download: %t"},
+    Wording{EventKind::SaveDialog, "save dialog: %t -> %c", "save dialog: %t -> cancelled"},
+    Wording{EventKind::Connect, "connect: %t"},
+    Wording{EventKind::Browse, "folder dialog: %t -> %c", "folder dialog: %t -> cancelled"},
+    Wording{EventKind::End, "end: exit code %n"},
 };
+
+std::string partOf(const Event& event, char sign) {
+    switch (sign) {
+        case 't': return event.text;
+        case 'c': return event.caption;
+        case 'n': return std::to_string(event.number);
+        case 'w': return writtenText(event.caption);
+        case 'k': return boxKind(event.number);
+        default: return std::string(buttonName(event.answer));
+    }
+}
+
+std::string lineOf(const Wording& wording, const Event& event) {
+    const bool otherwise = event.caption.empty() && !wording.withoutCaption.empty();
+    const std::string_view pattern = otherwise ? wording.withoutCaption : wording.line;
+    std::string line;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] == '%') {
+            line += partOf(event, pattern[++i]);
+        } else {
+            line += pattern[i];
+        }
+    }
+    return line;
+}
 
 }  // namespace
 
@@ -133,14 +132,14 @@ void Transcript::lookAtWindows() {
         if (!form->visible() || std::find(shown_.begin(), shown_.end(), form) != shown_.end()) continue;
         shown_.push_back(form);
         names_.push_back(form->name());
-        line("window " + form->name() + " shown: " + quoted(form->caption()));
+        line("window " + form->name() + " shown: \"" + form->caption() + "\"");
     }
 }
 
 void Transcript::event(const Event& each) {
     lookAtWindows();
     for (const Wording& wording : kWordings) {
-        if (wording.kind == each.kind) line(wording.line(each));
+        if (wording.kind == each.kind) line(lineOf(wording, each));
     }
     // A message box is there to be seen at once, also when the program never comes back.
     if (each.kind == EventKind::MessageBox || each.kind == EventKind::End) flush();

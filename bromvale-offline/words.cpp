@@ -1,8 +1,10 @@
 #include "bromvale-offline/words.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
+#include "bromvale-offline/script.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/windows_types.h"
 
@@ -104,6 +106,50 @@ std::optional<KeyPress> keyByName(std::string_view name) {
     if (!key) return std::nullopt;
     press.key = *key;
     return press;
+}
+
+std::string_view takeWord(std::string_view& text) {
+    const std::size_t end = std::min(text.find(' '), text.size());
+    const std::string_view word = text.substr(0, end);
+    text.remove_prefix(end);
+    while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+    return word;
+}
+
+std::string unescaped(std::string_view text) {
+    std::string result(text);
+    for (std::size_t at = result.find("\\n"); at != std::string::npos; at = result.find("\\n", at + 2)) {
+        result.replace(at, 2, "\r\n");
+    }
+    return result;
+}
+
+int toNumber(std::string_view text) {
+    const auto value = number(text);
+    if (!value) throw ScriptError{"'" + std::string(text) + "' is no number"};
+    return *value;
+}
+
+std::vector<int> toRows(std::string_view text, int count) {
+    std::vector<int> rows;
+    if (text == "none") return rows;
+    if (text == "all") {
+        for (int row = 1; row <= count; ++row) rows.push_back(row);
+        return rows;
+    }
+    if (text.empty()) throw ScriptError{"which rows?"};
+    while (!text.empty()) {
+        const std::string_view word = takeWord(text);
+        const std::size_t dash = word.find('-');
+        const int first = toNumber(word.substr(0, dash));
+        const int last = dash == std::string_view::npos ? first : toNumber(word.substr(dash + 1));
+        if (first < 1 || last > count || first > last) {
+            throw ScriptError{"there is no row " + std::string(word) + ", the list has " +
+                              std::to_string(count)};
+        }
+        for (int row = first; row <= last; ++row) rows.push_back(row);
+    }
+    return rows;
 }
 
 }  // namespace bromvale::offline

@@ -15,7 +15,6 @@ namespace bromvale {
 namespace {
 
 constexpr int kFolderIcon = 6;
-constexpr int kFileNotFound = 53;
 
 // By its bare name, so in the current directory; adding a folder and emptying use the program's folder. The
 // two are the same file only while the program is started in its own folder.
@@ -81,7 +80,7 @@ bool makeList(int number) {
 void CleanupPage::Ordnerliste_laden() {
     int number = 0;
     const auto onFailure = [&](const Tags& tags, const Failure& failure) {
-        if (failure.number == kFileNotFound && makeList(number)) return Ending::Retry;
+        if (failure.number == Failure::kFileNotFound && makeList(number)) return Ending::Retry;
         Report{}(tags, failure);
         closeFile(number);
         return Ending::Leave;
@@ -131,7 +130,7 @@ void CleanupPage::cmdOrdnerLöschen_Click() {
     // A list that is there but could not be read to its end is left alone: what wasn't read would be lost.
     bool complete = true;
     const auto onUnread = [&](const Tags& tags, const Failure& failure) {
-        complete = failure.number == kFileNotFound;
+        complete = failure.number == Failure::kFileNotFound;
         return Report{}(tags, failure);
     };
     Routine(kRoutine, onUnread).step([&] {

@@ -16,11 +16,6 @@
 namespace bromvale {
 namespace {
 
-constexpr int kInvalidCall = 5;
-constexpr int kBadFileName = 52;
-constexpr int kFileNotFound = 53;
-constexpr int kDiskNotReady = 71;
-constexpr int kPathNotFound = 76;
 constexpr DWORD kElevationRequired = 740;  // Windows Vista and later, for a program that wants more rights
 constexpr std::intptr_t kLastShellError = 32;
 constexpr std::string_view kBlanks = " \t";
@@ -33,25 +28,25 @@ struct FailureRow {
 // Only a file that is surely not there counts as missing: a caller may offer to forget the program then. A
 // drive without its disc or a server that is away says nothing about the file.
 constexpr std::array kFailures{
-    FailureRow{ERROR_FILE_NOT_FOUND, kFileNotFound},
-    FailureRow{ERROR_PATH_NOT_FOUND, kFileNotFound},
-    FailureRow{ERROR_ACCESS_DENIED, 70},
-    FailureRow{ERROR_SHARING_VIOLATION, 70},
-    FailureRow{ERROR_NOT_ENOUGH_MEMORY, 7},
-    FailureRow{ERROR_OUTOFMEMORY, 7},
-    FailureRow{ERROR_INVALID_NAME, 52},
-    FailureRow{ERROR_BAD_PATHNAME, 52},
-    FailureRow{ERROR_FILENAME_EXCED_RANGE, 52},
-    FailureRow{ERROR_NOT_READY, 71},
-    FailureRow{ERROR_BAD_NETPATH, 76},
-    FailureRow{ERROR_BAD_NET_NAME, 76},
+    FailureRow{ERROR_FILE_NOT_FOUND, Failure::kFileNotFound},
+    FailureRow{ERROR_PATH_NOT_FOUND, Failure::kFileNotFound},
+    FailureRow{ERROR_ACCESS_DENIED, Failure::kNoPermission},
+    FailureRow{ERROR_SHARING_VIOLATION, Failure::kNoPermission},
+    FailureRow{ERROR_NOT_ENOUGH_MEMORY, Failure::kNoMemory},
+    FailureRow{ERROR_OUTOFMEMORY, Failure::kNoMemory},
+    FailureRow{ERROR_INVALID_NAME, Failure::kBadFileName},
+    FailureRow{ERROR_BAD_PATHNAME, Failure::kBadFileName},
+    FailureRow{ERROR_FILENAME_EXCED_RANGE, Failure::kBadFileName},
+    FailureRow{ERROR_NOT_READY, Failure::kDiskNotReady},
+    FailureRow{ERROR_BAD_NETPATH, Failure::kPathNotFound},
+    FailureRow{ERROR_BAD_NET_NAME, Failure::kPathNotFound},
 };
 
 int failureOf(DWORD error) {
     for (const FailureRow& row : kFailures) {
         if (row.error == error) return row.number;
     }
-    return kInvalidCall;
+    return Failure::kInvalidCall;
 }
 
 // A command line as CreateProcessA takes it apart.
@@ -141,7 +136,8 @@ bool startInOtherView(const std::string& line, int showState) {
     const DWORD error = start(
         there, [&] { return parts; }, showState);
     // The file is there: whatever the system says, it isn't missing.
-    if (error != ERROR_SUCCESS) raise(failureOf(error) == kFileNotFound ? kInvalidCall : failureOf(error));
+    if (error != ERROR_SUCCESS)
+        raise(failureOf(error) == Failure::kFileNotFound ? Failure::kInvalidCall : failureOf(error));
     return true;
 }
 
@@ -169,13 +165,13 @@ bool somethingIsThere(std::string_view program) {
 // And a file that is there isn't missing, whatever the system says.
 // Nor is anything missing that no path names: nothing between two quotes, an address of the web.
 int failureOfMissing(std::string_view program) {
-    if (program.find_first_of("*?") != program.npos) return kBadFileName;
+    if (program.find_first_of("*?") != program.npos) return Failure::kBadFileName;
     const bool noPath = program == ".exe" || (program.find(':') != 1 && program.find(':') != program.npos);
-    if (noPath && !program.starts_with("\\\\")) return kInvalidCall;
+    if (noPath && !program.starts_with("\\\\")) return Failure::kInvalidCall;
     const std::string root = rootOf(std::string(program));
     if (!root.empty() && GetFileAttributesA(root.c_str()) == INVALID_FILE_ATTRIBUTES)
-        return root.front() == '\\' ? kPathNotFound : kDiskNotReady;
-    return somethingIsThere(program) ? kInvalidCall : kFileNotFound;
+        return root.front() == '\\' ? Failure::kPathNotFound : Failure::kDiskNotReady;
+    return somethingIsThere(program) ? Failure::kInvalidCall : Failure::kFileNotFound;
 }
 
 std::string_view withoutBlanksBefore(std::string_view line) {
@@ -195,13 +191,13 @@ bool isExactCommand(std::string_view commandLine) {
 
 void startCommand(std::string_view commandLine, int showState) {
     const std::string line = expanded(commandLine);
-    if (line.empty()) raise(kInvalidCall);
-    if (!isExact(line)) raise(kBadFileName);
+    if (line.empty()) raise(Failure::kInvalidCall);
+    if (!isExact(line)) raise(Failure::kBadFileName);
     const auto parts = [&] { return takeApart(line, isProgram); };
     const DWORD error = start(line, parts, showState);
     if (error == ERROR_SUCCESS) return;
     const int failure = failureOf(error);
-    if (failure != kFileNotFound) raise(failure);
+    if (failure != Failure::kFileNotFound) raise(failure);
     if (!startInOtherView(line, showState)) raise(failureOfMissing(parts().program));
 }
 

@@ -39,6 +39,10 @@ constexpr Setting number(const char* name, const char* defaultText, DWORD length
                          After after = nullptr) {
     return {name, defaultText, length, &variable, nullptr, after, nullptr};
 }
+// 0 or 1, and 0 from the start.
+constexpr Setting flag(const char* name, std::int16_t& variable, After after = nullptr) {
+    return number(name, "0", 1, variable, after);
+}
 constexpr Setting text(const char* name, const char* defaultText, DWORD length, std::string& variable,
                        After after = nullptr) {
     return {name, defaultText, length, nullptr, &variable, after, nullptr};
@@ -58,26 +62,26 @@ void nameAgentFile() {
 // In the order of the writing.
 constexpr std::array kSettings{
     number("1stRun", "1", 1, FirstRun),
-    number("AgentLoad", "0", 1, AgentLoad),
+    flag("AgentLoad", AgentLoad),
     text("AgentType", "", 1, AgentType, nameAgentFile),
-    number("AutoClose", "0", 1, AutoClose),
-    number("AutoEntfernen", "0", 1, AutoEntfernen),
-    number("AutoFileDelAfterReentry", "0", 1, AutoFileDelAfterReentry),
-    number("AutoRegFileDel", "0", 1, AutoRegFileDel),
-    number("AutoScan", "0", 1, AutoScan),
+    flag("AutoClose", AutoClose),
+    flag("AutoEntfernen", AutoEntfernen),
+    flag("AutoFileDelAfterReentry", AutoFileDelAfterReentry),
+    flag("AutoRegFileDel", AutoRegFileDel),
+    flag("AutoScan", AutoScan),
     number("DelAfterDays", "50", 0, DelAfterDays),
     number("DelFilePermanent", "0", 0, DelFilePermanent),
     text("EMail", "", 0, EMail),
     number("Form_Height", "7700", 4, Form_Height),
     number("Form_Width", "10515", 5, Form_Width),
     whole("InstallDir", AppPath),
-    number("Protokoll", "0", 1, Protokoll, keepLogging),
-    number("Proxy", "0", 1, Proxy),
+    flag("Protokoll", Protokoll, keepLogging),
+    flag("Proxy", Proxy),
     text("ProxyAdresse", "0.0.0.0", 1, ProxyAdresse),
     number("ProxyPort", "80", 1, ProxyPort),
-    number("RebootAfterDelete", "0", 1, RebootAfterDelete),
-    number("RebootAfterEntry", "0", 1, RebootAfterEntry),
-    number("ScreenSave", "0", 1, ScreenSave),
+    flag("RebootAfterDelete", RebootAfterDelete),
+    flag("RebootAfterEntry", RebootAfterEntry),
+    flag("ScreenSave", ScreenSave),
     number("ScreenX", "0", 0, ScreenX),
     number("ScreenY", "0", 0, ScreenY),
     whole("Version", AppVersion),

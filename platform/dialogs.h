@@ -6,7 +6,7 @@
 #ifdef _WIN32
 #include "platform/win32/system/windows.h"
 #else
-#include "platform/offline/desktop/dialogs_api.h"
+#include "platform/offline/desktop/shell_api.h"
 #endif
 
 namespace bromvale {

@@ -26,7 +26,6 @@ constexpr Routine kRoutine{{"frmMain", "ReadBackupFiles"}};
 constexpr int kRegFileIcon = 3;
 constexpr int kSizeColumn = 1;
 constexpr int kDateColumn = 2;
-constexpr int kFileNotFound = 53;
 
 SYSTEMTIME localTime(const FILETIME& time) {
     FILETIME local{};
@@ -46,7 +45,7 @@ void addFile(ListView& list, const std::string& name) {
     if (!isExact(name)) row->setTag(name);
     kRoutine.step([&] {
         FoundEntry found;
-        if (findEntry(BackupPath + name, found) != 0) raise(kFileNotFound);
+        if (findEntry(BackupPath + name, found) != 0) raise(Failure::kFileNotFound);
         row->setSubItem(kSizeColumn, sizeText(static_cast<double>(found.size)));
         row->setSubItem(kDateColumn, dateTimeText(localTime(found.written)));
     });

@@ -18,8 +18,6 @@
 namespace bromvale {
 namespace {
 
-constexpr int kIndexOutOfBounds = 35600;
-constexpr int kNoAccess = 75;
 constexpr double kEditorReads = 7;  // seconds until the registry editor has read a file
 
 // What the three buttons do about a failure. The words speak of deleting whichever button was clicked.
@@ -27,8 +25,8 @@ struct ReportOfFile {
     const std::string& name;
 
     Ending operator()(const Tags& tags, const Failure& failure) const {
-        const bool noAccess = failure.number == kNoAccess;
-        if (!noAccess && failure.number != kIndexOutOfBounds) return Report{}(tags, failure);
+        const bool noAccess = failure.number == Failure::kNoAccess;
+        if (!noAccess && failure.number != Failure::kIndexOutOfBounds) return Report{}(tags, failure);
         const std::string text = noAccess ? "Das Löschen der Sicherungsdatei " + name + " ist fehlgeschlagen."
                                           : "Es wurde keine Datei gewählt.";
         return Report{Ending::Next, kStyleInformation, noAccess ? kShow : kHide, text}(tags, failure);

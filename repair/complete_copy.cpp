@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "base/c_text.h"
+#include "base/failure.h"
 #include "core/registry_layer.h"
 #include "core/state.h"
 #include "core/text_file.h"
@@ -15,8 +16,6 @@ namespace bromvale {
 namespace {
 
 constexpr REGSAM kReadWhole = KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS;
-constexpr int kNoAccess = 75;
-constexpr int kNoFolder = 76;
 constexpr Report kShowAndLeave{Ending::Leave, kStyleExclamation, kShow};
 
 bool meansNoKey(LONG status) {
@@ -113,7 +112,7 @@ void deleteCopied(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string
 }
 
 Ending onBackupFailure(const Tags& tags, const Failure& failure) {
-    if (failure.number == kNoAccess || failure.number == kNoFolder) {
+    if (failure.number == Failure::kNoAccess || failure.number == Failure::kPathNotFound) {
         makeFolder(BackupPath);
         const std::string text = "Ordner " + BackupPath + " angelegt";
         return Report{Ending::Retry, kStyleExclamation, kHide, text}(tags, failure);

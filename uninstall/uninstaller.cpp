@@ -17,11 +17,8 @@
 namespace bromvale {
 namespace {
 
-constexpr int kIndexOutOfBounds = 35600;
-constexpr int kFileNotFound = 53;
-
 Ending report(const Tags& tags, const Failure& failure) {
-    if (failure.number != kIndexOutOfBounds) return Report{}(tags, failure);
+    if (failure.number != Failure::kIndexOutOfBounds) return Report{}(tags, failure);
     return Report{Ending::Next, kStyleInformation, kHide, "Es wurde keine Datei gewählt."}(tags, failure);
 }
 
@@ -99,7 +96,8 @@ bool confirmed(const Program& program) {
 // click ends.
 bool uninstall(ProgramsPage& page, const Program& program) {
     const auto onFailure = [&](const Failure& failure) {
-        return failure.number == kFileNotFound ? offerRemoval(page, program) : report(kRoutine, failure);
+        return failure.number == Failure::kFileNotFound ? offerRemoval(page, program)
+                                                        : report(kRoutine, failure);
     };
     if (!attempt(onFailure, [&] { startCommand(program.command, SW_SHOWNORMAL); })) return false;
     kRoutine.trace([&] { return program.name + " soll deinstalliert werden"; });

@@ -244,8 +244,9 @@ void tellThatMemoryIsShort() {
 // missing list is made, and gives an empty run. After any other failure the error dialog is what stays on the
 // screen.
 Ending onFailureOfMain(const Failure& failure, int number) {
-    if (failure.number == 53 || failure.number == 52) return makeFolderList(failure, number);
-    if (failure.number == 7) tellThatMemoryIsShort();
+    if (failure.number == Failure::kFileNotFound || failure.number == Failure::kBadFileName)
+        return makeFolderList(failure, number);
+    if (failure.number == Failure::kNoMemory) tellThatMemoryIsShort();
     return Report{Ending::Leave, kStyleStop, kShow}(kTags, failure);
 }
 

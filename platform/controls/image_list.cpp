@@ -5,11 +5,9 @@
 namespace bromvale {
 namespace {
 
-constexpr int kIndexOutOfBounds = 35600;
-
 template <class Images>
 const auto& imageAt(const Images& images, int index) {
-    if (index < 1 || index > static_cast<int>(images.size())) raise(kIndexOutOfBounds);
+    if (index < 1 || index > static_cast<int>(images.size())) raise(Failure::kIndexOutOfBounds);
     return images[static_cast<std::size_t>(index - 1)];
 }
 

@@ -10,7 +10,6 @@
 namespace bromvale {
 namespace {
 
-constexpr int kIndexOutOfBounds = 35600;
 const std::string kNoText;
 
 }  // namespace
@@ -24,7 +23,7 @@ const std::string& ListItem::column(int index) const {
 }
 
 void ListItem::setColumn(int index, std::string_view text) {
-    if (index < 0) raise(kIndexOutOfBounds);
+    if (index < 0) raise(Failure::kIndexOutOfBounds);
     if (column(index) == text) return;
     const auto position = static_cast<std::size_t>(index);
     if (position >= texts_.size()) texts_.resize(position + 1);
@@ -45,7 +44,7 @@ void ListView::setColumns(std::vector<Column> columns) {
 }
 
 std::size_t ListView::position(int row) const {
-    if (row < 1 || row > count()) raise(kIndexOutOfBounds);
+    if (row < 1 || row > count()) raise(Failure::kIndexOutOfBounds);
     sortNow();
     return static_cast<std::size_t>(row - 1);
 }

@@ -8,12 +8,10 @@
 namespace bromvale {
 namespace {
 
-constexpr int kIndexOutOfBounds = 35600;
-
 // Panels count from 1.
 template <class Panels>
 auto& panelAt(Panels& panels, int panel) {
-    if (panel < 1 || panel > static_cast<int>(panels.size())) raise(kIndexOutOfBounds);
+    if (panel < 1 || panel > static_cast<int>(panels.size())) raise(Failure::kIndexOutOfBounds);
     return panels[static_cast<std::size_t>(panel - 1)];
 }
 

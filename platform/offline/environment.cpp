@@ -48,19 +48,21 @@ std::string expand(std::string_view text) {
     return expanded;
 }
 
+// The size with the NUL, also of a text that fits.
+template <class Char>
+DWORD expandInto(const Char* text, Char* expanded, DWORD size) {
+    if (failsHere("ExpandEnvironmentStringsA")) return 0;
+    const std::string result = expand(StoredText(text).view());
+    const DWORD length = answerLength(textFor<Char>(result), expanded, size);
+    return length < size ? length + 1 : length;
+}
+
 }  // namespace
 
 DWORD ExpandEnvironmentStringsA(LPCSTR text, LPSTR expanded, DWORD size) {
-    if (failsHere("ExpandEnvironmentStringsA")) return 0;
-    const std::string result = expand(StoredText(text).view());
-    const AnsiText ansi(result);
-    if (ansi.view().size() < size) expanded[ansi.view().copy(expanded, size)] = '\0';
-    return static_cast<DWORD>(ansi.view().size() + 1);
+    return expandInto(text, expanded, size);
 }
 
 DWORD ExpandEnvironmentStringsW(LPCWSTR text, LPWSTR expanded, DWORD size) {
-    if (refusesWide() || failsHere("ExpandEnvironmentStringsA")) return 0;
-    const std::u16string result = wideFromStored(expand(StoredText(text).view()));
-    if (result.size() < size) expanded[result.copy(expanded, size)] = u'\0';
-    return static_cast<DWORD>(result.size() + 1);
+    return refusesWide() ? 0 : expandInto(text, expanded, size);
 }

@@ -9,25 +9,15 @@ void Faults::observe(Observer observer) {
     armed_ = true;
 }
 
-void Faults::fail(std::string_view name, unsigned nth, long result) {
+void Faults::addRule(std::string_view name, unsigned nth, bool onwards, long result) {
     auto& entry = operation(name);
-    entry.rules.push_back({entry.calls + nth, false, static_cast<LONG>(result)});
-    armed_ = true;
-}
-
-void Faults::failFrom(std::string_view name, unsigned nth, long result) {
-    auto& entry = operation(name);
-    entry.rules.push_back({entry.calls + nth, true, static_cast<LONG>(result)});
+    entry.rules.push_back({entry.calls + nth, onwards, static_cast<LONG>(result)});
     armed_ = true;
 }
 
 unsigned long Faults::calls(std::string_view name) const {
     const auto found = operations_.find(name);
     return found == operations_.end() ? 0 : found->second.calls;
-}
-
-void Faults::clear() {
-    *this = Faults();
 }
 
 std::optional<LONG> Faults::hit(std::string_view name) {
@@ -46,9 +36,8 @@ std::optional<LONG> Faults::hit(std::string_view name) {
 }
 
 Faults::Operation& Faults::operation(std::string_view name) {
-    auto found = operations_.find(name);
-    if (found == operations_.end()) found = operations_.emplace(name, Operation{}).first;
-    return found->second;
+    const auto found = operations_.find(name);
+    return found != operations_.end() ? found->second : operations_[std::string(name)];
 }
 
 }  // namespace bromvale::offline

@@ -27,9 +27,13 @@ class Faults {
     void observe(Observer observer);
 
     // The nth call from now (1 is the next one) gives `result`, once.
-    void fail(std::string_view operation, unsigned nth, long result);
+    void fail(std::string_view operation, unsigned nth, long result) {
+        addRule(operation, nth, false, result);
+    }
     // The nth call from now and all behind it give `result`.
-    void failFrom(std::string_view operation, unsigned nth, long result);
+    void failFrom(std::string_view operation, unsigned nth, long result) {
+        addRule(operation, nth, true, result);
+    }
 
     // Calls are counted from the first call of observe, fail, failFrom or this on; without one of them the
     // operations run at full speed and count nothing.
@@ -38,7 +42,7 @@ class Faults {
     [[nodiscard]] unsigned long allCalls() const { return all_; }
 
     // No observer, no faults, no counts.
-    void clear();
+    void clear() { *this = Faults(); }
 
   private:
     struct Rule {
@@ -51,6 +55,7 @@ class Faults {
         std::vector<Rule> rules;
     };
 
+    void addRule(std::string_view operation, unsigned nth, bool onwards, long result);
     std::optional<LONG> hit(std::string_view operation);
     Operation& operation(std::string_view name);
 

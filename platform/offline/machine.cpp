@@ -3,8 +3,6 @@
 #include <array>
 #include <charconv>
 
-#include "platform/offline/files/api.h"
-#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
@@ -94,17 +92,18 @@ Machine& machine() {
     return instance;
 }
 
+std::size_t Machine::openFiles() const {
+    std::size_t count = 0;
+    kernelObjects.each([&count](const KernelObject& object) { count += object.file != nullptr; });
+    return count;
+}
+
 Faults& faults() {
     return machine().faults;
 }
 
 TextRules& textRules() {
     return machine().textRules;
-}
-
-BOOL failed(DWORD error) {
-    SetLastError(error);
-    return FALSE;
 }
 
 bool refusesWide() {

@@ -22,7 +22,6 @@
 #include "platform/offline/files/other_half.h"
 #include "platform/offline/locale/clock.h"
 #include "platform/offline/locale/code_page.h"
-#include "platform/offline/locale/code_pages.h"
 #include "platform/offline/locale/locale.h"
 #include "platform/offline/registry/registry.h"
 
@@ -82,6 +81,7 @@ class Machine {
     Drives drives{clock, otherHalf};
     HandleTable<KernelObject> kernelObjects;
     HandleTable<Search> searches;
+    std::size_t internetHandles = 0;  // sessions and addresses that were opened and not closed
     Events events;
     Pump pump{clock};
     ScreenSize screen;
@@ -131,6 +131,8 @@ class Machine {
     [[nodiscard]] std::string systemFolder() const;
     [[nodiscard]] std::string tempFolder() const { return "C:\\WINDOWS\\TEMP"; }
     [[nodiscard]] std::string programFiles() const { return "C:\\Programme"; }
+    // Files that were opened and not closed.
+    [[nodiscard]] std::size_t openFiles() const;
     // Makes the machine's own folders where they live in memory. Called by the setters; needed after drives
     // change.
     void prepareFolders();
@@ -142,13 +144,6 @@ class Machine {
 
 Machine& machine();
 
-// Of the files and searches that were opened and not closed.
-[[nodiscard]] std::size_t openFileHandles();
-[[nodiscard]] std::size_t openFindHandles();
-
-// Sessions and addresses that were opened and not closed.
-[[nodiscard]] std::size_t openInternetHandles();
-
 // On the 9x family, which has no wide functions: sets ERROR_CALL_NOT_IMPLEMENTED and returns true.
 [[nodiscard]] bool refusesWide();
 
@@ -156,7 +151,11 @@ Machine& machine();
 // asks before it does anything else; tests/offline/fault_points_test.cpp proves that none forgets it.
 [[nodiscard]] bool failsHere(std::string_view operation);
 
-// Sets the last error and gives FALSE, which most functions answer where they fail.
-BOOL failed(DWORD error);
+// Sets the last error and gives what the function answers where it fails.
+template <class Answer = BOOL>
+Answer failed(DWORD error, Answer answer = FALSE) {
+    SetLastError(error);
+    return answer;
+}
 
 }  // namespace bromvale::offline

@@ -1,6 +1,5 @@
 #include "platform/offline/machine_api.h"
 
-#include <algorithm>
 #include <cstring>
 
 #include "platform/offline/locale/stored_text.h"
@@ -32,31 +31,6 @@ DWORD answerCut(std::basic_string_view<Char> text, Char* buffer, DWORD size) {
 std::string toldWindowsFolder() {
     const std::u16string& own = machine().userWindowsFolder;
     return own.empty() ? machine().windowsFolder() : storedFromWide(own);
-}
-
-std::string localeText(const Locale& locale, LCTYPE type) {
-    switch (type) {
-        case LOCALE_SLIST: return locale.list;
-        case LOCALE_SDECIMAL: return locale.decimal;
-        case LOCALE_STHOUSAND: return locale.thousand;
-        case LOCALE_SCURRENCY: return locale.currency;
-        case LOCALE_SDATE: return locale.dateSign;
-        case LOCALE_STIME: return locale.timeSign;
-        case LOCALE_SSHORTDATE: return locale.shortDate;
-        case LOCALE_SLONGDATE: return locale.longDate;
-        case LOCALE_STIMEFORMAT: return locale.timeFormat;
-        case LOCALE_S1159: return locale.morning;
-        case LOCALE_S2359: return locale.afternoon;
-        default: break;
-    }
-    const auto within = [type](LCTYPE first, std::size_t count) {
-        return type >= first && type < first + count;
-    };
-    if (within(LOCALE_SDAYNAME1, 7)) return locale.dayNames[type - LOCALE_SDAYNAME1];
-    if (within(LOCALE_SABBREVDAYNAME1, 7)) return locale.shortDayNames[type - LOCALE_SABBREVDAYNAME1];
-    if (within(LOCALE_SMONTHNAME1, 12)) return locale.monthNames[type - LOCALE_SMONTHNAME1];
-    if (within(LOCALE_SABBREVMONTHNAME1, 12)) return locale.shortMonthNames[type - LOCALE_SABBREVMONTHNAME1];
-    return "\x01";
 }
 
 }  // namespace
@@ -156,7 +130,7 @@ int GetDateFormatA(LCID, DWORD flags, const SYSTEMTIME* date, LPCSTR picture, LP
     time.wHour = time.wMinute = time.wSecond = time.wMilliseconds = 0;
     if (!isValid(time)) return failed(ERROR_INVALID_PARAMETER);
     const auto& locale = machine().locale;
-    const std::string& own = (flags & DATE_LONGDATE) != 0 ? locale.longDate : locale.shortDate;
+    const std::string& own = locale.at((flags & DATE_LONGDATE) != 0 ? LOCALE_SLONGDATE : LOCALE_SSHORTDATE);
     return answerWithNul(formatDate(locale, time, picture != nullptr ? picture : own), buffer, size);
 }
 
@@ -165,13 +139,13 @@ int GetTimeFormatA(LCID, DWORD flags, const SYSTEMTIME* time, LPCSTR picture, LP
     const SYSTEMTIME used = time != nullptr ? *time : toSystemTime(machine().clock.now());
     if (used.wHour > 23 || used.wMinute > 59 || used.wSecond > 59) return failed(ERROR_INVALID_PARAMETER);
     const auto& locale = machine().locale;
-    const std::string_view shape = picture != nullptr ? std::string_view(picture) : locale.timeFormat;
-    return answerWithNul(formatTime(locale, used, shape, flags), buffer, size);
+    const std::string& own = locale.at(LOCALE_STIMEFORMAT);
+    return answerWithNul(formatTime(locale, used, picture != nullptr ? picture : own, flags), buffer, size);
 }
 
 int GetLocaleInfoA(LCID, LCTYPE type, LPSTR buffer, int size) {
     if (failsHere("GetLocaleInfoA")) return 0;
-    const std::string text = localeText(machine().locale, type & ~LOCALE_NOUSEROVERRIDE);
-    if (text == "\x01") return failed(ERROR_INVALID_PARAMETER);
-    return answerWithNul(text, buffer, size);
+    const auto text = machine().locale.find(type & ~LOCALE_NOUSEROVERRIDE);
+    if (text == machine().locale.end()) return failed(ERROR_INVALID_PARAMETER);
+    return answerWithNul(text->second, buffer, size);
 }

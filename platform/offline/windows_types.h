@@ -138,7 +138,8 @@ struct SYSTEMTIME {
 };
 using LPSYSTEMTIME = SYSTEMTIME*;
 
-struct WIN32_FIND_DATAA {
+template <class Char>
+struct FindData {
     DWORD dwFileAttributes;
     FILETIME ftCreationTime;
     FILETIME ftLastAccessTime;
@@ -147,25 +148,14 @@ struct WIN32_FIND_DATAA {
     DWORD nFileSizeLow;
     DWORD dwReserved0;
     DWORD dwReserved1;
-    CHAR cFileName[MAX_PATH];
-    CHAR cAlternateFileName[14];
+    Char cFileName[MAX_PATH];
+    Char cAlternateFileName[14];
 };
+using WIN32_FIND_DATAA = FindData<CHAR>;
+using WIN32_FIND_DATAW = FindData<WCHAR>;
 using LPWIN32_FIND_DATAA = WIN32_FIND_DATAA*;
-static_assert(sizeof(WIN32_FIND_DATAA) == 320);
-
-struct WIN32_FIND_DATAW {
-    DWORD dwFileAttributes;
-    FILETIME ftCreationTime;
-    FILETIME ftLastAccessTime;
-    FILETIME ftLastWriteTime;
-    DWORD nFileSizeHigh;
-    DWORD nFileSizeLow;
-    DWORD dwReserved0;
-    DWORD dwReserved1;
-    WCHAR cFileName[MAX_PATH];
-    WCHAR cAlternateFileName[14];
-};
 using LPWIN32_FIND_DATAW = WIN32_FIND_DATAW*;
+static_assert(sizeof(WIN32_FIND_DATAA) == 320);
 static_assert(sizeof(WIN32_FIND_DATAW) == 592);
 
 struct OFSTRUCT {
@@ -365,9 +355,3 @@ using LPBROWSEINFOA = BROWSEINFOA*;
 #define SE_ERR_FNF 2
 #define SE_ERR_ACCESSDENIED 5
 #define SE_ERR_NOASSOC 31
-
-// The internet ------------------------------------------------------------------------------------
-
-using HINTERNET = void*;
-
-// Word parts --------------------------------------------------------------------------------------

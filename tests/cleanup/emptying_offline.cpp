@@ -151,7 +151,7 @@ TEST_F(EmptyingOffline, AListThatCannotBeReadToItsEndIsReportedAndClosed) {
         EXPECT_EQ(loadedForms().size(), 1u) << call;
     }
     EXPECT_EQ(logOf("cmdInhaltLöschen_Click").size(), 2u);
-    EXPECT_EQ(offline::openFileHandles(), 0u);
+    EXPECT_EQ(offline::machine().openFiles(), 0u);
 }
 
 TEST_F(EmptyingOffline, TheWaitingWindowWaitsATenthOfASecond) {

@@ -247,7 +247,7 @@ TEST_P(AnyFailure, LeavesWhatLiesOutsideTheFolderAlone) {
             }
         }
     }
-    EXPECT_EQ(offline::openFileHandles(), 0u);
+    EXPECT_EQ(offline::machine().openFiles(), 0u);
 }
 INSTANTIATE_TEST_SUITE_P(Calls, AnyFailure,
                          ::testing::Values(FailingCall{"FindFirstFileA", 20},

@@ -111,16 +111,18 @@ TEST_F(FilesOfWindows, MasksKeepTheirMeaningFromDos) {
         {"ü*", "ÜBER", true},         {"*", "", true},
     };
     for (const Row& row : rows)
-        EXPECT_EQ(offline::matchesMask(row.mask, row.name), row.matches) << row.mask << " " << row.name;
+        EXPECT_EQ(offline::matchesMask(offline::storedFromAnsi(row.mask), offline::storedFromAnsi(row.name)),
+                  row.matches)
+            << row.mask << " " << row.name;
 }
 
 TEST_F(FilesOfWindows, SearchesThatNobodyClosesAreCounted) {
     writeWholeFile(folder() + "a", "x");
-    const std::size_t before = offline::openFindHandles();
+    const std::size_t before = offline::machine().searches.count();
     EXPECT_EQ(findError(folder() + "a"), 0u);
     EXPECT_EQ(findError(folder() + "a"), 0u);
     EXPECT_EQ(findError(folder() + "b"), 2u);
-    EXPECT_EQ(offline::openFindHandles(), before + 2);
+    EXPECT_EQ(offline::machine().searches.count(), before + 2);
 }
 
 TEST_F(FilesOfWindows, ADayThatDoesNotExistFails) {

@@ -48,7 +48,7 @@ TEST_F(LogRecords, EachRecordIsOneWriteAndTheFileIsClosedBehindIt) {
     WriteLog("modMain", "Main", "b", 0, "");
     EXPECT_EQ(faults.calls("CreateFileA"), 2u);
     EXPECT_EQ(faults.calls("WriteFile"), 2u);
-    EXPECT_EQ(offline::openFileHandles(), 0u);
+    EXPECT_EQ(offline::machine().openFiles(), 0u);
 }
 
 TEST_F(LogRecords, AFullDiskCostsTheRecordAlone) {
@@ -56,7 +56,7 @@ TEST_F(LogRecords, AFullDiskCostsTheRecordAlone) {
     ErrHandle("modMain", "Main", "verloren", 0, "", 48, 0);
     ErrHandle("modMain", "Main", "da", 0, "", 48, 0);
     EXPECT_EQ(logLines(), std::vector<std::string>{"modMain; Main; da; 0; "});
-    EXPECT_EQ(offline::openFileHandles(), 0u);
+    EXPECT_EQ(offline::machine().openFiles(), 0u);
 }
 
 TEST_F(LogRecords, TheStyleOfABoxIsTheReports) {

@@ -39,7 +39,7 @@ TEST_F(Services, AReportReadsOnceAndClosesBothHandles) {
     watchCalls();
     BugReport({});
     EXPECT_EQ(calls, kFiveCalls);
-    EXPECT_EQ(offline::openInternetHandles(), 0u);
+    EXPECT_EQ(offline::machine().internetHandles, 0u);
     EXPECT_EQ(boxes()[0].style, 64u);
 }
 
@@ -56,7 +56,7 @@ TEST_F(Services, AFailureOnTheWayChangesNothingInTheCalls) {
         EXPECT_EQ(boxTexts().back(), kNotSent) << operation;
         EXPECT_EQ(boxes().back().style, 52u);
     }
-    EXPECT_EQ(offline::openInternetHandles(), 0u);
+    EXPECT_EQ(offline::machine().internetHandles, 0u);
 }
 
 TEST_F(Services, AServerThatSaysNothingIsGivenUp) {
@@ -188,7 +188,7 @@ TEST_F(Download, TenMegabytesArriveWhole) {
     machine().savePaths = {kPath};
     fetchWithConsent("http://" + server.host() + "/x");
     EXPECT_TRUE(readWholeFile(kPath) == bytes);
-    EXPECT_EQ(offline::openInternetHandles(), 0u);
+    EXPECT_EQ(offline::machine().internetHandles, 0u);
 }
 
 TEST_F(Download, AFileThatCannotBeFetchedIsToldAndLeavesNothing) {

@@ -1,8 +1,7 @@
-#include "platform/offline/desktop/command_line.h"
+#include "platform/offline/desktop/process_api.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/offline/desktop/process_api.h"
 #include "platform/offline/machine.h"
 
 namespace bromvale::offline {

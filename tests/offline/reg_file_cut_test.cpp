@@ -2,7 +2,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/reg_file.h"
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {

@@ -1,4 +1,4 @@
-#include "platform/offline/reg_files/merge.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 #include <gtest/gtest.h>
 

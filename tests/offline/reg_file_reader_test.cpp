@@ -1,5 +1,5 @@
 // Reading registry files: the forms of the registry editor, and what is refused.
-#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 #include <ostream>
 

@@ -3,8 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/offline/reg_files/reader.h"
-#include "platform/offline/reg_files/writer.h"
+#include "platform/offline/reg_files/reg_file.h"
 #include "tests/offline/full_registry.h"
 #include "tests/offline/registry_test_support.h"
 

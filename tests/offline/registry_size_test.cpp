@@ -2,8 +2,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/offline/reg_files/reader.h"
-#include "platform/offline/reg_files/writer.h"
+#include "platform/offline/reg_files/reg_file.h"
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {

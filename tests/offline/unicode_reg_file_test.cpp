@@ -3,10 +3,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/offline/locale/code_pages.h"
-#include "platform/offline/reg_files/merge.h"
-#include "platform/offline/reg_files/reader.h"
-#include "platform/offline/reg_files/writer.h"
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/reg_files/reg_file.h"
 #include "tests/offline/registry_test_support.h"
 
 namespace bromvale::offline::testing {

@@ -68,7 +68,7 @@ TEST_P(BackupFaultsTest, AFileWhoseDateCannotBeReadStaysAndTheNextOneIsJudgedByI
     }
     EXPECT_EQ(logLines(), (Texts{"modMain; AutoFileDel; ; 13; Typen unverträglich",
                                  "modMain; AutoFileDel; ; 13; Typen unverträglich"}));
-    EXPECT_EQ(offline::openFileHandles(), 0u);
+    EXPECT_EQ(offline::machine().openFiles(), 0u);
 }
 
 // Under a calendar that counts other years that text would make every file old or none.

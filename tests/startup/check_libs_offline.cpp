@@ -4,7 +4,7 @@
 #include "core/state.h"
 #include "platform/events.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/reg_file.h"
 #include "tests/support/test_machine.h"
 #include "ui/frm_error.h"
 #include "ui/frm_login.h"

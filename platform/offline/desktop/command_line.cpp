@@ -1,7 +1,4 @@
-#include "platform/offline/desktop/command_line.h"
-
-#include <algorithm>
-
+#include "platform/offline/desktop/process_api.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 

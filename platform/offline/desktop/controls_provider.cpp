@@ -1,15 +1,17 @@
-// The offline side of the controls: nothing is to be seen, menus are recorded and the machine's user chooses.
-#include <algorithm>
-
+// The offline side of the controls and their screen: nothing is to be seen, menus are recorded and the
+// machine's user chooses.
 #include "platform/controls.h"
 #include "platform/offline/machine.h"
+#include "platform/screen.h"
 
 namespace bromvale {
 namespace {
 
+constexpr int kTwipsPerInch = 1440;
+
 std::string withoutAmpersand(std::string_view caption) {
     std::string text(caption);
-    text.erase(std::remove(text.begin(), text.end(), '&'), text.end());
+    std::erase(text, '&');
     return text;
 }
 
@@ -41,6 +43,24 @@ std::unique_ptr<ControlPeer> createPeer(Control&) {
 
 HICON loadResourceIcon(int resourceId, int pixels) {
     return reinterpret_cast<HICON>(static_cast<std::intptr_t>(resourceId * 1000 + pixels));
+}
+
+int twipsPerPixelX() {
+    return kTwipsPerInch / offline::machine().screen.dpi;
+}
+int twipsPerPixelY() {
+    return kTwipsPerInch / offline::machine().screen.dpi;
+}
+int screenWidth() {
+    return offline::machine().screen.width * twipsPerPixelX();
+}
+int screenHeight() {
+    return offline::machine().screen.height * twipsPerPixelY();
+}
+
+// One screen, all of it free.
+ScreenArea workingArea(int, int) {
+    return {0, 0, screenWidth(), screenHeight()};
 }
 
 // Border and caption of the classic look at 96 DPI.

@@ -1,5 +1,6 @@
+// Message boxes and the help: recorded, nothing is to be seen.
 #include "platform/dialogs.h"
-
+#include "platform/shell.h"
 #include "platform/offline/machine.h"
 
 namespace {
@@ -34,6 +35,15 @@ namespace bromvale {
 
 int showMessageBox(const char* text, const char* title, unsigned style) {
     return MessageBoxA(nullptr, text, title, style | MB_TASKMODAL);
+}
+
+// Only what is asked for is recorded.
+void setHelpFolder(std::string_view) {}
+
+HWND HtmlHelpA(HWND, const char* file, unsigned command, std::uintptr_t) {
+    if (offline::failsHere("HtmlHelpA")) return nullptr;
+    offline::machine().events.record({offline::EventKind::Help, file != nullptr ? file : "", "", command});
+    return nullptr;
 }
 
 }  // namespace bromvale

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace bromvale::offline {
@@ -41,8 +41,8 @@ enum class EventKind {
 
 struct Event {
     EventKind kind;
-    std::string text;
-    std::string caption;
+    std::string text{};
+    std::string caption{};
     std::uint32_t number = 0;
     int answer = 0;
 };
@@ -53,9 +53,16 @@ class Events {
     std::function<void(const Event&)> sink;
     bool keep = true;
 
-    void record(Event event);
+    void record(Event event) {
+        if (sink) sink(event);
+        if (keep) all_.push_back(std::move(event));
+    }
     [[nodiscard]] const std::vector<Event>& all() const { return all_; }
-    [[nodiscard]] std::vector<Event> of(EventKind kind) const;
+    [[nodiscard]] std::vector<Event> of(EventKind kind) const {
+        std::vector<Event> found = all_;
+        std::erase_if(found, [kind](const Event& event) { return event.kind != kind; });
+        return found;
+    }
     [[nodiscard]] std::size_t count(EventKind kind) const { return of(kind).size(); }
     void clear() { all_.clear(); }
 

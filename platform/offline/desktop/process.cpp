@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "platform/offline/desktop/command_line.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/machine.h"
 
@@ -18,13 +17,8 @@ LibraryEntry entryOf(const std::string& library) {
 // Every entry has this one address.
 LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
     const auto& [library, name] = machine().lookedUpEntry;
-    machine().events.record({EventKind::Library, library, name, 0, 0});
+    machine().events.record({EventKind::Library, library, name});
     return entryOf(library).result;
-}
-
-bool run(const std::string& commandLine) {
-    machine().events.record({EventKind::Run, commandLine, "", 0, 0});
-    return true;
 }
 
 }  // namespace
@@ -35,7 +29,7 @@ HANDLE GetCurrentProcess() {
 
 BOOL TerminateProcess(HANDLE, UINT exitCode) {
     if (failsHere("TerminateProcess")) return FALSE;
-    machine().events.record({EventKind::End, "", "", exitCode, 0});
+    machine().events.record({EventKind::End, "", "", exitCode});
     if (!machine().terminateReturns) throw ProcessEnded{exitCode};
     return TRUE;
 }
@@ -58,7 +52,8 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
     if (application != nullptr) sought.assign(1, '"').append(application).append(1, '"');
     if (programOf(sought).empty()) return failed(ERROR_FILE_NOT_FOUND);
     if (made != nullptr) *made = {machine().kernelObjects.open({}), machine().kernelObjects.open({}), 1, 1};
-    return run(line);
+    machine().events.record({EventKind::Run, line});
+    return TRUE;
 }
 
 BOOL OpenProcessToken(HANDLE, DWORD, PHANDLE token) {
@@ -80,10 +75,7 @@ BOOL AdjustTokenPrivileges(HANDLE, BOOL, PTOKEN_PRIVILEGES wanted, DWORD, PTOKEN
     if (failsHere("AdjustTokenPrivileges")) return FALSE;
     const bool known =
         wanted != nullptr && wanted->PrivilegeCount == 1 && wanted->Privileges[0].Luid.LowPart == 19;
-    if (!known || !machine().shutdownPrivilege) {
-        SetLastError(ERROR_NOT_ALL_ASSIGNED);
-        return TRUE;
-    }
+    if (!known || !machine().shutdownPrivilege) return failed(ERROR_NOT_ALL_ASSIGNED, TRUE);
     machine().events.record(
         {EventKind::Privilege, SE_SHUTDOWN_NAME, "", wanted->Privileges[0].Attributes, 0});
     SetLastError(ERROR_SUCCESS);
@@ -93,17 +85,15 @@ BOOL AdjustTokenPrivileges(HANDLE, BOOL, PTOKEN_PRIVILEGES wanted, DWORD, PTOKEN
 BOOL ExitWindowsEx(UINT flags, DWORD) {
     if (failsHere("ExitWindowsEx")) return FALSE;
     if (machine().os().isNt() && !machine().shutdownPrivilege) return failed(ERROR_PRIVILEGE_NOT_HELD);
-    machine().events.record({EventKind::Restart, "", "", flags, 0});
+    machine().events.record({EventKind::Restart, "", "", flags});
     return TRUE;
 }
 
 HMODULE LoadLibraryA(LPCSTR path) {
     if (failsHere("LoadLibraryA")) return nullptr;
     const std::string inSystem = machine().systemFolder() + "\\" + path;
-    if (!machine().drives.exists(wideFromAnsi(path)) && !machine().drives.exists(wideFromAnsi(inSystem))) {
-        SetLastError(ERROR_MOD_NOT_FOUND);
-        return nullptr;
-    }
+    if (!machine().drives.exists(wideFromAnsi(path)) && !machine().drives.exists(wideFromAnsi(inSystem)))
+        return failed<HMODULE>(ERROR_MOD_NOT_FOUND, nullptr);
     machine().modules.emplace_back(path);
     return reinterpret_cast<HMODULE>(machine().modules.size());
 }
@@ -112,10 +102,8 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
     if (failsHere("GetProcAddress")) return nullptr;
     const auto number = reinterpret_cast<std::uintptr_t>(module);
     const auto& modules = machine().modules;
-    if (number == 0 || number > modules.size() || !entryOf(modules[number - 1]).exists) {
-        SetLastError(ERROR_PROC_NOT_FOUND);
-        return nullptr;
-    }
+    if (number == 0 || number > modules.size() || !entryOf(modules[number - 1]).exists)
+        return failed<FARPROC>(ERROR_PROC_NOT_FOUND, nullptr);
     machine().lookedUpEntry = {modules[number - 1], name};
     // By way of a function without arguments, the one type that compilers let stand for any other.
     return reinterpret_cast<FARPROC>(reinterpret_cast<void (*)()>(&entryPoint));

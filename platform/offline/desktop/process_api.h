@@ -1,6 +1,9 @@
 #pragma once
 // Process, token, shutdown and library functions of the offline machine. Nothing is started: command lines
 // and restarts are recorded.
+#include <string>
+#include <string_view>
+
 #include "platform/offline/windows_types.h"
 
 struct STARTUPINFOA {
@@ -35,6 +38,16 @@ using LPPROCESS_INFORMATION = PROCESS_INFORMATION*;
 
 #define STARTF_USESHOWWINDOW 0x1u
 #define CREATE_DEFAULT_ERROR_MODE 0x04000000u
+
+namespace bromvale::offline {
+
+// The program that a command line names, as CreateProcessA finds it: the text in quotes, or up to a blank
+// behind which the text so far names a file; ".exe" is added to a name without a dot. Names without a folder
+// are looked for in the program's folder, the current one, and the system's. Empty where there is no such
+// file.
+[[nodiscard]] std::string programOf(std::string_view commandLine);
+
+}  // namespace bromvale::offline
 
 HANDLE GetCurrentProcess();
 BOOL TerminateProcess(HANDLE process, UINT exitCode);

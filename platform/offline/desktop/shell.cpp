@@ -3,11 +3,10 @@
 #include <cstring>
 
 #include "platform/events.h"
-#include "platform/offline/files/api.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/reg_files/merge.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 using namespace bromvale::offline;
 
@@ -70,7 +69,7 @@ std::vector<std::string> expand(const std::string& name, FILEOP_FLAGS flags) {
     for (const FileInfo& entry : entries) {
         const bool isFolder = (entry.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         if (isFolder && (flags & FOF_FILESONLY) != 0) continue;
-        if (matchesStoredMask(std::string_view(name).substr(start), entry.name))
+        if (matchesMask(std::string_view(name).substr(start), entry.name))
             paths.push_back(name.substr(0, start) + entry.name);
     }
     return paths;
@@ -83,6 +82,13 @@ void actOn(const std::string& path, std::string_view verb) {
     if (!regFile || !equalNoCase(verb, "open")) return;
     if (const auto bytes = machine().drives.readFile(wideFromAnsi(path)))
         mergeRegText(*bytes, machine().registry);
+}
+
+template <class Char>
+BOOL chosenPath(PCIDLIST_ABSOLUTE list, Char* path) {
+    if (failsHere("SHGetPathFromIDListA") || list == nullptr) return FALSE;
+    const std::string stored = storedFromWide(reinterpret_cast<const char16_t*>(list));
+    return answerLength(textFor<Char>(stored), path, MAX_PATH) < MAX_PATH ? TRUE : FALSE;
 }
 
 std::string trayTip(const NOTIFYICONDATAA& data) {
@@ -129,13 +135,13 @@ BOOL Shell_NotifyIconA(DWORD message, PNOTIFYICONDATAA data) {
     constexpr EventKind kKinds[] = {EventKind::TrayAdd, EventKind::TrayModify, EventKind::TrayDelete};
     if (message > NIM_DELETE) return FALSE;
     machine().lastRequests.trayIcon = *data;
-    machine().events.record({kKinds[message], trayTip(*data), "", data->uCallbackMessage, 0});
+    machine().events.record({kKinds[message], trayTip(*data), "", data->uCallbackMessage});
     return TRUE;
 }
 
 BOOL SetForegroundWindow(HWND) {
     if (failsHere("SetForegroundWindow")) return FALSE;
-    machine().events.record({EventKind::Foreground, "", "", 0, 0});
+    machine().events.record({EventKind::Foreground});
     return TRUE;
 }
 
@@ -154,15 +160,11 @@ PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info) {
 }
 
 BOOL SHGetPathFromIDListA(PCIDLIST_ABSOLUTE list, LPSTR path) {
-    if (failsHere("SHGetPathFromIDListA") || list == nullptr) return FALSE;
-    const std::string stored = storedFromWide(reinterpret_cast<const char16_t*>(list));
-    return answerLength(AnsiText(stored).view(), path, MAX_PATH) < MAX_PATH ? TRUE : FALSE;
+    return chosenPath(list, path);
 }
 
 BOOL SHGetPathFromIDListW(PCIDLIST_ABSOLUTE list, LPWSTR path) {
-    if (refusesWide() || failsHere("SHGetPathFromIDListA") || list == nullptr) return FALSE;
-    const std::u16string_view chosen = reinterpret_cast<const char16_t*>(list);
-    return answerLength(chosen, path, MAX_PATH) < MAX_PATH ? TRUE : FALSE;
+    return refusesWide() ? FALSE : chosenPath(list, path);
 }
 
 void CoTaskMemFree(LPVOID memory) {

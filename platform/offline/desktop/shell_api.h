@@ -1,6 +1,9 @@
 #pragma once
-// Shell functions of the offline machine: recorded, and for files carried out.
+// What the user is shown and the shell's functions: recorded, and for files carried out.
 #include "platform/offline/windows_types.h"
+
+// Answered from the machine's queue.
+int MessageBoxA(HWND window, LPCSTR text, LPCSTR caption, UINT style);
 
 HINSTANCE ShellExecuteA(HWND window, LPCSTR verb, LPCSTR file, LPCSTR parameters, LPCSTR directory, INT show);
 // FO_DELETE only. With FOF_ALLOWUNDO what goes lands in the drive's recycle bin. `pFrom` is read up to its

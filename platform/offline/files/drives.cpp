@@ -4,7 +4,6 @@
 #include <cstdlib>
 
 #include "platform/offline/files/other_half.h"
-#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
@@ -147,10 +146,8 @@ std::string Drives::pathOfHost(std::string_view hostPath) const {
 DWORD Drives::locateShare(std::string_view path, bool literal, Location& location) const {
     std::string_view rest = path.substr(2);
     const auto cut = [&rest] {
-        std::size_t end = 0;
-        while (end < rest.size() && !isSlash(rest[end])) ++end;
-        const std::string_view name = rest.substr(0, end);
-        rest.remove_prefix(std::min(rest.size(), end + 1));
+        const std::string_view name = rest.substr(0, rest.find_first_of("\\/"));
+        rest.remove_prefix(std::min(rest.size(), name.size() + 1));
         return name;
     };
     location.server = cut();

@@ -110,11 +110,16 @@ class Drives {
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
 };
 
+enum class LinkAtEnd { IsMeant, LeadsOn };
+
+// Where a path leads in the end, in the stored form: past the links on the way, with names in their own case
+// and short ones made long. Empty where nothing is there.
+[[nodiscard]] std::string truePath(const Location& location, LinkAtEnd linkAtEnd);
+
 // Whether a path holds characters of masks; the "?" of the prefix "\\?\" is none.
 [[nodiscard]] bool holdsWildcards(std::string_view path);
 
-// Whether `name` matches a mask of FindFirstFileA, in Windows-1252 or in the stored form.
+// Whether `name` matches a mask of FindFirstFileA, both in the stored form.
 [[nodiscard]] bool matchesMask(std::string_view mask, std::string_view name);
-[[nodiscard]] bool matchesStoredMask(std::string_view mask, std::string_view name);
 
 }  // namespace bromvale::offline

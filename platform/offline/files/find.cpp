@@ -1,32 +1,22 @@
 // FindFirstFileA and its followers.
 #include <algorithm>
-#include <iterator>
 
 #include "platform/offline/files/api.h"
 #include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
-namespace bromvale::offline {
+using namespace bromvale::offline;
+
 namespace {
 
-template <class Char, std::size_t Size>
-void copyName(std::basic_string_view<Char> name, Char (&buffer)[Size]) {
-    buffer[name.copy(buffer, Size - 1)] = Char{};
-}
-
 // False for a name that takes more bytes than the record holds, as it can with several bytes a character.
-bool fillNames(WIN32_FIND_DATAA& data, const FileInfo& info) {
-    const AnsiText name(info.name);
-    copyName(name.view(), data.cFileName);
-    copyName(AnsiText(info.shortName).view(), data.cAlternateFileName);
-    return name.view().size() < std::size(data.cFileName);
-}
-
-bool fillNames(WIN32_FIND_DATAW& data, const FileInfo& info) {
-    copyName<WCHAR>(wideFromStored(info.name), data.cFileName);
-    copyName<WCHAR>(wideFromStored(info.shortName), data.cAlternateFileName);
-    return true;
+template <class Char, std::size_t Size>
+bool copyName(std::string_view stored, Char (&buffer)[Size]) {
+    const auto text = textFor<Char>(stored);
+    const std::basic_string_view<Char> name = text;
+    buffer[name.copy(buffer, Size - 1)] = Char{};
+    return name.size() < Size;
 }
 
 // False and the last error where the name doesn't fit.
@@ -40,14 +30,12 @@ bool fill(Data& data, const FileInfo& info) {
     const bool link = (info.attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
     data.dwReserved0 = link ? IO_REPARSE_TAG_SYMLINK : 0;
     data.dwReserved1 = 0;
-    const bool fits = fillNames(data, info);
-    if (!fits) SetLastError(ERROR_MORE_DATA);
-    return fits;
+    (void)copyName(info.shortName, data.cAlternateFileName);
+    return copyName(info.name, data.cFileName) || failed(ERROR_MORE_DATA);
 }
 
 HANDLE fail(DWORD error) {
-    SetLastError(error);
-    return INVALID_HANDLE_VALUE;
+    return failed(error, INVALID_HANDLE_VALUE);
 }
 
 template <class Data>
@@ -71,8 +59,8 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     const DWORD error = location.volume->list(location.all(), search.entries);
     if (error != 0) return fail(error == ERROR_FILE_NOT_FOUND ? ERROR_PATH_NOT_FOUND : error);
     std::erase_if(search.entries, [mask](const FileInfo& info) {
-        return !matchesStoredMask(mask, info.name) &&
-               (info.shortName.empty() || !matchesStoredMask(mask, info.shortName));
+        return !matchesMask(mask, info.name) &&
+               (info.shortName.empty() || !matchesMask(mask, info.shortName));
     });
     std::sort(search.entries.begin(), search.entries.end(), [](const FileInfo& left, const FileInfo& right) {
         return compareStored(left.name, right.name) < 0;
@@ -82,7 +70,7 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
         (void)location.volume->find(location.all(), &self);
         self.shortName.clear();
         for (const char* name : {"..", "."}) {
-            if (!matchesStoredMask(mask, name)) continue;
+            if (!matchesMask(mask, name)) continue;
             self.name = name;
             search.entries.insert(search.entries.begin(), self);
         }
@@ -92,18 +80,6 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
     search.next = 1;
     return machine().searches.open(std::move(search));
 }
-
-}  // namespace
-
-std::size_t openFindHandles() {
-    return machine().searches.count();
-}
-
-}  // namespace bromvale::offline
-
-using namespace bromvale::offline;
-
-namespace {
 
 // `whole` is in the stored form.
 template <class Data>
@@ -152,6 +128,5 @@ BOOL FindNextFileW(HANDLE find, LPWIN32_FIND_DATAW data) {
 
 BOOL FindClose(HANDLE find) {
     if (failsHere("FindClose")) return FALSE;
-    if (machine().searches.close(find)) return TRUE;
-    return failed(ERROR_INVALID_HANDLE);
+    return machine().searches.close(find) ? TRUE : failed(ERROR_INVALID_HANDLE);
 }

@@ -8,10 +8,34 @@ using namespace bromvale::offline;
 
 namespace {
 
-DWORD locateName(LPCSTR path, Location& location) {
+// False and the last error where the path leads nowhere.
+bool locate(LPCSTR path, Location& location) {
     location.path = StoredText(path).view();
-    if (holdsWildcards(location.path)) return ERROR_INVALID_NAME;
-    return machine().drives.locateStored(location.path, location);
+    if (holdsWildcards(location.path)) return failed(ERROR_INVALID_NAME);
+    const DWORD error = machine().drives.locateStored(location.path, location);
+    return error == 0 || failed(error);
+}
+
+// The same where a fault is due for the operation.
+bool locateFor(std::string_view operation, LPCSTR path, Location& location) {
+    return !failsHere(operation) && locate(path, location);
+}
+
+// For what must be there.
+bool findFor(std::string_view operation, LPCSTR path, Location& location, FileInfo& info) {
+    if (!locateFor(operation, path, location)) return false;
+    const DWORD error = location.volume->find(location.all(), &info);
+    return error == 0 || failed(error);
+}
+
+bool isFolder(const FileInfo& info) {
+    return (info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+BOOL removeAs(EventKind kind, const Location& location) {
+    if (const DWORD error = location.volume->remove(location.all())) return failed(error);
+    machine().events.record({kind, ansiFromStored(location.text())});
+    return TRUE;
 }
 
 bool isOpen(const std::string& path) {
@@ -26,80 +50,60 @@ bool isOpen(const std::string& path) {
 }  // namespace
 
 BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES) {
-    if (failsHere("CreateDirectoryA")) return FALSE;
     Location location;
-    if (const DWORD error = locateName(path, location)) return failed(error);
+    if (!locateFor("CreateDirectoryA", path, location)) return FALSE;
     if (location.count == 0) return failed(ERROR_ACCESS_DENIED);
     machine().drives.makeOwnFolders(location);
     if (const DWORD error = location.volume->makeFolder(location.all())) return failed(error);
-    machine().events.record({EventKind::FolderMade, ansiFromStored(location.text()), "", 0, 0});
+    machine().events.record({EventKind::FolderMade, ansiFromStored(location.text())});
     return TRUE;
 }
 
 BOOL RemoveDirectoryA(LPCSTR path) {
-    if (failsHere("RemoveDirectoryA")) return FALSE;
     Location location;
     FileInfo info;
-    if (const DWORD error = locateName(path, location)) return failed(error);
+    if (!findFor("RemoveDirectoryA", path, location, info)) return FALSE;
     if (location.count == 0) return failed(ERROR_ACCESS_DENIED);
-    if (const DWORD error = location.volume->find(location.all(), &info)) return failed(error);
-    if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return failed(ERROR_DIRECTORY);
-    if (const DWORD error = location.volume->remove(location.all())) return failed(error);
-    machine().events.record({EventKind::FolderDeleted, ansiFromStored(location.text()), "", 0, 0});
-    return TRUE;
+    return isFolder(info) ? removeAs(EventKind::FolderDeleted, location) : failed(ERROR_DIRECTORY);
 }
 
 BOOL DeleteFileA(LPCSTR path) {
-    if (failsHere("DeleteFileA")) return FALSE;
     Location location;
     FileInfo info;
-    if (const DWORD error = locateName(path, location)) return failed(error);
-    if (location.count == 0) return failed(ERROR_ACCESS_DENIED);
-    if (const DWORD error = location.volume->find(location.all(), &info)) return failed(error);
-    constexpr DWORD kRefused = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
-    if ((info.attributes & kRefused) != 0) return failed(ERROR_ACCESS_DENIED);
+    if (!findFor("DeleteFileA", path, location, info)) return FALSE;
+    if (isFolder(info) || (info.attributes & FILE_ATTRIBUTE_READONLY) != 0)
+        return failed(ERROR_ACCESS_DENIED);
     if (isOpen(location.text())) return failed(ERROR_SHARING_VIOLATION);
-    if (const DWORD error = location.volume->remove(location.all())) return failed(error);
-    machine().events.record({EventKind::FileDeleted, ansiFromStored(location.text()), "", 0, 0});
-    return TRUE;
+    return removeAs(EventKind::FileDeleted, location);
 }
 
 BOOL MoveFileA(LPCSTR from, LPCSTR to) {
-    if (failsHere("MoveFileA")) return FALSE;
     Location source;
     Location target;
     FileInfo info;
-    if (const DWORD error = locateName(from, source)) return failed(error);
-    if (const DWORD error = locateName(to, target)) return failed(error);
+    if (!locateFor("MoveFileA", from, source) || !locate(to, target)) return FALSE;
     if (source.count == 0 || target.count == 0) return failed(ERROR_ACCESS_DENIED);
     if (source.volume != target.volume) return failed(ERROR_NOT_SAME_DEVICE);
     if (const DWORD error = source.volume->find(source.all(), &info)) return failed(error);
-    if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return failed(ERROR_ACCESS_DENIED);
+    if (isFolder(info)) return failed(ERROR_ACCESS_DENIED);
     if (isOpen(source.text())) return failed(ERROR_SHARING_VIOLATION);
     if (const DWORD error = source.volume->move(source.all(), target.all())) return failed(error);
     machine().events.record(
-        {EventKind::FileMoved, ansiFromStored(target.text()), ansiFromStored(source.text()), 0, 0});
+        {EventKind::FileMoved, ansiFromStored(target.text()), ansiFromStored(source.text())});
     return TRUE;
 }
 
 DWORD GetFileAttributesA(LPCSTR path) {
-    if (failsHere("GetFileAttributesA")) return INVALID_FILE_ATTRIBUTES;
     Location location;
     FileInfo info;
-    DWORD error = locateName(path, location);
-    if (error == 0) error = location.volume->find(location.all(), &info);
-    if (error != 0) {
-        SetLastError(error);
-        return INVALID_FILE_ATTRIBUTES;
-    }
+    if (!findFor("GetFileAttributesA", path, location, info)) return INVALID_FILE_ATTRIBUTES;
     return info.attributes != 0 ? info.attributes : FILE_ATTRIBUTE_NORMAL;
 }
 
 BOOL SetFileAttributesA(LPCSTR path, DWORD attributes) {
-    if (failsHere("SetFileAttributesA")) return FALSE;
     Location location;
-    DWORD error = locateName(path, location);
-    if (error == 0) error = location.volume->setAttributes(location.all(), attributes);
+    if (!locateFor("SetFileAttributesA", path, location)) return FALSE;
+    const DWORD error = location.volume->setAttributes(location.all(), attributes);
     return error == 0 ? TRUE : failed(error);
 }
 
@@ -109,12 +113,10 @@ DWORD GetCurrentDirectoryA(DWORD size, LPSTR buffer) {
 }
 
 BOOL SetCurrentDirectoryA(LPCSTR path) {
-    if (failsHere("SetCurrentDirectoryA")) return FALSE;
     Location location;
     FileInfo info;
-    if (const DWORD error = locateName(path, location)) return failed(error);
-    if (const DWORD error = location.volume->find(location.all(), &info)) return failed(error);
-    if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return failed(ERROR_DIRECTORY);
+    if (!findFor("SetCurrentDirectoryA", path, location, info)) return FALSE;
+    if (!isFolder(info)) return failed(ERROR_DIRECTORY);
     machine().drives.currentDirectory = location.text();
     return TRUE;
 }

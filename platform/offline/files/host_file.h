@@ -2,10 +2,17 @@
 #include <sys/stat.h>
 
 #include <memory>
+#include <string>
+#include <string_view>
 
 #include "platform/offline/files/volume.h"
 
 namespace bromvale::offline {
+
+// Names of the host's files and what the machine calls them, in the stored form: the 9x family knows names of
+// its code page only.
+[[nodiscard]] std::string knownName(std::string_view hostName);
+[[nodiscard]] std::string hostOfStored(std::string_view stored);
 
 // What a call of the host has come to, as a last-error number: 0 where it gave 0, else what errno says.
 [[nodiscard]] DWORD outcome(int result);

@@ -10,10 +10,9 @@
 
 #include "platform/offline/files/drives.h"
 #include "platform/offline/files/host_file.h"
-#include "platform/offline/files/host_names.h"
 #include "platform/offline/files/short_names.h"
 #include "platform/offline/files/volume.h"
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {

@@ -67,10 +67,6 @@ bool matches(std::string_view mask, std::string_view name) {
 }  // namespace
 
 bool matchesMask(std::string_view mask, std::string_view name) {
-    return matchesStoredMask(storedFromAnsi(mask), storedFromAnsi(name));
-}
-
-bool matchesStoredMask(std::string_view mask, std::string_view name) {
     return matches(dosMask(mask), name);
 }
 

@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "platform/offline/files/api.h"
-#include "platform/offline/files/true_path.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
@@ -113,10 +112,7 @@ HANDLE createFile(Text path, DWORD access, DWORD share, DWORD disposition, DWORD
     bool existed = false;
     const DWORD error =
         openFile(StoredText(path).view(), access, share, disposition, attributes, handle, existed);
-    if (error != 0) {
-        SetLastError(error);
-        return INVALID_HANDLE_VALUE;
-    }
+    if (error != 0) return failed(error, INVALID_HANDLE_VALUE);
     const bool tellsExistence = disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS;
     SetLastError(tellsExistence && existed ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
     return handle;
@@ -154,10 +150,7 @@ HFILE OpenFile(LPCSTR path, OFSTRUCT* opened, UINT style) {
         full.copy(opened->szPathName, std::min(full.size(), sizeof opened->szPathName - 1));
         opened->fFixedDisk = 1;
     }
-    if (error != 0) {
-        SetLastError(error);
-        return HFILE_ERROR;
-    }
+    if (error != 0) return failed(error, HFILE_ERROR);
     if ((style & OF_EXIST) != 0) {
         machine().kernelObjects.close(handle);
         return 1;

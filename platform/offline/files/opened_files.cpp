@@ -12,17 +12,10 @@ KernelObject* fileFor(std::string_view operation, HANDLE handle) {
     if (failsHere(operation)) return nullptr;
     KernelObject* object = machine().kernelObjects.find(handle);
     if (object != nullptr && object->file != nullptr) return object;
-    SetLastError(ERROR_INVALID_HANDLE);
-    return nullptr;
+    return failed<KernelObject*>(ERROR_INVALID_HANDLE, nullptr);
 }
 
 }  // namespace
-
-std::size_t bromvale::offline::openFileHandles() {
-    std::size_t count = 0;
-    machine().kernelObjects.each([&count](const KernelObject& object) { count += object.file != nullptr; });
-    return count;
-}
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD read, LPOVERLAPPED) {
     if (read != nullptr) *read = 0;
@@ -61,10 +54,7 @@ DWORD SetFilePointer(HANDLE file, LONG distance, PLONG distanceHigh, DWORD metho
     std::int64_t target = way;
     if (method == FILE_CURRENT) target += static_cast<std::int64_t>(object->position);
     if (method == FILE_END) target += static_cast<std::int64_t>(object->file->size());
-    if (target < 0) {
-        SetLastError(ERROR_NEGATIVE_SEEK);
-        return INVALID_SET_FILE_POINTER;
-    }
+    if (target < 0) return failed(ERROR_NEGATIVE_SEEK, INVALID_SET_FILE_POINTER);
     object->position = static_cast<std::uint64_t>(target);
     if (distanceHigh != nullptr) *distanceHigh = static_cast<LONG>(object->position >> 32);
     SetLastError(ERROR_SUCCESS);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {

@@ -1,6 +1,4 @@
 // Final paths and short paths.
-#include "platform/offline/files/true_path.h"
-
 #include "platform/offline/files/api.h"
 #include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
@@ -56,8 +54,7 @@ bool shortPathOf(std::string_view path, std::string& text) {
         text.append("\\").append(info.shortName.empty() ? info.name : info.shortName);
     }
     if (location.count == 0 || path.ends_with('\\')) text += "\\";
-    if (error != 0) SetLastError(error);
-    return error == 0;
+    return error == 0 || failed(error);
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/offline/locale/code_pages.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/locale/utf8.h"
 

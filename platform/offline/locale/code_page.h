@@ -1,11 +1,12 @@
 // Windows-1252, the code page of the program's own texts and of those who set up a machine. What it lacks
 // becomes the nearest letter that Windows takes, else '?', one for each UTF-16 unit. The five bytes that the
-// code page leaves undefined (81, 8D, 8F, 90, 9D) stand for U+0081 and so on, as on Windows. Other code
-// pages: code_pages.h.
+// code page leaves undefined (81, 8D, 8F, 90, 9D) stand for U+0081 and so on, as on Windows.
 #pragma once
 
 #include <string>
 #include <string_view>
+
+#include "platform/offline/windows_types.h"
 
 namespace bromvale::offline {
 
@@ -50,5 +51,32 @@ std::string upper(std::string_view ansi);
 std::string lower(std::string_view ansi);
 
 bool equalNoCase(std::string_view left, std::string_view right);
+
+// What a machine makes of names.
+struct TextRules {
+    UINT codePage = 1252;  // the ANSI one
+    bool unicode = true;   // off on the 9x family, where a name is what the code page holds of it
+};
+// Those of the process's one machine.
+TextRules& textRules();
+
+// Those that a machine may have, with Windows' conversions: 1252, 1250, 932 (a part of it) and 65001.
+[[nodiscard]] bool knowsCodePage(UINT codePage);
+
+// What WideCharToMultiByte makes of the text: the nearest letter where the code page lacks one, else '?', one
+// for each unit.
+struct AnsiConversion {
+    std::string text;
+    bool usedDefault = false;  // a '?' stands for something else
+};
+AnsiConversion ansiFromWide(std::u16string_view wide, UINT codePage, bool bestFit = true);
+
+struct WideConversion {
+    std::u16string text;
+    bool invalid = false;  // bytes that are no text of the code page
+};
+WideConversion wideFromAnsi(std::string_view ansi, UINT codePage);
+// A text of the program, which is in the machine's code page.
+std::u16string wideFromAnsi(std::string_view ansi);
 
 }  // namespace bromvale::offline

@@ -1,8 +1,7 @@
 // The conversions between the code pages and UTF-16 under Windows' names.
 #include <algorithm>
-#include <cstring>
 
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/machine.h"
 #include "platform/offline/machine_api.h"
 

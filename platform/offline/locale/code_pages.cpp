@@ -1,10 +1,9 @@
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 
 #include <algorithm>
 #include <iterator>
 #include <span>
 
-#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/code_page_tables.h"
 #include "platform/offline/locale/utf8.h"
 

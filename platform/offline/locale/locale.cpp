@@ -37,61 +37,71 @@ std::string expand(std::string_view picture, const Element& element) {
     return result;
 }
 
+struct LocaleRow {
+    LCTYPE first;  // of the texts between the bars, whose numbers follow each other
+    std::string_view german;
+    std::string_view english;
+};
+
+// Weeks begin on Monday.
+constexpr LocaleRow kTexts[] = {
+    {LOCALE_SDECIMAL, ",", "."},
+    {LOCALE_STHOUSAND, ".", ","},
+    {LOCALE_SCURRENCY, "€", "$"},
+    {LOCALE_SLIST, ";", ","},
+    {LOCALE_SDATE, ".", "/"},
+    {LOCALE_STIME, ":", ":"},
+    {LOCALE_SSHORTDATE, "dd.MM.yyyy", "M/d/yyyy"},
+    {LOCALE_SLONGDATE, "dddd, d. MMMM yyyy", "dddd, MMMM dd, yyyy"},
+    {LOCALE_STIMEFORMAT, "HH:mm:ss", "h:mm:ss tt"},
+    {LOCALE_S1159, "", "AM"},
+    {LOCALE_S2359, "", "PM"},
+    {LOCALE_SDAYNAME1, "Montag|Dienstag|Mittwoch|Donnerstag|Freitag|Samstag|Sonntag",
+     "Monday|Tuesday|Wednesday|Thursday|Friday|Saturday|Sunday"},
+    {LOCALE_SABBREVDAYNAME1, "Mo|Di|Mi|Do|Fr|Sa|So", "Mon|Tue|Wed|Thu|Fri|Sat|Sun"},
+    {LOCALE_SMONTHNAME1, "Januar|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember",
+     "January|February|March|April|May|June|July|August|September|October|November|December"},
+    {LOCALE_SABBREVMONTHNAME1, "Jan|Feb|Mrz|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Dez",
+     "Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec"},
+};
+
+Locale localeOf(std::string_view LocaleRow::*language) {
+    Locale locale;
+    for (const LocaleRow& row : kTexts) {
+        LCTYPE type = row.first;
+        for (std::string_view rest = row.*language;; rest.remove_prefix(1)) {
+            const std::string_view text = rest.substr(0, rest.find('|'));
+            locale[type++] = text;
+            rest.remove_prefix(text.size());
+            if (rest.empty()) break;
+        }
+    }
+    return locale;
+}
+
 }  // namespace
 
 Locale germanLocale() {
-    return {"de",
-            ",",
-            ".",
-            "€",
-            ";",
-            ".",
-            ":",
-            "dd.MM.yyyy",
-            "dddd, d. MMMM yyyy",
-            "HH:mm:ss",
-            "",
-            "",
-            {"Montag", "Dienstag", "Mittwoch", "Donnerstag", "Freitag", "Samstag", "Sonntag"},
-            {"Mo", "Di", "Mi", "Do", "Fr", "Sa", "So"},
-            {"Januar", "Februar", "März", "April", "Mai", "Juni", "Juli", "August", "September", "Oktober",
-             "November", "Dezember"},
-            {"Jan", "Feb", "Mrz", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"}};
+    return localeOf(&LocaleRow::german);
 }
 
 Locale englishLocale() {
-    return {"en",
-            ".",
-            ",",
-            "$",
-            ",",
-            "/",
-            ":",
-            "M/d/yyyy",
-            "dddd, MMMM dd, yyyy",
-            "h:mm:ss tt",
-            "AM",
-            "PM",
-            {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"},
-            {"Mon", "Tue", "Wed", "Thu", "Fri", "Sat", "Sun"},
-            {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October",
-             "November", "December"},
-            {"Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"}};
+    return localeOf(&LocaleRow::english);
 }
 
 std::string formatDate(const Locale& locale, const SYSTEMTIME& date, std::string_view picture) {
     // The weekday is the calendar's own, whatever the record says.
-    const std::size_t day = (toSystemTime(fromSystemTime(date)).wDayOfWeek + 6u) % 7u;
+    const LCTYPE day = (toSystemTime(fromSystemTime(date)).wDayOfWeek + 6u) % 7u;
     return expand(picture, [&](std::string& out, char c, std::size_t run) {
         switch (c) {
             case 'd':
-                out += run >= 4   ? locale.dayNames[day]
-                       : run == 3 ? locale.shortDayNames[day]
+                out += run >= 4   ? locale.at(LOCALE_SDAYNAME1 + day)
+                       : run == 3 ? locale.at(LOCALE_SABBREVDAYNAME1 + day)
                                   : digits(date.wDay, run);
                 return true;
             case 'M':
-                out += run >= 4   ? locale.monthNames[date.wMonth - 1u]
-                       : run == 3 ? locale.shortMonthNames[date.wMonth - 1u]
+                out += run >= 4   ? locale.at(LOCALE_SMONTHNAME1 + date.wMonth - 1u)
+                       : run == 3 ? locale.at(LOCALE_SABBREVMONTHNAME1 + date.wMonth - 1u)
                                   : digits(date.wMonth, run);
                 return true;
             case 'y': out += run >= 3 ? digits(date.wYear, 4) : digits(date.wYear % 100u, run); return true;
@@ -103,7 +113,7 @@ std::string formatDate(const Locale& locale, const SYSTEMTIME& date, std::string
 
 std::string formatTime(const Locale& locale, const SYSTEMTIME& time, std::string_view picture, DWORD flags) {
     const bool full = (flags & TIME_FORCE24HOURFORMAT) != 0;
-    const std::string& marker = time.wHour < 12 ? locale.morning : locale.afternoon;
+    const std::string& marker = locale.at(time.wHour < 12 ? LOCALE_S1159 : LOCALE_S2359);
     return expand(picture, [&](std::string& out, char c, std::size_t run) {
         const std::size_t width = run > 2 ? 2 : run;
         switch (c) {

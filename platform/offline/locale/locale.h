@@ -1,5 +1,5 @@
 #pragma once
-#include <array>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -7,25 +7,9 @@
 
 namespace bromvale::offline {
 
-// What GetLocaleInfoA, GetDateFormatA and GetTimeFormatA know of the user's country. Every field may be set.
-struct Locale {
-    std::string name;
-    std::string decimal;
-    std::string thousand;
-    std::string currency;
-    std::string list;
-    std::string dateSign;
-    std::string timeSign;
-    std::string shortDate;
-    std::string longDate;
-    std::string timeFormat;
-    std::string morning;
-    std::string afternoon;
-    std::array<std::string, 7> dayNames;  // from Monday on
-    std::array<std::string, 7> shortDayNames;
-    std::array<std::string, 12> monthNames;
-    std::array<std::string, 12> shortMonthNames;
-};
+// What GetLocaleInfoA, GetDateFormatA and GetTimeFormatA know of the user's country, by the numbers of
+// GetLocaleInfoA. Every text may be set.
+using Locale = std::map<LCTYPE, std::string>;
 
 [[nodiscard]] Locale germanLocale();
 [[nodiscard]] Locale englishLocale();

@@ -5,7 +5,6 @@
 #include <cstring>
 
 #include "platform/offline/locale/code_page.h"
-#include "platform/offline/locale/code_pages.h"
 #include "platform/offline/locale/utf8.h"
 
 namespace bromvale::offline {
@@ -183,22 +182,16 @@ std::string upperStored(std::string_view stored) {
     return result;
 }
 
-StoredText::StoredText(std::string_view ansi) : view_(ansi) {
-    if (isAscii(ansi)) return;
-    converted_ = storedFromWide(wideFromAnsi(ansi));
-    view_ = converted_;
-}
+StoredText::StoredText(std::string_view ansi)
+    : Converted(isAscii(ansi) ? Converted(ansi) : Converted(storedFromWide(wideFromAnsi(ansi)))) {}
 
-StoredText::StoredText(std::u16string_view wide) : converted_(storedFromWide(wide)) {
-    if (!textRules().unicode) converted_ = withinCodePage(converted_);
-    view_ = converted_;
-}
+StoredText::StoredText(std::u16string_view wide)
+    : Converted(textRules().unicode ? storedFromWide(wide) : withinCodePage(storedFromWide(wide))) {}
 
-AnsiText::AnsiText(std::string_view stored) : view_(stored) {
-    if (isAscii(stored)) return;
-    converted_ = ansiFromWide(wideFromStored(stored), textRules().codePage).text;
-    view_ = converted_;
-}
+AnsiText::AnsiText(std::string_view stored)
+    : Converted(isAscii(stored)
+                    ? Converted(stored)
+                    : Converted(ansiFromWide(wideFromStored(stored), textRules().codePage).text)) {}
 
 std::string withinCodePage(std::string_view stored) {
     if (isAscii(stored)) return std::string(stored);

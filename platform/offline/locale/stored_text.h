@@ -6,10 +6,12 @@
 // through utf8FromStored and storedFromUtf8.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
+#include <utility>
 
-#include "platform/offline/locale/unit_case.h"
 #include "platform/offline/windows_types.h"
 
 namespace bromvale::offline {
@@ -35,6 +37,15 @@ void appendUnit(std::string& stored, char16_t unit);
 // Writes one to three bytes and returns the place behind them.
 char* putUnit(char* to, char16_t unit);
 
+// Upper case of UTF-16 units as Windows' file systems and its registry see it: one unit stays one unit, and
+// what has no single counterpart (ß, the dotless i) stays as it is.
+[[nodiscard]] char16_t upperBeyondAscii(char16_t unit);
+
+[[nodiscard]] inline char16_t upperUnit(char16_t unit) {
+    if (unit >= 0x80) return upperBeyondAscii(unit);
+    return unit >= u'a' && unit <= u'z' ? static_cast<char16_t>(unit - 0x20) : unit;
+}
+
 // Takes the first unit off a text that is not empty.
 inline char16_t takeUnit(std::string_view& stored) {
     const auto byteAt = [&stored](std::size_t place) { return static_cast<unsigned char>(stored[place]); };
@@ -57,38 +68,45 @@ inline char16_t takeUnit(std::string_view& stored) {
 [[nodiscard]] bool sameStored(std::string_view left, std::string_view right);
 [[nodiscard]] std::string upperStored(std::string_view stored);
 
-// A name or path that a caller hands in, in the stored form. Refers to the caller's text where that is ASCII.
-// On the 9x family a wide text comes in as what the code page holds of it.
-class StoredText {
+// A text as somebody else wants it. Refers to the one that it was made of where that needs no conversion.
+class Converted {
+  public:
+    explicit Converted(std::string_view given) : given_(given) {}
+    explicit Converted(std::string&& own) : own_(std::move(own)) {}
+
+    [[nodiscard]] std::string_view view() const { return own_ ? std::string_view(*own_) : given_; }
+
+  private:
+    std::string_view given_;
+    std::optional<std::string> own_;
+};
+
+// A name or path that a caller hands in, in the stored form. On the 9x family a wide text comes in as what
+// the code page holds of it.
+class StoredText : public Converted {
   public:
     // In the machine's code page; null is the empty text.
     explicit StoredText(LPCSTR ansi) : StoredText(ansi == nullptr ? std::string_view() : ansi) {}
     explicit StoredText(std::string_view ansi);
     explicit StoredText(LPCWSTR wide) : StoredText(wide == nullptr ? std::u16string_view() : wide) {}
     explicit StoredText(std::u16string_view wide);
-    StoredText(const StoredText&) = delete;
-    StoredText& operator=(const StoredText&) = delete;
-
-    [[nodiscard]] std::string_view view() const { return view_; }
-
-  private:
-    std::string converted_;
-    std::string_view view_;
 };
 
-// What the ANSI functions give for a stored text. Refers to it where it is ASCII.
-class AnsiText {
+// What the ANSI functions give for a stored text.
+class AnsiText : public Converted {
   public:
     explicit AnsiText(std::string_view stored);
-    AnsiText(const AnsiText&) = delete;
-    AnsiText& operator=(const AnsiText&) = delete;
-
-    [[nodiscard]] std::string_view view() const { return view_; }
-
-  private:
-    std::string converted_;
-    std::string_view view_;
+    operator std::string_view() const { return view(); }
 };
+// What the ANSI or the wide functions give for it.
+template <class Char>
+auto textFor(std::string_view stored) {
+    if constexpr (std::is_same_v<Char, char>) {
+        return AnsiText(stored);
+    } else {
+        return wideFromStored(stored);
+    }
+}
 
 // What the 9x family knows of a name: as the code page holds it, with an underscore where it lacks a letter.
 [[nodiscard]] std::string withinCodePage(std::string_view stored);

@@ -1,7 +1,9 @@
-#include "platform/offline/locale/unit_case.h"
-
+// Upper and lower case: of UTF-16 units, and of texts in the machine's code page.
 #include <algorithm>
 #include <iterator>
+
+#include "platform/offline/locale/stored_text.h"
+#include "platform/offline/machine_api.h"
 
 namespace bromvale::offline {
 namespace {
@@ -71,3 +73,44 @@ char16_t upperBeyondAscii(char16_t unit) {
 }
 
 }  // namespace bromvale::offline
+
+namespace {
+
+// In the machine's code page, a byte a character.
+char16_t unitOf(char c) {
+    char16_t unit = 0;
+    MultiByteToWideChar(CP_ACP, 0, &c, 1, &unit, 1);
+    return unit;
+}
+
+// The byte of a letter; `otherwise` where the page has none.
+char byteOf(char16_t unit, char otherwise) {
+    char byte = otherwise;
+    const bool converted = WideCharToMultiByte(CP_ACP, 0, &unit, 1, &byte, 1, nullptr, nullptr) == 1;
+    return converted && unitOf(byte) == unit ? byte : otherwise;
+}
+
+char upperOf(char c) {
+    return byteOf(bromvale::offline::upperUnit(unitOf(c)), c);
+}
+
+// The byte whose capital this is.
+char lowerOf(char c) {
+    for (int code = 0; code < 256; ++code) {
+        const char small = static_cast<char>(code);
+        if (small != c && upperOf(small) == c) return small;
+    }
+    return c;
+}
+
+}  // namespace
+
+DWORD CharLowerBuffA(LPSTR text, DWORD length) {
+    for (DWORD i = 0; i < length; ++i) text[i] = lowerOf(text[i]);
+    return length;
+}
+
+DWORD CharUpperBuffA(LPSTR text, DWORD length) {
+    for (DWORD i = 0; i < length; ++i) text[i] = upperOf(text[i]);
+    return length;
+}

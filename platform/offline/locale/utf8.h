@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 
 namespace bromvale::offline {
 

@@ -24,13 +24,6 @@ bool startsWithNoCase(std::string_view text, std::string_view start) {
     return text.size() >= start.size() && equalNoCase(text.substr(0, start.size()), start);
 }
 
-bool contains(std::string_view text, std::string_view sought) {
-    for (std::size_t at = 0; at + sought.size() <= text.size(); ++at) {
-        if (equalNoCase(text.substr(at, sought.size()), sought)) return true;
-    }
-    return false;
-}
-
 template <class Number>
 bool toWhole(std::string_view text, Number& number, int base = 10) {
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number, base);
@@ -125,22 +118,23 @@ void HttpGet::takeField(std::string_view line) {
     const std::string_view value = trimmed(line.substr(std::min(colon + 1, line.size())));
     std::uint64_t length = 0;
     if (equalNoCase(name, "Content-Length") && toWhole(value, length) && !chunked_) left_ = length;
-    if (equalNoCase(name, "Transfer-Encoding") && contains(value, "chunked")) chunked_ = true;
+    if (equalNoCase(name, "Transfer-Encoding") && upper(value).find("CHUNKED") != std::string::npos)
+        chunked_ = true;
     if (equalNoCase(name, "Location")) location_ = value;
 }
 
-bool HttpGet::more() {
+// As Tcp::receive.
+long HttpGet::more() {
     std::array<char, 8192> buffer;
     const long got = tcp_.receive(buffer.data(), buffer.size(), silence_.left());
-    if (got <= 0) return false;
-    received_.append(buffer.data(), static_cast<std::size_t>(got));
-    return true;
+    if (got > 0) received_.append(buffer.data(), static_cast<std::size_t>(got));
+    return got;
 }
 
 bool HttpGet::readLine(std::string& line) {
     std::size_t end = 0;
     while ((end = received_.find('\n')) == std::string::npos) {
-        if (received_.size() > kLongestHead || !more()) return false;
+        if (received_.size() > kLongestHead || more() <= 0) return false;
     }
     line = received_.substr(0, end);
     received_.erase(0, end + 1);
@@ -159,12 +153,8 @@ bool HttpGet::nextChunk() {
 }
 
 long HttpGet::readSome(char* buffer, std::size_t size) {
-    if (received_.empty()) {
-        std::array<char, 8192> fresh;
-        const long got = tcp_.receive(fresh.data(), fresh.size(), silence_.left());
-        if (got <= 0) return got;
-        received_.assign(fresh.data(), static_cast<std::size_t>(got));
-    }
+    const long got = received_.empty() ? more() : 1;
+    if (got <= 0) return got;
     const std::size_t count =
         std::min({size, received_.size(), static_cast<std::size_t>(left_.value_or(size))});
     std::memcpy(buffer, received_.data(), count);

@@ -55,7 +55,7 @@ class HttpGet {
     [[nodiscard]] bool readHeadLine(std::string& line);
     [[nodiscard]] bool readLine(std::string& line);
     void takeField(std::string_view line);
-    [[nodiscard]] bool more();
+    [[nodiscard]] long more();
     [[nodiscard]] bool nextChunk();
     [[nodiscard]] bool nextPart();
     long readSome(char* buffer, std::size_t size);

@@ -14,9 +14,6 @@ using offline::failsHere;
 using offline::machine;
 using offline::Tcp;
 
-// Sessions and answers that were opened and not closed.
-std::size_t openHandles = 0;
-
 constexpr int kLookMilliseconds = 10;
 
 class RealConnection : public Connection {
@@ -50,17 +47,17 @@ struct WebAnswer::Carrier {
 WebAnswer::WebAnswer(const std::string& address, const std::string& agent)
     : carrier_(std::make_unique<Carrier>()) {
     carrier_->session = !failsHere("InternetOpenA");
-    if (carrier_->session) ++openHandles;
+    if (carrier_->session) ++machine().internetHandles;
     if (failsHere("InternetOpenUrlA") || !carrier_->session) return;
-    machine().events.record({EventKind::Fetch, address, "", 0, 0});
+    machine().events.record({EventKind::Fetch, address});
     carrier_->get = offline::HttpGet::open(address, agent, static_cast<int>(internetPatience));
-    if (came()) ++openHandles;
+    if (came()) ++machine().internetHandles;
 }
 
 // The answer first, then the session.
 WebAnswer::~WebAnswer() {
     for (const bool open : {came(), carrier_->session}) {
-        if (!failsHere("InternetCloseHandle") && open) --openHandles;
+        if (!failsHere("InternetCloseHandle") && open) --machine().internetHandles;
     }
 }
 
@@ -87,7 +84,7 @@ bool WebAnswer::read(char* buffer, std::size_t size, std::size_t& got) {
 // This machine has none.
 bool openDownloadDialog(const std::string& address) {
     if (failsHere("DoFileDownload")) return true;
-    machine().events.record({EventKind::Download, address, "", 0, 0});
+    machine().events.record({EventKind::Download, address});
     return false;
 }
 
@@ -100,13 +97,9 @@ std::string askWhereToSave(const std::string& suggestedName) {
 }
 
 std::unique_ptr<Connection> openConnection(const std::string& host, int port) {
-    machine().events.record({EventKind::Connect, host + ":" + std::to_string(port), "", 0, 0});
+    machine().events.record({EventKind::Connect, host + ":" + std::to_string(port)});
     if (failsHere("connect")) return nullptr;
     return std::make_unique<RealConnection>(host, port);
 }
 
 }  // namespace bromvale
-
-std::size_t bromvale::offline::openInternetHandles() {
-    return bromvale::openHandles;
-}

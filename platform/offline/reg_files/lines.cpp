@@ -4,7 +4,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {

@@ -1,11 +1,10 @@
-#include "platform/offline/reg_files/merge.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 #include <string>
 #include <vector>
 
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
-#include "platform/offline/reg_files/reader.h"
 
 namespace bromvale::offline {
 namespace {

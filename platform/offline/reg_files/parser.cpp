@@ -23,14 +23,6 @@ std::string_view withoutTrailingBlanks(std::string_view text) {
     return text;
 }
 
-bool holdsLongName(std::string_view path) {
-    if (path.size() <= kLongestKeyName) return false;
-    for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
-        if (unitCount(name) > kLongestKeyName) return true;
-    }
-    return false;
-}
-
 }  // namespace
 
 RegFileParser::RegFileParser(RegFileLines::Read read, RegFileActions& actions)
@@ -94,7 +86,7 @@ void RegFileParser::readKey() {
     const auto hive = hiveByName(hiveText);
     if (!hive) fail("unknown hive \"" + ansiFromStored(hiveText) + "\"");
     path.remove_prefix(hiveText.size());
-    if (holdsLongName(path)) fail("a key name is longer than 255 characters");
+    if (!namesFit(path)) fail("a key name is longer than 255 characters");
     inKey_ = true;
     if (remove) {
         if (path.find_first_not_of('\\') == std::string_view::npos) fail("a hive cannot be deleted");

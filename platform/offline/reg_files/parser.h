@@ -12,15 +12,16 @@
 
 namespace bromvale::offline {
 
-// What a file says, in its order. Paths and names are in the stored form of stored_text.h.
+// What a file says, in its order. Paths and names are in the stored form of stored_text.h. These do nothing:
+// a file is only checked.
 class RegFileActions {
   public:
     virtual ~RegFileActions() = default;
     // `path` is the part behind the hive's name; doubled backslashes count as one.
-    virtual void key(std::size_t hive, std::string_view path) = 0;
-    virtual void deleteKey(std::size_t hive, std::string_view path) = 0;
-    virtual void value(std::string_view name, std::uint32_t type, const RegistryData& data) = 0;
-    virtual void deleteValue(std::string_view name) = 0;
+    virtual void key(std::size_t /*hive*/, std::string_view /*path*/) {}
+    virtual void deleteKey(std::size_t /*hive*/, std::string_view /*path*/) {}
+    virtual void value(std::string_view /*name*/, std::uint32_t /*type*/, const RegistryData& /*data*/) {}
+    virtual void deleteValue(std::string_view /*name*/) {}
 };
 
 // Thrown at the first line that is wrong.

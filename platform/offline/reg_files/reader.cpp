@@ -1,4 +1,4 @@
-#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -11,14 +11,6 @@
 namespace bromvale::offline {
 
 namespace {
-
-class CheckOnly : public RegFileActions {
-  public:
-    void key(std::size_t, std::string_view) override {}
-    void deleteKey(std::size_t, std::string_view) override {}
-    void value(std::string_view, std::uint32_t, const RegistryData&) override {}
-    void deleteValue(std::string_view) override {}
-};
 
 class Apply : public RegFileActions {
   public:
@@ -90,7 +82,7 @@ std::optional<RegFileError> loadRegFile(const std::string& path, Registry& regis
     // A pipe can be read once only.
     if (std::fseek(file.get(), 0, SEEK_SET) != 0) return loadRegText(contentOf(file.get()), path, registry);
 
-    CheckOnly check;
+    RegFileActions check;
     auto error = parse(path, readerOf(file.get()), check);
     if (std::ferror(file.get()) != 0) return systemError(path, "cannot be read");
     if (error) return error;
@@ -100,7 +92,7 @@ std::optional<RegFileError> loadRegFile(const std::string& path, Registry& regis
 }
 
 std::optional<RegFileError> loadRegText(std::string_view bytes, const std::string& name, Registry& registry) {
-    CheckOnly check;
+    RegFileActions check;
     if (auto error = parse(name, readerOf(bytes), check)) return error;
     Apply apply(registry);
     return parse(name, readerOf(bytes), apply);

@@ -1,4 +1,4 @@
-#include "platform/offline/reg_files/writer.h"
+#include "platform/offline/reg_files/reg_file.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -78,7 +78,7 @@ void Writer::key(const std::string& path, const RegistryKey& key) {
             problem_ = "a value name holds a NUL, in the key " + ansiFromStored(path);
             return;
         }
-        text_.value(name, key.value(i).type(), GivenData::asWindows(key.value(i)).view());
+        text_.value(name, key.value(i).type(), windowsData(key.value(i)).view());
     }
     if (text_.bytes().size() >= kFlushAt) flush();
 }

@@ -5,7 +5,6 @@
 
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
-#include "platform/offline/registry/events.h"
 
 using namespace bromvale::offline;
 
@@ -20,18 +19,18 @@ DWORD specificAccess(REGSAM access) {
     return result;
 }
 
-// The NT family refuses a path that starts with a backslash, the 9x family does not find it.
-LONG checkPath(std::string_view path) {
-    if (path.empty() || path.front() != '\\') return ERROR_SUCCESS;
+// The key from which on the path leads. The NT family refuses a path that starts with a backslash, the 9x
+// family does not find it.
+LONG findBase(HKEY handle, std::string_view path, RegistryKey*& base) {
+    if (const LONG result = machine().registry.resolve(handle, 0, base)) return result;
+    if (!path.starts_with('\\')) return ERROR_SUCCESS;
     return machine().registry.ntFamily() ? ERROR_BAD_PATHNAME : ERROR_FILE_NOT_FOUND;
 }
 
 LONG findKey(HKEY handle, std::string_view path, RegistryKey*& found) {
-    Registry::Opened base;
-    LONG result = machine().registry.resolve(handle, base);
-    if (result == ERROR_SUCCESS) result = checkPath(path);
-    if (result != ERROR_SUCCESS) return result;
-    found = machine().registry.find(handle, base.key, path);
+    RegistryKey* base = nullptr;
+    if (const LONG result = findBase(handle, path, base)) return result;
+    found = machine().registry.find(handle, base, path);
     if (found == nullptr) return ERROR_FILE_NOT_FOUND;
     return found->denied ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
 }
@@ -41,8 +40,7 @@ LONG openKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened) {
     if (handle == nullptr) return ERROR_INVALID_HANDLE;
     opened = nullptr;
     RegistryKey* key = nullptr;
-    const LONG result = findKey(handle, path, key);
-    if (result != ERROR_SUCCESS) return result;
+    if (const LONG result = findKey(handle, path, key)) return result;
     const bool hiveItself = path.empty() && Registry::isHive(handle);
     opened = hiveItself ? handle : machine().registry.open(key, specificAccess(access));
     return ERROR_SUCCESS;
@@ -59,22 +57,25 @@ bool mayCreateBelow(HKEY handle, RegistryKey* key, std::string_view path) {
     return true;
 }
 
-LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, DWORD& disposition) {
+void recordKey(EventKind kind, const RegistryKey& key) {
+    machine().events.record({kind, ansiFromStored(pathOf(key))});
+}
+
+LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, LPDWORD disposition) {
     Registry& registry = machine().registry;
-    Registry::Opened base;
-    LONG result = registry.resolve(handle, base);
-    if (result == ERROR_SUCCESS) result = checkPath(path);
-    if (result != ERROR_SUCCESS) return result;
+    RegistryKey* base = nullptr;
+    if (const LONG result = findBase(handle, path, base)) return result;
     bool created = false;
-    RegistryKey* key = registry.find(handle, base.key, path);
+    RegistryKey* key = registry.find(handle, base, path);
     if (key == nullptr) {
-        if (!mayCreateBelow(handle, base.key, path)) return ERROR_ACCESS_DENIED;
-        key = registry.findOrMake(handle, base.key, path, created);
+        if (!mayCreateBelow(handle, base, path)) return ERROR_ACCESS_DENIED;
+        key = registry.findOrMake(handle, base, path, created);
         if (key == nullptr) return ERROR_INVALID_PARAMETER;
     }
     if (key->denied) return ERROR_ACCESS_DENIED;
     opened = registry.open(key, specificAccess(access));
-    disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
+    if (created) recordKey(EventKind::KeyMade, *key);
+    if (disposition != nullptr) *disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
     return ERROR_SUCCESS;
 }
 
@@ -142,11 +143,7 @@ LONG RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD reserved, LPSTR /*keyClass*/
     if (reserved != 0 || result == nullptr) return ERROR_INVALID_PARAMETER;
     *result = nullptr;
     if (const auto fault = faults().at("RegCreateKeyExA")) return *fault;
-    DWORD done = 0;
-    const LONG status = createKey(key, StoredText(subKey).view(), access, *result, done);
-    if (status == ERROR_SUCCESS && done == REG_CREATED_NEW_KEY) recordKeyMade(*result);
-    if (status == ERROR_SUCCESS && disposition != nullptr) *disposition = done;
-    return status;
+    return createKey(key, StoredText(subKey).view(), access, *result, disposition);
 }
 
 LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
@@ -155,12 +152,11 @@ LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
     const StoredText stored(subKey);
     const std::string_view path = stored.view();
     RegistryKey* key = nullptr;
-    const LONG result = findKey(handle, path, key);
-    if (result != ERROR_SUCCESS) return result;
+    if (const LONG result = findKey(handle, path, key)) return result;
     Registry& registry = machine().registry;
     if (registry.isRoot(key) || (path.empty() && Registry::isHive(handle))) return ERROR_ACCESS_DENIED;
     if (registry.ntFamily() && key->subKeyCount() != 0) return ERROR_ACCESS_DENIED;
-    recordKeyDeleted(*key);
+    recordKey(EventKind::KeyDeleted, *key);
     registry.tree().remove(key);
     return ERROR_SUCCESS;
 }

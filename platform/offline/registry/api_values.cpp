@@ -1,4 +1,4 @@
-// Values: reading, writing, deleting, enumerating.
+// Values: reading and enumerating.
 #include <algorithm>
 #include <cstring>
 #include <string_view>
@@ -8,7 +8,6 @@
 #include "platform/offline/machine.h"
 #include "platform/offline/registry/api.h"
 #include "platform/offline/registry/data.h"
-#include "platform/offline/registry/events.h"
 
 using namespace bromvale::offline;
 
@@ -41,8 +40,7 @@ LONG copyData(std::string_view stored, bool text, std::size_t width, LPBYTE data
 }
 
 LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, const char*) {
-    return copyData(GivenData::asAnsi(value, textRules().codePage).view(), isText(value.type()), 1, data,
-                    dataSize);
+    return copyData(ansiData(value, textRules().codePage).view(), isText(value.type()), 1, data, dataSize);
 }
 
 // The usual text: widened right into the caller's buffer.
@@ -64,7 +62,7 @@ LONG copyData(const RegistryValueNode& value, LPBYTE data, LPDWORD dataSize, con
         *dataSize = static_cast<DWORD>(value.data().bytes.size() * sizeof(WCHAR));
         return ERROR_SUCCESS;
     }
-    return copyData(GivenData::asWindows(value).view(), isText(value.type()), sizeof(WCHAR), data, dataSize);
+    return copyData(windowsData(value).view(), isText(value.type()), sizeof(WCHAR), data, dataSize);
 }
 
 // A name that does not fit is cut to the buffer, and the size stays what it was.
@@ -98,12 +96,11 @@ LONG enumValue(HKEY handle, DWORD index, Char* name, LPDWORD nameSize, const DWO
     if (name == nullptr || nameSize == nullptr || reserved != nullptr || noSize)
         return ERROR_INVALID_PARAMETER;
     RegistryKey* key = nullptr;
-    LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key);
-    if (result != ERROR_SUCCESS) return result;
+    if (const LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key)) return result;
     if (index >= key->valueCount()) return ERROR_NO_MORE_ITEMS;
     const RegistryValueNode& value = key->value(index);
     if (type != nullptr) *type = value.type();
-    result = copyData(value, data, dataSize, name);
+    const LONG result = copyData(value, data, dataSize, name);
     return result == ERROR_SUCCESS ? copyValueName(value.name(), name, nameSize) : result;
 }
 
@@ -113,8 +110,7 @@ LONG queryValue(HKEY handle, const Char* valueName, const DWORD* reserved, LPDWO
     if (const auto fault = faults().at("RegQueryValueExA")) return *fault;
     if (reserved != nullptr || (data != nullptr && dataSize == nullptr)) return ERROR_INVALID_PARAMETER;
     RegistryKey* key = nullptr;
-    const LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key);
-    if (result != ERROR_SUCCESS) return result;
+    if (const LONG result = machine().registry.resolve(handle, KEY_QUERY_VALUE, key)) return result;
     const RegistryValueNode* value = machine().registry.tree().value(key, StoredText(valueName).view());
     if (value == nullptr) {
         if (type != nullptr) *type = REG_NONE;
@@ -147,36 +143,4 @@ LONG RegQueryValueExW(HKEY key, LPCWSTR valueName, LPDWORD reserved, LPDWORD typ
                       LPDWORD dataSize) {
     if (!machine().registry.ntFamily()) return ERROR_CALL_NOT_IMPLEMENTED;
     return queryValue(key, valueName, reserved, type, data, dataSize);
-}
-
-LONG RegSetValueExA(HKEY handle, LPCSTR valueName, DWORD /*reserved*/, DWORD type, const BYTE* data,
-                    DWORD dataSize) {
-    if (const auto fault = faults().at("RegSetValueExA")) return *fault;
-    RegistryKey* key = nullptr;
-    const LONG result = machine().registry.resolve(handle, KEY_SET_VALUE, key);
-    if (result != ERROR_SUCCESS) return result;
-    const StoredText stored(valueName);
-    const std::string_view name = stored.view();
-    if (unitCount(name) > kLongestValueName) return ERROR_INVALID_PARAMETER;
-    if (dataSize > 0 && data == nullptr) return ERROR_NOACCESS;
-    std::size_t size = dataSize;
-    // The callers give a text's length without its NUL. Windows looks one byte further and takes the NUL
-    // along.
-    if (isText(type) && dataSize > 0 && data[dataSize - 1] != 0 && data[dataSize] == 0) ++size;
-    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    machine().registry.tree().setValue(key, name, type,
-                                       StoredData::fromAnsi(type, bytes, textRules().codePage).view());
-    recordValueSet(*key, name, type, bytes);
-    return ERROR_SUCCESS;
-}
-
-LONG RegDeleteValueA(HKEY handle, LPCSTR valueName) {
-    if (const auto fault = faults().at("RegDeleteValueA")) return *fault;
-    RegistryKey* key = nullptr;
-    const LONG result = machine().registry.resolve(handle, KEY_SET_VALUE, key);
-    if (result != ERROR_SUCCESS) return result;
-    const StoredText name(valueName);
-    if (!machine().registry.tree().removeValue(key, name.view())) return ERROR_FILE_NOT_FOUND;
-    recordValueDeleted(*key, name.view());
-    return ERROR_SUCCESS;
 }

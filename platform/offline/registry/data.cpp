@@ -2,9 +2,6 @@
 
 #include <utility>
 
-#include "platform/offline/locale/code_page.h"
-#include "platform/offline/locale/stored_text.h"
-
 namespace bromvale::offline {
 namespace {
 
@@ -35,57 +32,36 @@ bool isText(DWORD type) {
 }
 
 // Any text fits as Windows keeps it; most fit in half of that.
-void StoredData::takeWide(std::string&& wide) {
-    converts_ = true;
-    narrow_ = narrowed(wide, converted_);
-    if (!narrow_) converted_ = std::move(wide);
+StoredData StoredData::fromWide(std::string&& wide) {
+    std::string narrow;
+    if (narrowed(wide, narrow)) return {Converted(std::move(narrow)), true};
+    return {Converted(std::move(wide)), false};
 }
 
 StoredData StoredData::fromWindows(DWORD type, std::string_view bytes) {
-    StoredData data;
-    data.given_ = bytes;
-    if (isText(type)) data.takeWide(std::string(bytes));
-    return data;
+    return isText(type) ? fromWide(std::string(bytes)) : StoredData(Converted(bytes), false);
 }
 
 StoredData StoredData::fromAnsi(DWORD type, std::string_view bytes, UINT codePage) {
-    StoredData data;
-    data.given_ = bytes;
-    data.narrow_ = isText(type);
-    if (data.narrow_ && codePage != kNarrow && !isAscii(bytes))
-        data.takeWide(bytesOf(wideFromAnsi(bytes, codePage).text));
-    return data;
+    if (isText(type) && codePage != kNarrow && !isAscii(bytes))
+        return fromWide(bytesOf(wideFromAnsi(bytes, codePage).text));
+    return {Converted(bytes), isText(type)};
 }
 
 StoredData StoredData::fromText(std::string_view stored) {
-    StoredData data;
-    data.given_ = stored;
-    data.narrow_ = true;
-    if (!isAscii(stored)) data.takeWide(wideBytesFromStored(stored));
-    return data;
+    return isAscii(stored) ? StoredData(Converted(stored), true) : fromWide(wideBytesFromStored(stored));
 }
 
-GivenData GivenData::asAnsi(const RegistryValueNode& value, UINT codePage) {
-    GivenData data;
-    const RegistryData stored = value.data();
-    data.given_ = stored.bytes;
-    if (!isText(value.type()) || (stored.narrow && (codePage == kNarrow || isAscii(stored.bytes))))
-        return data;
-    const std::u16string wide =
-        stored.narrow ? utf16FromAnsi(stored.bytes) : wideFromStored(storedFromWideBytes(stored.bytes));
-    data.converted_ = ansiFromWide(wide, codePage).text;
-    data.converts_ = true;
-    return data;
+Converted ansiData(const RegistryValueNode& value, UINT codePage) {
+    const auto [bytes, narrow] = value.data();
+    if (!isText(value.type()) || (narrow && (codePage == kNarrow || isAscii(bytes)))) return Converted(bytes);
+    const std::u16string wide = narrow ? utf16FromAnsi(bytes) : wideFromStored(storedFromWideBytes(bytes));
+    return Converted(ansiFromWide(wide, codePage).text);
 }
 
-GivenData GivenData::asWindows(const RegistryValueNode& value) {
-    GivenData data;
-    const RegistryData stored = value.data();
-    data.given_ = stored.bytes;
-    if (!stored.narrow) return data;
-    data.converted_ = utf16BytesFromAnsi(stored.bytes);
-    data.converts_ = true;
-    return data;
+Converted windowsData(const RegistryValueNode& value) {
+    const auto [bytes, narrow] = value.data();
+    return narrow ? Converted(utf16BytesFromAnsi(bytes)) : Converted(bytes);
 }
 
 }  // namespace bromvale::offline

@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/offline/locale/code_pages.h"
+#include "platform/offline/locale/code_page.h"
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/registry/tree.h"
 #include "platform/offline/windows_types.h"
 
@@ -13,7 +14,7 @@ namespace bromvale::offline {
 // REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ: the types that the functions convert.
 [[nodiscard]] bool isText(DWORD type);
 
-// Data on its way into the tree. Refers to what it was made of where that needs no conversion.
+// Data on its way into the tree.
 class StoredData {
   public:
     // As Windows keeps it: texts in UTF-16LE, of any size.
@@ -23,33 +24,18 @@ class StoredData {
     // A text in the stored form, with its NUL.
     static StoredData fromText(std::string_view stored);
 
-    [[nodiscard]] RegistryData view() const {
-        return {converts_ ? std::string_view(converted_) : given_, narrow_};
-    }
+    [[nodiscard]] RegistryData view() const { return {bytes_.view(), narrow_}; }
 
   private:
-    void takeWide(std::string&& wide);
+    StoredData(Converted bytes, bool narrow) : bytes_(std::move(bytes)), narrow_(narrow) {}
+    static StoredData fromWide(std::string&& wide);
 
-    std::string_view given_;
-    std::string converted_;
-    bool converts_ = false;
-    bool narrow_ = false;
+    Converted bytes_;
+    bool narrow_;
 };
 
-// A value's data on its way out: refers to the value where it needs no conversion.
-class GivenData {
-  public:
-    // As the ANSI functions give it.
-    static GivenData asAnsi(const RegistryValueNode& value, UINT codePage);
-    // As Windows keeps it.
-    static GivenData asWindows(const RegistryValueNode& value);
-
-    [[nodiscard]] std::string_view view() const { return converts_ ? std::string_view(converted_) : given_; }
-
-  private:
-    std::string_view given_;
-    std::string converted_;
-    bool converts_ = false;
-};
+// A value's data on its way out: as the ANSI functions give it, and as Windows keeps it.
+[[nodiscard]] Converted ansiData(const RegistryValueNode& value, UINT codePage);
+[[nodiscard]] Converted windowsData(const RegistryValueNode& value);
 
 }  // namespace bromvale::offline

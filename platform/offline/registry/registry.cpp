@@ -30,19 +30,15 @@ std::optional<std::size_t> hiveOf(HKEY handle) {
     return number - kFirstHive;
 }
 
+}  // namespace
+
 bool namesFit(std::string_view path) {
+    if (path.size() <= kLongestKeyName) return true;
     for (auto name = nextPathName(path); !name.empty(); name = nextPathName(path)) {
         if (unitCount(name) > kLongestKeyName) return false;
     }
     return true;
 }
-
-// Splits a whole path into the hive's index and the rest.
-std::optional<std::size_t> takeHive(std::string_view& path) {
-    return hiveByName(nextPathName(path));
-}
-
-}  // namespace
 
 std::optional<std::size_t> hiveByName(std::string_view name) {
     const auto found = std::find_if(kHiveNames.begin(), kHiveNames.end(),
@@ -79,23 +75,16 @@ void Registry::clear() {
 
 // Handles ----------------------------------------------------------------------------------------
 
-LONG Registry::resolve(HKEY handle, Opened& opened) const {
+LONG Registry::resolve(HKEY handle, DWORD access, RegistryKey*& key) const {
     if (const auto hive = hiveOf(handle)) {
-        opened = {hiveKey(*hive), KEY_ALL_ACCESS};
+        key = hiveKey(*hive);
         return ERROR_SUCCESS;
     }
     const Opened* found = handles_.find(handle);
     if (found == nullptr) return ERROR_INVALID_HANDLE;
-    opened = *found;
-    return opened.key->deleted() ? ERROR_KEY_DELETED : ERROR_SUCCESS;
-}
-
-LONG Registry::resolve(HKEY handle, DWORD access, RegistryKey*& key) const {
-    Opened opened;
-    const LONG result = resolve(handle, opened);
-    if (result != ERROR_SUCCESS) return result;
-    if (ntFamily_ && (opened.access & access) != access) return ERROR_ACCESS_DENIED;
-    key = opened.key;
+    if (found->key->deleted()) return ERROR_KEY_DELETED;
+    if (ntFamily_ && (found->access & access) != access) return ERROR_ACCESS_DENIED;
+    key = found->key;
     return ERROR_SUCCESS;
 }
 
@@ -181,22 +170,26 @@ RegistryKey* Registry::findBelow(std::size_t hive, std::string_view path) const 
     return tree_.find(hiveKey(hive), path);
 }
 
-RegistryKey* Registry::findPath(std::string_view path) const {
-    const auto hive = takeHive(path);
-    return hive ? findBelow(*hive, path) : nullptr;
+RegistryKey* Registry::keyAt(const WideText& path) const {
+    const std::string stored = known(storedFromWide(path.view()));
+    std::string_view rest = stored;
+    const auto hive = hiveByName(nextPathName(rest));
+    return hive ? findBelow(*hive, rest) : nullptr;
 }
 
 RegistryKey* Registry::makeKey(std::size_t hive, std::string_view path) {
     bool created = false;
-    const std::string narrowed = ntFamily_ ? std::string() : withinCodePage(path);
-    if (!ntFamily_) path = narrowed;
+    const Converted within = ntFamily_ ? Converted(path) : Converted(withinCodePage(path));
+    path = within.view();
     if (hive == kClassesRoot) return findOrMakeClass(path, created);
     return tree_.findOrMake(roots_[hive], path, created);
 }
 
-RegistryKey* Registry::makePath(std::string_view path) {
-    const auto hive = takeHive(path);
-    return hive && namesFit(path) ? makeKey(*hive, path) : nullptr;
+RegistryKey* Registry::makeKeyAt(const WideText& path) {
+    const std::string stored = storedFromWide(path.view());
+    std::string_view rest = stored;
+    const auto hive = hiveByName(nextPathName(rest));
+    return hive && namesFit(rest) ? makeKey(*hive, rest) : nullptr;
 }
 
 bool Registry::deleteKey(std::size_t hive, std::string_view path) {
@@ -212,7 +205,7 @@ void Registry::setValue(RegistryKey* key, std::string_view name, DWORD type, con
         return;
     }
     const auto made = RegistryValueNode::make(key, name, type, data);
-    const GivenData ansi = GivenData::asAnsi(*made, textRules().codePage);
+    const Converted ansi = ansiData(*made, textRules().codePage);
     tree_.setValue(key, withinCodePage(name), type,
                    StoredData::fromAnsi(type, ansi.view(), textRules().codePage).view());
 }

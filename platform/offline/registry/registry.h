@@ -45,6 +45,8 @@ inline constexpr std::size_t kLongestValueName = 16383;
 // Index of a hive by its name, without case; 0 is HKEY_CLASSES_ROOT, the order is that of the handles.
 std::optional<std::size_t> hiveByName(std::string_view name);
 std::string_view hiveName(std::size_t hive);
+// No key name on the path is too long.
+[[nodiscard]] bool namesFit(std::string_view path);
 
 class Registry {
   public:
@@ -67,8 +69,8 @@ class Registry {
 
     // Opening the key gives ERROR_ACCESS_DENIED from now on; what lies below can still be opened by its path.
     // False when there is no such key.
-    bool deny(const WideText& path);
-    bool allow(const WideText& path);
+    bool deny(const WideText& path) { return setDenied(path, true); }
+    bool allow(const WideText& path) { return setDenied(path, false); }
 
     // By whole path, past all access rules. An unknown hive or a name that is too long makes them return
     // false or nothing. The writers make what is missing of the path.
@@ -97,13 +99,8 @@ class Registry {
 
     // For the functions of api.h and the .reg file code, in the stored form ----------------
 
-    struct Opened {
-        RegistryKey* key = nullptr;
-        DWORD access = 0;
-    };
-    // ERROR_SUCCESS, ERROR_INVALID_HANDLE or ERROR_KEY_DELETED.
-    LONG resolve(HKEY handle, Opened& opened) const;
-    // As resolve, and ERROR_ACCESS_DENIED when the handle was opened without `access` on the NT family.
+    // ERROR_SUCCESS, ERROR_INVALID_HANDLE, ERROR_KEY_DELETED, or ERROR_ACCESS_DENIED when the handle was
+    // opened without `access` on the NT family.
     LONG resolve(HKEY handle, DWORD access, RegistryKey*& key) const;
     [[nodiscard]] static bool isHive(HKEY handle);
     [[nodiscard]] RegistryKey* find(HKEY handle, RegistryKey* key, std::string_view path) const;
@@ -124,13 +121,16 @@ class Registry {
     [[nodiscard]] bool isRoot(const RegistryKey* key) const;
 
   private:
+    struct Opened {
+        RegistryKey* key = nullptr;
+        DWORD access = 0;
+    };
     [[nodiscard]] RegistryKey* hiveKey(std::size_t hive) const;
     [[nodiscard]] RegistryKey* findClass(std::string_view path) const;
     RegistryKey* findOrMakeClass(std::string_view path, bool& created);
     [[nodiscard]] RegistryKey* findBelow(std::size_t hive, std::string_view path) const;
-    [[nodiscard]] RegistryKey* findPath(std::string_view path) const;
-    RegistryKey* makePath(std::string_view path);
     [[nodiscard]] RegistryKey* keyAt(const WideText& path) const;
+    RegistryKey* makeKeyAt(const WideText& path);
     [[nodiscard]] const RegistryValueNode* nodeAt(const WideText& path, const WideText& name) const;
     bool put(const WideText& path, const WideText& name, DWORD type, const StoredData& data);
     bool setDenied(const WideText& path, bool denied);

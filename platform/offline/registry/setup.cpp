@@ -9,11 +9,11 @@ namespace {
 constexpr UINT kAnsi = 1252;
 
 WideRegistryValue wideCopyOf(const RegistryValueNode& node) {
-    return {wideFromStored(node.name()), node.type(), std::string(GivenData::asWindows(node).view())};
+    return {wideFromStored(node.name()), node.type(), std::string(windowsData(node).view())};
 }
 
 RegistryValue ansiCopyOf(const RegistryValueNode& node) {
-    return {ansiFromStored(node.name()), node.type(), std::string(GivenData::asAnsi(node, kAnsi).view())};
+    return {ansiFromStored(node.name()), node.type(), std::string(ansiData(node, kAnsi).view())};
 }
 
 std::string bytesOf(DWORD number) {
@@ -24,10 +24,6 @@ std::string bytesOf(DWORD number) {
 
 }  // namespace
 
-RegistryKey* Registry::keyAt(const WideText& path) const {
-    return findPath(known(storedFromWide(path.view())));
-}
-
 const RegistryValueNode* Registry::nodeAt(const WideText& path, const WideText& name) const {
     const RegistryKey* key = keyAt(path);
     return key == nullptr ? nullptr : tree_.value(key, known(storedFromWide(name.view())));
@@ -35,7 +31,7 @@ const RegistryValueNode* Registry::nodeAt(const WideText& path, const WideText& 
 
 bool Registry::put(const WideText& path, const WideText& name, DWORD type, const StoredData& data) {
     if (name.view().size() > kLongestValueName) return false;
-    RegistryKey* key = makePath(storedFromWide(path.view()));
+    RegistryKey* key = makeKeyAt(path);
     if (key != nullptr) setValue(key, storedFromWide(name.view()), type, data.view());
     return key != nullptr;
 }
@@ -46,20 +42,12 @@ bool Registry::setDenied(const WideText& path, bool denied) {
     return key != nullptr;
 }
 
-bool Registry::deny(const WideText& path) {
-    return setDenied(path, true);
-}
-
-bool Registry::allow(const WideText& path) {
-    return setDenied(path, false);
-}
-
 bool Registry::exists(const WideText& path) const {
     return keyAt(path) != nullptr;
 }
 
 bool Registry::createKey(const WideText& path) {
-    return makePath(storedFromWide(path.view())) != nullptr;
+    return makeKeyAt(path) != nullptr;
 }
 
 bool Registry::deleteKey(const WideText& path) {

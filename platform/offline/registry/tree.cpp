@@ -13,6 +13,13 @@ bool nameLess(const RegistryKey* left, const RegistryKey* right) {
 
 }  // namespace
 
+std::string pathOf(const RegistryKey& key) {
+    std::string path(key.name());
+    for (const RegistryKey* above = key.owner(); above != nullptr; above = above->owner())
+        path = std::string(above->name()).append("\\").append(path);
+    return path;
+}
+
 std::string_view nextPathName(std::string_view& path) {
     std::size_t start = 0;
     while (start < path.size() && path[start] == '\\') ++start;
@@ -71,33 +78,32 @@ RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) 
     return keys_.find(key, name);
 }
 
-RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
+// From where the memo knows the path. `missing` gives what stands for a key that is not there: null ends the
+// walk.
+template <class Missing>
+RegistryKey* RegistryTree::walk(RegistryKey* from, std::string_view path, const Missing& missing) const {
     std::size_t covered = 0;
     RegistryKey* key = memo_.resume(from, path, covered);
     std::string_view rest = path.substr(covered);
     for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
-        key = child(key, name);
+        RegistryKey* const next = child(key, name);
+        key = next != nullptr ? next : missing(key, name);
         if (key == nullptr) return nullptr;
         memo_.add(path.size() - rest.size(), key);
     }
     return key;
 }
 
+RegistryKey* RegistryTree::find(RegistryKey* from, std::string_view path) const {
+    return walk(from, path, [](RegistryKey*, std::string_view) -> RegistryKey* { return nullptr; });
+}
+
 RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, bool& created) {
     created = false;
-    std::size_t covered = 0;
-    RegistryKey* key = memo_.resume(from, path, covered);
-    std::string_view rest = path.substr(covered);
-    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
-        RegistryKey* next = created ? nullptr : child(key, name);
-        if (next == nullptr) {
-            next = make(key, name);
-            created = true;
-        }
-        key = next;
-        memo_.add(path.size() - rest.size(), key);
-    }
-    return key;
+    return walk(from, path, [&](RegistryKey* key, std::string_view name) {
+        created = true;
+        return make(key, name);
+    });
 }
 
 void RegistryTree::remove(RegistryKey* key) {

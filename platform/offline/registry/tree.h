@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -117,6 +118,8 @@ class RegistryTree {
     RegistryKey* make(RegistryKey* parent, std::string_view name);
     void drop(RegistryKey* key);
     static void freeBlock(RegistryKey* key);
+    template <class Missing>
+    RegistryKey* walk(RegistryKey* from, std::string_view path, const Missing& missing) const;
     [[nodiscard]] RegistryKey* child(const RegistryKey* key, std::string_view name) const;
     void unlinkFromParent(RegistryKey* key);
     void clearValues(RegistryKey* key);
@@ -129,6 +132,9 @@ class RegistryTree {
     std::size_t keyCount_ = 0;             // without the roots
     std::size_t valueCount_ = 0;
 };
+
+// With its hive, in the stored form.
+[[nodiscard]] std::string pathOf(const RegistryKey& key);
 
 // Cuts the next name off a path; empty when there is none left.
 std::string_view nextPathName(std::string_view& path);

@@ -80,8 +80,8 @@ Ground::Ground() : model_(smallMachine()), stage_(std::make_unique<Stage>(model_
 }
 
 Ground::Handles Ground::handles() {
-    return {machine().registry.openHandles(), offline::openFindHandles(), offline::openFileHandles(),
-            offline::openInternetHandles()};
+    return {machine().registry.openHandles(), offline::machine().searches.count(),
+            offline::machine().openFiles(), offline::machine().internetHandles};
 }
 
 void Ground::remember() {

@@ -5,7 +5,7 @@
 #include <iterator>
 
 #include "platform/offline/machine.h"
-#include "platform/offline/reg_files/reader.h"
+#include "platform/offline/reg_files/reg_file.h"
 #include "tests/proof/trials/trial.h"
 #include "ui/frm_main.h"
 

@@ -1,4 +1,4 @@
-// Reads registry files into the offline registry.
+// Registry files and the offline registry: reading, writing, and entering as the registry editor does.
 #pragma once
 
 #include <cstddef>
@@ -25,5 +25,16 @@ struct RegFileError {
 // The same for a file in memory; `name` is what an error calls it.
 [[nodiscard]] std::optional<RegFileError> loadRegText(std::string_view bytes, const std::string& name,
                                                       Registry& registry);
+
+// Version 5.00, UTF-16LE with mark, CRLF; all hives, keys in enumeration order, values in theirs. Reading the
+// file gives the same registry, byte for byte. An existing file is replaced only when all of it could be
+// written. A key whose name holds a line break, or a value whose name holds a NUL, has no form in such a file
+// and is an error.
+[[nodiscard]] std::optional<RegFileError> saveRegFile(const Registry& registry, const std::string& path);
+
+// What the registry editor does with a registry file that it is told to enter: it takes what it understands
+// and passes over the rest, a line at a time. A key line that names no hive takes its values along; a
+// backslash in a text that begins no known escape is dropped. Without a header nothing is entered.
+void mergeRegText(std::string_view bytes, Registry& registry);
 
 }  // namespace bromvale::offline
