@@ -34,8 +34,8 @@ const std::vector<Form*>& loadedForms() {
 }
 
 void unloadAllForms() {
-    const std::vector<Form*> forms = loadedForms();
-    for (Form* form : forms) form->unload();
+    // A copy: a form that is unloaded leaves the list.
+    for (Form* form : std::vector(loadedForms())) form->unload();
 }
 
 Form::Form(std::string_view name) : ControlOf(nullptr, name) {
