@@ -7,15 +7,15 @@ set -u
 cd "$(dirname "$0")" || exit 1
 
 stages=(style native build windows blackbox desktop)
-declare -A share=([style]=30 [native]=420 [build]=100 [windows]=390 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
-declare -A tools=([style]=native [native]=native [build]='windows whole' [windows]='native windows whole'
+declare -A share=([style]=130 [native]=420 [build]=100 [windows]=390 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
+declare -A tools=([style]='native windows' [native]=native [build]='windows whole' [windows]='native windows whole'
                   [blackbox]='native windows whole' [desktop]='windows whole desktop' [real]=native [long]='native windows')
 
 usage() {
     cat <<'EOF'
 ./test.sh [STAGE...]   all stages but the long one, or the named ones, in the order of cost:
 
-  style      formatting, layering, and the checks of the checks
+  style      formatting, layering, the checks of the checks, and clang-tidy over what differs from the last release
   native     all tests on the offline platform, with address, undefined-behaviour and leak checks
   build      Bromvale.exe in both widths, warnings as errors; what the 32-bit one imports
   windows    the tests built for Windows, run under Wine; the lower folders' as 32-bit programs too

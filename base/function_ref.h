@@ -15,6 +15,7 @@ class FunctionRef<Result(Arguments...)> {
   public:
     template <class Callable>
     requires(!std::is_same_v<std::remove_cvref_t<Callable>, FunctionRef> &&
+             // NOLINTNEXTLINE(bugprone-forwarding-reference-overload): the line above excludes its own kind
              !std::is_function_v<std::remove_reference_t<Callable>>) FunctionRef(Callable&& callable)
         : callable_(const_cast<void*>(static_cast<const void*>(std::addressof(callable)))),
           call_([](void* target, Arguments... arguments) -> Result {

@@ -132,7 +132,7 @@ std::optional<std::string> readOptions(int count, char** arguments, Options& opt
             if (i + 1 >= count) return name + " wants a value";
             value = arguments[++i];
         }
-        if (const Problem problem = row->read(options, *value)) return problem;
+        if (Problem problem = row->read(options, *value)) return problem;
     }
     return {};
 }

@@ -81,7 +81,7 @@ void Script::run(std::string_view action) {
 
 std::string Script::takeMenuChoice() {
     if (lines_.empty() || !lines_.front().text.starts_with("menu ")) return {};
-    const std::string choice(trimmed(std::string_view(lines_.front().text).substr(5)));
+    std::string choice(trimmed(std::string_view(lines_.front().text).substr(5)));
     lines_.pop_front();
     return choice;
 }

@@ -68,7 +68,7 @@ void ErrHandle(std::string_view Modul, std::string_view Funktion, std::string_vi
 
 void writeTrace(std::string_view modul, std::string_view funktion, std::string_view text) {
     // A copy: what the report does along the way may touch the failure it tells of.
-    const Failure failure = lastFailure();
+    const Failure failure = lastFailure();  // NOLINT(performance-unnecessary-copy-initialization)
     ErrHandle(modul, funktion, text, failure.number, failure.description, kStyleInformation, kHide);
 }
 

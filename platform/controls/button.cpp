@@ -26,7 +26,7 @@ void CheckBox::userClick() {
 
 // The control as a button of the same group; null for any other.
 OptionButton* OptionButton::inGroup(Control* control) const {
-    OptionButton* button = as<OptionButton>(control);
+    auto* button = as<OptionButton>(control);
     return button && button->container() == container() ? button : nullptr;
 }
 

@@ -36,8 +36,8 @@ Form* loadedForm(std::string_view name) {
 }
 
 void unloadAllForms() {
-    const std::vector<Form*> forms = loadedForms();
-    for (Form* form : forms) form->unload();
+    // A copy: a form that is unloaded leaves the list.
+    for (Form* form : std::vector(loadedForms())) form->unload();
 }
 
 Form::Form(std::string_view name) : ControlOf(nullptr, name) {

@@ -40,7 +40,7 @@ bool clickButton(Button* button, bool held) {
 
 Button* findButton(const std::vector<Control*>& controls, bool (Button::*wanted)() const) {
     for (Control* control : controls) {
-        Button* button = as<Button>(control);
+        auto* button = as<Button>(control);
         if (button && (button->*wanted)()) return button;
     }
     return nullptr;
@@ -117,7 +117,7 @@ bool Form::userKey(int key, bool shift, bool alt, bool held) {
         case kTab: return moveFocus(shift);
         case kReturn: {
             if (focused_ && focused_->keepsReturn()) return false;
-            Button* own = as<Button>(focused_);
+            auto* own = as<Button>(focused_);
             return clickButton(own ? own : defaultButton(), held);
         }
         case kEscape: return clickButton(cancelButton(), held);

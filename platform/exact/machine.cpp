@@ -69,13 +69,13 @@ std::string exactWindowsFolder() {
 std::string expandedExactly(const std::string& text) {
     const std::size_t size = text.size() + MAX_PATH;
     if (wide() == nullptr) {
-        const std::string expanded = filled<std::string>(size, [&](char* buffer, DWORD room) {
+        const auto expanded = filled<std::string>(size, [&](char* buffer, DWORD room) {
             return ExpandEnvironmentStringsA(text.c_str(), buffer, room);
         });
         return expanded.empty() ? text : expanded;
     }
     const std::u16string sought = wideText(text);
-    const std::u16string expanded = filled<std::u16string>(size, [&](char16_t* buffer, DWORD room) {
+    const auto expanded = filled<std::u16string>(size, [&](char16_t* buffer, DWORD room) {
         return wide()->expandEnvironmentStrings(units(sought.c_str()), units(buffer), room);
     });
     return expanded.empty() ? text : exactText(expanded);

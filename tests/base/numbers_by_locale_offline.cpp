@@ -42,9 +42,7 @@ TEST(NumbersByLocale, TheThousandsSignIsPassedOver) {
 TEST(NumbersByLocale, SignsMayStandBehindAndParenthesesAreAMinus) {
     for (const char* text : {"80-", "80 -", "(80)", " ( 80 ) ", "-(80)", "(-80)", "(80)-", "- 80", "+80-"})
         EXPECT_EQ(toInt16(text), -80) << text;
-    for (const char* text : {"80+", "80 +", "+ 80", "\t80\t",
-                             "\xA0"
-                             "80\r\n"})
+    for (const char* text : {"80+", "80 +", "+ 80", "\t80\t", "\u00A080\r\n"})
         EXPECT_EQ(toInt16(text), 80) << text;
     for (const char* text : {"-80-", "(80", "80)", "((80))", "()", "80--", "- -80", "8-0", "8 0"})
         EXPECT_EQ(failureOfInt16(text), 13) << text;

@@ -9,7 +9,7 @@ class Emptying : public CleanupTest {
   protected:
     // A folder with two files, an empty folder and a filled one.
     std::string fill(const std::string& name) {
-        const std::string path = makeBin(name);
+        std::string path = makeBin(name);
         writeWholeFile(path + "eins.txt", "1");
         writeWholeFile(path + "zwei", "2");
         makeFolderOnDisk(path + "leer");

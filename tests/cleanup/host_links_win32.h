@@ -16,7 +16,7 @@ inline std::string hostPath(const std::string& path) {
     wchar_t wide[MAX_PATH] = L"";
     MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
     char* const host = convert(wide);
-    const std::string result = host != nullptr ? host : "";
+    std::string result = host != nullptr ? host : "";
     if (host != nullptr) HeapFree(GetProcessHeap(), 0, host);
     return result;
 }

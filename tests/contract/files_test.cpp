@@ -187,7 +187,7 @@ TEST_F(Files, OpenFileAndTheTimeOfTheLastWrite) {
     OFSTRUCT opened{};
     const HFILE number = OpenFile((folder() + "a").c_str(), &opened, OF_READ);
     ASSERT_NE(number, HFILE_ERROR);
-    const HANDLE file = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(number));
+    const auto file = reinterpret_cast<HANDLE>(static_cast<std::intptr_t>(number));
     FILETIME written{};
     FILETIME local{};
     SYSTEMTIME time{};

@@ -27,7 +27,7 @@ class CommandStartWin32Test : public TestMachine {
     // Waits for the file with the word; the program that writes it isn't waited for by the start.
     std::string answer() {
         for (int tries = 0; tries < 300; ++tries) {
-            const std::string text = readWholeFile(answerFile());
+            std::string text = readWholeFile(answerFile());
             if (text != "<missing>" && text.ends_with("\n")) return text;
             Sleep(50);
         }

@@ -53,8 +53,8 @@ std::wstring cell(HWND list, RemoteMemory& memory, int row, int column) {
     memory.write(item);
     SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), memory.parameter());
     // The list may hand out a text of its own instead of filling the buffer.
-    const LVITEMW answer = memory.read<LVITEMW>();
-    const std::size_t offset =
+    const auto answer = memory.read<LVITEMW>();
+    const auto offset =
         static_cast<std::size_t>(reinterpret_cast<char*>(answer.pszText) - static_cast<char*>(memory.at(0)));
     return memory.text(offset, TextCharacters - 1);
 }

@@ -5,8 +5,6 @@
 
 #include "tests/internet/recording_server.h"
 
-extern char** environ;
-
 namespace bromvale::testing {
 
 std::string serverFolder(int number) {

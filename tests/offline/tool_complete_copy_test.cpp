@@ -152,7 +152,7 @@ class Generator {
         std::string text;
         for (unsigned i = 0; i < pick(7); ++i) {
             // The number keeps names apart that differ in case alone.
-            const char16_t number = static_cast<char16_t>(u'0' + i);
+            const auto number = static_cast<char16_t>(u'0' + i);
             const std::u16string tail = pick(4) == 0 ? u"\\\\" : pick(4) == 0 ? u"\\\"" : u"";
             text += wide(u"\"" + name() + number + tail + u"\"=") + data() + wide(u"\r\n");
         }

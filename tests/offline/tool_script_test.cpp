@@ -42,7 +42,7 @@ class Script : public ToolTest {
     }
     std::vector<std::string> machine(const std::string& settings = kSettings) {
         return {"--registry", registry("machine.reg", settings + std::string(kPrograms)),
-                "--registry", BROMVALE_SOURCE_DIR "/resources/components.reg",
+                "--registry", (BROMVALE_SOURCE_DIR "/resources/components.reg"),
                 "--drive",    "C:=" + path("c"),
                 "--save",     path("out.reg")};
     }

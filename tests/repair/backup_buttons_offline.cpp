@@ -22,7 +22,7 @@ class BackupButtonsTest : public BackupTest {
     static std::size_t restarts() { return offline::machine().events.count(EventKind::Restart); }
     static std::string path(const std::string& name) { return BackupPath + name; }
     // What happens while the next question stands.
-    static void duringTheBox(std::function<void()> action) {
+    static void duringTheBox(const std::function<void()>& action) {
         offline::machine().faults.observe([action, done = false](std::string_view operation) mutable {
             if (operation != "MessageBoxA" || std::exchange(done, true)) return;
             action();

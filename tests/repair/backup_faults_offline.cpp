@@ -223,7 +223,7 @@ TEST_F(BackupVanishedTest, NoFailureShowsTheErrorDialog) {
     EXPECT_EQ(dialogs, 0);
     Texts routines;
     for (const std::string& line : logLines()) {
-        const std::string routine = line.substr(0, line.find(";", line.find(";") + 1));
+        const std::string routine = line.substr(0, line.find(';', line.find(';') + 1));
         if (routines.empty() || routines.back() != routine) routines.push_back(routine);
     }
     EXPECT_EQ(routines,

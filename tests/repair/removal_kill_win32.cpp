@@ -18,7 +18,7 @@ constexpr const char* kNames = "ABC";
 
 std::string variable(const char* name) {
     char text[MAX_PATH] = "";
-    return std::string(text, GetEnvironmentVariableA(name, text, MAX_PATH));
+    return {text, GetEnvironmentVariableA(name, text, MAX_PATH)};
 }
 
 // --- in the process that is ended ---

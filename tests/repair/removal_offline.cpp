@@ -79,8 +79,7 @@ TEST_F(RemovalOfflineTest, TheLogOfARemovalReadsSo) {
     // The record's own line ends are written as they are.
     EXPECT_EQ(log, (Texts{
                        "frmMain; ProblemeEntfernen; started; 0; ",
-                       "frmMain; ProblemeEntfernen; Sicherungsdatei: R\xFC"
-                       "ckg\xE4ngig_15112026_071209.reg; 0; ",
+                       "frmMain; ProblemeEntfernen; Sicherungsdatei: Rückgängig_15112026_071209.reg; 0; ",
                        "frmMain; ProblemeEntfernen; Alle Fehler entfernen wurde aktiviert.; 0; ",
                        "modCheckKeys; ProblemeEntfernen; [HKEY_LOCAL_MACHINE\\Software\\Probe\\A]",
                        "0; ",

@@ -27,7 +27,7 @@ class ExactNames : public ScanTest {
 
     [[nodiscard]] std::u16string makeProgram(const std::u16string& folderName) {
         makeFolderOnDisk(wideFolder() + folderName);
-        const std::u16string path = wideFolder() + folderName + u"\\srv.exe";
+        std::u16string path = wideFolder() + folderName + u"\\srv.exe";
         writeWholeFile(path, "MZ");
         return path;
     }

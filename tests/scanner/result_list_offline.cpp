@@ -16,7 +16,7 @@ TEST_F(ResultListMenuTest, OnlyTheRightButtonOpensTheMenuAndItsChoiceRuns) {
     form().scan.lvwRegKeys.userSelect({2});
     form().scan.lvwRegKeys.userMouseUp(1);
     EXPECT_EQ(offline::machine().events.count(offline::EventKind::Menu), 0u);
-    offline::machine().menuChoices.push_back("mnuPopUpRegKeyEinzeln");
+    offline::machine().menuChoices.emplace_back("mnuPopUpRegKeyEinzeln");
     form().scan.lvwRegKeys.userMouseUp(2);
     const auto menus = offline::machine().events.of(offline::EventKind::Menu);
     ASSERT_EQ(menus.size(), 1u);

@@ -88,7 +88,7 @@ class ScanTest : public TestMachine {
 // Runs `look` at every pump from now on.
 class EveryPump : public ScanTest {
   protected:
-    void atEveryPump(std::function<void()> look) {
+    void atEveryPump(const std::function<void()>& look) {
         atPump(1, [this, look] {
             look();
             atEveryPump(look);

@@ -27,7 +27,7 @@ class RealRegistration : public testing::TestMachine {
     ~RealRegistration() override { setErrorDialog(nullptr); }
     // Puts the library in the place of the first component.
     std::string install(const std::string& library) {
-        const std::string path = folder() + "SSubTmr6.dll";
+        std::string path = folder() + "SSubTmr6.dll";
         const std::string from = std::string(BROMVALE_COMPONENTS_DIR "/") + library;
         EXPECT_TRUE(CopyFileA(from.c_str(), path.c_str(), FALSE)) << from;
         return path;

@@ -103,7 +103,7 @@ TEST_F(StartUp, Windows95IsRefusedOnTheEmptyingRoadToo) {
     machine().commandLine = "-d";
     Main();
     EXPECT_EQ(boxes().size(), 1u);
-    EXPECT_FALSE(filesIn(folder(), "liste.txt").size() > 0);
+    EXPECT_TRUE(filesIn(folder(), "liste.txt").empty());
 }
 
 TEST_F(StartUp, AProgramFolderThatNoNameReachesIsToldAndEndsTheStart) {

@@ -40,7 +40,7 @@ bool trueFileExists(const std::u16string& path) {
 
 // The machine as it is by default: Windows XP, German, a drive C: in memory, empty hives.
 std::string beginTest() {
-    const std::string folder = "C:\\Programme\\Bromvale\\";
+    std::string folder = "C:\\Programme\\Bromvale\\";
     offline::machine().drives.makeFolder(folder);
     return folder;
 }

@@ -113,8 +113,7 @@ HKEY createWideKey(HKEY hive, std::u16string_view path) {
 std::string beginTest() {
     char temporary[MAX_PATH] = "";
     GetTempPathA(MAX_PATH, temporary);
-    const std::string folder =
-        std::string(temporary) + "bromvale-" + std::to_string(GetCurrentProcessId()) + "\\";
+    std::string folder = std::string(temporary) + "bromvale-" + std::to_string(GetCurrentProcessId()) + "\\";
     deleteFolder(folder);
     CreateDirectoryA(folder.c_str(), nullptr);
     deleteTree(HKEY_CURRENT_USER, ownKey());

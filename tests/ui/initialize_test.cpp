@@ -43,24 +43,21 @@ TEST_F(Initialize, TheNavigationBarHasThreeBarsWithElevenItems) {
     EXPECT_EQ(
         lines,
         (std::vector<std::string>{
-            "Allgemein | 1Item1 | Registry Scan starten | 0 | Startet die Suche nach ungültigen oder "
-            "fehlerhaften "
-            "Einträgen der Windows Registrierungs-Datenbank.",
-            "Allgemein | 1Item2 | Backup | 1 | Hier können Sie die entfernten Einträgen wieder in die "
-            "Windows "
-            "Registrierungs-Datenbank eintragen.",
+            ("Allgemein | 1Item1 | Registry Scan starten | 0 | Startet die Suche nach ungültigen oder "
+             "fehlerhaften Einträgen der Windows Registrierungs-Datenbank."),
+            ("Allgemein | 1Item2 | Backup | 1 | Hier können Sie die entfernten Einträgen wieder in die "
+             "Windows Registrierungs-Datenbank eintragen."),
             "Allgemein | 1Item3 | Registriereditor starten | 2 | Das Programm Regedit starten.",
             "Allgemein | 1Item4 | Hilfe | 3 | Hilfe zum Handling und zu den Begriffen des Programms.",
             "Allgemein | 1Item5 | Beenden | 4 | Hier können Sie das Programm beenden.",
-            "Features | 2Item6 | Programme deinstallieren | 5 | Hier können Sie bequem wie in der "
-            "Systemsteuerung "
-            "Programme deinstallieren.",
+            ("Features | 2Item6 | Programme deinstallieren | 5 | Hier können Sie bequem wie in der "
+             "Systemsteuerung Programme deinstallieren."),
             "Features | 2Item7 | Festplatte aufräumen | 6 | Hier können die Festplatte aufräumen.",
-            "Features | 2Item8 | Optionen | 7 | Legen Sie hier ihre persönlichen Programm-Einstellungen "
-            "fest.",
+            ("Features | 2Item8 | Optionen | 7 | Legen Sie hier ihre persönlichen Programm-Einstellungen "
+             "fest."),
             "Service | 3Item9 | Bug-Report | 8 | Sie haben ein Programmfehler? Dann melden Sie ihn mir.",
-            "Service | 3Item10 | Live-Update | 9 | Nach einer neuen Version des Programms im Internet "
-            "suchen.",
+            ("Service | 3Item10 | Live-Update | 9 | Nach einer neuen Version des Programms im Internet "
+             "suchen."),
             "Service | 3Item11 | Homepage | 10 | Homepage aufrufen."}));
     EXPECT_EQ(frmMain().Menu.imageList(), &frmMain().imgMenu1);
     EXPECT_EQ(frmMain().Menu.openBar(), 0);

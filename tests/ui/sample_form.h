@@ -39,7 +39,7 @@ class SampleForm : public Form {
 
   protected:
     void design() override {
-        events.push_back("design");
+        events.emplace_back("design");
         setScaleSize(6000, 4500);
         put(front, nullptr, {0, 0, 6000, 4000}, -1);
         put(back, nullptr, {0, 0, 6000, 4000}, -1);
@@ -67,9 +67,9 @@ class SampleForm : public Form {
         first.setDefault(true);
         second.setCancel(true);
     }
-    void Form_Load() override { events.push_back("load"); }
-    void Form_Unload() override { events.push_back("unload"); }
-    void Form_Resize() override { events.push_back("resize"); }
+    void Form_Load() override { events.emplace_back("load"); }
+    void Form_Unload() override { events.emplace_back("unload"); }
+    void Form_Resize() override { events.emplace_back("resize"); }
 
   private:
     static void put(Control& control, Control* container, const Place& place, int tab) {

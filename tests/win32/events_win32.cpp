@@ -23,8 +23,8 @@ TEST_F(RealWindows, ACheckBoxRunsItsHandlerForCodeAndUserAlike) {
 
 TEST_F(RealWindows, OneOfTheOptionButtonsIsOn) {
     std::vector<std::string> clicked;
-    form.rdoOne.onClick = [&] { clicked.push_back("one"); };
-    form.rdoTwo.onClick = [&] { clicked.push_back("two"); };
+    form.rdoOne.onClick = [&] { clicked.emplace_back("one"); };
+    form.rdoTwo.onClick = [&] { clicked.emplace_back("two"); };
     form.rdoOne.setValue(true);
     SetFocus(windowOf(form.rdoTwo));
     EXPECT_EQ(send(form.rdoTwo, BM_GETCHECK), BST_UNCHECKED) << "the keyboard alone chooses nothing";
@@ -79,8 +79,8 @@ TEST_F(RealWindows, TabGoesThroughTheTabOrderAndRoundItsEnd) {
 
 TEST_F(RealWindows, ReturnAndEscapeClickTheDefaultAndTheCancelButton) {
     std::vector<std::string> clicked;
-    form.cmdOk.onClick = [&] { clicked.push_back("ok"); };
-    form.cmdStop.onClick = [&] { clicked.push_back("stop"); };
+    form.cmdOk.onClick = [&] { clicked.emplace_back("ok"); };
+    form.cmdStop.onClick = [&] { clicked.emplace_back("stop"); };
     form.txtName.setFocus();
     press(form.txtName, VK_RETURN);
     press(form.txtName, VK_ESCAPE);
@@ -98,7 +98,7 @@ TEST_F(RealWindows, ReturnMakesALineInATextOfSeveralLines) {
 
 TEST_F(RealWindows, AnAccessKeyClicksItsButton) {
     std::vector<std::string> clicked;
-    form.cmdStop.onClick = [&] { clicked.push_back("stop"); };
+    form.cmdStop.onClick = [&] { clicked.emplace_back("stop"); };
     PostMessageA(windowOf(form.txtName), WM_SYSKEYDOWN, 'A', 0x20000001);
     DoEvents();
     EXPECT_EQ(clicked, (std::vector<std::string>{"stop"}));

@@ -154,7 +154,7 @@ PIDLIST_ABSOLUTE SHBrowseForFolderA(LPBROWSEINFOA info) {
     machine().events.record(
         {EventKind::Browse, textOf(info->lpszTitle), ansiFromUtf16(chosen), 0, chosen.empty() ? 0 : 1});
     if (chosen.empty()) return nullptr;
-    char16_t* list = new char16_t[chosen.size() + 1];
+    auto* list = new char16_t[chosen.size() + 1];
     list[chosen.copy(list, chosen.size())] = u'\0';
     return reinterpret_cast<PIDLIST_ABSOLUTE>(list);
 }

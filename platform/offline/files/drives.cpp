@@ -175,7 +175,7 @@ DWORD Drives::locateReal(std::string_view path, Location& location) const {
     location.count = 0;
     location.root[0] = '\0';
     const bool literal = path.starts_with(kLiteral);
-    const std::size_t limit = literal ? kLongestLiteralPath : 2 * MAX_PATH;
+    const std::size_t limit = literal ? kLongestLiteralPath : std::size_t{2} * MAX_PATH;
     if (path.empty() || (path.size() >= limit && unitCount(path) >= limit)) return ERROR_PATH_NOT_FOUND;
     if (path.starts_with(kLiteralShare))
         return locateShare(path.substr(kLiteralShare.size() - 2), true, location);

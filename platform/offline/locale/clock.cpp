@@ -5,7 +5,7 @@
 namespace bromvale::offline {
 namespace {
 
-constexpr Milliseconds kDay = 24 * 60 * 60 * 1000;
+constexpr Milliseconds kDay = Milliseconds{24} * 60 * 60 * 1000;
 
 // Days from 1601-01-01 to the first of January.
 Milliseconds daysSince1601(int year) {

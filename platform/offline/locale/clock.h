@@ -29,7 +29,7 @@ class Clock {
     void advance(Milliseconds time);
     [[nodiscard]] Milliseconds elapsed() const { return elapsed_; }
     // Universal time minus local time, as in Windows' time zones: -60 minutes in Berlin in winter.
-    Milliseconds bias = -60 * 60 * 1000;
+    Milliseconds bias = Milliseconds{-60} * 60 * 1000;
     // Told before time passes.
     std::function<void()> beforeAdvance;
 

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "platform/offline/windows_types.h"
 
@@ -32,7 +33,7 @@ std::string ansiFromUtf8(std::string_view utf8);
 class WideText {
   public:
     WideText(std::u16string_view wide) : wide_(wide) {}
-    WideText(const std::u16string& wide) : wide_(wide) {}
+    WideText(std::u16string wide) : wide_(std::move(wide)) {}
     WideText(const char16_t* wide) : wide_(wide) {}
     WideText(std::string_view ansi) : wide_(utf16FromAnsi(ansi)) {}
     WideText(const std::string& ansi) : wide_(utf16FromAnsi(ansi)) {}

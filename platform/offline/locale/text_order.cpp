@@ -79,11 +79,11 @@ Weights makeWeights() {
 // Ligatures stand where their letters stand.
 std::string_view lettersOf(const char& c) {
     switch (c) {
-        case 'ß': return "ss";
-        case 'æ':
-        case 'Æ': return "ae";
-        case 'œ':
-        case 'Œ': return "oe";
+        case '\xDF': return "ss";  // ß
+        case '\xE6':               // æ
+        case '\xC6': return "ae";  // Æ
+        case '\x9C':               // œ
+        case '\x8C': return "oe";  // Œ
         default: return {&c, 1};
     }
 }

@@ -90,7 +90,7 @@ bool openDownloadDialog(const std::string& address) {
 
 std::string askWhereToSave(const std::string& suggestedName) {
     auto& paths = machine().savePaths;
-    const std::string chosen = paths.empty() ? std::string() : paths.front();
+    std::string chosen = paths.empty() ? std::string() : paths.front();
     if (!paths.empty()) paths.pop_front();
     machine().events.record({EventKind::SaveDialog, suggestedName, chosen, 0, chosen.empty() ? 0 : 1});
     return chosen;

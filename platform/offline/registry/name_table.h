@@ -51,8 +51,8 @@ inline std::uint32_t nameHash(const void* owner, std::string_view name) {
 
 // Two letters of ASCII that are not one letter in two cases: what begins or ends with them differs.
 inline bool areDifferentAscii(char left, char right) {
-    const unsigned char a = static_cast<unsigned char>(left);
-    const unsigned char b = static_cast<unsigned char>(right);
+    const auto a = static_cast<unsigned char>(left);
+    const auto b = static_cast<unsigned char>(right);
     return (a | b) < 0x80 && ((a ^ b) & 0xDFu) != 0;
 }
 

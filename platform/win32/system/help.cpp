@@ -16,7 +16,7 @@ Entry entry = nullptr;
 std::string helpFolder;
 
 std::string inHelpFolder(const char* file) {
-    const std::string name = file != nullptr ? file : "";
+    std::string name = file != nullptr ? file : "";
     if (name.empty() || name.find_first_of("\\/:") != std::string::npos) return name;
     const std::string path = helpFolder + name;
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES ? path : name;

@@ -9,6 +9,8 @@
 
 namespace bromvale::proof {
 
+class Random;
+
 inline constexpr std::uint32_t kNone = 0;
 inline constexpr std::uint32_t kText = 1;
 inline constexpr std::uint32_t kExpandText = 2;
@@ -84,8 +86,8 @@ struct Model {
 // Made of the seed alone.
 [[nodiscard]] Model generate(std::uint64_t seed);
 [[nodiscard]] Model generate(std::uint64_t seed, const System& system);
-void generateRegistry(Model& model, class Random& random);
-void generateFiles(Model& model, class Random& random);
+void generateRegistry(Model& model, Random& random);
+void generateFiles(Model& model, Random& random);
 
 // The whole machine as lines of readable text, for the report of a failing seed.
 [[nodiscard]] std::string describe(const Model& model);

@@ -13,7 +13,7 @@ class Stage : public testing::TestMachine {
   public:
     // `hostFolder` must exist and be empty; the drive becomes a folder below it. Without one the drive lies
     // in memory, where there are no links.
-    explicit Stage(const Model& model, const std::string& hostFolder = {});
+    explicit Stage(const Model& model, std::string hostFolder = {});
 
     [[nodiscard]] std::string hostDrive() const { return host_ + "/C"; }
     // A file of the drive by its path below it, in UTF-8; empty where there is none.

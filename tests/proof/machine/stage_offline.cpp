@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "core/settings.h"
 #include "core/state.h"
@@ -104,7 +105,7 @@ constexpr View kUserName = u"HKEY_CURRENT_USER";
 
 }  // namespace
 
-Stage::Stage(const Model& model, const std::string& hostFolder) : host_(hostFolder) {
+Stage::Stage(const Model& model, std::string hostFolder) : host_(std::move(hostFolder)) {
     putUpSystem(model.system);
     if (host_.empty()) {
         for (const Entry& entry : model.drive.entries) putUpInMemory(entry, u"C:\\" + entry.name);
