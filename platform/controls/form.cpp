@@ -31,8 +31,8 @@ const std::vector<Form*>& loadedForms() {
 }
 
 Form* loadedForm(std::string_view name) {
-    const auto found = std::ranges::find(formList(), name, &Form::name);
-    return found == formList().end() ? nullptr : *found;
+    const auto found = std::ranges::find(formList, name, &Form::name);
+    return found == formList.end() ? nullptr : *found;
 }
 
 void unloadAllForms() {
