@@ -102,18 +102,19 @@ std::string Location::text() const {
     return text;
 }
 
-void Drives::addMemory(char letter) {
+void Drives::mount(char letter, Mounted&& mounted) {
     const int index = driveIndex(letter);
-    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {makeMemoryVolume(*this), false};
+    if (index >= 0) drives_[static_cast<std::size_t>(index)] = std::move(mounted);
+}
+
+void Drives::addMemory(char letter) {
+    mount(letter, {makeMemoryVolume(*this), false});
 }
 
 void Drives::addFolder(char letter, const std::string& hostFolder) {
-    const int index = driveIndex(letter);
     const std::unique_ptr<char, void (*)(void*)> real(::realpath(hostFolder.c_str(), nullptr), std::free);
     const std::string realFolder = real != nullptr ? real.get() : "";
-    if (index >= 0) {
-        drives_[static_cast<std::size_t>(index)] = {makeHostVolume(*this, hostFolder), true, realFolder};
-    }
+    mount(letter, {makeHostVolume(*this, hostFolder), true, realFolder});
 }
 
 void Drives::addShare(std::string_view server, std::string_view share) {
@@ -121,8 +122,7 @@ void Drives::addShare(std::string_view server, std::string_view share) {
 }
 
 void Drives::remove(char letter) {
-    const int index = driveIndex(letter);
-    if (index >= 0) drives_[static_cast<std::size_t>(index)] = {};
+    mount(letter, {});
 }
 
 bool Drives::has(char letter) const {

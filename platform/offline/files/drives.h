@@ -104,6 +104,7 @@ class Drives {
         bool onHost = false;
         std::string hostFolder{};  // its real path
     };
+    void mount(char letter, Mounted&& mounted);
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
     const OtherHalf& otherHalf_;
     std::array<Mounted, 26> drives_;

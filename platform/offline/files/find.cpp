@@ -2,7 +2,6 @@
 #include <algorithm>
 
 #include "platform/offline/files/api.h"
-#include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 

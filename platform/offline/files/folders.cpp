@@ -1,6 +1,5 @@
 // Folders, attributes and deletion.
 #include "platform/offline/files/api.h"
-#include "platform/offline/files/handles.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 

@@ -1,5 +1,4 @@
 #pragma once
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -62,6 +61,26 @@ class Volume {
     // A file, or a folder with all below it. `stored` is the name that it has in the bin.
     virtual DWORD recycle(PathNames names, std::string& stored) = 0;
     virtual DWORD setAttributes(PathNames names, DWORD attributes) = 0;
+};
+
+inline constexpr DWORD kReading = GENERIC_READ | GENERIC_ALL;
+inline constexpr DWORD kWriting = GENERIC_WRITE | GENERIC_ALL;
+
+// What CloseHandle closes: a file, or something without a content (token, mutex, process).
+struct KernelObject {
+    std::unique_ptr<OpenedFile> file{};
+    std::string path{};
+    std::string truePath{};  // past links and short names; a folder's object has this and `path` only
+    std::uint64_t position = 0;
+    DWORD access = 0;
+    DWORD share = 0;
+};
+
+// What FindClose closes. The program leaks one for each file that it finds, so a search without wildcards
+// keeps nothing.
+struct Search {
+    std::vector<FileInfo> entries;
+    std::size_t next = 0;
 };
 
 // Keeps short names where Drives::shortNames says so.
