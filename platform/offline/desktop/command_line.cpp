@@ -30,7 +30,7 @@ std::string search(std::string_view name) {
     const std::string current(AnsiText(machine().drives.currentDirectory).view());
     for (const std::string& folder :
          {machine().appPath(), current, machine().systemFolder(), machine().windowsFolder()}) {
-        const std::string path = folder + "\\" + file;
+        std::string path = folder + "\\" + file;
         if (isFile(path)) return path;
     }
     return {};
@@ -44,7 +44,7 @@ std::string programOf(std::string_view commandLine) {
     const std::string_view line = commandLine.substr(start);
     if (line.front() == '"') return search(line.substr(1, line.find('"', 1) - 1));
     for (std::size_t end = line.find_first_of(kBlanks);; end = line.find_first_of(kBlanks, end + 1)) {
-        const std::string found = search(line.substr(0, end));
+        std::string found = search(line.substr(0, end));
         if (!found.empty() || end == std::string_view::npos) return found;
     }
 }

@@ -90,7 +90,7 @@ constexpr std::string_view kForbidden = "\\:*?\"<>|";
 constexpr char16_t kForbiddenPlace = 0xF000;
 
 std::string storedOfHost(std::string_view name) {
-    const std::string stored = storedFromUtf8(name);
+    std::string stored = storedFromUtf8(name);
     if (name.find_first_of(kForbidden) == std::string_view::npos) return stored;
     std::string result;
     for (std::string_view rest = stored; !rest.empty();) {

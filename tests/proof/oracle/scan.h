@@ -14,8 +14,8 @@ struct Row {
     std::string valueName;
     std::string valueData;
     std::string hive;
-    auto operator<=>(const Row&) const =
-        default;  // NOLINT(modernize-use-nullptr): the zero is the compiler's
+    // NOLINTNEXTLINE(modernize-use-nullptr): the zero is the compiler's
+    auto operator<=>(const Row&) const = default;
 };
 
 struct Findings {
