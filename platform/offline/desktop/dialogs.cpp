@@ -1,7 +1,7 @@
 // Message boxes and the help: recorded, nothing is to be seen.
 #include "platform/dialogs.h"
-#include "platform/shell.h"
 #include "platform/offline/machine.h"
+#include "platform/shell.h"
 
 namespace {
 
