@@ -52,7 +52,7 @@ using P = SamplePage;
 
 // What a row does with its page is made when it is used.
 [[maybe_unused]] void use(P& page) {
-    kRow.control(page);
+    static_cast<void>(kRow.controls(page));
     if (kRow.connect != nullptr) kRow.connect(page);
 }
 
