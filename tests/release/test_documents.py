@@ -128,6 +128,10 @@ class Changelog(unittest.TestCase):
 
 
 class ReadMe(unittest.TestCase):
+    def test_the_projects_first_page_offers_this_version(self):
+        text = (TOP / "README.md").read_text(encoding="utf-8")
+        self.assertEqual({VERSION}, set(re.findall(r"[Bb]romvale-(?:offline_)?(\d+\.\d+\.\d+)", text)))
+
     def test_old_editors_can_show_it(self):
         with tempfile.TemporaryDirectory() as folder:
             file = pathlib.Path(folder) / "LIESMICH.txt"
