@@ -8,8 +8,8 @@ cd "$(dirname "$0")" || exit 1
 
 stages=(style native build windows blackbox desktop)
 declare -A share=([style]=130 [native]=420 [build]=100 [windows]=390 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
-declare -A tools=([style]='native windows' [native]=native [build]='windows whole' [windows]='native windows whole'
-                  [blackbox]='native windows whole' [desktop]='windows whole desktop' [real]=native [long]='native windows')
+declare -A tools=([style]='native windows' [native]='native release' [build]='windows whole release' [windows]='native windows whole'
+                  [blackbox]='native windows whole' [desktop]='windows whole desktop' [real]=native [long]='native windows whole release')
 
 usage() {
     cat <<'EOF'
@@ -22,7 +22,8 @@ usage() {
   blackbox   the whole program through its settings alone, under Wine and offline
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
   real       two real registries, which are no part of the project: BROMVALE_SHARED_DATA_DIR, or ../shared/data
-  long       only where it is named: clang-tidy over every source, 20,000 generated machines, all faults with the log on
+  long       only where it is named: clang-tidy over every source, 20,000 generated machines, all faults with the log on,
+             a release made twice in different circumstances
 
 One stage without the tools' installation: cmake --workflow --preset STAGE. One test: ctest --test-dir build/stages -R NAME
 EOF

@@ -1,19 +1,21 @@
 # Bromvale.exe with its resources and its help.
 configure_file(resources/bromvale.rc.in generated/bromvale.rc @ONLY)
+configure_file(resources/bromvale.manifest generated/bromvale.manifest @ONLY)
 set_property(SOURCE ${CMAKE_BINARY_DIR}/generated/bromvale.rc APPEND PROPERTY OBJECT_DEPENDS
-  "${CMAKE_SOURCE_DIR}/resources/bromvale.manifest;${CMAKE_SOURCE_DIR}/resources/resource_ids.h")
+  "${CMAKE_BINARY_DIR}/generated/bromvale.manifest;${CMAKE_SOURCE_DIR}/resources/resource_ids.h")
 
-# bromvale_program(TARGET WEB-HOST-TARGET)
+# bromvale_program(TARGET WEB-HOST-TARGET [COMPONENT DESTINATION])
 function(bromvale_program name host)
   add_executable(${name} WIN32 bromvale/winmain.cpp ${CMAKE_BINARY_DIR}/generated/bromvale.rc)
   set_target_properties(${name} PROPERTIES OUTPUT_NAME Bromvale)
   target_link_libraries(${name} PRIVATE ${bromvale_folders} ${host})
   # A terminal server need not watch over its calls: the program writes nothing of its own into the Windows folder
   # and keeps its settings by user.
-  target_link_options(${name} PRIVATE $<$<NOT:$<CONFIG:Debug>>:-s> -Wl,--tsaware)
+  target_link_options(${name} PRIVATE -Wl,--tsaware)
+  bromvale_shipped(${name} ${ARGN})
 endfunction()
 
-bromvale_program(bromvale web_host)
+bromvale_program(bromvale web_host program .)
 if(BUILD_TESTING)
   set_target_properties(bromvale PROPERTIES EXCLUDE_FROM_ALL ON)  # no test of that tree runs it
 endif()

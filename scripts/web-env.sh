@@ -4,12 +4,9 @@
 #   start_web VERSION      a server that calls VERSION the newest; it answers from $web/site and keeps what it is sent in
 #                          $web/request-1, $web/request-2 and so on
 #   stop_web
-#   program_version        the version of the program
 
 web=$bromvale_top/build/web
 web_port=28380
-
-program_version() { sed -n 's/.*kVersion[A-Z][a-z]* = \([0-9]*\);/\1/p' "$bromvale_top/build/win64/generated/core/version.h" | paste -sd .; }
 
 start_web() {
     local tries

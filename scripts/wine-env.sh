@@ -12,6 +12,7 @@
 #   add_components, remove_components   the classes that the start-up looks for, where they are not there yet
 #   seed_example                 the example machine's entries and files
 #   associate_undo_files         the shell's verbs "Open" and "Edit" for registry files
+#   program_version              the version of the program
 #   start_xvfb, start_desktop, screenshot FILE.png
 #
 # Nothing outside the project folder is touched: the home folder, the locale and all caches lie in build/wine.
@@ -25,6 +26,7 @@ xvfb_pid=
 # The X server's key file is found by the real home folder, which the programs in the prefix don't see.
 : "${XAUTHORITY:=${HOME:-/}/.Xauthority}"
 
+program_version() { "$bromvale_top/scripts/version"; }
 have_wine() { command -v wine >/dev/null && command -v wineserver >/dev/null; }
 have_wine32() { have_wine && [ -x /usr/lib/wine/wine ]; }
 

@@ -17,7 +17,7 @@ start_desktop 1024x768
 (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe -d) >/dev/null 2>&1 &
 program_pid=$!
 # Its text is asked for at once: the deleting that follows answers nobody.
-check "a waiting window says for what" inspect wait lblLogin $'Bromvale 1.0.0\r\nDie gewählten Ordner werden geleert. Bitte warten...' 60
+check "a waiting window says for what" inspect wait lblLogin "Bromvale $(program_version)"$'\r\nDie gewählten Ordner werden geleert. Bitte warten...' 60
 shot 01-waiting
 check "the main window isn't there" eval '! inspect control frmMain >/dev/null 2>&1'
 check "the program ends by itself" program_ends 60

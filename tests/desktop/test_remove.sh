@@ -9,7 +9,7 @@ check "the button reads &Start" equal "$(text_of cmdStart)" '&Start'
 check "the window is called Bromvale" equal "$(text_of frmMain)" Bromvale
 check "the result list is hidden" hidden lvwRegKeys
 check "its box can't be ticked yet" disabled chbRegKeysShow
-check "the panels stand as designed" equal "$(inspect panels StatusBar | tr '\n' '|')" 'Status|Version 1.0.0||'
+check "the panels stand as designed" equal "$(inspect panels StatusBar | tr '\n' '|')" "Status|Version $(program_version)||"
 
 # The navigation bar has the keyboard, but the default button wears the frame.
 keys Return

@@ -52,7 +52,7 @@ check "&Scan starten shows the scan page" equal "$(shown_pages)" 'Frame1 '
 check "and scans" equal "$(text_of cmdStart)" '&Entfernen'
 on_icon 3
 keys Up Up Return
-check "&Über tells name and version" inspect wait-box 'Bromvale 1.0.0' 10
+check "&Über tells name and version" inspect wait-box "Bromvale $(program_version)" 10
 settle
 shot 08-about
 keys Return

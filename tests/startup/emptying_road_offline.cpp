@@ -69,7 +69,7 @@ TEST_F(StartUp, TheEmptyingRoadShowsTheWaitingWindowForATenthOfASecond) {
     });
     const auto before = machine().clock.now();
     Main();
-    EXPECT_EQ(shown, "Bromvale 1.0.0\r\nDie gewählten Ordner werden geleert. Bitte warten...");
+    EXPECT_EQ(shown, "Bromvale " BROMVALE_VERSION "\r\nDie gewählten Ordner werden geleert. Bitte warten...");
     EXPECT_EQ(machine().clock.now() - before, 100);
     EXPECT_EQ(formNames(), Lines{});
 }

@@ -19,7 +19,7 @@ using Lines = std::vector<std::string>;
 using offline::machine;
 
 inline constexpr const char* kCurrentVersion = "Software\\Microsoft\\Windows\\CurrentVersion";
-inline constexpr const char* kStarted = "started; Bromvale; 1.0.0; für Windows 98/ME und NT4";
+inline constexpr const char* kStarted = "started; Bromvale; " BROMVALE_VERSION "; für Windows 98/ME und NT4";
 
 class StartUpTest : public testing::TestMachine {
   protected:

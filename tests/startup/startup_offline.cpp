@@ -42,7 +42,7 @@ TEST_F(StartUp, TheStateIsFilled) {
     set("Proxy", "1");
     Main();
     EXPECT_EQ(AppTitle, "Bromvale");
-    EXPECT_EQ(AppVersion, "1.0.0");
+    EXPECT_EQ(AppVersion, BROMVALE_VERSION);
     EXPECT_EQ(AppTarget, "für Windows 98/ME und NT4");
     EXPECT_EQ(AppPath, "C:\\Programme\\Bromvale\\");
     EXPECT_EQ(BackupPath, "C:\\Programme\\Bromvale\\Backup\\");
@@ -75,7 +75,7 @@ TEST_F(StartUp, TheFirstRecordLandsInTheCurrentDirectoryAndAllLaterOnesInTheProg
     machine().commandLine = "-d";
     Main();
     EXPECT_EQ(readWholeFile("C:\\WINDOWS\\TEMP\\bromvale.log"),
-              "15.11.2002 07:10:20; started; Bromvale; 1.0.0; für Windows 98/ME und NT4\r\n");
+              "15.11.2002 07:10:20; started; Bromvale; " BROMVALE_VERSION "; für Windows 98/ME und NT4\r\n");
     ASSERT_EQ(logLines().size(), 3u);  // the repair, in two lines, and the missing liste.txt
     EXPECT_EQ(logLines()[0].substr(0, 26), "modKeyFunc; KeysNachtragen");
     EXPECT_EQ(logLines()[2].substr(0, 13), "modMain; Main");
