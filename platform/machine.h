@@ -3,8 +3,9 @@
 // GetWindowsDirectoryA, GetSystemDirectoryA, GetTempPathA, GetVersionExA, GetModuleFileNameA,
 // GetCommandLineA, GetLocalTime, GetDateFormatA, GetTimeFormatA, GetLocaleInfoA,
 // GetACP, GetCPInfo, MultiByteToWideChar, WideCharToMultiByte; of the NT family only: GetModuleFileNameW.
-// Process, token and shutdown functions: GetCurrentProcess, TerminateProcess, CreateMutexA, OpenProcessToken,
-// LookupPrivilegeValueA, AdjustTokenPrivileges, ExitWindowsEx, CreateProcessA, ExpandEnvironmentStringsA.
+// Process, token and shutdown functions: GetCurrentProcess, TerminateProcess, CreateMutexA, OpenMutexA,
+// OpenProcessToken, LookupPrivilegeValueA, AdjustTokenPrivileges, ExitWindowsEx, CreateProcessA,
+// ExpandEnvironmentStringsA.
 #ifdef _WIN32
 #include "platform/win32/system/windows.h"
 #else

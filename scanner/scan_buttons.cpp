@@ -28,8 +28,18 @@ void resetPage(ScanPage& page) {
     showVersion(page);
 }
 
-void removeFaults(ScanPage& page) {
+// Where nothing may be removed the offer stays, too; what a removal that a setting has started leads to is
+// said where its result would be.
+void removeFaults(ScanPage& page, WishedBy who) {
     kStartButton.trace("Entfernen gedrückt");
+    bool may = false;
+    kStartButton.step([&] { may = mayRemoveFaults(page, who); });
+    if (!may) {
+        if (who == WishedBy::Setting)
+            page.lblScanBericht.setCaption(
+                "Es wurde nichts entfernt, da der Programmordner schreibgeschützt ist.");
+        return;
+    }
     kStartButton.step([&] { page.ProblemeEntfernen(); });
     if (page.chbMarkierteKeysEntfernen.value() == 1) return;  // the offer stays, without restart or close
     resetPage(page);
@@ -43,13 +53,16 @@ void removeFaults(ScanPage& page) {
 
 }  // namespace
 
-// One button, two roles, told apart by its caption alone.
-void ScanPage::cmdStart_Click() {
-    if (cmdStart.caption() == "&Entfernen") {
-        removeFaults(*this);
+void pressStart(ScanPage& page, WishedBy who) {
+    if (page.cmdStart.caption() == "&Entfernen") {
+        removeFaults(page, who);
     } else {
-        runScan(*this);
+        runScan(page);
     }
+}
+
+void ScanPage::cmdStart_Click() {
+    pressStart(*this, WishedBy::User);
 }
 
 // Not restricted to a running scan: a click while the button reads "&Entfernen" discards that offer. Rows and

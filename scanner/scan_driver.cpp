@@ -184,7 +184,8 @@ void Scan::finish() {
 void Scan::followUps() {
     if (AutoEntfernen == 1 && faults() > 0) {
         kStartButton.trace([&] { return "AutoEntfernen wird gestartet" + std::to_string(entry_); });
-        kStartButton.step([&] { page_.cmdStart_Click(); });  // the button's caption makes this the removal
+        kStartButton.step(
+            [&] { pressStart(page_, WishedBy::Setting); });  // the button's caption makes this the removal
     }
     closeIfWished(page_);
 }

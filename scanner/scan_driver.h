@@ -1,5 +1,6 @@
 #pragma once
 #include "core/routine.h"
+#include "repair/removal_obstacles.h"
 #include "ui/scan_page.h"
 
 namespace bromvale {
@@ -9,6 +10,9 @@ inline constexpr Routine kStartButton{{"frmMain", "cmdStart_Click"}};
 
 // One scan with its report and what follows it. A scan may be started inside another one.
 void runScan(ScanPage& page);
+
+// The button's two roles, told apart by its caption alone.
+void pressStart(ScanPage& page, WishedBy who);
 
 // Asks for the end of the program: the window's end is the end of the process, where nothing holds it up.
 void closeWindow(ScanPage& page);

@@ -12,6 +12,7 @@
 #include "platform/exact/text.h"
 #include "platform/shell.h"
 #include "repair/complete_copy.h"
+#include "repair/removal_obstacles.h"
 #include "ui/programs_page.h"
 
 namespace bromvale {
@@ -81,6 +82,7 @@ Ending offerRemoval(ProgramsPage& page, const Program& program) {
     if (!asksYes("Das Programm kann nicht deinstalliert werden, da das Deinstallationsprogramm fehlt.\r"
                  "Soll der Eintrag jetzt entfernt werden?"))
         return Ending::Next;
+    if (!mayRemoveKey(toInt32(program.hive))) return Ending::Next;
     removeEntry(page, program);
     return Ending::Leave;
 }

@@ -49,7 +49,9 @@ std::string missingText(const Component& component) {
 bool classIsKnown(const Component& component) {
     if (component.classId == nullptr) return false;
     const std::string key = std::string("Software\\Classes\\CLSID\\") + component.classId;
-    return KeyExist(kHiveLocalMachine, key, READ_CONTROL) != 0;
+    // Where an installation for one user and the portable program register them is the user's own half.
+    return KeyExist(kHiveLocalMachine, key, READ_CONTROL) != 0 ||
+           KeyExist(kHiveCurrentUser, key, READ_CONTROL) != 0;
 }
 
 void check(const Component& component) {

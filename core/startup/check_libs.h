@@ -6,9 +6,9 @@
 
 namespace bromvale {
 
-// Makes sure that the components are registered: asks the registry for each class, registers a file of the
-// system folder whose class is missing, reports a file that is missing too. Called once at each start, on
-// both roads.
+// Makes sure that the components are registered: asks the registry for each class, the machine's half first
+// and then the user's, registers a file of the system folder whose class is in neither, reports a file that
+// is missing too. Called once at each start, on both roads.
 void CheckLibs();
 
 // Loads the library at `Pfad` and calls its registration entry (`Registrieren` other than 0) or the one that

@@ -10,8 +10,10 @@
 #include "core/machine_facts.h"
 #include "core/registry_layer.h"
 #include "core/routine.h"
+#include "core/startup/arguments.h"
 #include "core/startup/check_libs.h"
 #include "core/startup/first_run.h"
+#include "core/startup/first_start.h"
 #include "core/state.h"
 #include "core/text_file.h"
 #include "core/version.h"
@@ -20,6 +22,7 @@
 #include "platform/exact/registry.h"
 #include "platform/exact/text.h"
 #include "platform/machine.h"
+#include "platform/rights.h"
 #include "platform/shell.h"
 #include "repair/backup_area.h"
 #include "ui/frm_error.h"
@@ -34,28 +37,6 @@ constexpr const char* kTitle = "Bromvale";
 // Asking for the form itself would load it first.
 void unloadForm(std::string_view name) {
     if (Form* form = loadedForm(name)) form->unload();
-}
-
-// Its handle lives as long as the process. Names of this kind are known within one session, so that two users
-// of one machine don't get in each other's way. A first start under other rights keeps its mutex to itself:
-// one that is there but may not be opened tells of a first start as well.
-bool previousInstanceRuns() {
-    SetLastError(ERROR_SUCCESS);
-    const HANDLE mutex = CreateMutexA(nullptr, FALSE, "Bromvale is running");
-    const DWORD error = GetLastError();
-    return error == ERROR_ALREADY_EXISTS || (mutex == nullptr && error == ERROR_ACCESS_DENIED);
-}
-
-// What stands behind the program's name on the command line, as it was typed, trailing blanks and all.
-std::string_view arguments() {
-    std::string_view line = GetCommandLineA();
-    if (line.starts_with('"')) {
-        line.remove_prefix(std::min(line.find('"', 1), line.size() - 1) + 1);
-    } else {
-        line.remove_prefix(std::min(line.find_first_of(" \t"), line.size()));
-    }
-    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
-    return line;
 }
 
 // --- the module-level state, a step each ---
@@ -218,11 +199,24 @@ void showMainWindow() {
     frmMain().showBehindErrorDialog();
 }
 
-constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThatTracingIsOn, showMainWindow};
+// Log, undo files and folder list lie in there. A scan needs none of them.
+void tellThatFolderIsClosed() {
+    if (takesFiles(AppPath)) return;
+    MsgBox("In den Ordner des Programms kann nicht geschrieben werden:\r\n" + AppPath +
+               "\r\n\r\nDas Protokoll, die Sicherungsdateien und die Ordnerliste können dort nicht angelegt "
+               "werden. Sie können die Registry durchsuchen, aber nichts daraus entfernen. Starten Sie das "
+               "Programm mit den nötigen Rechten oder aus einem Ordner, in den Sie schreiben dürfen.",
+           kStyleInformation);
+}
+
+constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThatTracingIsOn,
+                                 tellThatFolderIsClosed, showMainWindow};
 
 // --- failures ---
 
+// Where none can be made there is nothing to empty, and nobody to be told.
 Ending makeFolderList(const Failure& failure, int number) {
+    if (!takesFiles(AppPath)) return Ending::Leave;
     const std::string path = AppPath + "liste.txt";
     Report{Ending::Retry, kStyleExclamation, kHide, path + " musste angelegt werden."}(kTags, failure);
     openFile(path, FileMode::Output, number);
@@ -274,7 +268,10 @@ void Main() {
         return std::ranges::all_of(steps, [&](auto statement) { return routine.step(statement); });
     };
 
-    if (previousInstanceRuns()) return;
+    {
+        const RightsQuestion question;
+        if (question.handedOver() || previousInstanceRuns()) return;
+    }
     if (!all(kFirstSteps)) return;
     if (!textsCanBeTold()) {
         routine.step(refuseCodePage);
@@ -290,7 +287,7 @@ void Main() {
         return;
     }
     if (!routine.step(traceSystem) || !routine.step(CheckLibs)) return;
-    if (arguments() != "-d") {
+    if (!emptiesFolders()) {
         all(kNormalRoad);
         return;
     }

@@ -67,6 +67,10 @@ void Machine::setOs(const OsVersion& os) {
     prepareFolders();
 }
 
+bool Machine::lacksMachineRights() const {
+    return os_.isNt() && os_.major >= 6 && rights.token != Rights::Token::Full;
+}
+
 std::string Machine::appPath() const {
     return ansiFromStored(appPath_);
 }

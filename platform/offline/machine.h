@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -68,6 +69,23 @@ struct LastRequests {
     DWORD startFlags = 0;  // of CreateProcessA
 };
 
+// What the user may do from Windows Vista on, and what he answers when the system asks for a program's
+// rights. Before, and with a full token, he may do everything.
+struct Rights {
+    enum class Token { Full, Limited, Standard };
+    enum class Answer { Agrees, Declines, Fails };
+    struct Question {
+        std::string file;
+        std::string arguments;
+        std::string folder;
+        bool operator==(const Question&) const = default;
+    };
+    Token token = Token::Full;
+    Answer answer = Answer::Declines;
+    bool startsAtOnce = true;  // a program that was agreed to holds the mutex of a previous instance
+    std::vector<Question> asked;
+};
+
 class Machine {
   public:
     Machine();
@@ -99,6 +117,9 @@ class Machine {
     std::string toldCommandLine;  // what GetCommandLineA has given
     std::string exeName = "Bromvale.exe";
     bool previousInstance = false;
+    std::set<std::string, std::less<>>
+        otherMutexes;  // those of other processes, beside a previous instance's
+    Rights rights;
     bool terminateReturns = false;  // TerminateProcess comes back instead of throwing ProcessEnded
     bool shutdownPrivilege = true;  // AdjustTokenPrivileges can switch it on
 
@@ -122,6 +143,8 @@ class Machine {
 
     [[nodiscard]] const OsVersion& os() const { return os_; }
     void setOs(const OsVersion& os);
+    // Keys below HKEY_LOCAL_MACHINE are closed to the program.
+    [[nodiscard]] bool lacksMachineRights() const;
     // Without a trailing backslash; also the current directory.
     [[nodiscard]] std::string appPath() const;
     void setAppPath(const WideText& path);

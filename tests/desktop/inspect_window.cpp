@@ -229,6 +229,13 @@ int waitForBox(const Arguments& arguments) {
     return 1;
 }
 
+int press(const Arguments& arguments) {
+    SetCursorPos(std::atoi(arguments[0].c_str()), std::atoi(arguments[1].c_str()));
+    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
+    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    return 0;
+}
+
 // Clicks a control with the mouse and prints the milliseconds until another one is enabled.
 int measureClick(const Arguments& arguments) {
     const HWND button = need(arguments[0]);
@@ -279,6 +286,7 @@ constexpr Command Commands[] = {
      "TEXT SECONDS: until a message box says so; without a text until none is open"},
     {"layout", 0, showLayoutFaults,
      "visible controls that overlap or leave their container: kind, control, other, pixels"},
+    {"press", 2, press, "X Y: clicks this place of the screen, where nothing else moves the mouse"},
     {"click-time", 2, measureClick,
      "NAME WATCHED: clicks, and tells the milliseconds until the other is enabled"},
 };

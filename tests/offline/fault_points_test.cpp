@@ -108,6 +108,7 @@ const std::vector<Function>& functions() {
         FUNCTION(MessageBoxA),
         FUNCTION(MoveFileA),
         FUNCTION(OpenFile),
+        FUNCTION(OpenMutexA),
         FUNCTION(OpenProcessToken),
         FUNCTION(ReadFile),
         FUNCTION(RegCloseKey),

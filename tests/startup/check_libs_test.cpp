@@ -100,6 +100,26 @@ TEST_F(Components, AClassWithoutAnyValueIsThere) {
     EXPECT_EQ(dialogs, Lines{});
 }
 
+TEST_F(Components, AClassOfTheUserAloneIsThere) {
+    for (const Row& row : kRows) {
+        dropClass(row.classId);
+        setString(HKEY_CURRENT_USER, std::string("Software\\Classes\\CLSID\\") + row.classId, "", "da");
+    }
+    CheckLibs();
+    EXPECT_EQ(dialogs, Lines{});
+    EXPECT_EQ(logLines(), Lines{});
+}
+
+TEST_F(Components, OneClassInNeitherHalfIsReportedAlone) {
+    for (const Row& row : kRows) dropClass(row.classId);
+    for (const Row& row : kRows) {
+        if (row.number == 60006) continue;
+        makeKey(HKEY_CURRENT_USER, std::string("Software\\Classes\\CLSID\\") + row.classId);
+    }
+    CheckLibs();
+    EXPECT_EQ(dialogs, Lines{"modLibRegister|CheckLibs|60006|" + missing("mscomctl.ocx") + "|16"});
+}
+
 TEST_F(Components, TheInternetLibraryMissingIsLoggedAndSwitchesTheBugReportOff) {
     dropInternet();
     CheckLibs();

@@ -202,6 +202,54 @@ TEST_F(UninstallerTest, AKeyWithSubKeysStaysOnTheNtFamily) {
     EXPECT_EQ(names(), Texts{"Alpha"});
 }
 
+// --- rights ---
+
+TEST_F(UninstallerTest, AnEntryOfTheMachineStaysWhereTheRightsAreMissing) {
+    program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha", "C:\\Weg\\weg.exe");
+    openPage();
+    offline::machine().setOs({2, 6, 1, 7601});
+    offline::machine().rights.token = offline::Rights::Token::Standard;
+    list().userSelect({1});
+    answer(IDYES);
+    answer(IDYES);
+    click();
+    EXPECT_EQ(
+        asked().back(),
+        "Ihnen fehlen die Rechte, Schlüssel unterhalb von HKEY_LOCAL_MACHINE zu entfernen.\r\nDer Eintrag "
+        "bleibt erhalten.");
+    EXPECT_TRUE(keyExists(HKEY_LOCAL_MACHINE, keyOf("Alpha")));
+    EXPECT_EQ(filesIn(folder() + "Backup\\", "*"), Texts{});
+}
+
+TEST_F(UninstallerTest, AnEntryOfTheUserGoesWithoutRights) {
+    program(HKEY_CURRENT_USER, "Alpha", "Alpha", "C:\\Weg\\weg.exe");
+    openPage();
+    offline::machine().setOs({2, 6, 1, 7601});
+    offline::machine().rights.token = offline::Rights::Token::Standard;
+    list().userSelect({1});
+    answer(IDYES);
+    answer(IDYES);
+    click();
+    EXPECT_EQ(boxes().size(), 2u);
+    EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, keyOf("Alpha")));
+}
+
+TEST_F(UninstallerTest, WithoutAPlaceForItsCopyNoEntryGoes) {
+    program(HKEY_CURRENT_USER, "Alpha", "Alpha", "C:\\Weg\\weg.exe");
+    openPage();
+    offline::machine().drives.protect("C:\\Programme\\Bromvale");
+    list().userSelect({1});
+    answer(IDYES);
+    answer(IDYES);
+    click();
+    EXPECT_EQ(
+        asked().back(),
+        "In den Ordner des Programms kann nicht geschrieben werden:\r\nC:\\Programme\\Bromvale\\\r\n\r\nOhne "
+        "Sicherungsdatei wird nichts entfernt.");
+    EXPECT_TRUE(keyExists(HKEY_CURRENT_USER, keyOf("Alpha")));
+    EXPECT_EQ(names(), Texts{"Alpha"});
+}
+
 // --- faults ---
 
 class UninstallerFaultsTest : public UninstallerTest,

@@ -23,6 +23,7 @@ def load(name):
 
 layering = load("check_layering")
 imports = load("check_imports")
+hardening = load("check_hardening")
 
 
 class Layering(unittest.TestCase):
@@ -201,6 +202,70 @@ class Imports(unittest.TestCase):
         self.assertEqual(1, done.returncode)
         self.assertIn("GetModuleHandleExA is not known on both Windows 98 and NT4", done.stdout)
         self.assertEqual(1, len(done.stdout.splitlines()), done.stdout)
+
+
+@unittest.skipUnless(shutil.which("i686-w64-mingw32-gcc-win32"), "the cross compiler is missing")
+class Hardening(unittest.TestCase):
+    """Each option that protects, taken away from a small program."""
+
+    SOURCE = "int main(int n,char**v){char t[20];int i=0;for(;v[0][i];++i)t[i]=v[0][i];return t[n];}\n"
+    GUARD = "unsigned long long __stack_chk_guard=1;void __stack_chk_fail(void){for(;;);}\n"
+
+    def build(self, *options, width="i686", guarded=True):
+        """The findings in a program that is made with these options, and in its objects."""
+        compiler = f"{width}-w64-mingw32-gcc-win32"
+        with tempfile.TemporaryDirectory() as folder:
+            watch = ["-fstack-protector-strong"] if guarded else []
+            for name, source in (("main", self.SOURCE), ("guard", self.GUARD)):
+                subprocess.run([compiler, *watch, "-c", "-xc", "-", "-o", f"{folder}/{name}.obj"], input=source, text=True, check=True)
+            program = f"{folder}/small.exe"
+            subprocess.run([compiler, "-s", *options, f"{folder}/main.obj", f"{folder}/guard.obj", "-o", program], check=True)
+            done = subprocess.run([HERE / "check_hardening", program, folder], capture_output=True, text=True)
+        lines = [line.partition(": ")[2] for line in done.stdout.splitlines()]
+        self.assertEqual(1 if lines else 0, done.returncode, done.stderr)
+        return lines
+
+    def test_a_protected_program_passes_in_both_widths(self):
+        for width in ("i686", "x86_64"):
+            self.assertEqual([], self.build(width=width))
+
+    def test_a_fixed_address_is_found(self):
+        self.assertIn("the header does not allow any address (linker option --dynamicbase)",
+                      self.build("-Wl,--disable-dynamicbase"))
+
+    def test_a_program_that_cannot_be_moved_is_found(self):
+        self.assertIn("the program has no relocations, so that Windows can't move it",
+                      self.build("-Wl,--disable-dynamicbase", "-Wl,--disable-reloc-section"))
+
+    def test_code_in_data_is_found(self):
+        self.assertEqual(["the header does not forbid code in data (linker option --nxcompat)"],
+                         self.build("-Wl,--disable-nxcompat"))
+
+    def test_short_addresses_of_64_bits_are_found(self):
+        self.assertEqual(["the header does not allow long addresses (linker option --high-entropy-va)"],
+                         self.build("-Wl,--disable-high-entropy-va", width="x86_64"))
+
+    def test_stacks_that_nobody_watches_are_found(self):
+        for line in self.build(guarded=False):
+            self.assertIn("the stacks are not watched", line)
+        self.assertEqual(2, len(self.build(guarded=False)))
+
+    def test_a_guard_of_somebody_else_is_found(self):
+        self.assertEqual(["no object defines __stack_chk_guard: another library's would be taken"],
+                         list(hardening.symbol_findings([("U", "__stack_chk_fail"), ("U", "__stack_chk_guard"),
+                                                         ("T", "__stack_chk_fail")])))
+
+    def test_bytes_behind_the_last_section_are_found(self):
+        with tempfile.TemporaryDirectory() as folder:
+            program = pathlib.Path(folder) / "small.exe"
+            subprocess.run(["i686-w64-mingw32-gcc-win32", "-s", "-xc", "-", "-o", program], input="int main(void){return 0;}\n",
+                           text=True, check=True)
+            self.assertEqual([], list(hardening.header_findings(program.read_bytes())))
+            self.assertEqual(["5 bytes lie behind the last section"],
+                             list(hardening.header_findings(program.read_bytes() + b"12345")))
+
+    def test_what_is_no_program_is_found(self):
+        self.assertEqual(["no Windows program"], list(hardening.header_findings(b"#!/bin/sh")))
 
 
 if __name__ == "__main__":

@@ -14,6 +14,10 @@ LibraryEntry entryOf(const std::string& library) {
     return found != machine().libraryEntries.end() ? found->second : LibraryEntry{};
 }
 
+bool othersHold(LPCSTR mutex) {
+    return machine().previousInstance || (mutex != nullptr && machine().otherMutexes.contains(mutex));
+}
+
 // Every entry has this one address.
 LRESULT entryPoint(HWND, UINT, WPARAM, LPARAM) {
     const auto& [library, name] = machine().lookedUpEntry;
@@ -34,11 +38,17 @@ BOOL TerminateProcess(HANDLE, UINT exitCode) {
     return TRUE;
 }
 
-HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR) {
+HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES, BOOL, LPCSTR name) {
     if (failsHere("CreateMutexA")) return nullptr;
     const HANDLE mutex = machine().kernelObjects.open({});
-    SetLastError(machine().previousInstance ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    SetLastError(othersHold(name) ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
     return mutex;
+}
+
+HANDLE OpenMutexA(DWORD, BOOL, LPCSTR name) {
+    if (failsHere("OpenMutexA")) return nullptr;
+    return othersHold(name) ? machine().kernelObjects.open({})
+                            : failed<HANDLE>(ERROR_FILE_NOT_FOUND, nullptr);
 }
 
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES, BOOL,

@@ -52,6 +52,8 @@ namespace bromvale::offline {
 HANDLE GetCurrentProcess();
 BOOL TerminateProcess(HANDLE process, UINT exitCode);
 HANDLE CreateMutexA(LPSECURITY_ATTRIBUTES security, BOOL owner, LPCSTR name);
+// Null for one that no other process has made.
+HANDLE OpenMutexA(DWORD access, BOOL inherit, LPCSTR name);
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES process,
                     LPSECURITY_ATTRIBUTES thread, BOOL inherit, DWORD flags, LPVOID environment,
                     LPCSTR directory, LPSTARTUPINFOA start, LPPROCESS_INFORMATION made);

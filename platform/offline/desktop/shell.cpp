@@ -42,6 +42,7 @@ int removeOne(const std::string& path, FILEOP_FLAGS flags) {
     FileInfo info;
     if (drives.locateStored(path, location) != 0 || location.count == 0) return kInvalidFiles;
     if (location.volume->find(location.all(), &info) != 0) return kFileNotFound;
+    if (drives.isProtected(location)) return ERROR_ACCESS_DENIED;
     const bool toBin = (flags & FOF_ALLOWUNDO) != 0 && location.root[0] != '\0';
     std::string stored;
     const DWORD error = toBin ? location.volume->recycle(location.all(), stored)

@@ -77,6 +77,11 @@ class Drives {
     // Makes `link` a folder that leads to another one, which need not be there. In memory only.
     bool linkFolder(const WideText& link, const WideText& target);
 
+    // From now on nothing is made, written or deleted in the folder and below it (ERROR_ACCESS_DENIED); those
+    // who set up the machine may.
+    void protect(const WideText& folder);
+    [[nodiscard]] bool isProtected(const Location& location) const;
+
     const Clock& clock;
 
     // Whether entries have names of eight letters and three beside their own. Until it is set, only what the
@@ -108,6 +113,7 @@ class Drives {
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
     const OtherHalf& otherHalf_;
     std::array<Mounted, 26> drives_;
+    std::vector<std::string> protected_;                  // whole paths in the stored form
     std::map<std::string, Mounted, std::less<>> shares_;  // "SERVER\SHARE"
 };
 

@@ -1,4 +1,6 @@
 // The drives for those who set up a machine and look at it.
+#include <algorithm>
+
 #include "platform/offline/files/drives.h"
 #include "platform/offline/locale/stored_text.h"
 
@@ -61,6 +63,19 @@ bool Drives::setFileTime(const WideText& path, const SYSTEMTIME& local) {
 bool Drives::erase(const WideText& path) {
     Location location;
     return locate(path, location) == 0 && location.volume->remove(location.all()) == 0;
+}
+
+void Drives::protect(const WideText& folder) {
+    Location location;
+    if (locate(folder, location) == 0) protected_.push_back(location.text());
+}
+
+bool Drives::isProtected(const Location& location) const {
+    const std::string path = location.text() + "\\";
+    return std::ranges::any_of(protected_, [&](std::string folder) {
+        if (!folder.ends_with('\\')) folder += '\\';
+        return path.size() >= folder.size() && sameStored(path.substr(0, folder.size()), folder);
+    });
 }
 
 bool Drives::linkFolder(const WideText& link, const WideText& target) {

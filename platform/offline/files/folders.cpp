@@ -32,6 +32,7 @@ bool isFolder(const FileInfo& info) {
 }
 
 BOOL removeAs(EventKind kind, const Location& location) {
+    if (machine().drives.isProtected(location)) return failed(ERROR_ACCESS_DENIED);
     if (const DWORD error = location.volume->remove(location.all())) return failed(error);
     machine().events.record({kind, ansiFromStored(location.text())});
     return TRUE;
@@ -51,7 +52,7 @@ bool isOpen(const std::string& path) {
 BOOL CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES) {
     Location location;
     if (!locateFor("CreateDirectoryA", path, location)) return FALSE;
-    if (location.count == 0) return failed(ERROR_ACCESS_DENIED);
+    if (location.count == 0 || machine().drives.isProtected(location)) return failed(ERROR_ACCESS_DENIED);
     machine().drives.makeOwnFolders(location);
     if (const DWORD error = location.volume->makeFolder(location.all())) return failed(error);
     machine().events.record({EventKind::FolderMade, ansiFromStored(location.text())});
@@ -82,6 +83,8 @@ BOOL MoveFileA(LPCSTR from, LPCSTR to) {
     FileInfo info;
     if (!locateFor("MoveFileA", from, source) || !locate(to, target)) return FALSE;
     if (source.count == 0 || target.count == 0) return failed(ERROR_ACCESS_DENIED);
+    if (machine().drives.isProtected(source) || machine().drives.isProtected(target))
+        return failed(ERROR_ACCESS_DENIED);
     if (source.volume != target.volume) return failed(ERROR_NOT_SAME_DEVICE);
     if (const DWORD error = source.volume->find(source.all(), &info)) return failed(error);
     if (isFolder(info)) return failed(ERROR_ACCESS_DENIED);

@@ -47,10 +47,12 @@ DWORD obstacle(const Location& location, const Wanted& wanted, DWORD access, DWO
     FileInfo info;
     const DWORD found = location.volume->find(location.all(), &info);
     exists = found == 0;
+    const bool writes = (access & kWriting) != 0 || wanted.empties;
+    const bool makes = !exists && !wanted.mustExist;
+    if ((writes || makes) && machine().drives.isProtected(location)) return ERROR_ACCESS_DENIED;
     if (!exists) return found == ERROR_FILE_NOT_FOUND && !wanted.mustExist ? 0 : found;
     if (wanted.mustBeNew) return ERROR_FILE_EXISTS;
     if ((info.attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return ERROR_ACCESS_DENIED;
-    const bool writes = (access & kWriting) != 0 || wanted.empties;
     if (writes && (info.attributes & FILE_ATTRIBUTE_READONLY) != 0) return ERROR_ACCESS_DENIED;
     return isLocked(location.text(), access, share) ? ERROR_SHARING_VIOLATION : 0;
 }

@@ -35,14 +35,34 @@ LONG findKey(HKEY handle, std::string_view path, RegistryKey*& found) {
     return found->denied ? ERROR_ACCESS_DENIED : ERROR_SUCCESS;
 }
 
+constexpr DWORD kChanging = KEY_SET_VALUE | KEY_CREATE_SUB_KEY | DELETE;
+
+// Without rights the machine's keys may be read and no more.
+bool closedToUser(const RegistryKey* key) {
+    if (!machine().lacksMachineRights()) return false;
+    while (key->owner() != nullptr) key = key->owner();
+    return key == machine().registry.root(*hiveByName("HKEY_LOCAL_MACHINE"));
+}
+
+// What a handle is opened with, in `granted`. As much as is allowed is never too much.
+bool grants(const RegistryKey* key, REGSAM access, DWORD& granted) {
+    granted = specificAccess(access);
+    if (!closedToUser(key)) return true;
+    if ((specificAccess(access & ~MAXIMUM_ALLOWED) & kChanging) != 0) return false;
+    granted &= ~kChanging;
+    return true;
+}
+
 LONG openKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened) {
     // Windows leaves the caller's handle alone for a null handle only; every other failure sets it to null.
     if (handle == nullptr) return ERROR_INVALID_HANDLE;
     opened = nullptr;
     RegistryKey* key = nullptr;
     if (const LONG result = findKey(handle, path, key)) return result;
+    DWORD granted = 0;
+    if (!grants(key, access, granted)) return ERROR_ACCESS_DENIED;
     const bool hiveItself = path.empty() && Registry::isHive(handle);
-    opened = hiveItself ? handle : machine().registry.open(key, specificAccess(access));
+    opened = hiveItself ? handle : machine().registry.open(key, granted);
     return ERROR_SUCCESS;
 }
 
@@ -68,12 +88,13 @@ LONG createKey(HKEY handle, std::string_view path, REGSAM access, HKEY& opened, 
     bool created = false;
     RegistryKey* key = registry.find(handle, base, path);
     if (key == nullptr) {
-        if (!mayCreateBelow(handle, base, path)) return ERROR_ACCESS_DENIED;
+        if (!mayCreateBelow(handle, base, path) || closedToUser(base)) return ERROR_ACCESS_DENIED;
         key = registry.findOrMake(handle, base, path, created);
         if (key == nullptr) return ERROR_INVALID_PARAMETER;
     }
-    if (key->denied) return ERROR_ACCESS_DENIED;
-    opened = registry.open(key, specificAccess(access));
+    DWORD granted = 0;
+    if (key->denied || !grants(key, access, granted)) return ERROR_ACCESS_DENIED;
+    opened = registry.open(key, granted);
     if (created) recordKey(EventKind::KeyMade, *key);
     if (disposition != nullptr) *disposition = created ? REG_CREATED_NEW_KEY : REG_OPENED_EXISTING_KEY;
     return ERROR_SUCCESS;
@@ -155,7 +176,7 @@ LONG RegDeleteKeyA(HKEY handle, LPCSTR subKey) {
     if (const LONG result = findKey(handle, path, key)) return result;
     Registry& registry = machine().registry;
     if (registry.isRoot(key) || (path.empty() && Registry::isHive(handle))) return ERROR_ACCESS_DENIED;
-    if (registry.ntFamily() && key->subKeyCount() != 0) return ERROR_ACCESS_DENIED;
+    if (registry.ntFamily() && (key->subKeyCount() != 0 || closedToUser(key))) return ERROR_ACCESS_DENIED;
     recordKey(EventKind::KeyDeleted, *key);
     registry.tree().remove(key);
     return ERROR_SUCCESS;

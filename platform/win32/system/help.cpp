@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/win32/system/entries.h"
+#include "platform/win32/system/libraries.h"
 
 #include <htmlhelp.h>
 
@@ -31,7 +32,8 @@ void setHelpFolder(std::string_view folder) {
 HWND HtmlHelpA(HWND window, const char* file, unsigned command, std::uintptr_t data) {
     // What was never opened needs no closing.
     const bool opened = entry != nullptr;
-    if (!opened && (command == HH_CLOSE_ALL || !loadEntry(LoadLibraryA("hhctrl.ocx"), "HtmlHelpA", entry)))
+    if (!opened &&
+        (command == HH_CLOSE_ALL || !loadEntry(loadSystemLibrary("hhctrl.ocx"), "HtmlHelpA", entry)))
         return nullptr;
     const std::string path = inHelpFolder(file);
     return entry(window, path.c_str(), command, data);

@@ -9,6 +9,7 @@
 
 #include "base/forwarding.h"
 #include "platform/win32/system/entries.h"
+#include "platform/win32/system/libraries.h"
 #include "platform/win32/system/patient_call.h"
 
 #include <wininet.h>
@@ -29,7 +30,7 @@ struct Library {
 
 Library loadLibrary() {
     Library library;
-    const HMODULE module = LoadLibraryA("wininet.dll");
+    const HMODULE module = loadSystemLibrary("wininet.dll");
     library.usable = loadEntry(module, "InternetOpenA", library.open) &&
                      loadEntry(module, "InternetOpenUrlA", library.openUrl) &&
                      loadEntry(module, "InternetQueryDataAvailable", library.available) &&
@@ -190,7 +191,7 @@ bool WebAnswer::read(char* buffer, std::size_t size, std::size_t& got) {
 bool openDownloadDialog(const std::string& address) {
     if (hasNoDownloadDialog()) return false;
     DWORD(WINAPI * download)(LPCWSTR) = nullptr;
-    if (!loadEntry(LoadLibraryA("shdocvw.dll"), "DoFileDownload", download)) return false;
+    if (!loadEntry(loadSystemLibrary("shdocvw.dll"), "DoFileDownload", download)) return false;
     download(std::wstring(address.begin(), address.end()).c_str());
     return true;
 }

@@ -2,7 +2,7 @@
 
 #include <iterator>
 
-#include "platform/win32/system/windows.h"
+#include "platform/win32/system/libraries.h"
 
 // The import symbols of the three wide functions that the runtime uses. On Windows 98 they exist and always
 // fail.
@@ -45,8 +45,9 @@ HMODULE WINAPI bromvaleGetModuleHandle(const wchar_t* name) {
     return GetModuleHandleA(name != nullptr ? AnsiName(name).text : nullptr);
 }
 
+// The runtime asks for libraries of the system alone, by their bare names.
 HMODULE WINAPI bromvaleLoadLibrary(const wchar_t* name) {
-    return LoadLibraryA(AnsiName(name).text);
+    return bromvale::loadSystemLibrary(AnsiName(name).text);
 }
 
 extern const void* const bromvaleImportOfCreateSemaphore BROMVALE_IMPORT(CreateSemaphoreW, 16);

@@ -1,6 +1,7 @@
 #include "platform/controls/socket.h"
 
 #include "platform/win32/system/entries.h"
+#include "platform/win32/system/libraries.h"
 
 #include <winsock2.h>
 
@@ -29,7 +30,7 @@ struct Library {
 
 Library loadLibrary() {
     Library wsock;
-    const HMODULE module = LoadLibraryA("wsock32.dll");
+    const HMODULE module = loadSystemLibrary("wsock32.dll");
     WSADATA data{};
     wsock.usable =
         loadEntry(module, "WSAStartup", wsock.start) && loadEntry(module, "socket", wsock.socket) &&

@@ -1,6 +1,7 @@
 #include "platform/wide.h"
 
 #include "platform/win32/system/entries.h"
+#include "platform/win32/system/libraries.h"
 #include "platform/win32/system/shell_objects.h"
 
 namespace bromvale {
@@ -13,8 +14,8 @@ bool isNtFamily() {
 
 WideFunctions load() {
     WideFunctions functions{};
-    const HMODULE registry = LoadLibraryA("advapi32.dll");
-    const HMODULE kernel = LoadLibraryA("kernel32.dll");
+    const HMODULE registry = loadSystemLibrary("advapi32.dll");
+    const HMODULE kernel = GetModuleHandleA("kernel32.dll");
     loadEntry(registry, "RegOpenKeyExW", functions.openKey);
     loadEntry(registry, "RegEnumKeyExW", functions.enumKey);
     loadEntry(registry, "RegEnumValueW", functions.enumValue);
@@ -27,7 +28,7 @@ WideFunctions load() {
     loadEntry(kernel, "GetWindowsDirectoryW", functions.windowsDirectory);
     loadEntry(kernel, "ExpandEnvironmentStringsW", functions.expandEnvironmentStrings);
     loadEntry(kernel, "GetShortPathNameW", functions.shortPathName);
-    loadEntry(LoadLibraryA("shell32.dll"), "SHGetPathFromIDListW", functions.pathFromIdList);
+    loadEntry(loadSystemLibrary("shell32.dll"), "SHGetPathFromIDListW", functions.pathFromIdList);
     loadEntry(kernel, "GetFinalPathNameByHandleW", functions.finalPathName);
     return functions;
 }

@@ -1,0 +1,56 @@
+#!/usr/bin/env bash
+# Libraries that bear the system's names and lie beside the program and in the current folder: none is loaded, although Wine
+# is told to take such ones before its own. Start, help and live update ask for several of them.
+# Usage: planted_libraries.sh 64|32
+. "$(dirname "$0")/lib.sh"
+width=$1
+need_width "$width"
+prepare "$width" tests/blackbox/sound.reg
+settings AutoScan 0 AutoEntfernen 0 AutoClose 0 1stRun 1 Protokoll 0
+set_windows_version Bromvale.exe win7
+
+compiler=x86_64-w64-mingw32-gcc-win32
+[ "$width" = 64 ] || compiler=i686-w64-mingw32-gcc-win32
+libraries=(wininet.dll hhctrl.ocx version.dll uxtheme.dll shdocvw.dll wsock32.dll urlmon.dll ws2_32.dll)
+elsewhere=$prefix/drive_c/woanders marks=$prefix/drive_c/planted
+rm -rf "$elsewhere" "$marks"
+mkdir -p "$elsewhere" "$marks"
+made=$wine_top/$test_name.made
+mkdir -p "$made"
+$compiler -s -shared -o "$made/planted.dll" tests/blackbox/planted.c || stop_here "the planted library does not build"
+$compiler -s -o "$made/loads_by_name.exe" tests/blackbox/loads_by_name.c || stop_here "the careless program does not build"
+for library in "${libraries[@]}"; do
+    cp "$made/planted.dll" "$(program_folder)/$library"
+    cp "$made/planted.dll" "$elsewhere/$library"
+done
+preferred=$(printf '%s,' "${libraries[@]}")
+preferred="mscoree,mshtml=;winemenubuilder.exe=d;${preferred%,}=n,b"
+planted_here() { (cd "$elsewhere" && in_wine env WINEDLLOVERRIDES="$preferred" "$@"); }
+
+# The careless program proves that each would be loaded.
+cp "$made/loads_by_name.exe" "$(program_folder)/"
+planted_here "$wine_loader" "C:\\Program Files\\Bromvale\\loads_by_name.exe" "${libraries[@]}" >/dev/null 2>&1
+for library in "${libraries[@]}"; do
+    check "a careless program loads $library" [ -n "$(find "$marks" -name "*_$library")" ]
+done
+rm -f "$(program_folder)/loads_by_name.exe" "$marks"/*
+
+log=$made/loaded
+(planted_here env WINEDEBUG=+loaddll "$wine_loader" 'C:\Program Files\Bromvale\Bromvale.exe' >/dev/null 2>"$log" &)
+loaded() { # LIBRARY SECONDS: from the system's folder
+    local tries
+    for tries in $(seq $(($2 * 10))); do
+        grep -qi "system32\\\\\\\\$1\\|syswow64\\\\\\\\$1" "$log" && return 0
+        sleep 0.1
+    done
+    return 1
+}
+check "the window opens" inspect wait frmMain '' 60
+check "the first start has loaded the system's help" loaded hhctrl.ocx 20
+press_bar() { local x y; read -r x y < <(inspect "$1" Menu "$2"); inspect press "$x" "$y"; sleep 1; }
+press_bar bar-header 3
+press_bar bar-item 10
+check "the live update has loaded the system's internet library" loaded wininet.dll 20
+check "nothing that was planted was loaded" [ -z "$(ls "$marks")" ]
+ls "$marks"
+finish
