@@ -36,9 +36,9 @@ Function RegisterUnseen
     ${EndIf}
     ; What an older version remembers stays true.
     ClearErrors
-    ReadRegStr $1 SHCTX "${ENTRY}" "NeueSchlüssel"
+    ReadRegStr $1 SHCTX "${ENTRY}" "NewKeys"
     ${If} ${Errors}
-        WriteRegStr SHCTX "${ENTRY}" "NeueSchlüssel" $8
+        WriteRegStr SHCTX "${ENTRY}" "NewKeys" $8
     ${EndIf}
     ${If} $0 = 1
         !insertmacro Fail "Bromvale konnte nicht in die Liste der Programme eingetragen werden und wurde nicht installiert."

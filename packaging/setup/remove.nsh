@@ -1,7 +1,14 @@
-; The uninstaller. With /S and with _?=FOLDER it works in the program's folder and is waited for; else it is a copy of
-; itself below the folder for temporary files, which NSIS makes and starts.
+; The uninstaller. With _?=FOLDER it works in the program's folder and is waited for; else it is a copy of itself below the
+; folder for temporary files, which NSIS makes and starts.
 
 Function un.onInit
+    ${GetParameters} $0
+    ClearErrors
+    ${GetOptions} $0 "/REST" $1
+    ${IfNot} ${Errors}
+        Call un.RemoveRest
+        Quit
+    ${EndIf}
     Call un.RefuseSecondInstallation
     Call un.FindWidth
     Call un.FindRights
@@ -89,27 +96,42 @@ Function un.RemoveStart
     ${EndIf}
 FunctionEnd
 
-; A program that runs can't be deleted, but it can be moved out of the folder; the system deletes it at its next start.
-; Windows 98 moves none, and deletes all of it then.
+; A program that runs can't be deleted. Where this one runs in the program's folder a copy of it outlives it for that; the
+; copy itself the system deletes at its next start.
 Function un.RemoveSelf
     ${If} $EXEDIR == $INSTDIR
         GetTempFileName $0
         Delete $0
-        StrCpy $1 "$INSTDIR\Entfernen.exe"
-        System::Call 'kernel32::MoveFileExA(t r1, t r0, i 0) i .r2'
-        ${If} $2 <> 0
-            Delete /REBOOTOK $0
+        CreateDirectory $0
+        StrCpy $1 $EXEPATH
+        StrCpy $2 "$0\Entfernen.exe"
+        System::Call 'kernel32::CopyFileA(t r1, t r2, i 1) i .r3'
+        Exec '"$2" /S /REST _?=$INSTDIR'
+    ${Else}
+        Delete "$INSTDIR\Entfernen.exe"
+        Call un.RemoveFolder
+    ${EndIf}
+FunctionEnd
+
+Function un.RemoveRest
+    ${For} $0 1 100
+        ClearErrors
+        Delete "$INSTDIR\Entfernen.exe"
+        ${IfNot} ${Errors}
+            ${Break}
         ${EndIf}
-    ${EndIf}
-    ${If} ${FileExists} "$INSTDIR\Entfernen.exe"
-        Delete /REBOOTOK "$INSTDIR\Entfernen.exe"
-    ${EndIf}
-    ClearErrors
+        Sleep 100
+    ${Next}
+    Call un.RemoveFolder
+    Delete /REBOOTOK $EXEPATH
+    RMDir /REBOOTOK $EXEDIR
+FunctionEnd
+
+; What others have put there, and undo files, keep their folder.
+Function un.RemoveFolder
     RMDir "$INSTDIR"
-    ${If} ${FileExists} "$INSTDIR\Entfernen.exe"
-        RMDir /REBOOTOK "$INSTDIR"
-    ${EndIf}
-    ${If} $Machine = 0
-        RMDir "$LOCALAPPDATA\Programs"
+    ${GetParent} $INSTDIR $0
+    ${If} $0 == "$LOCALAPPDATA\Programs"
+        RMDir $0
     ${EndIf}
 FunctionEnd

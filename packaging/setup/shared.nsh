@@ -172,7 +172,7 @@ FunctionEnd
 ; What the installation wrote into the registry, with the keys above it that weren't there before it.
 Function ${un}TakeBackRegistry
     !insertmacro EachClass ${un}TakeBackOne
-    ReadRegStr $8 SHCTX "${ENTRY}" "NeueSchlüssel"
+    ReadRegStr $8 SHCTX "${ENTRY}" "NewKeys"
     DeleteRegKey SHCTX "${ENTRY}"
     StrCpy $5 0
     StrCpy $9 $8 1
