@@ -19,6 +19,8 @@ Function RegisterUnseen
     StrCpy $8 ""
     StrCpy $1 "Software\Classes\CLSID"
     Call AddWhetherNew
+    StrCpy $1 "Software\Classes"
+    Call AddWhetherNew
     StrCpy $1 "Software\Microsoft\Windows\CurrentVersion\Uninstall"
     Call AddWhetherNew
     ClearErrors

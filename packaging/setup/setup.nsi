@@ -42,6 +42,7 @@ BrandingText "Bromvale ${VERSION}"
 ShowInstDetails nevershow
 ShowUninstDetails nevershow
 
+!define PUBLISHER "Bromvale developers"
 VIProductVersion "${VERSION}.0"
 VIFileVersion "${VERSION}.0"
 VIAddVersionKey /LANG=1031 ProductName "Bromvale"
@@ -49,7 +50,7 @@ VIAddVersionKey /LANG=1031 ProductVersion "${VERSION}"
 VIAddVersionKey /LANG=1031 FileVersion "${VERSION}"
 VIAddVersionKey /LANG=1031 FileDescription "Installation von Bromvale"
 VIAddVersionKey /LANG=1031 CompanyName "${PUBLISHER}"
-VIAddVersionKey /LANG=1031 LegalCopyright "© 2026 ${PUBLISHER}"
+VIAddVersionKey /LANG=1031 LegalCopyright "© 2026 die Entwickler von Bromvale"
 VIAddVersionKey /LANG=1031 OriginalFilename "Bromvale-${VERSION}-setup.exe"
 
 Var Machine  ; 1 for all users of the machine, 0 for the user alone

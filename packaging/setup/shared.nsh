@@ -1,6 +1,5 @@
 ; What the installer and the uninstaller do alike.
 
-!define PUBLISHER "Bromvale-Entwickler"
 !define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Bromvale"
 !define ALREADY_EXISTS 183
 !define ACCESS_DENIED 5
@@ -169,28 +168,31 @@ Function ${un}TakeBackClass
     ${EndIf}
 FunctionEnd
 
+; The key $1 goes where $9 says that the installation made it and it holds nothing.
+Function ${un}TakeBackKey
+    StrCpy $5 0
+    ${If} $9 == "+"
+        Call ${un}FindBare
+        ${If} $0 = 1
+            DeleteRegKey SHCTX "$1"
+        ${EndIf}
+    ${EndIf}
+FunctionEnd
+
 ; What the installation wrote into the registry, with the keys above it that weren't there before it.
 Function ${un}TakeBackRegistry
     !insertmacro EachClass ${un}TakeBackOne
     ReadRegStr $8 SHCTX "${ENTRY}" "NewKeys"
     DeleteRegKey SHCTX "${ENTRY}"
-    StrCpy $5 0
     StrCpy $9 $8 1
-    ${If} $9 == "+"
-        StrCpy $1 "Software\Classes\CLSID"
-        Call ${un}FindBare
-        ${If} $0 = 1
-            DeleteRegKey SHCTX "$1"
-        ${EndIf}
-    ${EndIf}
+    StrCpy $1 "Software\Classes\CLSID"
+    Call ${un}TakeBackKey
     StrCpy $9 $8 1 1
-    ${If} $9 == "+"
-        StrCpy $1 "Software\Microsoft\Windows\CurrentVersion\Uninstall"
-        Call ${un}FindBare
-        ${If} $0 = 1
-            DeleteRegKey SHCTX "$1"
-        ${EndIf}
-    ${EndIf}
+    StrCpy $1 "Software\Classes"
+    Call ${un}TakeBackKey
+    StrCpy $9 $8 1 2
+    StrCpy $1 "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+    Call ${un}TakeBackKey
 FunctionEnd
 
 !macroend
