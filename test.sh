@@ -6,10 +6,11 @@
 set -u
 cd "$(dirname "$0")" || exit 1
 
-stages=(style native build windows blackbox desktop)
-declare -A share=([style]=130 [native]=420 [build]=100 [windows]=390 [blackbox]=90 [desktop]=150 [real]=60 [long]=5400)
+stages=(style native build windows blackbox setup desktop)
+declare -A share=([style]=70 [native]=390 [build]=90 [windows]=370 [blackbox]=70 [setup]=50 [desktop]=130 [real]=30 [long]=7200)
 declare -A tools=([style]='native windows' [native]='native release' [build]='windows whole release' [windows]='native windows whole'
-                  [blackbox]='native windows whole' [desktop]='windows whole desktop' [real]=native [long]='native windows whole release')
+                  [blackbox]='native windows whole' [setup]='windows whole release desktop' [desktop]='windows whole desktop'
+                  [real]=native [long]='native windows whole release desktop')
 
 usage() {
     cat <<'EOF'
@@ -20,6 +21,7 @@ usage() {
   build      Bromvale.exe in both widths, warnings as errors; what the 32-bit one imports
   windows    the tests built for Windows, run under Wine; the lower folders' as 32-bit programs too
   blackbox   the whole program through its settings alone, under Wine and offline
+  setup      the installer under Wine, in both widths: the machine before and after it
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
   real       two real registries, which are no part of the project: BROMVALE_SHARED_DATA_DIR, or ../shared/data
   long       only where it is named: clang-tidy over every source, 20,000 generated machines, all faults with the log on,
