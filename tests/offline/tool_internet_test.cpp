@@ -24,7 +24,8 @@ click cmdBugReportSenden
 )");
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     const std::string query =
-        "/bug_report.php?bromvaleversion=" BROMVALE_VERSION "&errnr=13&errdesc=Typen%20unvertraeglich"
+        "/bug_report.php?bromvaleversion=" BROMVALE_VERSION
+        "&errnr=13&errdesc=Typen%20unvertraeglich"
         "&errbereich=Bromvale%20installieren&os=Windows%20XP&sp=Build%202600&errtxt=Beim%20Start";
     EXPECT_NE(outcome.out.find("\nfetch: http://" + server.host() + query +
                                "\\n\\n;%20Bericht%20aus%20dem%20Programm"

@@ -67,8 +67,12 @@ close
 )");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
-    EXPECT_EQ(outcome.out, offline::utf8FromAnsi(R"(make file: C:\Programme\Bromvale\bromvale.log
-write C:\Programme\Bromvale\bromvale.log: 15.11.2026 07:12:09; started; Bromvale; )" BROMVALE_VERSION R"(; für Windows 98/ME und NT4\n
+    EXPECT_EQ(
+        outcome.out,
+        offline::utf8FromAnsi(
+            R"(make file: C:\Programme\Bromvale\bromvale.log
+write C:\Programme\Bromvale\bromvale.log: 15.11.2026 07:12:09; started; Bromvale; )" BROMVALE_VERSION
+            R"(; für Windows 98/ME und NT4\n
 tray icon added: Bromvale
 make file: C:\Programme\Bromvale\liste.txt
 window frmMain shown: "Bromvale"
@@ -81,7 +85,8 @@ make folder: C:\Programme\Bromvale\Backup
 write C:\Programme\Bromvale\bromvale.log: 15.11.2026 07:12:09; frmMain; ProblemeEntfernen; Ordner C:\Programme\Bromvale\Backup\ angelegt; 76; Pfad nicht gefunden\n
 make file: C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: Windows Registry Editor Version 5.00\n\n\n
-write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: ; Die nachfolgenden  Registryschlüssel wurden von Bromvale Version )" BROMVALE_VERSION R"(\n; als falsch erkannt und entfernt.\n; Mit einem Doppelklick im Windows-Explorer auf diese Datei, werden die hier\n; gesicherten Registryschlüssel wieder in die Registrierungs-Datenbank eingetragen.\n
+write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: ; Die nachfolgenden  Registryschlüssel wurden von Bromvale Version )" BROMVALE_VERSION
+            R"(\n; als falsch erkannt und entfernt.\n; Mit einem Doppelklick im Windows-Explorer auf diese Datei, werden die hier\n; gesicherten Registryschlüssel wieder in die Registrierungs-Datenbank eingetragen.\n
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: \n\n
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: ; erstellt am: Sonntag, 15. Nov 2026 - 07:12:09\n
 write C:\Programme\Bromvale\Backup\Rückgängig_15112026_071209.reg: ; erstellt von: Benutzer Computername: RECHNER\n
