@@ -1,8 +1,9 @@
 # Bromvale.exe with its resources and its help.
 configure_file(resources/bromvale.rc.in generated/bromvale.rc @ONLY)
 configure_file(resources/bromvale.manifest generated/bromvale.manifest @ONLY)
+file(GLOB bromvale_icons CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/resources/icons/*.ico)
 set_property(SOURCE ${CMAKE_BINARY_DIR}/generated/bromvale.rc APPEND PROPERTY OBJECT_DEPENDS
-  "${CMAKE_BINARY_DIR}/generated/bromvale.manifest;${CMAKE_SOURCE_DIR}/resources/resource_ids.h")
+  "${bromvale_icons};${CMAKE_BINARY_DIR}/generated/bromvale.manifest;${CMAKE_SOURCE_DIR}/resources/resource_ids.h")
 
 # bromvale_program(TARGET WEB-HOST-TARGET [COMPONENT DESTINATION])
 function(bromvale_program name host)

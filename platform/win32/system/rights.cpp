@@ -57,17 +57,8 @@ const Functions* functions() {
     return all ? &loaded : nullptr;
 }
 
-// What a function tells that takes a buffer and its size; empty where it fails.
-template <class Tell>
-std::wstring told(const Tell& tell) {
-    std::wstring text(MAX_PATH, L'\0');
-    for (;;) {
-        const DWORD length = tell(text.data(), static_cast<DWORD>(text.size()));
-        if (length < text.size()) return text.substr(0, length);
-        if (text.size() > 0x10000) return {};
-        text.resize(text.size() * 2);
-    }
-}
+// No path is longer.
+constexpr DWORD kLongestPath = 0x8000;
 
 bool isBlank(wchar_t c) {
     return c == L' ' || c == L'\t';
@@ -117,11 +108,11 @@ bool couldHaveMoreRights() {
 
 bool startWithMoreRights(FunctionRef<bool()> runs) {
     if (functions() == nullptr) return false;
-    const std::wstring file =
-        told([](wchar_t* text, DWORD size) { return functions()->moduleFileName(nullptr, text, size); });
-    const std::wstring folder =
-        told([](wchar_t* text, DWORD size) { return functions()->currentDirectory(size, text); });
-    if (file.empty()) return false;
+    std::vector<wchar_t> file(kLongestPath);
+    std::vector<wchar_t> folder(kLongestPath);
+    const DWORD length = functions()->moduleFileName(nullptr, file.data(), kLongestPath);
+    if (length == 0 || length >= kLongestPath) return false;
+    const bool inFolder = functions()->currentDirectory(kLongestPath, folder.data()) != 0;
     // The shell asks by way of an object of its own.
     const HRESULT initialized =
         functions()->initialize(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
@@ -129,9 +120,9 @@ bool startWithMoreRights(FunctionRef<bool()> runs) {
     order.cbSize = sizeof order;
     order.fMask = SEE_MASK_NOCLOSEPROCESS | kShowNoBox | kBeforeReturning;
     order.lpVerb = L"runas";
-    order.lpFile = file.c_str();
+    order.lpFile = file.data();
     order.lpParameters = argumentsOf(functions()->commandLine());
-    order.lpDirectory = folder.empty() ? nullptr : folder.c_str();
+    order.lpDirectory = inFolder ? folder.data() : nullptr;
     order.nShow = wantedShow();
     const BOOL started = functions()->execute(&order);
     if (SUCCEEDED(initialized)) functions()->uninitialize();
