@@ -27,7 +27,9 @@ Function MoveOver
 FunctionEnd
 
 !macro BringBack file
-    ${If} ${FileExists} "$INSTDIR\Bromvale.alt\${file}"
+    ${If} ${FileExists} "$INSTDIR\Bromvale.neu\${file}"
+        Delete "$INSTDIR\Bromvale.alt\${file}"
+    ${ElseIf} ${FileExists} "$INSTDIR\Bromvale.alt\${file}"
         StrCpy $1 "$INSTDIR\Bromvale.alt\${file}"
         StrCpy $2 "$INSTDIR\${file}"
         Call MoveOver
@@ -42,7 +44,8 @@ FunctionEnd
 !macroend
 
 ; What an installation that was killed has left in the program's folder or beside it. Where the exchange had begun, the
-; files of the older version come back; a copy that can't stays for the next time.
+; files of the older version come back; a copy that can't stays for the next time. What is still among the new ones has not
+; been exchanged.
 Function Mend
     ${If} ${FileExists} "$INSTDIR\Bromvale.alt\*.*"
         !insertmacro EachFile BringBack

@@ -52,7 +52,7 @@ Function UsualFolder
     ${EndIf}
 FunctionEnd
 
-; Without "..", without a backslash at the end.
+; Without "..", without a backslash at the end but that of a drive.
 Function WholeFolder
     StrCpy $0 $INSTDIR
     System::Call 'kernel32::GetFullPathNameA(t r0, i ${NSIS_MAX_STRLEN}, t .r2, p 0) i .r3'
@@ -60,7 +60,9 @@ Function WholeFolder
         StrCpy $INSTDIR $2
     ${EndIf}
     StrCpy $0 $INSTDIR 1 -1
+    StrLen $2 $INSTDIR
     ${If} $0 == "\"
+    ${AndIf} $2 > 3
         StrCpy $INSTDIR $INSTDIR -1
     ${EndIf}
 FunctionEnd

@@ -94,10 +94,7 @@ check "the registry is the one before" same "$work/registry-before" "$work/regis
 check "so are the files" same "$work/files-before" "$work/files-after"
 entry_root=HKLM
 
-# Folders, with the installer among libraries that others have put beside it.
-plant "$work/planted" || stop_here "the libraries to be planted can't be built"
-cp "$setup" "$work/planted/setup.exe"
-setup=$work/planted/setup.exe
+# Folders.
 own=$prefix/drive_c/Mein\ Bromvale
 mkdir -p "$own"
 : >"$own/Brief.txt"
@@ -107,11 +104,19 @@ check "a drive's root is refused" [ "$(code install '/D=C:\')" = 2 ]
 rm "$own/Brief.txt"
 check "an empty folder will do" [ "$(code install '/D=C:\Mein Bromvale\')" = 0 ]
 check "the program is there" cmp -s "$own/Bromvale.exe" build/win64/Bromvale.exe
-(cd "$work/planted" && cp "$own/Entfernen.exe" . && in_wine "$wine_loader" Entfernen.exe /S '_?=C:\nirgends' >/dev/null 2>&1)
+cp "$own/Entfernen.exe" "$work/"
 check "removed from there" [ "$(code uninstall)" = 0 ]
 check "with its folder" [ ! -e "$own" ]
-check "none of the planted libraries was loaded" [ -z "$(loaded "$work/planted")" ]
-loaded "$work/planted"
-(cd "$work/planted" && in_wine "$wine_loader" loads.exe version.dll wininet.dll uxtheme.dll >/dev/null 2>&1)
-check "who loads by bare names gets them" [ "$(loaded "$work/planted" | wc -l)" -ge 3 ]
+
+# Among libraries that others have put beside it.
+plant "$work/planted" || stop_here "the libraries to be planted can't be built"
+cp "$setup" "$work/planted/setup.exe"
+mv "$work/Entfernen.exe" "$work/planted/"
+take_out_wines_own "$work/planted"
+check "installed beside them" eval '(cd "$work/planted" && in_order_of_windows "$wine_loader" setup.exe /S >/dev/null 2>&1)'
+(cd "$work/planted" && in_order_of_windows "$wine_loader" Entfernen.exe /S _?=C:\\Windows >/dev/null 2>&1)
+check "none of the planted libraries was loaded" [ -z "$(loaded "$work/planted" | tee "$work/loaded")" ]
+cat "$work/loaded"
+(cd "$work/planted" && in_order_of_windows "$wine_loader" loads.exe shfolder.dll wininet.dll dwmapi.dll >/dev/null 2>&1)
+check "who loads by bare names gets them" [ "$(loaded "$work/planted" | wc -l)" = 3 ]
 finish
