@@ -229,6 +229,25 @@ int waitForBox(const Arguments& arguments) {
     return 1;
 }
 
+// A message box waits for its button, so nobody waits for the answer.
+int pressBoxButton(const Arguments& arguments) {
+    for (const TopWindow& each : visibleTopWindows()) {
+        if (each.className != L"#32770") continue;
+        return PostMessageW(each.window, WM_COMMAND, static_cast<WPARAM>(std::atoi(arguments[0].c_str())), 0) ? 0 : 1;
+    }
+    return 1;
+}
+
+// To any window of the class, seen or not; returns when it has been handled.
+int endSession(const Arguments& arguments) {
+    const HWND window = FindWindowA(arguments[0].c_str(), nullptr);
+    DWORD_PTR result = 0;
+    return window && SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, 5000, &result) && result &&
+                   SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 20000, &result)
+               ? 0
+               : 1;
+}
+
 // Clicks a control with the mouse and prints the milliseconds until another one is enabled.
 int measureClick(const Arguments& arguments) {
     const HWND button = need(arguments[0]);
@@ -277,6 +296,8 @@ constexpr Command Commands[] = {
     {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
     {"wait-box", 2, waitForBox,
      "TEXT SECONDS: until a message box says so; without a text until none is open"},
+    {"press", 1, pressBoxButton, "ID: the button of the open message box, 6 for Yes and 7 for No"},
+    {"end-session", 1, endSession, "CLASS: tells a window that the session ends"},
     {"layout", 0, showLayoutFaults,
      "visible controls that overlap or leave their container: kind, control, other, pixels"},
     {"click-time", 2, measureClick,
