@@ -233,7 +233,9 @@ int waitForBox(const Arguments& arguments) {
 int pressBoxButton(const Arguments& arguments) {
     for (const TopWindow& each : visibleTopWindows()) {
         if (each.className != L"#32770") continue;
-        return PostMessageW(each.window, WM_COMMAND, static_cast<WPARAM>(std::atoi(arguments[0].c_str())), 0) ? 0 : 1;
+        return PostMessageW(each.window, WM_COMMAND, static_cast<WPARAM>(std::atoi(arguments[0].c_str())), 0)
+                   ? 0
+                   : 1;
     }
     return 1;
 }
@@ -242,8 +244,8 @@ int pressBoxButton(const Arguments& arguments) {
 int endSession(const Arguments& arguments) {
     const HWND window = FindWindowA(arguments[0].c_str(), nullptr);
     DWORD_PTR result = 0;
-    return window && SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, 5000, &result) && result &&
-                   SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 20000, &result)
+    return window && SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, 5000, &result) &&
+                   result && SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 20000, &result)
                ? 0
                : 1;
 }

@@ -1,5 +1,5 @@
-// A library under the name of one of the system's, for the tests that lay it beside a program: whoever loads it has looked
-// for it in the wrong place, and finds a file of its name with ".loaded" behind it.
+// A library under the name of one of the system's, for the tests that lay it beside a program: whoever loads
+// it has looked for it in the wrong place, and finds a file of its name with ".loaded" behind it.
 #include <windows.h>
 
 BOOL WINAPI DllMain(HINSTANCE library, DWORD reason, LPVOID) {
