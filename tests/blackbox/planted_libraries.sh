@@ -64,7 +64,7 @@ loaded() { # LIBRARY SECONDS: from the system's folder
 }
 check "the window opens" inspect wait frmMain '' 60
 check "the first start has loaded the system's help" loaded hhctrl.ocx 20
-press_bar() { local x y; read -r x y < <(inspect "$1" Menu "$2"); inspect press "$x" "$y"; sleep 1; }
+press_bar() { local x y; read -r x y < <(inspect "$1" Menu "$2"); inspect press-at "$x" "$y"; sleep 1; }
 press_bar bar-header 3
 press_bar bar-item 10
 check "the live update has loaded the system's internet library" loaded wininet.dll 20

@@ -229,11 +229,32 @@ int waitForBox(const Arguments& arguments) {
     return 1;
 }
 
-int press(const Arguments& arguments) {
+int pressAt(const Arguments& arguments) {
     SetCursorPos(std::atoi(arguments[0].c_str()), std::atoi(arguments[1].c_str()));
     mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
     mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
     return 0;
+}
+
+// A message box waits for its button, so nobody waits for the answer.
+int pressBoxButton(const Arguments& arguments) {
+    for (const TopWindow& each : visibleTopWindows()) {
+        if (each.className != L"#32770") continue;
+        return PostMessageW(each.window, WM_COMMAND, static_cast<WPARAM>(std::atoi(arguments[0].c_str())), 0)
+                   ? 0
+                   : 1;
+    }
+    return 1;
+}
+
+// To any window of the class, seen or not; returns when it has been handled.
+int endSession(const Arguments& arguments) {
+    const HWND window = FindWindowA(arguments[0].c_str(), nullptr);
+    DWORD_PTR result = 0;
+    return window && SendMessageTimeoutW(window, WM_QUERYENDSESSION, 0, 0, SMTO_NORMAL, 5000, &result) &&
+                   result && SendMessageTimeoutW(window, WM_ENDSESSION, TRUE, 0, SMTO_NORMAL, 20000, &result)
+               ? 0
+               : 1;
 }
 
 // Clicks a control with the mouse and prints the milliseconds until another one is enabled.
@@ -284,9 +305,11 @@ constexpr Command Commands[] = {
     {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
     {"wait-box", 2, waitForBox,
      "TEXT SECONDS: until a message box says so; without a text until none is open"},
+    {"press", 1, pressBoxButton, "ID: the button of the open message box, 6 for Yes and 7 for No"},
+    {"end-session", 1, endSession, "CLASS: tells a window that the session ends"},
     {"layout", 0, showLayoutFaults,
      "visible controls that overlap or leave their container: kind, control, other, pixels"},
-    {"press", 2, press, "X Y: clicks this place of the screen, where nothing else moves the mouse"},
+    {"press-at", 2, pressAt, "X Y: clicks this place of the screen, where nothing else moves the mouse"},
     {"click-time", 2, measureClick,
      "NAME WATCHED: clicks, and tells the milliseconds until the other is enabled"},
 };

@@ -71,9 +71,11 @@ class Layering(unittest.TestCase):
             "core/startup": ui | features,
             "bromvale": top | {system, windows},
             "bromvale-offline": top | {offline},
+            "starter": {"base"},
+            "starter/win32": {"base", "starter", system},
         }
         self.assertEqual(allowed, self.arrows(allowed))
-        self.assertEqual(set(allowed), set(layering.RANKS) | set(layering.PROVIDERS))
+        self.assertEqual(set(allowed), set(layering.RANKS) | set(layering.PROVIDERS) | set(layering.STARTER))
 
     def test_folders_below_a_floor_stand_on_it(self):
         self.assertEqual([], self.findings({"ui/pages/scan.cpp": '#include "ui/form.h"\n#include "core/log.h"\n',

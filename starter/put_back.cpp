@@ -1,0 +1,79 @@
+#include "starter/put_back.h"
+
+#include "starter/components.h"
+#include "starter/journal.h"
+#include "starter/settings.h"
+#include "starter/texts.h"
+
+namespace bromvale::starter {
+namespace {
+
+constexpr std::string_view kRunFile = "Einstellungen.lauf";
+
+bool isFolderOf(Machine& machine, const Journal& journal) {
+    const File file = machine.readFile(kRunFile);
+    return file.found == Found::Yes && !journal.id.empty() && widened(file.bytes) == journal.id;
+}
+
+// False where nobody can be asked: the changes wait for the next start.
+bool saveOrGiveUp(Machine& machine) {
+    while (!saveFolderSettings(machine)) {
+        switch (
+            machine.ask("Die Einstellungen können nicht in den Ordner von Bromvale geschrieben werden. Ist "
+                        "der Datenträger noch da, "
+                        "und ist darauf Platz?\r\n\r\nMit \"Abbrechen\" bleiben dort die bisherigen "
+                        "Einstellungen; was Sie bei diesem "
+                        "Lauf geändert haben, geht verloren.",
+                        Buttons::RetryCancel)) {
+            case Answer::Yes: break;
+            case Answer::No: return true;
+            case Answer::None: return false;
+        }
+    }
+    return true;
+}
+
+bool save(Machine& machine, const Journal& journal) {
+    if (journal.stage != Stage::PutIn) return true;
+    if (isFolderOf(machine, journal) && !saveOrGiveUp(machine)) return false;
+    return noteStage(machine, Stage::Saved);
+}
+
+bool restore(Machine& machine, const Journal& journal) {
+    const bool isDue = journal.stage != Stage::Begun && journal.stage != Stage::Restored;
+    if (isDue) {
+        if (!restoreSettings(machine)) return false;
+        machine.flush();
+        if (!noteStage(machine, Stage::Restored)) return false;
+    }
+    return removeAside(machine);
+}
+
+}  // namespace
+
+bool claimFolder(Machine& machine, const std::u16string& id) {
+    return machine.writeFile(kRunFile, machine.toCodePage(id));
+}
+
+void releaseFolder(Machine& machine) {
+    machine.removeFile(kRunFile);
+}
+
+bool putBack(Machine& machine) {
+    const Journal journal = readJournal(machine);
+    if (journal.found == Found::No) return true;
+    const bool isRestored =
+        journal.found == Found::Yes && save(machine, journal) && restore(machine, journal);
+    if (isRestored) {
+        // A class that can't be taken back, for lack of rights, does no harm and waits for a start that may.
+        static_cast<void>(takeComponentsBack(machine, journal.added));
+        if (removeJournal(machine)) return true;
+    }
+    machine.tell(
+        "Die Registrierung dieses Rechners konnte nicht ganz in den Zustand von vorher gebracht werden. Der "
+        "nächste "
+        "Start von BromvaleStart versucht es wieder.");
+    return false;
+}
+
+}  // namespace bromvale::starter

@@ -1,0 +1,18 @@
+#pragma once
+#include "starter/machine.h"
+
+namespace bromvale::starter {
+
+// Says in the folder which run its settings belong to: the one that the journal names is the last that has
+// had them, and its changes go into the folder. False where the folder can't be written.
+[[nodiscard]] bool claimFolder(Machine& machine, const std::u16string& id);
+// Takes that back, when all is put back.
+void releaseFolder(Machine& machine);
+
+// Brings the machine back to what it was before the run that the journal tells of, wherever that run has
+// ended: after a whole one as after one that was killed. Saves the settings first, where the folder is that
+// run's own. False where the registry doesn't let it, which the user is told; the journal stays then, and the
+// next start tries again.
+[[nodiscard]] bool putBack(Machine& machine);
+
+}  // namespace bromvale::starter

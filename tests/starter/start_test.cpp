@@ -1,0 +1,212 @@
+#include "starter/start.h"
+
+#include <gtest/gtest.h>
+
+#include "starter/components.h"
+#include "tests/starter/samples.h"
+
+namespace bromvale::starter {
+namespace {
+
+TEST(Start, TheProgramSeesTheFoldersSettingsAndEachClass) {
+    FakeMachine machine = usedMachine();
+    int seen = 0;
+    machine.program = [&](FakeMachine& now) {
+        EXPECT_EQ((std::vector{textValue(u"AutoScan", u"1"), textValue(u"EMail", u"a@b.de")}),
+                  now.find(settings())->values);
+        for (const Component& component : components()) {
+            const auto* const key = now.find({Hive::Machine, View::Bits64, component.path});
+            ASSERT_NE(nullptr, key);
+            EXPECT_EQ(std::vector{textValue({}, component.name)}, key->values);
+            ++seen;
+        }
+    };
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(7, seen);
+}
+
+TEST(Start, AfterwardsTheRegistryIsAsItWasAndTheFolderHasTheSettings) {
+    for (FakeMachine machine : {usedMachine(), newMachine()}) {
+        const FakeMachine::Registry before = machine.registry;
+        machine.program = changeSettings;
+        EXPECT_TRUE(start(machine));
+        EXPECT_EQ(before, machine.registry);
+        EXPECT_EQ((FakeMachine::Files{{kSettingsFile, kNewFile}}), machine.files);
+        EXPECT_TRUE(machine.told.empty());
+    }
+}
+
+TEST(Start, WithoutRightsTheClassesAreTheUsersOwn) {
+    FakeMachine machine = usedMachine();
+    const FakeMachine::Registry before = machine.registry;
+    machine.isAdministrator = false;
+    machine.program = [](FakeMachine& now) {
+        EXPECT_EQ(nullptr, now.find(classes(Hive::Machine, View::Bits64, kTimer)));
+        EXPECT_NE(nullptr, now.find(classes(Hive::User, View::Bits64, kTimer)));
+        EXPECT_EQ(nullptr, now.find(classes(Hive::User, View::Bits32, kTimer)));
+    };
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+}
+
+TEST(Start, OnA32BitMachineThereIsOneView) {
+    FakeMachine machine = newMachine();
+    machine.is64Bit = false;
+    machine.program = [](FakeMachine& now) {
+        EXPECT_NE(nullptr, now.find(classes(Hive::Machine, View::Bits32, kTimer)));
+    };
+    const FakeMachine::Registry before = machine.registry;
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+}
+
+TEST(Start, AClassThatIsThereIsLeftAlone) {
+    FakeMachine machine = usedMachine();
+    machine.put(classes(Hive::Machine, View::Bits64, kTimer), {textValue({}, u"Von jemand anderem")});
+    machine.put(classes(Hive::User, View::Bits64));
+    machine.put(classes(Hive::User, View::Bits64, kImages));
+    const FakeMachine::Registry before = machine.registry;
+    machine.program = [](FakeMachine& now) {
+        EXPECT_EQ(nullptr, now.find(classes(Hive::Machine, View::Bits64, kImages)));
+    };
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+}
+
+TEST(Start, AClassThatOthersHaveChangedStays) {
+    FakeMachine machine = usedMachine();
+    const Place below = classes(Hive::Machine, View::Bits64, std::u16string(kImages) + u"\\InprocServer32");
+    machine.program = [&](FakeMachine& now) {
+        now.put(classes(Hive::Machine, View::Bits64, kTimer), {textValue({}, u"Anders registriert")});
+        now.put(below, {textValue({}, u"C:\\y.ocx")});
+    };
+    FakeMachine::Registry expected = machine.registry;
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(u"Anders registriert",
+              textOf({Found::Yes, machine.find(classes(Hive::Machine, View::Bits64, kTimer))->values}, {}));
+    EXPECT_NE(nullptr, machine.find(below));
+    EXPECT_EQ(expected.size() + 3, machine.registry.size());
+}
+
+TEST(Start, ASecondStarterSaysSoAndChangesNothing) {
+    FakeMachine machine = usedMachine();
+    machine.otherStarter = true;
+    EXPECT_FALSE(start(machine));
+    EXPECT_EQ(0, machine.changes);
+    EXPECT_EQ(
+        std::vector<std::string>{
+            "Bromvale wurde auf diesem Rechner schon von einem Datenträger gestartet. Beenden Sie "
+            "es zuerst und warten Sie einen Augenblick."},
+        machine.told);
+}
+
+TEST(Start, ARunningProgramIsToldAndNothingChanges) {
+    FakeMachine machine = usedMachine();
+    machine.otherProgram = true;
+    EXPECT_FALSE(start(machine));
+    EXPECT_EQ(0, machine.changes);
+    EXPECT_EQ(
+        std::vector<std::string>{
+            "Bromvale läuft schon. Beenden Sie es zuerst, und starten Sie es dann von hier."},
+        machine.told);
+}
+
+TEST(Start, AMissingProgramIsToldAndNothingChanges) {
+    FakeMachine machine = usedMachine();
+    machine.lacksProgram = true;
+    EXPECT_FALSE(start(machine));
+    EXPECT_EQ(0, machine.changes);
+    ASSERT_EQ(1u, machine.told.size());
+    EXPECT_NE(std::string::npos, machine.told[0].find("64\\Bromvale.exe"));
+}
+
+TEST(Start, SettingsThatCantBeReadAreToldAndNothingChanges) {
+    FakeMachine machine = usedMachine();
+    machine.files[kSettingsFile] =
+        "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Bromvale]\r\n\"a\"=\"b\"\r\n";
+    EXPECT_FALSE(start(machine));
+    EXPECT_EQ(0, machine.changes);
+    ASSERT_EQ(1u, machine.told.size());
+    EXPECT_NE(
+        std::string::npos,
+        machine.told[0].find("Der Schlüssel HKEY_LOCAL_MACHINE\\Software\\Bromvale gehört nicht hinein."));
+}
+
+TEST(Start, AFolderThatCantBeWrittenIsAskedAbout) {
+    FakeMachine machine = usedMachine();
+    machine.isWritable = false;
+    EXPECT_FALSE(start(machine));
+    EXPECT_EQ(0, machine.changes);
+    EXPECT_EQ(1u, machine.told.size());
+    EXPECT_EQ(0, machine.starts);
+}
+
+TEST(Start, AFolderThatCantBeWrittenKeepsItsSettings) {
+    FakeMachine machine = usedMachine();
+    const FakeMachine::Registry before = machine.registry;
+    machine.isWritable = false;
+    machine.answer = Answer::Yes;
+    machine.program = changeSettings;
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(1, machine.starts);
+    EXPECT_EQ(1u, machine.told.size());
+    EXPECT_EQ(before, machine.registry);
+    EXPECT_EQ((FakeMachine::Files{{kSettingsFile, kOldFile}}), machine.files);
+}
+
+TEST(Start, AFolderThatIsGoneAtTheEndLeavesTheMachineAsItWas) {
+    FakeMachine machine = usedMachine();
+    const FakeMachine::Registry before = machine.registry;
+    machine.program = [](FakeMachine& now) {
+        changeSettings(now);
+        now.isWritable = false;
+    };
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(1u, machine.told.size());
+    EXPECT_EQ(before, machine.registry);
+    EXPECT_EQ(kOldFile, machine.files[kSettingsFile]);
+}
+
+TEST(Start, ASessionThatEndsSavesAndPutsBack) {
+    FakeMachine machine = usedMachine();
+    const FakeMachine::Registry before = machine.registry;
+    machine.program = changeSettings;
+    machine.sessionEnds = true;
+    EXPECT_THROW(start(machine), Killed);
+    EXPECT_EQ(before, machine.registry);
+    EXPECT_EQ(kNewFile, machine.files[kSettingsFile]);
+}
+
+TEST(Start, AProgramThatOutlivesTheSessionIsMendedByTheNextStart) {
+    FakeMachine machine = usedMachine();
+    const FakeMachine::Registry before = machine.registry;
+    machine.program = changeSettings;
+    machine.sessionEnds = machine.programOutlivesSession = true;
+    EXPECT_THROW(start(machine), Killed);
+    EXPECT_NE(nullptr, machine.find(journal()));
+    machine.sessionEnds = machine.otherProgram = false;
+    machine.program = [](FakeMachine&) {};
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+    EXPECT_EQ(kNewFile, machine.files[kSettingsFile]);
+}
+
+TEST(Start, AJournalIsNoOrderToDelete) {
+    FakeMachine machine = usedMachine();
+    const Place other{Hive::Machine, View::Bits64, u"Software\\Fremd"};
+    machine.put(other, {});
+    machine.put(classes(Hive::Machine, View::Bits64, u"\\{0}"), {textValue({}, u"x")});
+    const FakeMachine::Registry before = machine.registry;
+    machine.put(journal(), {textValue(u"Stand", u"9")});
+    machine.put(journal(u"\\Klassen"), {textValue(u"HKLM64\\Software\\Fremd", u""), textValue(u"", u"x"),
+                                        textValue(u"HKLM64\\Software\\Classes\\CLSID\\{0}", u"x"),
+                                        textValue(u"HKLM64\\Software", u""), textValue(u"HKXX\\a", u"")});
+    EXPECT_TRUE(start(machine));
+    // What no place belongs to is all that stays of it.
+    machine.registry.erase({Hive::User, View::Bits32, u"Software\\Bromvale-Portable"});
+    machine.registry.erase({Hive::User, View::Bits32, u"Software\\Bromvale-Portable\\Klassen"});
+    EXPECT_EQ(before, machine.registry);
+}
+
+}  // namespace
+}  // namespace bromvale::starter
