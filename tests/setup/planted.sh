@@ -10,7 +10,7 @@ plant() { # FOLDER
     "$compiler" -DPLANTED_LIBRARY -Os -s -shared -static -o "$1/planted.dll" tests/setup/planted.cpp || return 1
     "$compiler" -Os -s -static -o "$1/loads.exe" tests/setup/planted.cpp -lole32 -lshell32 -lgdi32 || return 1
     # The common controls of the installer's manifest.
-    sed -n '/<assembly/,/<\/dependency>/p' resources/bromvale.manifest | sed '$a</assembly>' >"$1/loads.exe.manifest"
+    sed -n '/<assembly/,/<\/dependency>/p' build/win32/generated/bromvale.manifest | sed '$a</assembly>' >"$1/loads.exe.manifest"
     for name in "${planted_names[@]}"; do cp "$1/planted.dll" "$1/$name"; done
     rm "$1/planted.dll"
 }
@@ -27,6 +27,6 @@ take_out_wines_own() { # FOLDER
     local name
     (cd "$1" && in_order_of_windows "$wine_loader" loads.exe comctl32.dll) >/dev/null 2>&1
     # The common controls of the installer's manifest.
-    sed -n '/<assembly/,/<\/dependency>/p' resources/bromvale.manifest | sed '$a</assembly>' >"$1/loads.exe.manifest"
+    sed -n '/<assembly/,/<\/dependency>/p' build/win32/generated/bromvale.manifest | sed '$a</assembly>' >"$1/loads.exe.manifest"
     for name in $(loaded "$1"); do printf 'taken out, as Wine itself loads it: %s\n' "$name"; rm -f "$1/$name" "$1/$name.loaded"; done
 }
