@@ -12,6 +12,7 @@ if(WIN32)
     "${CMAKE_SOURCE_DIR}/resources/starter.manifest;${CMAKE_SOURCE_DIR}/resources/resource_ids.h")
   bromvale_sources(sources starter/win32)
   add_executable(bromvale-start WIN32 ${sources} base/registry_file_text.cpp platform/win32/system/runtime.cpp
+    platform/win32/system/libraries.cpp
     ${CMAKE_BINARY_DIR}/generated/starter.rc)
   set_target_properties(bromvale-start PROPERTIES OUTPUT_NAME BromvaleStart)
   target_link_libraries(bromvale-start PRIVATE starter)
