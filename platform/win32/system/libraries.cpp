@@ -9,6 +9,9 @@ namespace {
 
 constexpr DWORD kSystemFolderOnly = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
 
+// What the system's own windows load by bare names, wherever it then comes from; one that is there already is taken.
+constexpr const char* kAskedForByName[] = {"uxtheme.dll", "dwmapi.dll", "version.dll"};
+
 // From Windows 8 on, and on those before it that have the update.
 bool searchesSystemFolderOnly = false;
 
@@ -21,6 +24,7 @@ void guardLibraries() {
     if (loadEntry(kernel, "SetDefaultDllDirectories", setDirectories))
         searchesSystemFolderOnly = setDirectories(kSystemFolderOnly) != 0;
     if (loadEntry(kernel, "SetDllDirectoryA", setDirectory)) setDirectory("");
+    for (const char* name : kAskedForByName) static_cast<void>(loadSystemLibrary(name));
 }
 
 // Where Windows would look for the library's own libraries beside the program, it begins with the library's
