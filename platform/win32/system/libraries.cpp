@@ -9,7 +9,8 @@ namespace {
 
 constexpr DWORD kSystemFolderOnly = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
 
-// What the system's own windows load by bare names, wherever it then comes from; one that is there already is taken.
+// What the system's own windows load by bare names, wherever it then comes from; one that is there already is
+// taken.
 constexpr const char* kAskedForByName[] = {"uxtheme.dll", "dwmapi.dll", "version.dll"};
 
 // From Windows 8 on, and on those before it that have the update.
