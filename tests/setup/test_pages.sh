@@ -18,7 +18,7 @@ settle() {
 dialog() { inspect dialog; }
 shows() { # TEXT  within half a minute, somewhere in the dialog
     local tries
-    for tries in $(seq 60); do dialog | cut -f 4 | tr -d '&' | grep -qF "$1" && return 0; sleep 0.5; done
+    for tries in $(seq 24); do dialog | cut -f 4 | tr -d '&' | grep -qF "$1" && return 0; sleep 0.5; done
     dialog
     return 1
 }
@@ -31,7 +31,7 @@ page() { # NAME TEXT
 press() { # CAPTION
     local left top right bottom
     read -r left top right bottom < <(dialog | awk -F '\t' -v wanted="$1" '$1 == "Button" && $2 == "enabled" { text = $4; gsub("&", "", text)
-        if (index(text, wanted) == 1) { print $3; exit } }')
+        if (index(text, wanted)) { print $3; exit } }')
     [ -n "${left:-}" ] || { check "$dpi DPI: the button $1 can be pressed" false; dialog; return; }
     xdotool mousemove $((left + 12)) $(((top + bottom) / 2)) click 1
 }
@@ -50,7 +50,7 @@ for dpi in 96 144; do
     running=$!
     page 1-folder 'für alle Benutzer'
     press 'Weiter'
-    page 2-parts 'Symbol auf dem Desktop'
+    page 2-parts 'Komponenten auswählen'
     press 'Zurück'
     shows 'Zielverzeichnis'
     press 'Abbrechen'
@@ -58,7 +58,7 @@ for dpi in 96 144; do
     press 'Nein'
     shows 'Zielverzeichnis'
     press 'Weiter'
-    shows 'Symbol auf dem Desktop'
+    shows 'Komponenten auswählen'
     press 'Installieren'
     page 4-done 'Bromvale jetzt starten'
     press 'Bromvale jetzt starten'
