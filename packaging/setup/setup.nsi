@@ -81,7 +81,6 @@ Var Text     ; of the failure that is to be told
 !define MUI_PAGE_CUSTOMFUNCTION_PRE TellWhatIsDone
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_NOAUTOCLOSE
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Bromvale.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "Bromvale jetzt starten"
 !insertmacro MUI_PAGE_FINISH

@@ -18,7 +18,7 @@ settle() {
 dialog() { inspect dialog; }
 shows() { # TEXT  within half a minute, somewhere in the dialog
     local tries
-    for tries in $(seq 24); do dialog | cut -f 4 | tr -d '&' | grep -qF "$1" && return 0; sleep 0.5; done
+    for tries in $(seq 12); do dialog | cut -f 4 | tr -d '&' | grep -qF "$1" && return 0; sleep 0.5; done
     dialog
     return 1
 }
@@ -54,7 +54,7 @@ for dpi in 96 144; do
     press 'Zurück'
     shows 'Zielverzeichnis'
     press 'Abbrechen'
-    page 3-question 'wirklich abbrechen'
+    page 3-question 'abbrechen möchten'
     press 'Nein'
     shows 'Zielverzeichnis'
     press 'Weiter'
