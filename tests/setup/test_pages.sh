@@ -78,15 +78,13 @@ for dpi in 96 144; do
     running=$!
     page 5-running 'Bromvale läuft noch'
     press 'OK'
-    page 6-remove 'Bromvale deinstallieren'
+    page 6-remove 'Klicken Sie auf Deinstallieren'
     check "$dpi DPI: the program was closed" eval '! pgrep -f "Bromvale[.]exe$" >/dev/null || ! inspect control frmMain >/dev/null 2>&1'
     press 'Deinstallieren'
     page 7-undo-files 'Sollen sie endgültig gelöscht werden'
     press 'Nein'
     page 8-removed 'abgeschlossen'
     press 'Beenden'
-    press 'Schließen'
-    press 'Fertig'
     check "$dpi DPI: the removal ends" ended $running
     check "$dpi DPI: the undo file stays" [ -f "$(program_folder)/Backup/R1.reg" ]
     stop_all
