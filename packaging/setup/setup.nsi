@@ -90,6 +90,7 @@ Var Text     ; of the failure that is to be told
 
 Section "Bromvale mit Hilfe" SectionProgram
     SectionIn RO
+    SetDetailsPrint none
     AddSize ${SIZE64} ; the files are unpacked by a function, whose size nobody adds
     Call RefuseWhileRunning
     Call RefuseFolder
