@@ -46,6 +46,7 @@ FunctionEnd
 ; once more.
 Section "Uninstall"
     Call un.RefuseWhileRunning
+    SetDetailsPrint none ; the line above the bar would name folders that nobody knows
     SetOutPath "$TEMP"
     Call un.AskForUndoFiles
     ClearErrors

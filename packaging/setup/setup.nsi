@@ -81,7 +81,6 @@ Var Text     ; of the failure that is to be told
 !define MUI_PAGE_CUSTOMFUNCTION_PRE TellWhatIsDone
 !insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_INSTFILES
-!define MUI_FINISHPAGE_NOAUTOCLOSE
 !define MUI_FINISHPAGE_RUN "$INSTDIR\Bromvale.exe"
 !define MUI_FINISHPAGE_RUN_TEXT "Bromvale jetzt starten"
 !insertmacro MUI_PAGE_FINISH
@@ -91,6 +90,8 @@ Var Text     ; of the failure that is to be told
 
 Section "Bromvale mit Hilfe" SectionProgram
     SectionIn RO
+    SetDetailsPrint none
+    AddSize ${SIZE64} ; the files are unpacked by a function, whose size nobody adds
     Call RefuseWhileRunning
     Call RefuseFolder
     Call Mend

@@ -190,6 +190,26 @@ BOOL CALLBACK keepLongestStatic(HWND window, LPARAM result) {
     return TRUE;
 }
 
+BOOL CALLBACK printPart(HWND window, LPARAM) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    if (IsWindowVisible(window))
+        print(utf8(className(window)) + "\t" + (IsWindowEnabled(window) ? "enabled" : "disabled") + "\t" +
+              placeText(place) + "\t" + oneLine(utf8(windowText(window))));
+    return TRUE;
+}
+
+// What is seen of the dialog in front: of an installer's page, or of the box before it.
+int showDialog(const Arguments&) {
+    for (const TopWindow& each : visibleTopWindows()) {
+        if (each.className != L"#32770" || !IsWindowEnabled(each.window)) continue;
+        printPart(each.window, 0);
+        EnumChildWindows(each.window, printPart, 0);
+        return 0;
+    }
+    return 1;
+}
+
 // A program that is just painting its first window answers late; the drivers wait for a condition, never for
 // a time.
 int waitFor(const Arguments& arguments) {
@@ -302,6 +322,7 @@ constexpr Command Commands[] = {
     {"bar-item", 2, showBarItem, "LISTBAR ITEM: centre of an item of the open bar, counted over all bars"},
     {"bar-header", 2, showBarHeader, "LISTBAR BAR: centre of a bar's header"},
     {"message-box", 0, showMessageBox, "caption, texts and buttons of the open message box"},
+    {"dialog", 0, showDialog, "the visible parts of the open dialog: class, enabled, place, text"},
     {"wait", 3, waitFor, "NAME TEXT SECONDS: until the control is visible and its text begins so"},
     {"wait-box", 2, waitForBox,
      "TEXT SECONDS: until a message box says so; without a text until none is open"},
