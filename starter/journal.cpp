@@ -88,7 +88,7 @@ bool beginJournal(Machine& machine, const std::u16string& id) {
 }
 
 bool noteStage(Machine& machine, Stage stage) {
-    const char16_t digit = static_cast<char16_t>(u'0' + static_cast<int>(stage));
+    const auto digit = static_cast<char16_t>(u'0' + static_cast<int>(stage));
     const bool done = machine.setValue(ownPlace(), textValue(std::u16string(kStage), {&digit, 1}));
     machine.flush();
     return done;
