@@ -17,14 +17,14 @@ kill_after() { # SECONDS
     kill -9 "$(pgrep -P $shell)" 2>/dev/null
     wait $shell 2>/dev/null
 }
-program_is_gone() { in_wine "$wine_loader" tasklist 2>/dev/null | grep -qi '^Bromvale.exe' && return 1; return 0; }
+end_program() { in_wine "$wine_loader" taskkill /f /im Bromvale.exe >/dev/null 2>&1; }
 
 bad=0 killed=0
 for round in $(seq "$rounds"); do
     folder_settings AutoScan 1 AutoClose 1 1stRun 0 EMail stick@b.de
     file_before=$(cat "$portable/Einstellungen.reg")
     kill_after "$(printf '%d.%03d' $((round * 60 / 1000)) $((round * 60 % 1000)))"
-    wait_for program_is_gone
+    end_program
     ! journal_is_there || killed=$((killed + 1))
     if ! starter || ! export_all "$after" || ! same_registry "$before" "$after" ||
         ! grep -qa '^"EMail"="stick@b.de"' "$portable/Einstellungen.reg"; then
