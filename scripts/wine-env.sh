@@ -13,7 +13,7 @@
 #   seed_example                 the example machine's entries and files
 #   associate_undo_files         the shell's verbs "Open" and "Edit" for registry files
 #   program_version              the version of the program
-#   start_xvfb, start_desktop, screenshot FILE.png
+#   start_xvfb, start_desktop, screenshot FILE.png, settle
 #
 # Nothing outside the project folder is touched: the home folder, the locale and all caches lie in build/wine.
 
@@ -223,6 +223,17 @@ start_desktop() {
 screenshot() {
     mkdir -p "$(dirname "$1")"
     import -window root "png:$1.new" && mv "$1.new" "$1"
+}
+
+# Painting is gathered by the program; a picture is taken when two in a row are the same.
+settle() {
+    local before='' now tries
+    for tries in $(seq 20); do
+        now=$(import -window root rgb:- | md5sum)
+        [ "$now" = "$before" ] && return 0
+        before=$now
+        sleep 0.15
+    done
 }
 
 # Ends what this shell started: the prefix's programs and the screen.

@@ -88,17 +88,6 @@ checked() { [ "$(field "$1" 3)" = checked ]; }
 text_of() { inspect text "$1"; }
 shot() { screenshot "$artefacts/$1.png"; }
 
-# Painting is gathered by the program; a picture is taken when two in a row are the same.
-settle() {
-    local before='' now tries
-    for tries in $(seq 20); do
-        now=$(import -window root rgb:- | md5sum)
-        [ "$now" = "$before" ] && return 0
-        before=$now
-        sleep 0.15
-    done
-}
-
 # --- touching -----------------------------------------------------------------------------------
 
 place() { field "$1" 4; }

@@ -6,15 +6,6 @@ artefacts=build/artefacts/setup
 rm -rf "$artefacts"
 
 shot() { screenshot "$artefacts/$dpi-$1.png"; }
-settle() {
-    local before='' now tries
-    for tries in $(seq 20); do
-        now=$(import -window root rgb:- | md5sum)
-        [ "$now" = "$before" ] && return 0
-        before=$now
-        sleep 0.15
-    done
-}
 dialog() { inspect dialog; }
 shows() { # TEXT  within half a minute, somewhere in the dialog
     local tries

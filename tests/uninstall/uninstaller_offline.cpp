@@ -30,6 +30,17 @@ class UninstallerTest : public ProgramsTest {
         return "C:\\Programme\\" + name + "\\weg.exe /still";
     }
     static void click() { form().programs.cmdDeinstall.userClick(); }
+    // Of a standard user on Windows 7, with Yes to both questions.
+    void removeWithoutRights(HKEY hive) {
+        program(hive, "Alpha", "Alpha", "C:\\Weg\\weg.exe");
+        openPage();
+        offline::machine().setOs({2, 6, 1, 7601});
+        offline::machine().rights.token = offline::Rights::Token::Standard;
+        list().userSelect({1});
+        answer(IDYES);
+        answer(IDYES);
+        click();
+    }
 };
 
 TEST_F(UninstallerTest, UninstallingAsksAndStartsTheCommandOnYes) {
@@ -205,14 +216,7 @@ TEST_F(UninstallerTest, AKeyWithSubKeysStaysOnTheNtFamily) {
 // --- rights ---
 
 TEST_F(UninstallerTest, AnEntryOfTheMachineStaysWhereTheRightsAreMissing) {
-    program(HKEY_LOCAL_MACHINE, "Alpha", "Alpha", "C:\\Weg\\weg.exe");
-    openPage();
-    offline::machine().setOs({2, 6, 1, 7601});
-    offline::machine().rights.token = offline::Rights::Token::Standard;
-    list().userSelect({1});
-    answer(IDYES);
-    answer(IDYES);
-    click();
+    removeWithoutRights(HKEY_LOCAL_MACHINE);
     EXPECT_EQ(
         asked().back(),
         "Ihnen fehlen die Rechte, Schlüssel unterhalb von HKEY_LOCAL_MACHINE zu entfernen.\r\nDer Eintrag "
@@ -222,14 +226,7 @@ TEST_F(UninstallerTest, AnEntryOfTheMachineStaysWhereTheRightsAreMissing) {
 }
 
 TEST_F(UninstallerTest, AnEntryOfTheUserGoesWithoutRights) {
-    program(HKEY_CURRENT_USER, "Alpha", "Alpha", "C:\\Weg\\weg.exe");
-    openPage();
-    offline::machine().setOs({2, 6, 1, 7601});
-    offline::machine().rights.token = offline::Rights::Token::Standard;
-    list().userSelect({1});
-    answer(IDYES);
-    answer(IDYES);
-    click();
+    removeWithoutRights(HKEY_CURRENT_USER);
     EXPECT_EQ(boxes().size(), 2u);
     EXPECT_FALSE(keyExists(HKEY_CURRENT_USER, keyOf("Alpha")));
 }
