@@ -6,8 +6,8 @@
 set -u
 cd "$(dirname "$0")" || exit 1
 
-stages=(style native build windows blackbox desktop)
-declare -A share=([style]=70 [native]=390 [build]=90 [windows]=380 [blackbox]=90 [desktop]=140 [real]=40 [setup]=300 [long]=7200)
+stages=(style native build windows blackbox setup desktop)
+declare -A share=([style]=70 [native]=390 [build]=90 [windows]=380 [blackbox]=90 [setup]=80 [desktop]=140 [real]=40 [long]=7200)
 declare -A tools=([style]='native windows' [native]='native release' [build]='windows whole release' [windows]='native windows whole'
                   [blackbox]='native windows whole' [setup]='windows whole release desktop' [desktop]='windows whole desktop'
                   [real]=native [long]='native windows whole release desktop')
@@ -21,9 +21,9 @@ usage() {
   build      Bromvale.exe in both widths, warnings as errors; what the 32-bit one imports
   windows    the tests built for Windows, run under Wine; the lower folders' as 32-bit programs too
   blackbox   the whole program through its settings alone, under Wine and offline
+  setup      the installer under Wine, in both widths: the machine before and after it; all its pages by mouse
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
   real       two real registries, which are no part of the project: BROMVALE_SHARED_DATA_DIR, or ../shared/data
-  setup      only where it is named: the installer under Wine, in both widths: the machine before and after it
   long       only where it is named: clang-tidy over every source, 20,000 generated machines, all faults with the log on,
              a release made twice in different circumstances
 
@@ -36,7 +36,7 @@ have_real() { [ -f "$data/win7-x86-hklm.reg.xz" ] && [ -f "$data/winme-hklm.reg.
 
 chosen=()
 for stage in "$@"; do
-    case " ${stages[*]} real setup long " in
+    case " ${stages[*]} real long " in
         *" $stage "*) chosen+=("$stage") ;;
         *) usage; [ "$stage" = --help ]; exit ;;
     esac
@@ -52,7 +52,7 @@ export CTEST_PARALLEL_LEVEL
 
 table=
 status=0 real='not run'
-for stage in "${stages[@]}" real setup long; do
+for stage in "${stages[@]}" real long; do
     [[ " ${chosen[*]} " == *" $stage "* ]] || continue
     printf '== %s\n' "$stage"
     start=$SECONDS result=

@@ -33,6 +33,8 @@ OutFile "${OUT}"
 ; Stands for "none was given": which one it is then, the start decides.
 !define NO_FOLDER "Programmordner\Bromvale"
 InstallDir "${NO_FOLDER}"
+; Else a drive's root that was given would be passed over in silence, and the usual folder taken: RefuseFolder says no to it.
+AllowRootDirInstall true
 ; Administrators are asked for their rights from Vista on, all others install for themselves.
 RequestExecutionLevel highest
 ManifestSupportedOS all

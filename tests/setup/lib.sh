@@ -22,11 +22,20 @@ machine() { # 64|32 [VERSION]
     [ $# = 1 ] || in_wine "$wine_loader" reg add 'HKCU\Software\Wine' /v Version /d "$2" /f >/dev/null
     for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
     import_registry tests/blackbox/small.reg
-    # The rest of what is to be there before anything is compared: Wine makes some keys at the first use.
+    # The shell's own class, by which an installer of this width makes its icons.
+    key='HKLM\Software\Classes\CLSID\{00021401-0000-0000-C000-000000000046}\InProcServer32'
+    in_wine "$wine_loader" reg add "$key" /ve /d 'C:\windows\system32\shell32.dll' /f >/dev/null
+    in_wine "$wine_loader" reg add "$key" /v ThreadingModel /d Apartment /f >/dev/null
+    # The rest of what is to be there before anything is compared: Wine makes some keys at the first use. Without its
+    # components' classes the program waits for somebody who reads what it tells.
+    import_registry resources/components.reg
     mkdir -p "$prefix/drive_c/warm"
     cp "build/win$1/Bromvale.exe" "$prefix/drive_c/warm/"
     (cd "$prefix/drive_c/warm" && in_wine timeout 60 "$wine_loader" Bromvale.exe -d >/dev/null 2>&1)
     rm -rf "$prefix/drive_c/warm"
+    for key in $(sed -nE 's/^\[HKEY_LOCAL_MACHINE\\([^]]*)\]\r?$/HKLM\\\1/p' resources/components.reg); do
+        in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1
+    done
     in_wine "$wine_loader" reg delete 'HKCU\Software\Bromvale' /f >/dev/null 2>&1
 }
 
@@ -44,8 +53,9 @@ uninstall() {
     folder=$prefix/drive_c/${folder#?:\\}
     started "$(entry QuietUninstallString)"
     result=$?
+    [ $result = 0 ] || return $result
     for tries in $(seq 100); do [ -e "${folder//\\//}/Entfernen.exe" ] || break; sleep 0.1; done
-    return $result
+    return 0
 }
 
 # The registry without the times of its keys, and all files but temporary ones. The system's list of files that are to go

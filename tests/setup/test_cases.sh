@@ -13,11 +13,17 @@ reg() { in_wine "$wine_loader" reg "$@" 2>/dev/null </dev/null | tr -d '\r'; }
 default_of() { reg query "$1" /ve | sed -n 's/^.* REG_SZ  *//p'; }
 there() { in_wine "$wine_loader" reg query "$@" >/dev/null 2>&1; }
 gone() { ! there "$@"; }
-code() { "$@"; echo $?; }
+ends_with() { # CODE COMMAND...
+    local wanted=$1 result
+    shift
+    "$@"
+    result=$?
+    [ $result = "$wanted" ] || { printf 'ended with %s:\n' "$result"; return 1; }
+}
 folder=$(program_folder)
 
 reg add "$classes\\$socket" /ve /d 'Von jemand anderem' /f >/dev/null
-check "installed" [ "$(code install /DESKTOP)" = 0 ]
+check "installed" ends_with 0 install /DESKTOP
 check "with its icon on the desktop" [ -n "$(find "$prefix/drive_c/users/" -path '*/Desktop/Bromvale.lnk')" ]
 check "a class that was there keeps its name" [ "$(default_of "$classes\\$socket")" = 'Von jemand anderem' ]
 check "a class that was missing is there" there "$classes\\$timer"
@@ -27,12 +33,12 @@ echo 'older help' >"$folder/Bromvale.chm"
 mkdir -p "$folder/Backup"
 for file in liste.txt bromvale.log Backup/R1.reg; do echo "$file" >"$folder/$file"; done
 set_setting AutoScan 1
-check "over an older version" [ "$(code install)" = 0 ]
+check "over an older version" ends_with 0 install
 check "the program is the new one" cmp -s "$folder/Bromvale.exe" build/win64/Bromvale.exe
 check "so is the help" cmp -s "$folder/Bromvale.chm" build/win64/Bromvale.chm
 for file in liste.txt bromvale.log Backup/R1.reg; do check "$file stays" [ "$(cat "$folder/$file")" = "$file" ]; done
 check "the settings stay" there 'HKCU\Software\Bromvale' /v AutoScan
-check "another folder is refused while it is there" [ "$(code install '/D=C:\Mein Bromvale')" = 2 ]
+check "another folder is refused while it is there" ends_with 2 install '/D=C:\Mein Bromvale'
 check "and not made" [ ! -e "$prefix/drive_c/Mein Bromvale" ]
 
 # The program at work: a message of the first start would wait for an answer.
@@ -40,8 +46,8 @@ settings AutoScan 0 AutoEntfernen 0 AutoClose 0 1stRun 0 Protokoll 0
 (cd "$folder" && in_wine "$wine_loader" Bromvale.exe >/dev/null 2>&1 &)
 in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe wait frmMain '' 60
 echo 'older help' >"$folder/Bromvale.chm"
-check "refused while it runs" [ "$(code install)" = 3 ]
-check "its removal too" [ "$(code uninstall)" = 3 ]
+check "refused while it runs" ends_with 3 install
+check "its removal too" ends_with 3 uninstall
 check "nothing was changed" [ "$(cat "$folder/Bromvale.chm")" = 'older help' ]
 in_wine "$wine_loader" taskkill /f /im Bromvale.exe >/dev/null 2>&1
 
@@ -50,12 +56,12 @@ cp "$prefix/drive_c/windows/system32/ping.exe" "$folder/Bromvale.exe"
 cp "$folder/Bromvale.exe" "$work/in-use.exe"
 (cd "$folder" && in_wine "$wine_loader" Bromvale.exe -n 60 127.0.0.1 >/dev/null 2>&1 &)
 sleep 2
-check "a program in use is not replaced" [ "$(code install)" = 2 ]
+check "a program in use is not replaced" ends_with 2 install
 check "it is as it was" cmp -s "$folder/Bromvale.exe" "$work/in-use.exe"
 check "so is the help beside it" [ "$(cat "$folder/Bromvale.chm")" = 'older help' ]
 check "no folder of the exchange is left" [ -z "$(find "$folder" -name 'Bromvale.*' -type d | tee "$work/left")" ]
 cat "$work/left"
-check "nor removed" [ "$(code uninstall)" = 2 ]
+check "nor removed" ends_with 2 uninstall
 check "and nothing else has gone" [ -f "$folder/Bromvale.chm" ]
 in_wine "$wine_loader" taskkill /f /im Bromvale.exe >/dev/null 2>&1
 
@@ -63,7 +69,7 @@ reg add "$classes\\$images\\InprocServer32" /ve /d 'C:\y.ocx' /f >/dev/null
 reg add "$classes\\$bar" /ve /d 'Anders registriert' /f >/dev/null
 run='HKLM\Software\Microsoft\Windows\CurrentVersion\Run'
 reg add "$run" /v Bromvale /d 'C:\Program Files\Bromvale\Bromvale.exe -d' /f >/dev/null
-check "removed" [ "$(code uninstall)" = 0 ]
+check "removed" ends_with 0 uninstall
 check "the class that was added is gone" gone "$classes\\$timer"
 check "what others put below one stays, and its name" [ -n "$(default_of "$classes\\$images")" ]
 check "one that others have named anew stays" [ "$(default_of "$classes\\$bar")" = 'Anders registriert' ]
@@ -78,14 +84,14 @@ rm -rf "$folder"
 files_now "$work/files-before"
 entry_root=HKCU
 reg add "$run" /v Bromvale /d 'C:\Anderswo\Bromvale.exe -d' /f >/dev/null
-check "installed for the user alone" [ "$(code install /NUTZER)" = 0 ]
+check "installed for the user alone" ends_with 0 install /NUTZER
 check "below the local application data" [ -f "$(find "$prefix/drive_c/users" -path '*/Local/Programs/Bromvale/Bromvale.exe')" ]
 check "its classes are the user's" there "HKCU\\Software\\Classes\\CLSID\\$timer"
 check "and not the machine's" gone "$classes\\$timer"
 check "a class of the machine is not doubled" gone "HKCU\\Software\\Classes\\CLSID\\$socket"
-check "who has it for himself keeps it so" [ "$(code install)" = 0 ]
+check "who has it for himself keeps it so" ends_with 0 install
 check "with no entry for the machine" gone "HKLM\\$entry_key"
-check "removed for the user" [ "$(code uninstall)" = 0 ]
+check "removed for the user" ends_with 0 uninstall
 check "a start that names another program stays" there "$run" /v Bromvale
 reg delete "$run" /v Bromvale /f >/dev/null
 registry_now "$work/registry-after"
@@ -98,14 +104,14 @@ entry_root=HKLM
 own=$prefix/drive_c/Mein\ Bromvale
 mkdir -p "$own"
 : >"$own/Brief.txt"
-check "a folder with other files is refused" [ "$(code install '/D=C:\Mein Bromvale')" = 2 ]
+check "a folder with other files is refused" ends_with 2 install '/D=C:\Mein Bromvale'
 check "and stays as it is" [ "$(ls "$own")" = Brief.txt ]
-check "a drive's root is refused" [ "$(code install '/D=C:\')" = 2 ]
+check "a drive's root is refused" ends_with 2 install '/D=C:\'
 rm "$own/Brief.txt"
-check "an empty folder will do" [ "$(code install '/D=C:\Mein Bromvale\')" = 0 ]
+check "an empty folder will do" ends_with 0 install '/D=C:\Mein Bromvale\'
 check "the program is there" cmp -s "$own/Bromvale.exe" build/win64/Bromvale.exe
 cp "$own/Entfernen.exe" "$work/"
-check "removed from there" [ "$(code uninstall)" = 0 ]
+check "removed from there" ends_with 0 uninstall
 check "with its folder" [ ! -e "$own" ]
 
 # Among libraries that others have put beside it.
