@@ -7,8 +7,12 @@
 namespace bromvale {
 
 // Lets the user interface process all waiting events: handlers of other controls run inside this call.
-// Paintings that are due (at most a dozen a second) are made first.
+// Paintings that are due (at most ten a second) are made first.
 void DoEvents();
+
+// The same for a loop that comes by for every registry value: waiting events are looked for every 10 ms only,
+// since with a window a look costs more than the value's reading. Offline it is the same as DoEvents.
+void DoEventsOften();
 
 // For a routine at work that no handler may interrupt: lets the windows paint themselves, be moved, put aside
 // and brought back, and answer the system, which otherwise takes them for hung. Keys, clicks into the windows
@@ -22,7 +26,7 @@ void WaitForEvents(unsigned milliseconds);
 // Serves events until no form is loaded.
 void RunEventLoop();
 
-// Called once by each DoEvents: tests act here while a routine is at work. Empty for none.
+// Called once by each DoEvents, often or not: tests act here while a routine is at work. Empty for none.
 void setPumpObserver(std::function<void()> observer);
 
 // What happens to a failure that no handler below an event caught. Set once by the start-up code;

@@ -75,7 +75,7 @@ void judgeGroup(std::string_view hiveName, EntryGroup& group, RowSink& rows) {
     const int count = group.count();
     if (group.isLeftAlone()) kCheckReg.step([&] { traceLeftAlone(group, hiveName); });
     for (int index = 1; index <= count; ++index) {
-        kCheckReg.step(DoEvents);
+        kCheckReg.step(DoEventsOften);
         if (!group.isLeftAlone()) kCheckReg.step([&] { CheckFile(hiveName, index, group, rows); });
         if (group.count() == 0) break;
     }

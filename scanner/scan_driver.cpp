@@ -136,7 +136,7 @@ bool Scan::checkEntries() {
         CheckQuerVerbindung(parts_, group_, page_);
         if (endedByAbort("Der Scan wurde abgebrochen")) return false;
         if (std::exchange(group_.repeat, false)) --entry_;
-        kStartButton.step(DoEvents);
+        kStartButton.step(DoEventsOften);
     }
     return true;
 }

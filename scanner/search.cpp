@@ -101,9 +101,9 @@ bool addValues(const SearchSpec& spec, ScanLines& lines) {
     for (std::size_t place = 0; place < names.size();) {
         if (ScanAbort) return false;
         if (armed) {
-            routine.step(DoEvents);
+            routine.step(DoEventsOften);
         } else {
-            DoEvents();
+            DoEventsOften();
         }
         const std::string_view name = nameAt(names, place);
         const std::string_view data = QueryStringValue(spec.SearchHive, spec.SearchKey, name.data());
@@ -165,7 +165,7 @@ void FindString(SearchSpec& spec, ScanLines& lines) {
             levels.pop_back();
             continue;
         }
-        quietly(DoEvents);
+        quietly(DoEventsOften);
         const std::string_view name = nameAt(level.subKeys, level.next);
         level.next += name.size() + 1;
         if (!spec.SearchKey.empty()) spec.SearchKey += '\\';

@@ -198,7 +198,9 @@ make_windows_file() {
 
 start_xvfb() {
     local size=${1:-1280x1024} number_file tries
-    mkdir -p "$wine_top"
+    mkdir -p "$wine_top" "$wine_home"
+    # Where there are no defaults at all, X's library looks for them anew for each font that is selected.
+    [ -f "$wine_home/.Xdefaults" ] || echo 'bromvale.defaults: none' >"$wine_home/.Xdefaults"
     number_file=$(mktemp "$wine_top/display.XXXXXX")
     Xvfb -displayfd 7 -screen 0 "${size}x24" -nolisten tcp -noreset 7>"$number_file" >/dev/null 2>&1 &
     xvfb_pid=$!

@@ -121,6 +121,28 @@ TEST_F(Controls, ATimerTicksWhenItsTimeIsOver) {
     EXPECT_EQ(ticks, 1);
 }
 
+TEST_F(Controls, ALoopThatServesEventsOftenServesThemSoon) {
+    int ticks = 0;
+    form_.timer.onTimer = [&] { ++ticks; };
+    form_.timer.setInterval(50);
+    form_.timer.setEnabled(true);
+    for (int i = 0; i < 40 && ticks == 0; ++i) {
+        WaitForEvents(10);
+        DoEventsOften();
+    }
+    EXPECT_EQ(ticks, 1);
+}
+
+// Whatever is looked for: who acts between two entries of a scan acts between all of them.
+TEST_F(Controls, TheObserverSeesEachServingOfEvents) {
+    int seen = 0;
+    setPumpObserver([&] { ++seen; });
+    for (int i = 0; i < 100; ++i) DoEventsOften();
+    DoEvents();
+    setPumpObserver({});
+    EXPECT_EQ(seen, 101);
+}
+
 TEST_F(Controls, AnotherSizeRunsTheResizeHandlerOnce) {
     const int before = form_.resized;
     form_.setPlace({0, 0, 7500, 6000});

@@ -76,6 +76,10 @@ void DoEvents() {
     offline::machine().pump.serve();
 }
 
+void DoEventsOften() {
+    DoEvents();
+}
+
 void ServeWindows() {
     offline::machine().pump.serveWindows();
 }

@@ -41,6 +41,9 @@ void serveWindowMessages(const MessageRange& range) {
 // Milliseconds between two servings of the windows; in between ServeWindows looks at the clock only.
 constexpr DWORD kServingStep = 20;
 
+// The same between two looks of a loop that serves events often: Windows' own clock moves no faster.
+constexpr DWORD kLookingStep = 10;
+
 std::function<void()> pumpObserver;
 
 bool pressed(int key) {
@@ -100,9 +103,7 @@ void serve(const MSG& message) {
     DispatchMessageA(&message);
 }
 
-}  // namespace
-
-void DoEvents() {
+void takeMessages() {
     flushDuePaints();
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
@@ -112,6 +113,21 @@ void DoEvents() {
             break;
         }
         serve(message);
+    }
+}
+
+}  // namespace
+
+void DoEvents() {
+    takeMessages();
+    if (pumpObserver) pumpObserver();
+}
+
+void DoEventsOften() {
+    static DWORD servedAt = 0;
+    if (const DWORD now = GetTickCount(); now - servedAt >= kLookingStep) {
+        servedAt = now;
+        takeMessages();
     }
     if (pumpObserver) pumpObserver();
 }

@@ -7,9 +7,8 @@ namespace bromvale {
 
 namespace {
 
-// Milliseconds. A dozen pictures a second look lively in labels and a bar; 60 cost a scan a third of its
-// time.
-constexpr DWORD kFrame = 80;
+// Milliseconds. Ten pictures a second look lively in labels and a bar; 60 cost a scan a third of its time.
+constexpr DWORD kFrame = 100;
 
 std::vector<WindowPeer*> waiting;
 DWORD flushedAt = 0;

@@ -16,7 +16,7 @@ struct WindowShape {
 };
 
 // One control's real window. Writes that only change what is painted are collected and made together, at most
-// a dozen times a second (see queuePaint); the others at once. While the peer itself changes the window,
+// ten times a second (see queuePaint); the others at once. While the peer itself changes the window,
 // `busy` holds and the notifications that come back are not taken for the user's.
 class WindowPeer : public ControlPeer {
   public:
@@ -100,7 +100,7 @@ class WindowPeer : public ControlPeer {
 };
 
 // Peers whose window is behind their control's state. A scan writes texts for every entry, while the eye
-// needs them at most a dozen times a second.
+// needs them at most ten times a second.
 void queuePaint(WindowPeer& peer);
 void forgetPaint(WindowPeer& peer);
 
