@@ -2,6 +2,7 @@
 # The installer's file: starts where Bromvale.exe starts, says in German what it is, and comes out the same twice.
 . "$(dirname "$0")/lib.sh"
 need_width 32
+check "it asks Windows for protection" tools/checks/check_hardening --installer "$setup"
 check "it imports what Windows 98 and NT4 have" tools/checks/check_imports --for setup "$setup"
 flat=$(tr -d '\0' <"$setup")
 for words in 'Installation von Bromvale' 'Bromvale developers' "$(basename "$setup" | sed 's/^setup-\(.*\).exe/Bromvale-\1-setup.exe/')"; do
