@@ -55,20 +55,20 @@ click() {
 
 # As a user would, who leaves all pages as they are.
 install_silently() {
-    local result
     in_wine "$wine_loader" "$setup" /S >/dev/null 2>&1
-    result=$?
-    [ $result != 0 ] || return 0
-    say "The installer ends with $result ($([ $result = 3 ] && echo 'Bromvale is running in there' || echo 'it failed'))." >&2
-    return 1
+    case $? in
+        0) ;;
+        3) die "Bromvale is running in $prefix already; close it first." ;;
+        *) die "The installer fails." ;;
+    esac
 }
 
 prepare_prefix() {
     [ -z "$fresh" ] || rm -rf "$wine_top/run64"
     use_prefix run64 64 || return 1
-    [ -z "$own_screen" ] || start_xvfb 1024x768 || return 1
+    [ -z "$own_screen" ] || start_xvfb 1024x768 || exit 1
     say "Installing it..."
-    install_silently || return 1
+    install_silently
     if [ ! -f "$prefix/seeded" ]; then
         say "Putting the example machine's entries beside Wine's own..."
         seed_example && associate_undo_files && touch "$prefix/seeded" || return 1
