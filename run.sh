@@ -5,10 +5,11 @@ cd "$(dirname "$0")"
 
 usage() {
     cat <<'EOF'
-./run.sh               installs what is missing, builds Bromvale.exe, opens its window under Wine in a private prefix
-                       that holds the example machine's entries, scans and prints the report. Without a display
-                       it runs on a virtual one and leaves screenshots in build/run. Its web services are a server on
-                       this machine, which answers from build/web/site and keeps what it was sent in build/web.
+./run.sh               installs what is missing, builds Bromvale.exe and its installer, installs it under Wine in a
+                       private prefix that holds the example machine's entries, opens its window, scans and prints
+                       the report. Without a display it runs on a virtual one and leaves screenshots in build/run. Its
+                       web services are a server on this machine, which answers from build/web/site and keeps what it
+                       was sent in build/web.
 ./run.sh --offline [ARGUMENT...]
                        needs no Wine: builds bromvale-offline and runs it, by default on the example machine.
                        Its arguments are told by ./run.sh --offline --help.
@@ -52,25 +53,32 @@ click() {
     xdotool mousemove $(((left + right) / 2)) $(((top + bottom) / 2)) click 1
 }
 
+# As a user would, who leaves all pages as they are.
+install_silently() {
+    in_wine "$wine_loader" "$setup" /S >/dev/null 2>&1
+    case $? in
+        0) ;;
+        3) die "Bromvale is running in $prefix already; close it first." ;;
+        *) die "The installer fails." ;;
+    esac
+}
+
 prepare_prefix() {
     [ -z "$fresh" ] || rm -rf "$wine_top/run64"
-    local new=
-    [ -f "$wine_top/run64/ready" ] || new=1
     use_prefix run64 64 || return 1
-    if [ -n "$new" ]; then
+    [ -z "$own_screen" ] || start_xvfb 1024x768 || exit 1
+    say "Installing it..."
+    install_silently
+    if [ ! -f "$prefix/seeded" ]; then
         say "Putting the example machine's entries beside Wine's own..."
-        seed_example || return 1
+        seed_example && associate_undo_files && touch "$prefix/seeded" || return 1
     fi
-    add_components || return 1
-    associate_undo_files || return 1
     # The scan starts with the window, and the first start's help stays closed.
-    set_setting AutoScan 1 && set_setting 1stRun 0 || return 1
-    install_program build/win64/here/Bromvale.exe
+    set_setting AutoScan 1 && set_setting 1stRun 0
 }
 
 show() {
-    local own_screen= program
-    if [ -z "${DISPLAY:-}" ]; then own_screen=1; start_xvfb 1024x768 || return 1; fi
+    local program
     start_desktop 1024x768
     rm -rf "$shots"
     mkdir -p "$shots"
@@ -104,13 +112,19 @@ esac
 
 scripts/install-tools.sh windows || fall_back "Wine or the cross compiler can't be installed here."
 scripts/install-tools.sh desktop || [ -n "${DISPLAY:-}" ] || fall_back "There is no display, and a virtual one can't be installed."
-say "Building Bromvale.exe, 64-bit and 32-bit..."
+scripts/install-tools.sh setup || fall_back "The installer's compiler can't be installed here."
+say "Building Bromvale.exe, 64-bit and 32-bit, and its installer..."
 build win64 bromvale bromvale-here inspect_window
-build win32 bromvale
-say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe; shown is build/win64/here/Bromvale.exe, whose web host is this machine"
+build win32 bromvale bromvale-here
 
 . scripts/wine-env.sh
 . scripts/web-env.sh
+setup=build/run-setup.exe
+packaging/setup/build-setup build/win32 build/win64 "$(program_version)" "$setup" program-here >build/setup.log 2>&1 ||
+    { cat build/setup.log >&2; die "The installer can't be made."; }
+say "Built: build/win64/Bromvale.exe and build/win32/Bromvale.exe; installed by $setup are the same, but with this machine as web host"
+own_screen=
+[ -n "${DISPLAY:-}" ] || own_screen=1
 trap 'stop_web; stop_all' EXIT
 # Nothing is newer than the program, until build/web/site/appver.txt says so.
 start_web "$(program_version)" || say "The web services can't be offered here; the program will find no network."

@@ -27,6 +27,7 @@ bromvale_help(bromvale)
 bromvale_web_host(web_host_here "127.0.0.1:28380")
 bromvale_program(bromvale-here web_host_here)
 set_target_properties(bromvale-here PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/here EXCLUDE_FROM_ALL ON)
+install(TARGETS bromvale-here RUNTIME DESTINATION . COMPONENT program-here EXCLUDE_FROM_ALL)
 if(TARGET bromvale-help)
   add_dependencies(bromvale-here bromvale-help)
   add_custom_command(TARGET bromvale-here POST_BUILD VERBATIM

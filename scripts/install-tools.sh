@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs what is missing to build, run and test Bromvale on Debian 12.
-# Usage: scripts/install-tools.sh [native|windows|desktop|whole|release|all]...
+# Usage: scripts/install-tools.sh [native|windows|desktop|setup|whole|release|all]...
 #
 # native:  compiler, CMake, GoogleTest, clang's tools      desktop: virtual screen and its tools
 # windows: cross compilers and Wine. For run.sh: a Wine without its 32-bit half counts as there, and without the compiler
 #          of the help the program is built without its help.
+# setup:   the installer's compiler
 # release: what packs, signs and checks a release
 # whole:   both halves of Wine and the compiler of the help. For the tests, which leave nothing out.
 # Ends with 0 if everything asked for is there.
@@ -18,7 +19,8 @@ windows=(g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-
 help=(fp-utils)
 wine64=(wine wine64 fonts-wine)
 wine32=(wine32:i386)
-release=(nsis lintian diffoscope-minimal minisign python3-jsonschema python3-yaml zip unzip dpkg-dev fakeroot xz-utils git man-db)
+setup=(nsis)
+release=("${setup[@]}" lintian diffoscope-minimal minisign python3-jsonschema python3-yaml zip unzip dpkg-dev fakeroot xz-utils git man-db)
 desktop=(xvfb xdotool imagemagick x11-utils xauth procps python3)
 
 log=build/install.log
@@ -124,11 +126,12 @@ for what in "$@"; do
         native) group native "${native[@]}" || status=1 ;;
         windows) group windows "${windows[@]}" && group_help && group_wine || status=1 ;;
         desktop) group desktop "${desktop[@]}" || status=1 ;;
+        setup) group setup "${setup[@]}" || status=1 ;;
         release) group release "${release[@]}" || status=1 ;;
         whole) group_whole || status=1 ;;
         all) group native "${native[@]}" && group windows "${windows[@]}" && group_help && group desktop "${desktop[@]}" &&
-             group_wine || status=1 ;;
-        *) say "Usage: scripts/install-tools.sh [native|windows|desktop|whole|release|all]..."; exit 2 ;;
+             group setup "${setup[@]}" && group_wine || status=1 ;;
+        *) say "Usage: scripts/install-tools.sh [native|windows|desktop|setup|whole|release|all]..."; exit 2 ;;
     esac
 done
 exit $status

@@ -7,9 +7,9 @@
 #   import_registry FILE.reg     merges a file of the registry editor
 #   set_windows_version EXE win98|winme|...
 #   set_setting NAME VALUE       one text value of the program's own settings
-#   install_program EXE          copies Bromvale.exe, and the help that lies beside it, to their place in the prefix;
-#                                program_folder says where that is
-#   add_components, remove_components   the classes that the start-up looks for, where they are not there yet
+#   install_program EXE          for tests: Bromvale.exe, and the help that lies beside it, copied without the installer to
+#                                where that would put them; program_folder says where that is
+#   register_components          for tests: the classes that the start looks for, which the installer registers
 #   seed_example                 the example machine's entries and files
 #   associate_undo_files         the shell's verbs "Open" and "Edit" for registry files
 #   program_version              the version of the program
@@ -105,7 +105,6 @@ reset_prefix() {
     for file in system.reg user.reg userdef.reg; do
         cp --remove-destination "$wine_top/base$prefix_bits/$file" "$prefix/$file"
     done
-    rm -f "$(components_added)"
 }
 
 # What Windows sets up for registry files and Wine leaves out: "Open" merges them, "Edit" shows them.
@@ -118,41 +117,7 @@ associate_undo_files() {
 # The registry editor of the prefix's own width, so that no entry is redirected.
 import_registry() { in_wine "$wine_loader" 'C:\windows\regedit.exe' /S "$(windows_path "$1")"; }
 
-# What an installer does once: without these classes every start tells of missing components, although the program
-# brings all that it needs. A key that is there is left alone, and only what was added here is taken back.
-components=$bromvale_top/resources/components.reg
-class_root='HKLM\Software\Classes\CLSID'
-components_added() { printf '%s/components-added' "$prefix"; }
-add_components() {
-    local known id name
-    known=$(in_wine "$wine_loader" reg query "$class_root" 2>/dev/null | tr -d '\r')
-    while IFS=$'\t' read -r id name; do
-        grep -qiF "$id" <<<"$known" && continue
-        # Without /f, and with nobody to answer, a value that is there after all is kept.
-        in_wine "$wine_loader" reg add "$class_root\\$id" /ve /d "$name" </dev/null >/dev/null || return 1
-        printf '%s\t%s\n' "$id" "$name" >>"$(components_added)"
-    done < <(component_rows)
-}
-# A key that others have put something into keeps all but our name.
-remove_components() {
-    local id name key content
-    [ -f "$(components_added)" ] || return 0
-    while IFS=$'\t' read -r id name; do
-        key=$class_root\\$id
-        in_wine "$wine_loader" reg query "$key" /ve 2>/dev/null | tr -d '\r' | sed -n 's/^.* REG_SZ  *//p' | grep -qxF "$name" || continue
-        content=$(in_wine "$wine_loader" reg query "$key" /s 2>/dev/null | grep -c '[^[:space:]]')
-        if [ "$content" = 2 ]; then # the key's own line and its default value's
-            in_wine "$wine_loader" reg delete "$key" /f >/dev/null
-        else
-            in_wine "$wine_loader" reg delete "$key" /ve /f >/dev/null
-        fi
-    done <"$(components_added)"
-    rm -f "$(components_added)"
-}
-# A class and its name a line, by a tab.
-component_rows() {
-    tr -d '\r' <"$components" | sed -n 's/^\[.*\\\({.*}\)\]$/\1/p; s/^@="\(.*\)"$/\1/p' | paste - -
-}
+register_components() { import_registry "$bromvale_top/resources/components.reg"; }
 windows_path() { local path; path=$(realpath -m "$1"); printf 'Z:%s' "${path//\//\\}"; }
 
 set_windows_version() {

@@ -3,6 +3,7 @@
 ;   VERSION           1.2.3
 ;   STAGE32, STAGE64  folders with the files of the program of each width
 ;   LISTS             what build-setup says about them and about the components' classes
+;   PICTURE           of the last pages
 ;   TOP, OUT          the project's folder; the file to be made
 ;
 ; /S is silent, /D=FOLDER (the last one, without quotes) sets the folder, /NUTZER installs for the user alone where
@@ -72,6 +73,9 @@ Var Text     ; of the failure that is to be told
 
 !define MUI_ICON "${TOP}/resources/icons/bromvale.ico"
 !define MUI_UNICON "${TOP}/resources/icons/bromvale.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
+!define MUI_UNWELCOMEFINISHPAGE_BITMAP "${PICTURE}"
+!define MUI_FINISHPAGE_NOREBOOTSUPPORT
 !define MUI_COMPONENTSPAGE_NODESC
 !define MUI_ABORTWARNING
 
@@ -88,6 +92,7 @@ Var Text     ; of the failure that is to be told
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_UNPAGE_FINISH
 !insertmacro MUI_LANGUAGE "German"
 
 Section "Bromvale mit Hilfe" SectionProgram

@@ -1,5 +1,6 @@
 #include <cstdio>
 
+#include "platform/win32/system/entries.h"
 #include "starter/texts.h"
 #include "starter/win32/wide.h"
 #include "starter/win32/windows_machine.h"
@@ -90,9 +91,10 @@ bool WindowsMachine::programRuns() {
 
 View WindowsMachine::programWidth() {
     BOOL(WINAPI * isWow64)(HANDLE, BOOL*);
-    findEntry("kernel32.dll", "IsWow64Process", isWow64);
     BOOL is = FALSE;
-    return isWow64 != nullptr && isWow64(GetCurrentProcess(), &is) && is ? View::Bits64 : View::Bits32;
+    if (loadEntry(GetModuleHandleA("kernel32.dll"), "IsWow64Process", isWow64))
+        isWow64(GetCurrentProcess(), &is);
+    return is ? View::Bits64 : View::Bits32;
 }
 
 bool WindowsMachine::hasProgram(View width) {

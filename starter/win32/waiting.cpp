@@ -1,3 +1,4 @@
+#include "platform/win32/system/entries.h"
 #include "starter/win32/wide.h"
 #include "starter/win32/windows_machine.h"
 
@@ -40,8 +41,8 @@ HWND makeWindow() {
 // The program is told first, and writes its settings then.
 void beToldAfterTheProgram() {
     BOOL(WINAPI * setParameters)(DWORD, DWORD);
-    findEntry("kernel32.dll", "SetProcessShutdownParameters", setParameters);
-    if (setParameters != nullptr) setParameters(0x200, 0);
+    if (loadEntry(GetModuleHandleA("kernel32.dll"), "SetProcessShutdownParameters", setParameters))
+        setParameters(0x200, 0);
 }
 
 void serveWindow() {

@@ -1,27 +1,28 @@
 #include "starter/win32/wide.h"
 
+#include "platform/win32/system/entries.h"
+
 namespace bromvale::starter {
 namespace {
 
-constexpr const char* kRegistry = "advapi32.dll";
-constexpr const char* kKernel = "kernel32.dll";
-
 WideCalls find() {
     WideCalls calls{};
-    findEntry(kRegistry, "RegOpenKeyExW", calls.openKey);
-    findEntry(kRegistry, "RegCreateKeyExW", calls.createKey);
-    findEntry(kRegistry, "RegEnumValueW", calls.enumValue);
-    findEntry(kRegistry, "RegSetValueExW", calls.setValue);
-    findEntry(kRegistry, "RegDeleteValueW", calls.deleteValue);
-    findEntry(kRegistry, "RegDeleteKeyW", calls.deleteKey);
-    findEntry(kRegistry, "RegDeleteKeyExW", calls.deleteKeyEx);
-    findEntry(kKernel, "CreateFileW", calls.createFile);
-    findEntry(kKernel, "DeleteFileW", calls.deleteFile);
-    findEntry(kKernel, "MoveFileExW", calls.moveFile);
-    findEntry(kKernel, "GetFileAttributesW", calls.fileAttributes);
-    findEntry(kKernel, "GetModuleFileNameW", calls.moduleFileName);
-    findEntry(kKernel, "GetCommandLineW", calls.commandLine);
-    findEntry(kKernel, "CreateProcessW", calls.createProcess);
+    const HMODULE registry = GetModuleHandleA("advapi32.dll");
+    const HMODULE kernel = GetModuleHandleA("kernel32.dll");
+    loadEntry(registry, "RegOpenKeyExW", calls.openKey);
+    loadEntry(registry, "RegCreateKeyExW", calls.createKey);
+    loadEntry(registry, "RegEnumValueW", calls.enumValue);
+    loadEntry(registry, "RegSetValueExW", calls.setValue);
+    loadEntry(registry, "RegDeleteValueW", calls.deleteValue);
+    loadEntry(registry, "RegDeleteKeyW", calls.deleteKey);
+    loadEntry(registry, "RegDeleteKeyExW", calls.deleteKeyEx);
+    loadEntry(kernel, "CreateFileW", calls.createFile);
+    loadEntry(kernel, "DeleteFileW", calls.deleteFile);
+    loadEntry(kernel, "MoveFileExW", calls.moveFile);
+    loadEntry(kernel, "GetFileAttributesW", calls.fileAttributes);
+    loadEntry(kernel, "GetModuleFileNameW", calls.moduleFileName);
+    loadEntry(kernel, "GetCommandLineW", calls.commandLine);
+    loadEntry(kernel, "CreateProcessW", calls.createProcess);
     return calls;
 }
 

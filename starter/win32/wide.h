@@ -39,13 +39,6 @@ inline WCHAR* units(std::u16string& text) {
     return reinterpret_cast<WCHAR*>(text.data());
 }
 
-// An entry of a library that every program has loaded; null where this system lacks it.
-template <class Function>
-void findEntry(const char* library, const char* name, Function& function) {
-    function = reinterpret_cast<Function>(
-        reinterpret_cast<void (*)()>(GetProcAddress(GetModuleHandleA(library), name)));
-}
-
 // Vista has 6, XP 5.
 [[nodiscard]] inline unsigned systemMajor() {
     return GetVersion() & 0xFF;

@@ -14,10 +14,7 @@ if [ "$width" = 32 ]; then
         'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall'; do
         seen_by32 reg delete "$key" /f >/dev/null 2>&1
     done
-    while IFS=$'\t' read -r id name; do
-        seen_by32 reg add "$class_root\\$id" /ve /d "$name" /f </dev/null >/dev/null
-    done < <(component_rows)
-    seen_by32 'C:\windows\regedit.exe' /S "$(windows_path $here/halves.reg)"
+    for file in resources/components.reg $here/halves.reg; do seen_by32 'C:\windows\regedit.exe' /S "$(windows_path "$file")"; done
     install_program build/win32/Bromvale.exe
     wine_loader=/usr/lib/wine/wine
 fi

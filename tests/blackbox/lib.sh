@@ -40,8 +40,8 @@ prepare() { # 64|32 FILE.reg
     in_wine wineserver -p20
     in_wine "$wine_loader" reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null 2>&1
     for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
+    register_components
     import_registry "$2"
-    add_components
     rm -rf "$(program_folder)"
     install_program "build/win$1/Bromvale.exe"
     settings AutoScan 1 AutoEntfernen 1 AutoClose 1 1stRun 0

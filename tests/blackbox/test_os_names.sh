@@ -5,7 +5,7 @@ need_width 32
 prepare 32 resources/example/wine.reg
 # Nothing is there to find; the undo file of an empty removal is not written, so one dead entry stays.
 for key in "${scanned_keys[@]}"; do in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1; done
-add_components
+register_components
 
 header_of() { head -c 40 "$1" | tr -d '\r' | head -n 1; }
 named_system() { iconv -f CP1252 -t UTF-8 "$1" | tr -d '\r' | sed -n 's/^; Betriebssystem: //p'; }

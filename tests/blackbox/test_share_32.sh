@@ -7,7 +7,7 @@ entries=build/artefacts/blackbox/share.reg
 mkdir -p "$(dirname "$entries")"
 classes='HKEY_LOCAL_MACHINE\Software\Classes\CLSID'
 # Each of the nine scanned keys is an entry, too, and so is each component.
-sound=$((160 - 23 - ${#scanned_keys[@]} - $(component_rows | wc -l)))
+sound=$((160 - 23 - ${#scanned_keys[@]} - $(grep -c '^\[' resources/components.reg)))
 {
     printf 'REGEDIT4\r\n\r\n'
     for number in $(seq "$sound"); do

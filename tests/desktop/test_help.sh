@@ -7,7 +7,7 @@ use_prefix "$test_name" 64 || exit 1
 reset_prefix
 rm -rf "$(program_folder)"
 install_program build/win64/Bromvale.exe
-add_components
+register_components
 
 # The main window and the viewer's have the same caption.
 windows() { xdotool search --onlyvisible --name '^Bromvale$' 2>/dev/null | wc -l; }

@@ -28,14 +28,13 @@ machine() { # 64|32 [VERSION]
     in_wine "$wine_loader" reg add "$key" /v ThreadingModel /d Apartment /f >/dev/null
     # The rest of what is to be there before anything is compared: Wine makes some keys at the first use. Without its
     # components' classes the program waits for somebody who reads what it tells.
-    import_registry resources/components.reg
+    register_components
     mkdir -p "$prefix/drive_c/warm"
     cp "build/win$1/Bromvale.exe" "$prefix/drive_c/warm/"
     (cd "$prefix/drive_c/warm" && in_wine timeout 60 "$wine_loader" Bromvale.exe -d >/dev/null 2>&1)
     rm -rf "$prefix/drive_c/warm"
-    for key in $(sed -nE 's/^\[HKEY_LOCAL_MACHINE\\([^]]*)\]\r?$/HKLM\\\1/p' resources/components.reg); do
-        in_wine "$wine_loader" reg delete "$key" /f >/dev/null 2>&1
-    done
+    sed 's/^\[/[-/; /^@/d' resources/components.reg >"$work/no-components.reg"
+    import_registry "$work/no-components.reg"
     in_wine "$wine_loader" reg delete 'HKCU\Software\Bromvale' /f >/dev/null 2>&1
 }
 

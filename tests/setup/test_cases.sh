@@ -22,11 +22,22 @@ ends_with() { # CODE COMMAND...
 }
 folder=$(program_folder)
 
+# The classes of a file of the registry editor, a line each: the key and its first value.
+named_classes() { tr -d '\r' <"$1" | grep -A 1 --no-group-separator '}\]$' | paste - -; }
+classes_now() {
+    rm -f "$work/classes.reg"
+    in_wine "$wine_loader" 'C:\windows\regedit.exe' /E "$(windows_path "$work/classes.reg")" "${classes/#HKLM/HKEY_LOCAL_MACHINE}" >/dev/null 2>&1
+    iconv -f UTF-16 -t UTF-8 "$work/classes.reg" >"$work/classes.txt"
+    named_classes "$work/classes.txt"
+}
+
 reg add "$classes\\$socket" /ve /d 'Von jemand anderem' /f >/dev/null
+reg add "$classes\\$socket\\InprocServer32" /ve /d 'C:\x.ocx' /f >/dev/null
 check "installed" ends_with 0 install /DESKTOP
 check "with its icon on the desktop" [ -n "$(find "$prefix/drive_c/users/" -path '*/Desktop/Bromvale.lnk')" ]
 check "a class that was there keeps its name" [ "$(default_of "$classes\\$socket")" = 'Von jemand anderem' ]
-check "a class that was missing is there" there "$classes\\$timer"
+check "the six that were missing are there, under names of our own" \
+    [ "$(grep -cixFf <(named_classes resources/components.reg) <(classes_now))" = 6 ]
 
 echo 'older program' >"$folder/Bromvale.exe"
 echo 'older help' >"$folder/Bromvale.chm"
@@ -74,6 +85,7 @@ check "the class that was added is gone" gone "$classes\\$timer"
 check "what others put below one stays, and its name" [ -n "$(default_of "$classes\\$images")" ]
 check "one that others have named anew stays" [ "$(default_of "$classes\\$bar")" = 'Anders registriert' ]
 check "one that was there before stays" [ "$(default_of "$classes\\$socket")" = 'Von jemand anderem' ]
+check "and its sub key" there "$classes\\$socket\\InprocServer32"
 check "the start with Windows is gone" gone "$run" /v Bromvale
 check "the settings are gone" gone 'HKCU\Software\Bromvale'
 check "the undo file is all that is left" [ "$(find "$folder" -type f -printf '%P ')" = 'Backup/R1.reg ' ]

@@ -26,6 +26,27 @@ press() { # CAPTION
     [ -n "${left:-}" ] || { check "$dpi DPI: the button $1 can be pressed" false; dialog; return; }
     xdotool mousemove $((left + 12)) $(((top + bottom) / 2)) click 1
 }
+# What an installation could have changed, of the machine as it is.
+machine_now() { # NAME
+    files_now "$work/files-$1"
+    in_wine "$wine_loader" 'C:\windows\regedit.exe' /E "$(windows_path "$work/registry-$1")" 'HKEY_LOCAL_MACHINE\Software' >/dev/null 2>&1
+    in_wine "$wine_loader" reg query 'HKCU\Software' >"$work/user-$1" 2>/dev/null
+    [ -s "$work/registry-$1" ] && [ -s "$work/user-$1" ]
+}
+cancelled_at_once() {
+    check "the machine can be looked at" machine_now before
+    in_wine "$wine_loader" "$setup" >/dev/null 2>&1 &
+    running=$!
+    shows 'Zielverzeichnis'
+    press 'Abbrechen'
+    shows 'abbrechen möchten'
+    press 'Ja'
+    check "cancelled at the first page: it ends" ended $running
+    wait $running
+    check "with 1" [ $? = 1 ]
+    machine_now after
+    for what in files registry user; do check "$what: nothing was changed" same "$work/$what-before" "$work/$what-after"; done
+}
 ended() { local tries; for tries in $(seq 60); do kill -0 "$1" 2>/dev/null || return 0; sleep 0.5; done; return 1; }
 
 for dpi in 96 144; do
@@ -37,6 +58,7 @@ for dpi in 96 144; do
     start_desktop 1024x768
     timeout 30 xdotool search --sync --onlyvisible --name 'Wine' >/dev/null 2>&1
 
+    [ "$dpi" != 96 ] || cancelled_at_once
     in_wine "$wine_loader" "$setup" >/dev/null 2>&1 &
     running=$!
     page 1-folder 'für alle Benutzer'
@@ -63,6 +85,7 @@ for dpi in 96 144; do
     set_setting 1stRun 0
     (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe >/dev/null 2>&1 &)
     in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe wait frmMain '' 60
+    check "$dpi DPI: the program runs" [ -n "$(inspect control frmMain)" ]
     mkdir -p "$(program_folder)/Backup"
     echo x >"$(program_folder)/Backup/R1.reg"
     in_wine "$wine_loader" 'C:\Program Files\Bromvale\Entfernen.exe' '_?=C:\Program Files\Bromvale' >/dev/null 2>&1 &
@@ -70,12 +93,12 @@ for dpi in 96 144; do
     page 5-running 'Bromvale läuft noch'
     press 'OK'
     page 6-remove 'Klicken Sie auf Deinstallieren'
-    check "$dpi DPI: the program was closed" eval '! pgrep -f "Bromvale[.]exe$" >/dev/null || ! inspect control frmMain >/dev/null 2>&1'
+    check "$dpi DPI: the program was closed" [ -z "$(inspect control frmMain)" ]
     press 'Deinstallieren'
     page 7-undo-files 'Sollen sie endgültig gelöscht werden'
     press 'Nein'
-    page 8-removed 'abgeschlossen'
-    press 'Beenden'
+    page 8-removed 'entfernt worden'
+    press 'Fertig'
     check "$dpi DPI: the removal ends" ended $running
     check "$dpi DPI: the undo file stays" [ -f "$(program_folder)/Backup/R1.reg" ]
     stop_all

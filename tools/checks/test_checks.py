@@ -266,6 +266,22 @@ class Hardening(unittest.TestCase):
             self.assertEqual(["5 bytes lie behind the last section"],
                              list(hardening.header_findings(program.read_bytes() + b"12345")))
 
+    def test_an_installer_may_have_what_its_maker_cannot_help_and_nothing_else(self):
+        with tempfile.TemporaryDirectory() as folder:
+            def findings(*options):
+                program = pathlib.Path(folder) / "small.exe"
+                subprocess.run(["i686-w64-mingw32-gcc-win32", "-s", *options, "-xc", "-", "-o", program], text=True, check=True,
+                               input='int packed __attribute__((section(".ndata"))) = 1;int main(void){return packed;}\n')
+                data = program.read_bytes() + b"the packed files"
+                return list(hardening.header_findings(data)), list(hardening.header_findings(data, installer=True))
+
+            of_others, of_installers = findings()
+            self.assertEqual((["the section .ndata has an unusual name", "16 bytes lie behind the last section"], []),
+                             (of_others, of_installers))
+            self.assertEqual(["the header does not allow any address (linker option --dynamicbase)",
+                              "the header does not forbid code in data (linker option --nxcompat)"],
+                             findings("-Wl,--disable-dynamicbase", "-Wl,--disable-reloc-section", "-Wl,--disable-nxcompat")[1])
+
     def test_what_is_no_program_is_found(self):
         self.assertEqual(["no Windows program"], list(hardening.header_findings(b"#!/bin/sh")))
 
