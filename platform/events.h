@@ -11,7 +11,8 @@ namespace bromvale {
 void DoEvents();
 
 // The same for a loop that comes by for every registry value: waiting events are looked for every 10 ms only,
-// since with a window a look costs more than the value's reading. Offline it is the same as DoEvents.
+// since with a window a look costs more than the value's reading; more often while another thread asks the
+// windows for answers. Offline it is the same as DoEvents.
 void DoEventsOften();
 
 // For a routine at work that no handler may interrupt: lets the windows paint themselves, be moved, put aside

@@ -51,6 +51,10 @@ in_wine() {
         XDG_CACHE_HOME="$wine_home/.cache" "$@"
 }
 
+# From here on all of this shell runs on one processor, the number's: between two of them the waking of Wine's server takes ten
+# times as long as the call that it answers.
+on_processor() { taskset -cp $(($1 % $(nproc))) $$ >/dev/null 2>&1; }
+
 stop_wine() {
     [ -d "$prefix" ] || return 0
     in_wine wineserver -k 2>/dev/null

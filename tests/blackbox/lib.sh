@@ -6,6 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
 test_name=blackbox-$(basename "$0" .sh)${*:+-$*} test_name=${test_name// /-}
 wine_home=$PWD/build/wine/$test_name.home
 . scripts/wine-env.sh
+on_processor $$
 here=tests/blackbox
 failures=0
 trap stop_all EXIT

@@ -277,26 +277,13 @@ int endSession(const Arguments& arguments) {
                : 1;
 }
 
-// Clicks a control with the mouse and prints the milliseconds until another one is enabled.
-int measureClick(const Arguments& arguments) {
-    const HWND button = need(arguments[0]);
-    const HWND watched = need(arguments[1]);
-    RECT place{};
-    GetWindowRect(button, &place);
-    SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
-    LARGE_INTEGER frequency{}, start{}, now{};
-    QueryPerformanceFrequency(&frequency);
-    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-    QueryPerformanceCounter(&start);
-    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-    do {
+int waitForEnabled(const Arguments& arguments) {
+    const DWORD limit = GetTickCount() + static_cast<DWORD>(std::atoi(arguments[1].c_str()) * 1000);
+    const HWND window = need(arguments[0]);
+    while (!IsWindowEnabled(window)) {
+        if (GetTickCount() >= limit) return 1;
         Sleep(1);
-        QueryPerformanceCounter(&now);
-        if (now.QuadPart - start.QuadPart > 10 * frequency.QuadPart) return 1;
-    } while (!IsWindowEnabled(watched));
-    const double milliseconds =
-        1000.0 * static_cast<double>(now.QuadPart - start.QuadPart) / static_cast<double>(frequency.QuadPart);
-    std::printf("%.1f\n", milliseconds);
+    }
     return 0;
 }
 
@@ -331,8 +318,7 @@ constexpr Command Commands[] = {
     {"layout", 0, showLayoutFaults,
      "visible controls that overlap or leave their container: kind, control, other, pixels"},
     {"press-at", 2, pressAt, "X Y: clicks this place of the screen, where nothing else moves the mouse"},
-    {"click-time", 2, measureClick,
-     "NAME WATCHED: clicks, and tells the milliseconds until the other is enabled"},
+    {"wait-enabled", 2, waitForEnabled, "NAME SECONDS: until the control is enabled"},
 };
 
 }  // namespace

@@ -6,6 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/../.." || exit 1
 test_name=desktop-$(basename "$0" .sh | sed s/^test_//)
 wine_home=$PWD/build/wine/$test_name.home
 . scripts/wine-env.sh
+on_processor $$
 failures=0
 built=build/win64
 program=${program:-$built/Bromvale.exe}

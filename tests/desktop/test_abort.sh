@@ -16,11 +16,27 @@ with open(sys.argv[1], "a", newline="\n") as registry:
         registry.write(f'\n[{key}\\\\InprocServer32] 1700000000\n@="C:\\\\Probe\\\\{number}.dll"\n')
         registry.write('"ThreadingModel"="Apartment"\n"Mehr"="nichts"\n')
 EOF
+# Wine reads a whole folder for each file that it looks for in it: the second phase lasts for seconds.
+mkdir -p "$prefix/drive_c/Probe"
+(cd "$prefix/drive_c/Probe" && seq -f '%g.txt' 2000 | xargs touch)
 set_windows_version Bromvale.exe winxp
 rm -rf "$(program_folder)"
 install_program build/win64/Bromvale.exe
 settings 1stRun 0
 start_program
+
+# Without waiting for a settled screen, since the first phase may be over by then.
+start_scan() { move_to_middle "$(place cmdStart)"; xdotool click 1; }
+
+# Milliseconds from the click to the end of the scan, the start of the program that sees it included.
+abort_time() {
+    local since
+    since=$(date +%s%N)
+    move_to_middle "$(place cmdAbbrechen)"
+    xdotool click 1
+    inspect wait-enabled cmdStart 10 || return 1
+    echo $((($(date +%s%N) - since) / 1000000))
+}
 
 aborted() {
     check "the button reads Start" equal "$(text_of cmdStart)" Start
@@ -29,24 +45,23 @@ aborted() {
     check "the list stays hidden" hidden lvwRegKeys
 }
 
-click cmdStart
+start_scan
 inspect wait lblScanTxt 'ActiveX' 20 || stop_here "the scan does not start"
-sleep 1
 shot 01-phase-1
 check "the button is disabled during a scan" disabled cmdStart
-time_1=$(inspect click-time cmdAbbrechen cmdStart) || stop_here "the abort in phase 1 gets no answer"
+time_1=$(abort_time) || stop_here "the abort in phase 1 gets no answer"
 settle
 shot 02-phase-1-aborted
 aborted
 
-click cmdStart
-inspect wait lblScanTxt 'Registryschlüssel werden auf Fehler gescannt...' 400 || stop_here "phase 2 does not begin"
+start_scan
+inspect wait lblScanTxt 'Registryschlüssel werden auf Fehler gescannt...' 120 || stop_here "phase 2 does not begin"
 sleep 1
 shot 03-phase-2
 check "the percentage is shown" grep -qE '^[0-9]+% fertig$' <<<"$(text_of lblScanProzent)"
-time_2=$(inspect click-time cmdAbbrechen cmdStart) || stop_here "the abort in phase 2 gets no answer"
+time_2=$(abort_time) || stop_here "the abort in phase 2 gets no answer"
 settle
 shot 04-phase-2-aborted
 aborted
-echo "answer of the button: $time_1 ms in phase 1, $time_2 ms in phase 2 (wanted: 100 ms at most)"
+echo "answer of the button: $time_1 ms in phase 1, $time_2 ms in phase 2"
 finish

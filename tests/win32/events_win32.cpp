@@ -157,14 +157,15 @@ TEST_F(RealWindows, TextsAreRightWhileAMessageBoxIsOpen) {
     bar = windowOf(form.Status);
     seen.clear();
     form.Status.setPanelText(1, "fertig");
-    const UINT_PTR timer = SetTimer(nullptr, 0, 80, [](HWND, UINT, UINT_PTR, DWORD) {
-        const HWND box = FindWindowA("#32770", "Frage");
-        if (box == nullptr) return;
-        char text[100] = {};
-        SendMessageA(bar, SB_GETTEXTA, 0, reinterpret_cast<LPARAM>(text));
-        seen = text;
-        PostMessageA(box, WM_COMMAND, IDOK, 0);
-    });
+    const UINT_PTR timer =
+        SetTimer(nullptr, 0, 250, [](HWND, UINT, UINT_PTR, DWORD) {  // behind the next painting
+            const HWND box = FindWindowA("#32770", "Frage");
+            if (box == nullptr) return;
+            char text[100] = {};
+            SendMessageA(bar, SB_GETTEXTA, 0, reinterpret_cast<LPARAM>(text));
+            seen = text;
+            PostMessageA(box, WM_COMMAND, IDOK, 0);
+        });
     MessageBoxA(nullptr, "Text", "Frage", MB_OK);
     KillTimer(nullptr, timer);
     EXPECT_EQ(seen, "fertig");

@@ -44,6 +44,8 @@ constexpr DWORD kServingStep = 20;
 // The same between two looks of a loop that serves events often: Windows' own clock moves no faster.
 constexpr DWORD kLookingStep = 10;
 
+DWORD askedAt = 0;
+
 std::function<void()> pumpObserver;
 
 bool pressed(int key) {
@@ -124,9 +126,10 @@ void DoEvents() {
 }
 
 void DoEventsOften() {
-    static DWORD servedAt = 0;
-    if (const DWORD now = GetTickCount(); now - servedAt >= kLookingStep) {
-        servedAt = now;
+    static DWORD lookedAt = 0;
+    const DWORD now = GetTickCount();
+    if (now - lookedAt >= kLookingStep || now - askedAt < kLookingStep) {
+        lookedAt = now;
         takeMessages();
     }
     if (pumpObserver) pumpObserver();
@@ -154,6 +157,10 @@ void RunEventLoop() {
         serve(message);
         flushDuePaints();
     }
+}
+
+void askedFromOutside() {
+    askedAt = GetTickCount();
 }
 
 void setPumpObserver(std::function<void()> observer) {

@@ -76,6 +76,7 @@ LRESULT CALLBACK WindowPeer::peerProcedure(HWND window, UINT message, WPARAM wPa
         peer->forget();
         return CallWindowProcA(last, window, message, wParam, lParam);
     }
+    if (InSendMessage()) askedFromOutside();
     LRESULT result = 0;
     guarded([&] { result = peer->userMessage(message, wParam, lParam); });
     return result;

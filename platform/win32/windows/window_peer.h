@@ -109,4 +109,8 @@ void flushPaints();
 // The same, when the last time is at least a frame ago. Cheap enough to be called for every entry of a scan.
 void flushDuePaints();
 
+// A window was asked something by another thread, which will ask more: a reader of the screen goes through
+// all controls.
+void askedFromOutside();
+
 }  // namespace bromvale
