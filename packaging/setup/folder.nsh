@@ -150,6 +150,13 @@ Function KeepsRights
             StrCpy $0 0
             Return
         ${EndIf}
+        ; Before Vista there is no tool that gives what lies there the folder's rights. What a version of ours has put
+        ; there has them.
+        ${If} $Older = 0
+        ${AndIfNot} ${FileExists} "$SYSDIR\icacls.exe"
+            StrCpy $0 0
+            Return
+        ${EndIf}
     ${EndIf}
     ${GetRoot} $INSTDIR $1
     StrCpy $1 "$1\"
