@@ -36,7 +36,7 @@ const WideCalls* wide() {
 }
 
 std::string toCodePage(std::u16string_view text) {
-    const WCHAR* const from = reinterpret_cast<const WCHAR*>(text.data());
+    const auto* const from = reinterpret_cast<const WCHAR*>(text.data());
     const int length = static_cast<int>(text.size());
     if (length == 0) return {};
     const int size = WideCharToMultiByte(CP_ACP, 0, from, length, nullptr, 0, nullptr, nullptr);
