@@ -35,10 +35,12 @@ const FakeMachine::FakeKey* FakeMachine::find(const Place& place) const {
 Key FakeMachine::readKey(const Place& place) {
     const FakeKey* const key = find(place);
     if (key == nullptr) return {};
-    const auto [hive, view, path] = address(place);
-    const bool hasSubKeys = std::ranges::any_of(registry, [&](const auto& each) {
-        const auto& [otherHive, otherView, otherPath] = each.first;
-        return otherHive == hive && otherView == view && otherPath.starts_with(path + u"\\");
+    auto above = address(place);
+    std::get<2>(above) += u'\\';
+    const bool hasSubKeys = std::ranges::any_of(registry, [&above](const auto& each) {
+        const auto& [hive, view, path] = each.first;
+        return hive == std::get<0>(above) && view == std::get<1>(above) &&
+               path.starts_with(std::get<2>(above));
     });
     return {Found::Yes, key->values, hasSubKeys};
 }

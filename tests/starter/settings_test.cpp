@@ -59,7 +59,7 @@ TEST(Settings, AFileThatIsWrongAnywhereIsNotReadAtAll) {
         {"REGEDIT", 1},
         {"REGEDIT4 \r\n", 1},
         {"Windows Registry Editor Version 5.00\r\n", 1},
-        {"\xFF\xFEW\0i\0", 1},
+        {std::string("\xFF\xFEW\0i\0", 6), 1},
         {std::string("REGEDIT4\0\r\n", 11), 1},
         {"REGEDIT4\r\n\"a\"=\"b\"\r\n", 2},
         {"REGEDIT4\r\n[]\r\n", 2},
