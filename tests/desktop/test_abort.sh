@@ -19,6 +19,7 @@ EOF
 # Wine reads a whole folder for each file that it looks for in it: the second phase lasts for seconds.
 mkdir -p "$prefix/drive_c/Probe"
 (cd "$prefix/drive_c/Probe" && seq -f '%g.txt' 2000 | xargs touch)
+register_components
 set_windows_version Bromvale.exe winxp
 rm -rf "$(program_folder)"
 install_program build/win64/Bromvale.exe
