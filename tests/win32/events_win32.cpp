@@ -171,6 +171,20 @@ TEST_F(RealWindows, TextsAreRightWhileAMessageBoxIsOpen) {
     EXPECT_EQ(seen, "fertig");
 }
 
+// Who asks from outside asks more: the next look comes with the next call and not 10 ms later.
+TEST_F(RealWindows, ALoopLooksAtOnceWhileAnotherThreadAsks) {
+    static HWND bar;
+    bar = windowOf(form.Status);
+    idle();
+    const auto ask = [](LPVOID) -> DWORD { return SendMessageA(bar, SB_GETPARTS, 0, 0) != 0 ? 0u : 1u; };
+    const HANDLE asker = CreateThread(nullptr, 0, ask, nullptr, 0, nullptr);
+    while (WaitForSingleObject(asker, 0) == WAIT_TIMEOUT) DoEventsOften();
+    CloseHandle(asker);
+    PostMessageA(bar, SB_SETTEXTA, 0, reinterpret_cast<LPARAM>("gefragt"));
+    DoEventsOften();
+    EXPECT_EQ(panelText(1), "gefragt");
+}
+
 class ServingWindows : public RealWindows {
   protected:
     // Servings closer together than that are left out.
