@@ -1,6 +1,7 @@
 // What the starter asks of the machine that it runs on. One implementation is Windows (starter/win32), the
 // other one the tests' (tests/starter/fake_machine.h), which fails or ends at every change in turn.
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -40,6 +41,9 @@ struct File {
     std::string bytes;
 };
 
+// No larger file is read.
+inline constexpr std::size_t kLargestFile = 65536;
+
 enum class Created { New, WasThere, Refused };
 // None: nobody can be asked, since the session ends.
 enum class Answer { Yes, No, None };
@@ -64,7 +68,7 @@ class Machine {
 
     // --- the files in the starter's own folder, by their plain names ---
     [[nodiscard]] virtual std::u16string folder() = 0;
-    // Unknown also for a file of more than 64 KB: none of ours gets there.
+    // Unknown also for one of more than kLargestFile bytes.
     [[nodiscard]] virtual File readFile(std::string_view name) = 0;
     // Makes the file anew; it is with the disk when this returns true.
     [[nodiscard]] virtual bool writeFile(std::string_view name, std::string_view bytes) = 0;

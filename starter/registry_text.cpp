@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::size_t kLongestName = 255;
 constexpr std::size_t kLongestText = 4096;
-constexpr std::size_t kMostValues = 1000;
 
 bool isControl(char c) {
     const auto byte = static_cast<unsigned char>(c);

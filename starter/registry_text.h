@@ -31,6 +31,8 @@ struct RegistryText {
 // A comment that the starter writes at the end of its files.
 inline constexpr std::string_view kEndMark = "; Ende";
 
+inline constexpr std::size_t kMostValues = 1000;  // of a key
+
 // Takes the first line that is wrong for the whole: no file is read in part.
 [[nodiscard]] RegistryText readRegistryText(std::string_view bytes);
 

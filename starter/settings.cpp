@@ -49,17 +49,33 @@ File fileOfFolder(Machine& machine) {
     return {};
 }
 
+// Reading takes the first line that is wrong for the whole: what it would refuse must never get into the
+// file.
+bool isReadAgain(Machine& machine, const Value& value, const std::string& name, std::string_view line) {
+    if (machine.fromCodePage(name) != value.name) return false;  // it might be another value's name
+    const RegistryText text =
+        readRegistryText(std::string("REGEDIT4\n[").append(kEditorPath).append("]\n").append(line));
+    return !text.fault && text.keys[0].values.size() == 1;
+}
+
 std::string fileText(Machine& machine, const std::vector<Value>& values) {
     using Text = RegistryFileText<char>;
     Text text;
     text.bytes() = Text::header();
     text.key(kEditorPath);
+    const std::string end = std::string("\r\n").append(kEndMark).append("\r\n");
+    std::size_t count = 0;
     for (const Value& value : values) {
         const std::string name = machine.toCodePage(value.name);
         if (value.type != kTextType || !text.holdsName(name)) continue;
-        text.value(name, value.type, machine.toCodePage(fromUtf16Bytes(value.data)));
+        Text line;
+        line.value(name, value.type, machine.toCodePage(fromUtf16Bytes(value.data)));
+        if (text.bytes().size() + line.bytes().size() + end.size() > kLargestFile) continue;
+        if (count == kMostValues || !isReadAgain(machine, value, name, line.bytes())) continue;
+        text.bytes() += line.bytes();
+        ++count;
     }
-    text.bytes().append("\r\n").append(kEndMark).append("\r\n");
+    text.bytes() += end;
     return text.bytes();
 }
 

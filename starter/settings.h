@@ -17,8 +17,8 @@ struct FolderSettings {
 // A file with anything in it but texts of HKEY_CURRENT_USER\Software\Bromvale is a fault and not read at all.
 [[nodiscard]] FolderSettings readFolderSettings(Machine& machine);
 
-// Writes all texts of the key into the folder's file. The old one stays whole until the new one is with the
-// disk. With no value in the key the file stays as it is.
+// Writes the texts of the key into the folder's file, all but those that reading it would refuse. The old one
+// stays whole until the new one is with the disk. With no value in the key the file stays as it is.
 [[nodiscard]] bool saveFolderSettings(Machine& machine);
 
 // Copies the machine's own settings below the journal and looks whether all of them are there.

@@ -4,8 +4,6 @@
 namespace bromvale::starter {
 namespace {
 
-constexpr DWORD kLongestFile = 65536;
-
 HANDLE openFile(const std::u16string& path, DWORD access, DWORD share, DWORD how) {
     if (const WideCalls* const calls = wide()) {
         return calls->createFile(units(path), access, share, nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -45,11 +43,11 @@ File WindowsMachine::readFile(std::string_view name) {
         return {error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND ? Found::No : Found::Unknown,
                 {}};
     }
-    std::string bytes(kLongestFile + 1, '\0');
+    std::string bytes(kLargestFile + 1, '\0');
     DWORD read = 0;
-    const BOOL done = ReadFile(file, bytes.data(), kLongestFile + 1, &read, nullptr);
+    const BOOL done = ReadFile(file, bytes.data(), kLargestFile + 1, &read, nullptr);
     CloseHandle(file);
-    if (!done || read > kLongestFile) return {Found::Unknown, {}};
+    if (!done || read > kLargestFile) return {Found::Unknown, {}};
     bytes.resize(read);
     return {Found::Yes, std::move(bytes)};
 }

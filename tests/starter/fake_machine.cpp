@@ -83,13 +83,15 @@ bool FakeMachine::removeKey(const Place& place) {
 }
 
 File FakeMachine::readFile(std::string_view name) {
+    if (without != Found::Yes) return {without, {}};
     const auto found = files.find(name);
     if (found == files.end()) return {};
+    if (found->second.size() > kLargestFile) return {Found::Unknown, {}};
     return {Found::Yes, found->second};
 }
 
 bool FakeMachine::writeFile(std::string_view name, std::string_view bytes) {
-    if (!isWritable) return false;
+    if (!isWritable || without != Found::Yes) return false;
     const bool done = change([&] { files[std::string(name)] = bytes.substr(0, bytes.size() / 2); }) &&
                       change([&] { files[std::string(name)] = bytes; });
     if (!done) files.erase(std::string(name));
@@ -97,7 +99,7 @@ bool FakeMachine::writeFile(std::string_view name, std::string_view bytes) {
 }
 
 bool FakeMachine::replaceFile(std::string_view from, std::string_view to) {
-    if (!isWritable) return false;
+    if (!isWritable || without != Found::Yes) return false;
     if (!replacesInOneStep && !change([&] { files.erase(std::string(to)); })) return false;
     return change([&] {
         files[std::string(to)] = files[std::string(from)];
@@ -106,7 +108,7 @@ bool FakeMachine::replaceFile(std::string_view from, std::string_view to) {
 }
 
 void FakeMachine::removeFile(std::string_view name) {
-    if (isWritable) change([&] { files.erase(std::string(name)); });
+    if (isWritable && without == Found::Yes) change([&] { files.erase(std::string(name)); });
 }
 
 std::string FakeMachine::toCodePage(std::u16string_view text) {
@@ -142,6 +144,7 @@ void FakeMachine::waitForProgram(const std::function<void()>& atSessionsEnd) {
 
 Answer FakeMachine::ask(const std::string& text, Buttons) {
     told.push_back(text);
+    atQuestion(*this);
     return answer;
 }
 

@@ -28,7 +28,9 @@ class FakeMachine : public Machine {
     std::vector<std::string> told;                                    // what was asked too
     Answer answer = Answer::No;
     bool isAdministrator = true;
-    bool isWritable = true;         // the folder
+    std::function<void(FakeMachine&)> atQuestion = [](FakeMachine&) {};  // what happens while it is shown
+    bool isWritable = true;                                              // the folder
+    Found without = Found::Yes;     // what the system says of files while the folder is gone
     bool replacesInOneStep = true;  // not so on the 9x family
     bool is64Bit = true;
     bool otherStarter = false;

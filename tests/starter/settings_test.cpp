@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "starter/registry_text.h"
 #include "tests/starter/samples.h"
 
@@ -146,6 +148,41 @@ TEST(Settings, WhatIsNoTextAndANameWithALineBreakAreNotSaved) {
                 {{u"Zahl", 4, std::string(4, '\0')}, textValue(u"a\nb", u"c"), textValue(u"gut", u"1")});
     EXPECT_TRUE(saveFolderSettings(machine));
     EXPECT_EQ(fileText("\"gut\"=\"1\"\r\n"), machine.files[kSettingsFile]);
+}
+
+// One odd value must not lock its user out of all others.
+TEST(Settings, WhateverTheKeyHoldsItsFileIsReadAgain) {
+    const Value good = textValue(u"gut", u"1");
+    std::vector<std::vector<Value>> keys{
+        {textValue(u"\u4e2d", u"1"), textValue(u"\u4e00", u"2")},
+        {textValue(std::u16string(255, u'n'), u""), textValue(std::u16string(256, u'n'), u"")},
+        {textValue(u"\"\\[]=;", u"\"\\[]=;"), textValue({}, u"")},
+    };
+    for (char16_t unit = 1; unit <= 0x100; ++unit) {
+        const std::u16string text{u'a', unit};
+        keys.push_back({textValue(text, text), textValue({unit}, text + u'b')});
+    }
+    for (const std::size_t length : {255u, 4095u, 4096u, 4097u, 70000u}) {
+        keys.push_back({textValue(u"Text", std::u16string(length, u't'))});
+        keys.push_back({textValue(u"Bytes", std::u16string(length, u'\n'))});
+        keys.push_back({{u"Ende", kTextType, toUtf16Bytes(std::u16string(length, u'e'))}});
+    }
+    for (const std::size_t length : {1u, 30u, 4000u}) {
+        keys.emplace_back();
+        for (int i = 0; i < 1100; ++i)
+            keys.back().push_back(textValue(widened(std::to_string(i)), std::u16string(length, u't')));
+    }
+    for (std::vector<Value>& values : keys) {
+        values.insert(values.begin(), good);
+        FakeMachine machine;
+        machine.put(settings(), values);
+        ASSERT_TRUE(saveFolderSettings(machine));
+        const FolderSettings saved = readFolderSettings(machine);
+        ASSERT_EQ("", saved.fault);
+        ASSERT_FALSE(saved.values.empty());
+        EXPECT_EQ(good, saved.values[0]);
+        for (const Value& value : saved.values) EXPECT_NE(values.end(), std::ranges::find(values, value));
+    }
 }
 
 TEST(Settings, AnEmptyKeyLeavesTheFileAsItIs) {
