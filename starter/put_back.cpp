@@ -16,8 +16,8 @@ bool isFolderOf(Machine& machine, const Journal& journal) {
 }
 
 // False where nobody can be asked: the changes wait for the next start.
-bool saveOrGiveUp(Machine& machine) {
-    while (!saveFolderSettings(machine)) {
+bool saveOrGiveUp(Machine& machine, const Journal& journal) {
+    while (!isFolderOf(machine, journal) || !saveFolderSettings(machine)) {
         switch (
             machine.ask("Die Einstellungen können nicht in den Ordner von Bromvale geschrieben werden. Ist "
                         "der Datenträger noch da, "
@@ -33,9 +33,12 @@ bool saveOrGiveUp(Machine& machine) {
     return true;
 }
 
-bool save(Machine& machine, const Journal& journal) {
+bool save(Machine& machine, const Journal& journal, const std::u16string& claimedId) {
     if (journal.stage != Stage::PutIn) return true;
-    if (isFolderOf(machine, journal) && !saveOrGiveUp(machine)) return false;
+    // A folder that was claimed and doesn't say so any more is one that is gone, or another one's in its
+    // place.
+    const bool isToBeSaved = isFolderOf(machine, journal) || (!claimedId.empty() && claimedId == journal.id);
+    if (isToBeSaved && !saveOrGiveUp(machine, journal)) return false;
     return noteStage(machine, Stage::Saved);
 }
 
@@ -59,11 +62,11 @@ void releaseFolder(Machine& machine) {
     machine.removeFile(kRunFile);
 }
 
-bool putBack(Machine& machine) {
+bool putBack(Machine& machine, const std::u16string& claimedId) {
     const Journal journal = readJournal(machine);
     if (journal.found == Found::No) return true;
     const bool isRestored =
-        journal.found == Found::Yes && save(machine, journal) && restore(machine, journal);
+        journal.found == Found::Yes && save(machine, journal, claimedId) && restore(machine, journal);
     if (isRestored) {
         // A class that can't be taken back, for lack of rights, does no harm and waits for a start that may.
         static_cast<void>(takeComponentsBack(machine, journal.added));

@@ -1,4 +1,6 @@
 #pragma once
+#include <string>
+
 #include "starter/machine.h"
 
 namespace bromvale::starter {
@@ -12,7 +14,8 @@ void releaseFolder(Machine& machine);
 // Brings the machine back to what it was before the run that the journal tells of, wherever that run has
 // ended: after a whole one as after one that was killed. Saves the settings first, where the folder is that
 // run's own. False where the registry doesn't let it, which the user is told; the journal stays then, and the
-// next start tries again.
-[[nodiscard]] bool putBack(Machine& machine);
+// next start tries again. `claimedId` is the run for which this process itself has claimed the folder: its
+// settings are never given up without a question.
+[[nodiscard]] bool putBack(Machine& machine, const std::u16string& claimedId = {});
 
 }  // namespace bromvale::starter

@@ -44,8 +44,7 @@ bool areReadable(Machine& machine, const FolderSettings& settings) {
                       "neuen Einstellungen. Es wurde nichts verändert.");
 }
 
-bool claimOrAsk(Machine& machine, const std::u16string& id) {
-    if (claimFolder(machine, id)) return true;
+bool isWantedUnsaved(Machine& machine) {
     return machine.ask(
                "In den Ordner von Bromvale kann nicht geschrieben werden; vielleicht ist der Datenträger "
                "schreibgeschützt.\r\n\r\nSoll Bromvale trotzdem starten? Es kann dann suchen, aber nichts "
@@ -64,12 +63,12 @@ bool prepare(Machine& machine, const FolderSettings& settings, const std::u16str
                   "Benutzers kann nicht geschrieben werden.");
 }
 
-bool run(Machine& machine, View width) {
+bool run(Machine& machine, const std::u16string& claimedId, View width) {
     if (!machine.startProgram(width))
         return refuse(machine, "Bromvale lässt sich auf diesem Rechner nicht starten.");
     machine.waitForProgram([&] {
         // A program that is still at work needs its settings; the next start puts all back.
-        if (!machine.programRuns()) static_cast<void>(putBack(machine));
+        if (!machine.programRuns()) static_cast<void>(putBack(machine, claimedId));
     });
     return true;
 }
@@ -83,9 +82,10 @@ bool start(Machine& machine) {
     const FolderSettings settings = readFolderSettings(machine);
     if (!areReadable(machine, settings)) return false;
     const std::u16string id = machine.newId();
-    if (!claimOrAsk(machine, id)) return false;
-    const bool ran = prepare(machine, settings, id, width) && run(machine, width);
-    if (!putBack(machine)) return false;
+    const std::u16string claimedId = claimFolder(machine, id) ? id : u"";
+    if (claimedId.empty() && !isWantedUnsaved(machine)) return false;
+    const bool ran = prepare(machine, settings, id, width) && run(machine, claimedId, width);
+    if (!putBack(machine, claimedId)) return false;
     releaseFolder(machine);
     return ran;
 }

@@ -167,6 +167,75 @@ TEST(Start, AFolderThatIsGoneAtTheEndLeavesTheMachineAsItWas) {
     EXPECT_EQ(kOldFile, machine.files[kSettingsFile]);
 }
 
+// Whatever the system calls it: the stick has been pulled, and nothing of it can be read or written.
+FakeMachine machineWhoseFolderGoes(Found without) {
+    FakeMachine machine = usedMachine();
+    machine.program = [without](FakeMachine& now) {
+        changeSettings(now);
+        now.without = without;
+    };
+    return machine;
+}
+
+TEST(Start, AStickThatIsPulledIsAskedForBeforeTheChangesAreGivenUp) {
+    for (const Found without : {Found::No, Found::Unknown}) {
+        FakeMachine machine = machineWhoseFolderGoes(without);
+        const FakeMachine::Registry before = machine.registry;
+        EXPECT_TRUE(start(machine));
+        ASSERT_EQ(1u, machine.told.size());
+        EXPECT_NE(std::string::npos, machine.told[0].find("Ist der Datenträger noch da"));
+        EXPECT_EQ(before, machine.registry);
+        EXPECT_EQ(kOldFile, machine.files[kSettingsFile]);
+    }
+}
+
+TEST(Start, AStickThatComesBackGetsTheChanges) {
+    for (const Found without : {Found::No, Found::Unknown}) {
+        FakeMachine machine = machineWhoseFolderGoes(without);
+        const FakeMachine::Registry before = machine.registry;
+        machine.answer = Answer::Yes;
+        machine.atQuestion = [](FakeMachine& now) { now.without = Found::Yes; };
+        EXPECT_TRUE(start(machine));
+        EXPECT_EQ(1u, machine.told.size());
+        EXPECT_EQ(before, machine.registry);
+        EXPECT_EQ((FakeMachine::Files{{kSettingsFile, kNewFile}}), machine.files);
+    }
+}
+
+TEST(Start, AnotherStickInItsPlaceGetsNothing) {
+    FakeMachine machine = usedMachine();
+    const FakeMachine::Registry before = machine.registry;
+    const FakeMachine::Files others{{kSettingsFile, fileText("\"EMail\"=\"anderer@b.de\"\r\n")},
+                                    {"Einstellungen.lauf", "andere"}};
+    machine.program = [&](FakeMachine& now) {
+        changeSettings(now);
+        now.files = others;
+    };
+    int questions = 0;
+    machine.answer = Answer::Yes;
+    machine.atQuestion = [&](FakeMachine& now) {
+        if (++questions == 3) now.answer = Answer::No;
+    };
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(3, questions);
+    EXPECT_EQ(before, machine.registry);
+    EXPECT_EQ(others.at(kSettingsFile), machine.files[kSettingsFile]);
+}
+
+TEST(Start, ASessionThatEndsWithoutTheStickKeepsTheChangesForTheNextStart) {
+    FakeMachine machine = machineWhoseFolderGoes(Found::No);
+    const FakeMachine::Registry before = machine.registry;
+    machine.sessionEnds = true;
+    machine.answer = Answer::None;
+    EXPECT_THROW(start(machine), Killed);
+    machine.without = Found::Yes;
+    machine.sessionEnds = false;
+    machine.program = [](FakeMachine&) {};
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+    EXPECT_EQ(kNewFile, machine.files[kSettingsFile]);
+}
+
 TEST(Start, ASessionThatEndsSavesAndPutsBack) {
     FakeMachine machine = usedMachine();
     const FakeMachine::Registry before = machine.registry;
