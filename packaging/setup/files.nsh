@@ -66,7 +66,21 @@ Function Mend
     ${EndIf}
 FunctionEnd
 
+Function FindMissingFolders
+    StrCpy $Made 0
+    ${GetParent} $INSTDIR $0
+    ${DoUntil} ${FileExists} "$0\*.*"
+        StrLen $1 $0
+        ${If} $1 < 4 ; a drive
+            Return
+        ${EndIf}
+        IntOp $Made $Made + 1
+        ${GetParent} $0 $0
+    ${Loop}
+FunctionEnd
+
 Function Unpack
+    Call FindMissingFolders
     StrCpy $First 0
     StrCpy $New "$INSTDIR\Bromvale.neu"
     ${IfNot} ${FileExists} "$INSTDIR\*.*"
@@ -179,4 +193,6 @@ Function RollBack
         Call TakeBackRegistry
     ${EndIf}
     Call Mend
+    StrCpy $5 $Made
+    Call TakeBackFolders
 FunctionEnd

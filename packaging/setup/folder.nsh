@@ -4,6 +4,7 @@
 !define ADMINISTRATORS_WRITE "O:BAD:PAI(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;0x1200a9;;;BU)"
 !define KEEPS_RIGHTS 8 ; of a volume: FS_PERSISTENT_ACLS
 !define OWNER_AND_RIGHTS 0x80000005
+!define NO_LIKENESS 0x400 ; WC_NO_BEST_FIT_CHARS
 
 ; Who has the program for himself and not for the machine keeps it so.
 Function StayForTheUser
@@ -19,8 +20,53 @@ Function StayForTheUser
     ${EndIf}
 FunctionEnd
 
+!macro RefuseGivenFolder
+    !insertmacro Refuse "Der Ordner hinter /D= kann nicht verwendet werden. /D= steht als letztes, in Großbuchstaben und ohne Anführungszeichen; dahinter steht der ganze Pfad mit seinem Laufwerk."
+!macroend
+
+; A folder that it can't use NSIS passes over in silence, and takes the usual one; out of one with characters that no name may
+; have it makes another; a switch within quotes it doesn't see. Characters that the code page lacks would be those that look
+; like them.
+Function CheckGivenFolder
+    ${GetParameters} $0
+    ${Do} ; the switch that NSIS has taken isn't among them
+        StrCpy $2 $0 3
+        ${If} $2 == "/D="
+            !insertmacro RefuseGivenFolder
+        ${EndIf}
+        StrCpy $0 $0 "" 1
+    ${LoopUntil} $0 == ""
+    StrCpy $0 $CMDLINE
+    System::Call 'kernel32::lstrlenW(w r0) i .r4'
+    StrLen $3 $0
+    IntOp $3 $3 + 4 ; " /D="
+    System::Call 'kernel32::GetCommandLineA() t .r2'
+    StrLen $5 $2
+    ${If} $5 < $3
+        Return
+    ${EndIf}
+    StrCpy $2 $2 "" $3
+    Call WholePath
+    StrCpy $5 $2
+    Call WholeFolder
+    ${If} $INSTDIR != $5
+        !insertmacro RefuseGivenFolder
+    ${EndIf}
+    IntOp $4 $4 + 4
+    IntOp $4 $4 * 2
+    System::Call 'kernel32::GetCommandLineW() p .r3'
+    IntPtrOp $3 $3 + $4
+    StrCpy $5 0
+    System::Call 'kernel32::WideCharToMultiByte(i 0, i ${NO_LIKENESS}, p r3, i -1, t .r2, i ${NSIS_MAX_STRLEN}, p 0, *i .r5) i .r4'
+    ${If} $4 <> 0
+    ${AndIf} $5 <> 0
+        !insertmacro RefuseGivenFolder
+    ${EndIf}
+FunctionEnd
+
 ; $INSTDIR: the folder of the version that is there, else the given one, else the usual one.
 Function FindFolder
+    Call CheckGivenFolder
     ReadRegStr $1 SHCTX "${ENTRY}" "InstallLocation"
     StrCpy $Older 0
     ${If} $1 != ""
@@ -31,8 +77,11 @@ Function FindFolder
         Call UsualFolder
     ${Else}
         Call WholeFolder
-        ${If} $Older = 1
-        ${AndIf} $INSTDIR != $1
+        StrCpy $0 $1
+        Call SeeIfFolder
+        ${If} $2 = 1
+            StrCpy $INSTDIR $1
+        ${ElseIf} $Older = 1
             !insertmacro Refuse "Bromvale ist schon im Ordner $1 installiert. Entfernen Sie es dort, bevor Sie einen anderen Ordner wählen."
         ${EndIf}
     ${EndIf}
@@ -54,17 +103,25 @@ FunctionEnd
 
 ; Without "..", without a backslash at the end but that of a drive.
 Function WholeFolder
-    StrCpy $0 $INSTDIR
-    System::Call 'kernel32::GetFullPathNameA(t r0, i ${NSIS_MAX_STRLEN}, t .r2, p 0) i .r3'
-    ${If} $3 <> 0
-        StrCpy $INSTDIR $2
+    StrCpy $2 $INSTDIR
+    Call WholePath
+    StrCpy $INSTDIR $2
+FunctionEnd
+
+; The same of $2.
+Function WholePath
+    Push $4
+    System::Call 'kernel32::GetFullPathNameA(t r2, i ${NSIS_MAX_STRLEN}, t .r3, p 0) i .r4'
+    ${If} $4 <> 0
+        StrCpy $2 $3
     ${EndIf}
-    StrCpy $0 $INSTDIR 1 -1
-    StrLen $2 $INSTDIR
-    ${If} $0 == "\"
-    ${AndIf} $2 > 3
-        StrCpy $INSTDIR $INSTDIR -1
+    StrCpy $3 $2 1 -1
+    StrLen $4 $2
+    ${If} $3 == "\"
+    ${AndIf} $4 > 3
+        StrCpy $2 $2 -1
     ${EndIf}
+    Pop $4
 FunctionEnd
 
 !macro IsOurs file
@@ -111,6 +168,16 @@ Function FolderFault
         Return
     ${EndIf}
     Call HoldsOthers
+    ; A list of folders that are to be emptied is taken over from a program of ours alone.
+    ${If} ${FileExists} "$INSTDIR\liste.txt"
+        Push $0
+        ReadRegStr $0 SHCTX "${ENTRY}" "InstallLocation"
+        Call SeeIfFolder
+        Pop $0
+        ${If} $2 = 0
+            StrCpy $0 1
+        ${EndIf}
+    ${EndIf}
     ${If} $0 = 1
         StrCpy $0 "Der Ordner $INSTDIR enthält schon anderes. Wählen Sie bitte einen Ordner, den es noch nicht gibt oder der leer ist."
     ${Else}
@@ -179,6 +246,20 @@ Function MakeRights
     System::Call 'advapi32::ConvertStringSecurityDescriptorToSecurityDescriptorA(t "${ADMINISTRATORS_WRITE}", i 1, *p .r0, p 0)'
 FunctionEnd
 
+; The folder $1 with the rights $2, and so the folders above it that are missing: whoever may rename one of them may put
+; another in its place. $3: 0 where that failed.
+Function MakeProtected
+    Push $1
+    ${GetParent} $1 $1
+    StrLen $3 $1
+    ${If} $3 > 3
+    ${AndIfNot} ${FileExists} "$1\*.*"
+        Call MakeProtected
+    ${EndIf}
+    Pop $1
+    System::Call 'kernel32::CreateDirectoryA(t r1, p r2) i .r3'
+FunctionEnd
+
 ; The folder of a first installation has its rights from its first instant; one that is there gets them, and what lies in
 ; it takes them over.
 Function ProtectFolder
@@ -193,11 +274,9 @@ Function ProtectFolder
     ${EndIf}
     Call MakeRights
     ${If} $First = 1
-        ${GetParent} $New $1
-        CreateDirectory $1
-        StrCpy $1 $New
         System::Call '*(i 12, p r0, i 0) p .r2'
-        System::Call 'kernel32::CreateDirectoryA(t r1, p r2) i .r3'
+        StrCpy $1 $New
+        Call MakeProtected
         System::Free $2
     ${Else}
         StrCpy $1 $INSTDIR

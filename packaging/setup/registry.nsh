@@ -23,6 +23,7 @@ Function RegisterUnseen
     Call AddWhetherNew
     StrCpy $1 "Software\Microsoft\Windows\CurrentVersion\Uninstall"
     Call AddWhetherNew
+    Call KeepMadeFolders
     ClearErrors
     ; First, since a key with one other value alone is what a scan takes for an entry that is dead.
     WriteRegStr SHCTX "${ENTRY}" "UninstallString" '"$INSTDIR\Entfernen.exe"'
@@ -36,6 +37,7 @@ Function RegisterUnseen
     ${If} ${Errors}
         StrCpy $0 1
     ${EndIf}
+    WriteRegStr SHCTX "${ENTRY}" "NewFolders" $Made
     ; What an older version remembers stays true.
     ClearErrors
     ReadRegStr $1 SHCTX "${ENTRY}" "NewKeys"
@@ -46,6 +48,17 @@ Function RegisterUnseen
         !insertmacro Fail "Bromvale konnte nicht in die Liste der Programme eingetragen werden und wurde nicht installiert."
     ${EndIf}
     !insertmacro EachClass AddClass
+FunctionEnd
+
+; What an earlier installation into the same folder has made is to go as well.
+Function KeepMadeFolders
+    ReadRegStr $0 SHCTX "${ENTRY}" "InstallLocation"
+    Call SeeIfFolder
+    ReadRegStr $0 SHCTX "${ENTRY}" "NewFolders"
+    ${If} $2 = 1
+    ${AndIf} $0 > $Made
+        StrCpy $Made $0
+    ${EndIf}
 FunctionEnd
 
 ; Appends + to $8 where key $1 of the context is missing, else -.
@@ -60,11 +73,21 @@ Function AddWhetherNew
     ${EndIf}
 FunctionEnd
 
-; $0: a value other than 0 where class $6 is known. The start looks below the machine's classes, then below the user's.
+; $0: a value other than 0 where class $6 is known. The start looks below the machine's classes, then below the user's. What
+; an installation for the machine has added goes with that one: who installs for himself doesn't count on it.
 Function FindClass
     StrCpy $1 "Software\Classes\CLSID\$6"
     StrCpy $2 HKLM
     Call OpenKey
+    ${If} $Machine = 0
+        ClearErrors
+        ReadRegStr $3 HKLM "${ENTRY}" "$6"
+        ${IfNot} ${Errors}
+        ${AndIf} $0 P<> 0
+            System::Call 'advapi32::RegCloseKey(p r0)'
+            StrCpy $0 0
+        ${EndIf}
+    ${EndIf}
     ${If} $0 P= 0
     ${AndIf} $Machine = 0
         StrCpy $2 HKCU

@@ -61,6 +61,7 @@ Var Wide     ; 1 where the 64-bit program is installed and the 64-bit half of th
 Var Programs ; the system's folder for programs of that width
 Var Older    ; 1 where a version of the program is registered and in its place
 Var First    ; 1 where the program's folder isn't there yet
+Var Made     ; how many folders above the program's are missing: the installation makes them, the removal takes them back
 Var New      ; the folder that is unpacked into
 Var Begun    ; 1 from the first change on until all is in its place
 Var Text     ; of the failure that is to be told

@@ -23,16 +23,51 @@
 
 !macro SharedFunctions un
 
-Function ${un}RefuseSecondInstallation
+; $0: 1 where nobody else installs or removes; from then on nobody does as long as this process lives.
+Function ${un}BeTheOnlyOne
     System::Call 'kernel32::CreateMutexA(p 0, i 0, t "Bromvale is being installed") p .r0 ?e'
     Pop $1
     ${If} $1 <> ${ALREADY_EXISTS}
     ${AndIf} $1 <> ${ACCESS_DENIED}
+        StrCpy $0 1
         Return
     ${EndIf}
+    ${If} $0 P<> 0
+        System::Call 'kernel32::CloseHandle(p r0)'
+    ${EndIf}
+    StrCpy $0 0
+FunctionEnd
+
+; The last of a removal, which goes on when that has ended, takes a moment.
+Function ${un}RefuseSecondInstallation
+    ${For} $2 1 20
+        Call ${un}BeTheOnlyOne
+        ${If} $0 = 1
+            Return
+        ${EndIf}
+        Sleep 100
+    ${Next}
     MessageBox MB_OK|MB_ICONEXCLAMATION "Bromvale wird gerade installiert oder entfernt. Warten Sie bitte, bis das beendet ist." /SD IDOK
     SetErrorLevel 3
     Quit
+FunctionEnd
+
+; $2: 1 where $0 is the program's folder, in whatever spelling.
+Function ${un}SeeIfFolder
+    StrCpy $2 0
+    ${If} $0 == ""
+        Return
+    ${EndIf}
+    ${If} $0 == $INSTDIR
+        StrCpy $2 1
+        Return
+    ${EndIf}
+    GetFullPathName /SHORT $3 $0
+    GetFullPathName /SHORT $4 $INSTDIR
+    ${If} $3 != ""
+    ${AndIf} $3 == $4
+        StrCpy $2 1
+    ${EndIf}
 FunctionEnd
 
 ; $0: 1 while the program runs. A mutex that may not be opened is there all the same.
@@ -177,6 +212,19 @@ Function ${un}TakeBackKey
             DeleteRegKey SHCTX "$1"
         ${EndIf}
     ${EndIf}
+FunctionEnd
+
+; The $5 folders above the program's, as far as they are empty.
+Function ${un}TakeBackFolders
+    ${GetParent} $INSTDIR $0
+    ${For} $1 1 $5
+        StrLen $2 $0
+        ${If} $2 < 4
+            Return
+        ${EndIf}
+        RMDir $0
+        ${GetParent} $0 $0
+    ${Next}
 FunctionEnd
 
 ; What the installation wrote into the registry, with the keys above it that weren't there before it.

@@ -119,8 +119,15 @@ mkdir -p "$own"
 check "a folder with other files is refused" ends_with 2 install '/D=C:\Mein Bromvale'
 check "and stays as it is" [ "$(ls "$own")" = Brief.txt ]
 check "a drive's root is refused" ends_with 2 install '/D=C:\'
+check "one within quotes, which NSIS doesn't see, is not the usual one" ends_with 2 install '"/D=C:\Ordner"'
+check "nor is one that it can't use" ends_with 2 install '/D=Ordner'
 rm "$own/Brief.txt"
-check "an empty folder will do" ends_with 0 install '/D=C:\Mein Bromvale\'
+mkdir "$own/Darin"
+check "an empty folder will do, and one to be made below it" ends_with 0 install '/D=C:\Mein Bromvale\Darin\Neu\Bromvale'
+check "its removal takes back what was made" ends_with 0 uninstall
+check "and no more" [ "$(cd "$own" && find . | sort | tr '\n' ' ')" = '. ./Darin ' ]
+rmdir "$own/Darin"
+check "an empty folder will do itself" ends_with 0 install '/D=C:\Mein Bromvale\'
 check "the program is there" cmp -s "$own/Bromvale.exe" build/win64/Bromvale.exe
 cp "$own/Entfernen.exe" "$work/"
 check "removed from there" ends_with 0 uninstall
