@@ -4,6 +4,7 @@
 import importlib.machinery
 import importlib.util
 import json
+import os
 import pathlib
 import re
 import shutil
@@ -211,8 +212,8 @@ class Refusals(Folder):
         self.git("add", "-A")
         self.git("commit", "-qm", "all", "--allow-empty")
 
-    def said(self, *words):
-        done = subprocess.run(["scripts/release", *words], cwd=self.folder, capture_output=True, text=True)
+    def said(self, *words, **variables):
+        done = subprocess.run(["scripts/release", *words], cwd=self.folder, capture_output=True, text=True, env={**os.environ, **variables})
         self.assertNotEqual(0, done.returncode)
         return done.stdout + done.stderr
 
@@ -239,11 +240,68 @@ class Refusals(Folder):
         self.commit()
         self.assertIn("No release: tests fail", self.said())
 
+    def test_a_version_that_is_another_commit_is_refused(self):
+        version = run("scripts/version").stdout.strip()
+        self.git("tag", f"v{version}")
+        self.assertIn("its tools are missing", self.said())
+        self.file("new.txt", "x")
+        self.commit()
+        self.assertIn(f"No release: v{version} is another commit", self.said())
+        self.assertIn("its tools are missing", self.said("--without-tests"))
+
+    def test_another_folder_or_repository_of_the_environment_is_none_of_ours(self):
+        self.file("new.txt", "x")
+        other = self.folder.parent / (self.folder.name + "-other")
+        self.addCleanup(shutil.rmtree, other)
+        (other / "scripts").mkdir(parents=True)
+        subprocess.run(["git", "init", "-q", other], check=True)
+        for name, value in {"CDPATH": other, "GIT_DIR": other / ".git", "GIT_INDEX_FILE": other / "index"}.items():
+            self.assertIn("No release: the tree is not what is committed", self.said(**{name: str(value)}))
+        self.git("config", "status.showUntrackedFiles", "no")
+        self.assertIn("No release: the tree is not what is committed", self.said())
+
     def test_a_key_that_is_not_there_is_refused(self):
         self.assertIn("there is no key nothing", self.said("--key", "nothing"))
 
     def test_wrong_use_is_told(self):
         self.assertIn("scripts/release", self.said("--quick"))
+
+
+class Environment(Folder):
+    """Functions of scripts/release, by themselves."""
+
+    def function(self, name):
+        return re.search(rf"^{name}\(\) \{{.*?^\}}", (TOP / "scripts/release").read_text(), re.M | re.S).group(0)
+
+    def test_nothing_that_changes_what_compilers_and_packers_do_is_left(self):
+        hostile = {name: "-x" for name in """CC CXX CFLAGS CXXFLAGS CPPFLAGS LDFLAGS RCFLAGS CPATH CPLUS_INCLUDE_PATH LIBRARY_PATH GZIP XZ_OPT
+            ZIP ZIPOPT TAR_OPTIONS DESTDIR NSISDIR CMAKE_GENERATOR CMAKE_BUILD_TYPE CMAKE_PREFIX_PATH CMAKE_INSTALL_MODE CMAKE_TOOLCHAIN_FILE
+            CMAKE_CXX_FLAGS""".split()}
+        script = f"set -u; epoch=5; {self.function('set_environment')}; set_environment; env; umask"
+        own = {"TZ": "Asia/Tokyo", "LC_ALL": "C.UTF-8", "SOURCE_DATE_EPOCH": "1", "CMAKE_CXX_COMPILER_LAUNCHER": "ccache"}
+        left = subprocess.run(["bash", "-c", script], env={"PATH": os.environ["PATH"], **own, **hostile}, check=True, capture_output=True, text=True).stdout
+        for name in hostile:
+            self.assertNotRegex(left, rf"(?m)^{name}=")
+        for line in ("TZ=UTC", "LC_ALL=C", "SOURCE_DATE_EPOCH=5", "CMAKE_CXX_COMPILER_LAUNCHER=ccache", "0022"):
+            self.assertIn(line, left.splitlines())
+
+    def test_the_packed_sources_are_those_that_are_committed_whatever_git_is_told(self):
+        self.file(".gitattributes", "* text=auto\n*.reg -text\n")
+        self.file("a/name with blanks.txt", "one\ntwo\n")
+        self.file("b.reg", "one\r\ntwo\n")
+        git = ["git", "-c", "user.name=a", "-c", "user.email=a@a.example"]
+        for words in (["init", "-q"], ["add", "-A"], ["commit", "-qm", "all"]):
+            subprocess.run([*git, *words], cwd=self.folder, check=True, capture_output=True)
+        script = f"set -u; work=$1 out=$1 version=1 epoch=5 source=$1/bromvale-1; {self.function('make_source')}; make_source"
+        packed = set()
+        for setting in ("core.autocrlf=input", "core.autocrlf=true", "core.eol=crlf", "tar.umask=077"):
+            name, value = setting.split("=")
+            subprocess.run(["git", "config", name, value], cwd=self.folder, check=True)
+            with tempfile.TemporaryDirectory(prefix="with blanks ") as work:
+                subprocess.run(["bash", "-c", script, "bash", work], cwd=self.folder, check=True, capture_output=True)
+                packed.add((pathlib.Path(work) / "bromvale-1.tar.xz").read_bytes())
+            self.assertEqual(1, len(packed), setting)
+            subprocess.run(["git", "config", "--unset", name], cwd=self.folder, check=True)
 
 
 class Signature(Folder):
