@@ -89,6 +89,19 @@ bool takeBack(Machine& machine, const Added& added) {
     return (!isOurs || machine.removeKey(added.place)) && forgetAdded(machine, added);
 }
 
+// The entry of the list of programs remembers classes under their own numbers, with their names.
+bool handOver(Machine& machine, const Added& added) {
+    const Place entry{added.place.hive, added.place.view,
+                      u"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Bromvale"};
+    const Key program = machine.readKey(entry);
+    if (added.name.empty() || !mayBeOurs(added) || !textOf(program, u"InstallLocation")) return false;
+    const Key key = machine.readKey(added.place);
+    if (key.found != Found::Yes || key.values.empty() || !isUnchanged(key, added)) return false;
+    const std::u16string id = added.place.path.substr(added.place.path.rfind(u'\\') + 1);
+    return (textOf(program, id) || machine.setValue(entry, textValue(id, added.name))) &&
+           forgetAdded(machine, added);
+}
+
 }  // namespace
 
 const std::vector<Component>& components() {
@@ -104,6 +117,10 @@ bool addComponents(Machine& machine, View view) {
     machine.flush();
     for (const Added& added : list) add(machine, added);
     return true;
+}
+
+void handOverComponents(Machine& machine, std::vector<Added>& added) {
+    std::erase_if(added, [&](const Added& each) { return handOver(machine, each); });
 }
 
 bool takeComponentsBack(Machine& machine, std::vector<Added> added) {

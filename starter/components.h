@@ -21,6 +21,10 @@ struct Component {
 // is none of our cares: the program tells of it. False where the journal can't be written.
 [[nodiscard]] bool addComponents(Machine& machine, View view);
 
+// A class that was there when Bromvale was installed isn't among those that the installation has added, and
+// would leave it without one: from now on it is that one's, and goes with its removal. Those are forgotten.
+void handOverComponents(Machine& machine, std::vector<Added>& added);
+
 // Takes back what was added and is as it was: the same default value and nothing else. What others have
 // changed is theirs from then on. False where something couldn't be taken back; it stays in the journal.
 [[nodiscard]] bool takeComponentsBack(Machine& machine, std::vector<Added> added);

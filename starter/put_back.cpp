@@ -52,6 +52,26 @@ bool restore(Machine& machine, const Journal& journal) {
     return removeAside(machine);
 }
 
+enum class After { OwnRun, KilledRun };
+
+bool putBackAll(Machine& machine, After after, const std::u16string& claimedId) {
+    Journal journal = readJournal(machine);
+    if (journal.found == Found::No) return true;
+    const bool isRestored =
+        journal.found == Found::Yes && save(machine, journal, claimedId) && restore(machine, journal);
+    if (isRestored) {
+        if (after == After::KilledRun) handOverComponents(machine, journal.added);
+        // A class that can't be taken back, for lack of rights, does no harm and waits for a start that may.
+        static_cast<void>(takeComponentsBack(machine, journal.added));
+        if (removeJournal(machine)) return true;
+    }
+    machine.tell(
+        "Die Registrierung dieses Rechners konnte nicht ganz in den Zustand von vorher gebracht werden. Der "
+        "nächste "
+        "Start von BromvaleStart versucht es wieder.");
+    return false;
+}
+
 }  // namespace
 
 bool claimFolder(Machine& machine, const std::u16string& id) {
@@ -63,20 +83,11 @@ void releaseFolder(Machine& machine) {
 }
 
 bool putBack(Machine& machine, const std::u16string& claimedId) {
-    const Journal journal = readJournal(machine);
-    if (journal.found == Found::No) return true;
-    const bool isRestored =
-        journal.found == Found::Yes && save(machine, journal, claimedId) && restore(machine, journal);
-    if (isRestored) {
-        // A class that can't be taken back, for lack of rights, does no harm and waits for a start that may.
-        static_cast<void>(takeComponentsBack(machine, journal.added));
-        if (removeJournal(machine)) return true;
-    }
-    machine.tell(
-        "Die Registrierung dieses Rechners konnte nicht ganz in den Zustand von vorher gebracht werden. Der "
-        "nächste "
-        "Start von BromvaleStart versucht es wieder.");
-    return false;
+    return putBackAll(machine, After::OwnRun, claimedId);
+}
+
+bool mend(Machine& machine) {
+    return putBackAll(machine, After::KilledRun, {});
 }
 
 }  // namespace bromvale::starter

@@ -12,10 +12,14 @@ namespace bromvale::starter {
 void releaseFolder(Machine& machine);
 
 // Brings the machine back to what it was before the run that the journal tells of, wherever that run has
-// ended: after a whole one as after one that was killed. Saves the settings first, where the folder is that
-// run's own. False where the registry doesn't let it, which the user is told; the journal stays then, and the
-// next start tries again. `claimedId` is the run for which this process itself has claimed the folder: its
-// settings are never given up without a question.
-[[nodiscard]] bool putBack(Machine& machine, const std::u16string& claimedId = {});
+// ended. Saves the settings first, where the folder is that run's own. False where the registry doesn't let
+// it, which the user is told; the journal stays then, and the next start tries again.
+//
+// After this process's own run. `claimedId` is that run's where it has claimed the folder: its settings are
+// never given up without a question.
+[[nodiscard]] bool putBack(Machine& machine, const std::u16string& claimedId);
+// After one that was killed. An installation that came since then and counts on a class that was added gets
+// it.
+[[nodiscard]] bool mend(Machine& machine);
 
 }  // namespace bromvale::starter

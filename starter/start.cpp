@@ -76,7 +76,7 @@ bool run(Machine& machine, const std::u16string& claimedId, View width) {
 }  // namespace
 
 bool start(Machine& machine) {
-    if (!isAlone(machine) || !putBack(machine)) return false;
+    if (!isAlone(machine) || !mend(machine)) return false;
     const View width = machine.programWidth();
     if (!hasProgram(machine, width)) return false;
     const FolderSettings settings = readFolderSettings(machine);

@@ -3,6 +3,7 @@
 
 !macro AddClass id name
     StrCpy $6 "${id}"
+    StrCpy $7 "${name}"
     Call FindClass
     ${If} $0 P= 0
         ClearErrors
@@ -73,16 +74,16 @@ Function AddWhetherNew
     ${EndIf}
 FunctionEnd
 
-; $0: a value other than 0 where class $6 is known. The start looks below the machine's classes, then below the user's. What
-; an installation for the machine has added goes with that one: who installs for himself doesn't count on it.
+; $0: a value other than 0 where class $6 is known. The start looks below the machine's classes, then below the user's. One
+; that has our own name, $7, for the machine will be taken back by whoever of us has added it: who installs for himself
+; doesn't count on it.
 Function FindClass
     StrCpy $1 "Software\Classes\CLSID\$6"
     StrCpy $2 HKLM
     Call OpenKey
     ${If} $Machine = 0
-        ClearErrors
-        ReadRegStr $3 HKLM "${ENTRY}" "$6"
-        ${IfNot} ${Errors}
+        ReadRegStr $3 HKLM "Software\Classes\CLSID\$6" ""
+        ${If} $3 S== $7
         ${AndIf} $0 P<> 0
             System::Call 'advapi32::RegCloseKey(p r0)'
             StrCpy $0 0

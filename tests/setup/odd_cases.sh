@@ -91,6 +91,33 @@ check "with its classes" gone "HKCU\\$classes\\$timer"
 check "and the settings" gone 'HKCU\Software\Bromvale'
 entry_root=HKLM
 
+# --- a stick's starter that was killed before, and mends after ---
+. tests/blackbox/portable.sh
+rm -rf "$portable"
+mkdir -p "$portable/64"
+cp build/win32/BromvaleStart.exe "$portable/"
+cp build/win64/Bromvale.exe "$portable/64/"
+for hive in HKLM HKCU; do
+    entry_root=$hive switch=
+    [ $hive = HKLM ] || switch=/NUTZER
+    folder_settings 1stRun 0
+    (cd "$portable" && in_wine "$wine_loader" BromvaleStart.exe >/dev/null 2>&1 &)
+    in_wine "$wine_loader" build/win64/tests/desktop/inspect_window.exe wait frmMain '' 60
+    in_wine "$wine_loader" taskkill /f /im BromvaleStart.exe >/dev/null 2>&1
+    in_wine "$wine_loader" taskkill /f /im Bromvale.exe >/dev/null 2>&1
+    check "it has left its classes" reg query "HKLM\\$classes\\$timer"
+    check "$hive: installed" ends_with 0 install $switch
+    rm "$portable/Einstellungen.lauf" # as another stick: the settings of the killed run are not its own
+    folder_settings AutoScan 1 AutoClose 1 1stRun 0
+    check "$hive: the stick is started again" starter
+    check "$hive: the installed program has its classes still" reg query "$hive\\$classes\\$timer"
+    check "$hive: nothing else of the stick is left" eval '! journal_is_there'
+    check "$hive: removed" ends_with 0 uninstall
+    check "$hive: with its classes" gone "$hive\\$classes\\$timer"
+done
+check "no class is left" gone "HKLM\\$classes\\$timer"
+entry_root=HKLM
+
 # --- the last of a removal, when the program has come back meanwhile ---
 check "installed" ends_with 0 install
 cp "$folder/Entfernen.exe" "$work/rest.exe"

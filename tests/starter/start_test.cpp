@@ -260,6 +260,52 @@ TEST(Start, AProgramThatOutlivesTheSessionIsMendedByTheNextStart) {
     EXPECT_EQ(kNewFile, machine.files[kSettingsFile]);
 }
 
+Place entry(Hive hive) {
+    return {hive, View::Bits64, u"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\Bromvale"};
+}
+
+// The starter is killed, Bromvale is installed, which finds all classes, and the stick is started again.
+TEST(Start, AnInstallationThatCameAfterAKilledStartKeepsTheClassesItCountsOn) {
+    for (const bool isAdministrator : {true, false}) {
+        FakeMachine machine = usedMachine();
+        machine.isAdministrator = isAdministrator;
+        machine.program = [](FakeMachine&) { throw Killed(); };
+        EXPECT_THROW(start(machine), Killed);
+        const Hive hive = isAdministrator ? Hive::Machine : Hive::User;
+        machine.put(entry(hive), {textValue(u"InstallLocation", u"C:\\Program Files\\Bromvale")});
+        machine.program = [](FakeMachine&) {};
+        EXPECT_TRUE(start(machine));
+        EXPECT_EQ(nullptr, machine.find(journal()));
+        const Key program = machine.readKey(entry(hive));
+        for (const Component& component : components()) {
+            EXPECT_NE(nullptr, machine.find({hive, View::Bits64, component.path}));
+            const std::u16string id = component.path.substr(component.path.rfind(u'\\') + 1);
+            EXPECT_EQ(component.name, textOf(program, id)) << "so that its removal takes it back";
+        }
+    }
+}
+
+TEST(Start, AnInstallationElsewhereOrOneThatIsWholeGetsNothing) {
+    FakeMachine machine = usedMachine();
+    machine.put(entry(Hive::User), {textValue(u"InstallLocation", u"C:\\Bromvale")});
+    machine.put(entry(Hive::Machine), {textValue(u"DisplayName", u"Bromvale")});
+    const FakeMachine::Registry before = machine.registry;
+    machine.program = [](FakeMachine&) { throw Killed(); };
+    EXPECT_THROW(start(machine), Killed);
+    machine.program = [](FakeMachine&) {};
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+}
+
+// It lacked the classes before the run, and does so afterwards.
+TEST(Start, ARunBesideAnInstallationLeavesItAsItIs) {
+    FakeMachine machine = usedMachine();
+    machine.put(entry(Hive::Machine), {textValue(u"InstallLocation", u"C:\\Bromvale")});
+    const FakeMachine::Registry before = machine.registry;
+    EXPECT_TRUE(start(machine));
+    EXPECT_EQ(before, machine.registry);
+}
+
 TEST(Start, AJournalIsNoOrderToDelete) {
     FakeMachine machine = usedMachine();
     const Place other{Hive::Machine, View::Bits64, u"Software\\Fremd"};
