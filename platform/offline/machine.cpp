@@ -57,7 +57,13 @@ Machine::Machine() {
 }
 
 std::string Machine::systemFolder() const {
-    return os_.isNt() ? "C:\\WINDOWS\\SYSTEM32" : "C:\\WINDOWS\\SYSTEM";
+    return windowsFolder() + (os_.isNt() ? "\\SYSTEM32" : "\\SYSTEM");
+}
+
+void Machine::setFolders(std::string_view windows, std::string_view programs) {
+    otherHalf.windows = windows;
+    programs_ = programs;
+    prepareFolders();
 }
 
 void Machine::setOs(const OsVersion& os) {

@@ -151,10 +151,13 @@ class Machine {
     // With the program's name, in the stored form of stored_text.h.
     [[nodiscard]] std::string programPath() const { return appPath_ + "\\" + exeName; }
 
-    [[nodiscard]] std::string windowsFolder() const { return "C:\\WINDOWS"; }
+    // In the stored form, without a trailing backslash. Whole paths with a drive; C:\WINDOWS and C:\Programme
+    // until a disk says otherwise.
+    void setFolders(std::string_view windows, std::string_view programs);
+    [[nodiscard]] std::string windowsFolder() const { return otherHalf.windows; }
     [[nodiscard]] std::string systemFolder() const;
-    [[nodiscard]] std::string tempFolder() const { return "C:\\WINDOWS\\TEMP"; }
-    [[nodiscard]] std::string programFiles() const { return "C:\\Programme"; }
+    [[nodiscard]] std::string tempFolder() const { return windowsFolder() + "\\TEMP"; }
+    [[nodiscard]] std::string programFiles() const { return programs_; }
     // Files that were opened and not closed.
     [[nodiscard]] std::size_t openFiles() const;
     // Makes the machine's own folders where they live in memory. Called by the setters; needed after drives
@@ -163,7 +166,8 @@ class Machine {
 
   private:
     OsVersion os_;
-    std::string appPath_ = "C:\\Programme\\Bromvale";  // in the stored form
+    std::string programs_ = "C:\\Programme";  // in the stored form, as the next
+    std::string appPath_ = "C:\\Programme\\Bromvale";
 };
 
 Machine& machine();

@@ -111,10 +111,18 @@ void Drives::addMemory(char letter) {
     mount(letter, {makeMemoryVolume(*this), false});
 }
 
-void Drives::addFolder(char letter, const std::string& hostFolder) {
+void Drives::mountFolder(char letter, const std::string& hostFolder, std::optional<char> disk) {
     const std::unique_ptr<char, void (*)(void*)> real(::realpath(hostFolder.c_str(), nullptr), std::free);
     const std::string realFolder = real != nullptr ? real.get() : "";
-    mount(letter, {makeHostVolume(*this, hostFolder), true, realFolder});
+    mount(letter, {makeHostVolume(*this, hostFolder, disk), true, realFolder});
+}
+
+void Drives::addFolder(char letter, const std::string& hostFolder) {
+    mountFolder(letter, hostFolder, std::nullopt);
+}
+
+void Drives::addDisk(char letter, const std::string& hostFolder) {
+    mountFolder(letter, hostFolder, letter);
 }
 
 void Drives::addShare(std::string_view server, std::string_view share) {
@@ -202,6 +210,18 @@ DWORD Drives::locateReal(std::string_view path, Location& location) const {
         if (const DWORD error = appendNames(current.substr(2), false, location)) return error;
     }
     return appendNames(rest, literal, location);
+}
+
+bool Drives::isElsewhere(std::string_view path) const {
+    if (!othersAreElsewhere) return false;
+    if (path.starts_with(kLiteral)) path.remove_prefix(kLiteral.size());
+    if (path.size() >= 2 && isSlash(path[0]) && isSlash(path[1])) {
+        Location location;
+        return locateShare(path, false, location) != 0;
+    }
+    if (path.size() >= 2 && path[1] == ':') return driveIndex(path[0]) >= 0 && !has(path[0]);
+    // "UNC\..." and "Volume{...}\..." behind the prefix.
+    return path.starts_with("UNC\\") || path.starts_with("Volume{");
 }
 
 void Drives::makeOwnFolders(const Location& location) const {

@@ -50,6 +50,8 @@ class Drives {
     void addMemory(char letter);
     // A folder of the host (UTF-8) stands for the drive.
     void addFolder(char letter, const std::string& hostFolder);
+    // The same for a disk of Windows: no link in it leads out of the folder.
+    void addDisk(char letter, const std::string& hostFolder);
     // An empty share in memory: \\server\share.
     void addShare(std::string_view server, std::string_view share);
     void remove(char letter);
@@ -88,6 +90,13 @@ class Drives {
     // program can't reach by its own name has one, and only on host folders.
     std::optional<bool> shortNames;
 
+    // What drives and shares that are not here hold can't be told: a search for one file there finds it, and
+    // is counted. For a machine whose disk is looked at from outside.
+    bool othersAreElsewhere = false;
+    mutable std::size_t soughtElsewhere = 0;
+    // Whether the path leads to such a drive or share, or to a device. In the stored form.
+    [[nodiscard]] bool isElsewhere(std::string_view path) const;
+
     // Without a trailing backslash but at a root. In the stored form.
     std::string currentDirectory = "C:\\";
 
@@ -110,6 +119,7 @@ class Drives {
         std::string hostFolder{};  // its real path
     };
     void mount(char letter, Mounted&& mounted);
+    void mountFolder(char letter, const std::string& hostFolder, std::optional<char> disk);
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
     const OtherHalf& otherHalf_;
     std::array<Mounted, 26> drives_;

@@ -38,6 +38,14 @@ HANDLE fail(DWORD error) {
 }
 
 template <class Data>
+HANDLE findElsewhere(std::string_view path, Data& data) {
+    ++machine().drives.soughtElsewhere;
+    FileInfo info;
+    info.name = path.substr(path.find_last_of("\\/:") + 1);
+    return fill(data, info) ? machine().searches.open({}) : INVALID_HANDLE_VALUE;
+}
+
+template <class Data>
 HANDLE findOne(std::string_view path, Data& data) {
     Location location;
     if (const DWORD error = machine().drives.locateStored(path, location)) return fail(error);
@@ -84,6 +92,7 @@ HANDLE findMany(std::string_view folder, std::string_view mask, Data& data) {
 template <class Data>
 HANDLE findFirst(std::string_view whole, Data& data) {
     if (whole.empty()) return fail(ERROR_PATH_NOT_FOUND);
+    if (machine().drives.isElsewhere(whole)) return findElsewhere(whole, data);
     const std::size_t slash = whole.find_last_of("\\/");
     std::size_t start = slash == std::string_view::npos ? 0 : slash + 1;
     if (start == 0 && whole.size() >= 2 && whole[1] == ':') start = 2;

@@ -7,9 +7,11 @@
 #include <cerrno>
 #include <cstdlib>
 #include <map>
+#include <optional>
 
 #include "platform/offline/files/drives.h"
 #include "platform/offline/files/host_file.h"
+#include "platform/offline/files/inside.h"
 #include "platform/offline/files/short_names.h"
 #include "platform/offline/files/volume.h"
 #include "platform/offline/locale/code_page.h"
@@ -25,11 +27,6 @@ bool isFolder(const struct stat& state) {
 bool isLink(const std::string& path) {
     struct stat state {};
     return ::lstat(path.c_str(), &state) == 0 && S_ISLNK(state.st_mode);
-}
-
-// Of what a link leads to; of the link itself where that is not there.
-bool stateOf(const std::string& path, struct stat& state) {
-    return ::stat(path.c_str(), &state) == 0 || ::lstat(path.c_str(), &state) == 0;
 }
 
 // A dangling link is a file that says that it is a link.
@@ -48,14 +45,18 @@ std::string lastName(const std::string& path) {
 
 class HostVolume : public Volume {
   public:
-    HostVolume(const Drives& drives, std::string folder) : drives_(drives), folder_(std::move(folder)) {
+    HostVolume(const Drives& drives, std::string folder, std::optional<char> disk)
+        : drives_(drives), folder_(std::move(folder)) {
         while (folder_.size() > 1 && folder_.back() == '/') folder_.pop_back();
+        if (!disk) return;
+        inside_.emplace(folder_, *disk);
+        if (!inside_->root().empty()) folder_ = inside_->root();
     }
 
     DWORD find(PathNames names, FileInfo* info) override {
         Entry found;
         if (const DWORD error = resolve(names, found)) return error;
-        if (info != nullptr) *info = infoAt(found.path, names.empty(), found.state);
+        if (info != nullptr) *info = infoAt(found, names.empty());
         return 0;
     }
 
@@ -63,9 +64,9 @@ class HostVolume : public Volume {
         Entry found;
         if (const DWORD error = resolve(folder, found)) return error;
         if (!isFolder(found.state)) return ERROR_DIRECTORY;
-        eachEntry(found.path, [&](const std::string& name) {
-            const std::string whole = found.path + "/" + name;
-            if (stateOf(whole, found.state)) entries.push_back(infoAt(whole, false, found.state));
+        eachEntry(found.real, [&](const std::string& name) {
+            Entry entry;
+            if (look(found.real + "/" + name, entry)) entries.push_back(infoAt(entry, false));
             return false;
         });
         return 0;
@@ -78,7 +79,9 @@ class HostVolume : public Volume {
         if (missing) error = pathOfNew(names, found.path);
         if (error != 0) return error;
         if (!missing && isFolder(found.state)) return ERROR_ACCESS_DENIED;
-        const char* path = found.path.c_str();
+        if (!missing && found.real.empty()) return ERROR_FILE_NOT_FOUND;
+        if (missing) changed();
+        const char* path = (missing ? found.path : found.real).c_str();
         int handle = ::open(path, O_RDWR | O_CLOEXEC | (missing ? O_CREAT | O_EXCL : 0), 0666);
         if (handle < 0 && errno == EACCES && !missing) handle = ::open(path, O_RDONLY | O_CLOEXEC);
         if (handle < 0) return outcome(handle);
@@ -89,6 +92,7 @@ class HostVolume : public Volume {
     DWORD makeFolder(PathNames names) override {
         Entry found;
         if (const DWORD error = resolveMissing(names, found)) return error;
+        changed();
         return outcome(::mkdir(found.path.c_str(), 0777));
     }
 
@@ -99,6 +103,7 @@ class HostVolume : public Volume {
         Entry found;
         if (names.empty()) return ERROR_ACCESS_DENIED;
         if (const DWORD error = resolve(names, found)) return error;
+        changed();
         const char* path = found.path.c_str();
         return outcome(isFolder(found.state) && !isLink(found.path) ? ::rmdir(path) : ::unlink(path));
     }
@@ -108,6 +113,7 @@ class HostVolume : public Volume {
         Entry target;
         if (const DWORD error = resolve(from, found)) return error;
         if (const DWORD error = resolveMissing(to, target)) return error;
+        changed();
         return outcome(::rename(found.path.c_str(), target.path.c_str()));
     }
 
@@ -121,15 +127,17 @@ class HostVolume : public Volume {
             return ::lstat((bin + "/" + candidate).c_str(), &found.state) == 0;
         });
         stored = knownName(name);
+        changed();
         return outcome(::rename(found.path.c_str(), (bin + "/" + name).c_str()));
     }
 
     DWORD setAttributes(PathNames names, DWORD attributes) override {
         Entry found;
         if (const DWORD error = resolve(names, found)) return error;
+        if (found.real.empty()) return ERROR_FILE_NOT_FOUND;
         const mode_t writable = found.state.st_mode | S_IWUSR;
         const bool locked = (attributes & FILE_ATTRIBUTE_READONLY) != 0;
-        return outcome(::chmod(found.path.c_str(), locked ? writable & ~mode_t{0222} : writable));
+        return outcome(::chmod(found.real.c_str(), locked ? writable & ~mode_t{0222} : writable));
     }
 
   private:
@@ -148,22 +156,35 @@ class HostVolume : public Volume {
     }
 
     struct Entry {
-        std::string path;  // of the host
-        struct stat state {};
+        std::string path;      // of the host
+        std::string real;      // where a link leads to; empty where the volume must not know
+        struct stat state {};  // of that; of the link itself where it isn't there
     };
 
+    bool look(const std::string& path, Entry& found) const {
+        found.path = path;
+        found.real = path;
+        if (!inside_)
+            return ::stat(path.c_str(), &found.state) == 0 || ::lstat(path.c_str(), &found.state) == 0;
+        if (::lstat(path.c_str(), &found.state) != 0) return false;
+        if (!S_ISLNK(found.state.st_mode)) return true;
+        InsidePath target = inside_->follow(path.substr(0, path.rfind('/')), lastName(path));
+        if (target.found()) found.state = target.status;
+        found.real = std::move(target.path);
+        return true;
+    }
+
     // What exists: as the names are written, or found without case folder by folder.
-    DWORD resolve(PathNames names, Entry& found) {
-        auto& [path, state] = found;
-        path = folder_;
-        for (const std::string_view name : names) path.append("/").append(hostOfStored(name));
-        if (textRules().unicode && stateOf(path, state)) return 0;
-        path = folder_;
-        if (::stat(path.c_str(), &state) != 0) return ERROR_PATH_NOT_FOUND;
+    DWORD resolve(PathNames names, Entry& found) const {
+        std::string whole = folder_;
+        for (const std::string_view name : names) whole.append("/").append(hostOfStored(name));
+        if (textRules().unicode && !inside_ && look(whole, found)) return 0;
+        found.path = found.real = folder_;
+        if (::stat(folder_.c_str(), &found.state) != 0) return ERROR_PATH_NOT_FOUND;
         for (std::size_t i = 0; i < names.size(); ++i) {
-            if (!isFolder(state) || !step(path, names[i], state)) {
-                return i + 1 == names.size() && isFolder(state) ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
-            }
+            const bool inFolder = isFolder(found.state) && !found.real.empty();
+            if (!inFolder || !step(found, names[i]))
+                return i + 1 == names.size() && inFolder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
         }
         return 0;
     }
@@ -175,25 +196,41 @@ class HostVolume : public Volume {
         return error == ERROR_FILE_NOT_FOUND ? pathOfNew(names, found.path) : error;
     }
 
-    bool step(std::string& path, std::string_view name, struct stat& state) {
-        std::string next = path + "/" + hostOfStored(name);
-        if (!stateOf(next, state)) {
-            const auto matches = [&](const std::string& entry) {
-                return sameStored(knownName(entry), name) || (name.find('~') != std::string_view::npos &&
-                                                              sameStored(shortNameOf(path, entry), name));
-            };
-            const bool matched = eachEntry(path, [&](const std::string& entry) {
-                if (!matches(entry)) return false;
-                next = path + "/" + entry;
-                return stateOf(next, state);
-            });
-            if (!matched) return false;
+    // From a folder to its entry.
+    bool step(Entry& found, std::string_view name) const {
+        const std::string folder = found.real;
+        const std::string written = hostOfStored(name);
+        Entry next;
+        if (inside_ && !isPlainName(written)) return false;
+        bool there = look(folder + "/" + written, next);
+        if (!there && inside_) {
+            const std::optional<std::string> entry = inside_->entryOf(folder, name);
+            there = entry && look(folder + "/" + *entry, next);
         }
-        path = next;
-        return true;
+        if (!there && mayHaveOtherName(name)) {
+            there = eachEntry(folder, [&](const std::string& entry) {
+                return isOtherName(folder, entry, name) && look(folder + "/" + entry, next);
+            });
+        }
+        if (there) found = std::move(next);
+        return there;
     }
 
-    std::string shortNameOf(const std::string& folder, const std::string& entry) {
+    // Without case all names were looked through where the volume is kept inside.
+    [[nodiscard]] bool mayHaveOtherName(std::string_view name) const {
+        return !inside_ || !textRules().unicode || name.find('~') != std::string_view::npos;
+    }
+
+    bool isOtherName(const std::string& folder, const std::string& entry, std::string_view name) const {
+        return sameStored(knownName(entry), name) ||
+               (name.find('~') != std::string_view::npos && sameStored(shortNameOf(folder, entry), name));
+    }
+
+    void changed() {
+        if (inside_) inside_->forget();
+    }
+
+    std::string shortNameOf(const std::string& folder, const std::string& entry) const {
         const std::string name = knownName(entry);
         if (!drives_.shortNames.value_or(!isReachableByAnsi(name))) return {};
         struct stat state {};
@@ -203,15 +240,15 @@ class HostVolume : public Volume {
     }
 
     // A link to a folder is a folder that says so; one to a file is like the file.
-    FileInfo infoAt(const std::string& path, bool root, const struct stat& state) {
-        const std::size_t slash = path.rfind('/');
+    FileInfo infoAt(const Entry& entry, bool root) const {
+        const std::string& path = entry.path;
         const std::string name = lastName(path);
-        FileInfo info = infoOf(root ? std::string() : knownName(name), state);
+        FileInfo info = infoOf(root ? std::string() : knownName(name), entry.state);
         if (root) return info;
-        info.shortName = shortNameOf(path.substr(0, slash), name);
-        if (isFolder(state) && isLink(path)) {
+        info.shortName = shortNameOf(path.substr(0, path.rfind('/')), name);
+        if (isFolder(entry.state) && isLink(path)) {
             info.attributes |= FILE_ATTRIBUTE_REPARSE_POINT;
-            info.target = targetOf(path);
+            info.target = targetOf(entry.real);
         }
         return info;
     }
@@ -230,19 +267,22 @@ class HostVolume : public Volume {
     DWORD pathOfNew(PathNames names, std::string& path) {
         Entry folder;
         if (const DWORD error = resolve(names.first(names.size() - 1), folder)) return error;
-        path = folder.path + "/" + hostOfStored(names.back());
+        const std::string name = hostOfStored(names.back());
+        if (inside_ && !isPlainName(name)) return ERROR_INVALID_NAME;
+        path = folder.real + "/" + name;
         return 0;
     }
 
     const Drives& drives_;
     std::string folder_;
-    std::map<std::string, ShortNames> shortNames_;  // by the host's folder
+    std::optional<InsideFolder> inside_;
+    mutable std::map<std::string, ShortNames> shortNames_;  // by the host's folder
 };
 
 }  // namespace
 
-std::unique_ptr<Volume> makeHostVolume(const Drives& drives, std::string folder) {
-    return std::make_unique<HostVolume>(drives, std::move(folder));
+std::unique_ptr<Volume> makeHostVolume(const Drives& drives, std::string folder, std::optional<char> disk) {
+    return std::make_unique<HostVolume>(drives, std::move(folder), disk);
 }
 
 }  // namespace bromvale::offline

@@ -7,6 +7,7 @@
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
+#include "platform/offline/registry/tree.h"
 #include "platform/other_view_api.h"
 
 namespace bromvale::offline {
@@ -20,11 +21,24 @@ constexpr std::string_view kNative = "Sysnative";
 constexpr std::array<std::string_view, 5> kSharedFolders{"catroot", "catroot2", "driverstore", "logfiles",
                                                          "spool"};
 
-bool isShared(const Location& location) {
-    if (location.count < 3) return false;
-    const auto is = [&](std::string_view name) { return equalNoCase(location.names[2], name); };
+// `names` are those behind the system folder's.
+bool isShared(PathNames names) {
+    if (names.empty()) return false;
+    const auto is = [&](std::string_view name) { return equalNoCase(names[0], name); };
     return std::any_of(kSharedFolders.begin(), kSharedFolders.end(), is) ||
-           (is("drivers") && location.count > 3 && equalNoCase(location.names[3], "etc"));
+           (is("drivers") && names.size() > 1 && equalNoCase(names[1], "etc"));
+}
+
+// How many of the location's names are those of the folder; none where it lies elsewhere.
+std::size_t namesInFolder(const Location& location, std::string_view folder) {
+    if (location.root[0] != upper(folder[0])) return 0;
+    std::string_view rest = folder.substr(2);
+    std::size_t count = 0;
+    for (auto name = nextPathName(rest); !name.empty(); name = nextPathName(rest)) {
+        if (count == location.count || !sameStored(location.names[count], name)) return 0;
+        ++count;
+    }
+    return count;
 }
 
 // The first row whose key holds the path decides. Without a real place the key is shared.
@@ -45,6 +59,12 @@ constexpr std::array<KeyRow, 6> kMachineKeys{{
     {"Software", "Software\\Wow6432Node"},
 }};
 
+constexpr std::array<KeyRow, 3> kOlderMachineKeys{{
+    {"Software\\Classes", "Software\\Wow6432Node\\Classes"},
+    {"Software\\Wow6432Node", ""},
+    {"Software", "Software\\Wow6432Node"},
+}};
+
 constexpr std::size_t kCurrentUser = 1;
 constexpr std::size_t kLocalMachine = 2;
 
@@ -60,37 +80,42 @@ const KeyRow* rowOf(const std::array<KeyRow, kCount>& rows, std::string_view pat
     return found == rows.end() || found->real.empty() ? nullptr : found;
 }
 
-const KeyRow* redirection(Halves seen, std::size_t hive, std::string_view path) {
-    if (seen != Halves::SeenBy32) return nullptr;
-    if (hive == kLocalMachine) return rowOf(kMachineKeys, path);
+const KeyRow* redirection(const OtherHalf& half, std::size_t hive, std::string_view path) {
+    if (half.seen != Halves::SeenBy32) return nullptr;
+    if (hive == kLocalMachine) {
+        return half.classesApart ? rowOf(kOlderMachineKeys, path) : rowOf(kMachineKeys, path);
+    }
     return hive == kCurrentUser ? rowOf(kUserKeys, path) : nullptr;
 }
 
 }  // namespace
 
 void setHalves(Halves halves) {
-    machine().otherHalf = {halves};
+    machine().otherHalf.seen = halves;
+    machine().otherHalf.filesAreLedAway = true;
     if (halves != Halves::None)
         machine().drives.makeFolder(machine().windowsFolder() + "\\" + std::string(kOtherSystem));
 }
 
 void OtherHalf::lead(Location& location) const {
-    if (seen != Halves::SeenBy32 || location.root[0] != 'C' || location.count < 2 ||
-        !equalNoCase(location.names[0], "WINDOWS"))
-        return;
-    if (equalNoCase(location.names[1], kNative)) {
-        location.names[1] = kSystem;
-    } else if (equalNoCase(location.names[1], kSystem) && filesAreLedAway && !isShared(location)) {
-        location.names[1] = kOtherSystem;
+    if (seen != Halves::SeenBy32) return;
+    const std::size_t inWindows = namesInFolder(location, windows);
+    if (inWindows == 0 || inWindows == location.count) return;
+    std::string_view& name = location.names[inWindows];
+    if (equalNoCase(name, kNative)) {
+        name = kSystem;
+    } else if (equalNoCase(name, kSystem) && filesAreLedAway &&
+               !isShared(location.all().subspan(inWindows + 1))) {
+        name = kOtherSystem;
     }
 }
 
 bool OtherHalf::leadsAway(std::size_t hive, std::string_view path) const {
-    return redirection(seen, hive, path) != nullptr;
+    return redirection(*this, hive, path) != nullptr;
 }
 
 std::string OtherHalf::realKey(std::size_t hive, std::string_view path) const {
-    const KeyRow* const row = redirection(seen, hive, path);
+    const KeyRow* const row = redirection(*this, hive, path);
     if (row == nullptr) return std::string(path);
     return std::string(row->real).append(path.substr(row->key.size()));
 }

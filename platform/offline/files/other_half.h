@@ -5,7 +5,8 @@
 // Wow6432Node what it takes for HKEY_LOCAL_MACHINE\Software and for the keys CLSID and Interface of the
 // classes; the other classes and App Paths are shared. It is led away where a whole path from a hive is
 // opened or made, not on the steps from one opened key to the next. Those who set up the machine (Drives,
-// Registry) name everything where it really lies.
+// Registry) name everything where it really lies. That is Windows 7 and later; `classesApart` is what was
+// before.
 #pragma once
 
 #include <string>
@@ -27,6 +28,9 @@ class OtherHalf {
   public:
     Halves seen = Halves::None;
     bool filesAreLedAway = true;  // off while the program asks for the other view
+    // Before Windows 7 the classes as a whole and App Paths are other keys for a program of 32 bits.
+    bool classesApart = false;
+    std::string windows = "C:\\WINDOWS";  // the folder of Windows, in the stored form
 
     // Where a path of the program really leads.
     void lead(Location& location) const;

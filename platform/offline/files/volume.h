@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -87,8 +88,10 @@ struct Search {
 std::unique_ptr<Volume> makeMemoryVolume(const Drives& drives);
 // `folder` is a path of the host, UTF-8. Its recycle bin is the folder beside it with ".Papierkorb" behind
 // its name, made when something goes there. Until Drives::shortNames says otherwise, what an ANSI path can't
-// name has a short name.
-std::unique_ptr<Volume> makeHostVolume(const Drives& drives, std::string folder);
+// name has a short name. With the letter of a disk the folder is a disk of Windows: its links are followed
+// where they stay in it (inside.h); any other is a file that says that it is a link.
+std::unique_ptr<Volume> makeHostVolume(const Drives& drives, std::string folder,
+                                       std::optional<char> disk = std::nullopt);
 
 // "name", "name (2)", ... : the first that `taken` does not know.
 template <class Taken>

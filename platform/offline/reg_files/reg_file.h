@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,12 @@ struct RegFileError {
 // written. A key whose name holds a line break, or a value whose name holds a NUL, has no form in such a file
 // and is an error.
 [[nodiscard]] std::optional<RegFileError> saveRegFile(const Registry& registry, const std::string& path);
+
+// The same of single keys with all below them (whole paths; one that isn't there is passed over), or of all
+// hives without any; keys and values whose names have no form in such a file are left out and counted. The
+// whole text stands in memory.
+[[nodiscard]] std::string regFileOf(const Registry& registry, std::span<const std::u16string> keys,
+                                    std::size_t& leftOut);
 
 // What the registry editor does with a registry file that it is told to enter: it takes what it understands
 // and passes over the rest, a line at a time. A key line that names no hive takes its values along; a

@@ -93,6 +93,10 @@ class Registry {
     [[nodiscard]] std::vector<WideRegistryValue> wideValues(const WideText& path) const;
     [[nodiscard]] std::vector<std::u16string> wideSubKeys(const WideText& path) const;
 
+    // The key that a program in the machine knows by this path, whose view may be the other half's; null
+    // where there is none.
+    [[nodiscard]] RegistryKey* seenAt(const WideText& path) const;
+
     // Without the hives.
     [[nodiscard]] std::size_t keyCount() const { return tree_.keyCount(); }
     [[nodiscard]] std::size_t valueCount() const { return tree_.valueCount(); }
@@ -116,6 +120,8 @@ class Registry {
     bool deleteKey(std::size_t hive, std::string_view path);
     void setValue(RegistryKey* key, std::string_view name, DWORD type, const RegistryData& data);
     void deleteValue(RegistryKey* key, std::string_view name);
+    // By whole path; null where there is none.
+    [[nodiscard]] RegistryKey* keyOf(const WideText& path) const { return keyAt(path); }
     // The hive's own root. HKEY_CLASSES_ROOT is a view of other hives and has nothing of its own.
     [[nodiscard]] RegistryKey* root(std::size_t hive) const { return roots_[hive]; }
     [[nodiscard]] bool isRoot(const RegistryKey* key) const;

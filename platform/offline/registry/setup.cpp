@@ -1,4 +1,7 @@
 // The registry by whole paths, for those who set up a machine and look at it.
+#include <algorithm>
+
+#include "platform/offline/files/other_half.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/registry/registry.h"
@@ -40,6 +43,15 @@ bool Registry::setDenied(const WideText& path, bool denied) {
     RegistryKey* key = keyAt(path);
     if (key != nullptr) key->denied = denied;
     return key != nullptr;
+}
+
+RegistryKey* Registry::seenAt(const WideText& path) const {
+    const std::string stored = known(storedFromWide(path.view()));
+    std::string_view rest = stored;
+    const auto hive = hiveByName(nextPathName(rest));
+    if (!hive) return nullptr;
+    rest.remove_prefix(std::min(rest.find_first_not_of('\\'), rest.size()));
+    return findBelow(*hive, otherHalf_.realKey(*hive, rest));
 }
 
 bool Registry::exists(const WideText& path) const {

@@ -52,6 +52,8 @@ void RegistryTree::freeBlock(RegistryKey* key) {
 
 void RegistryTree::destroyRoot(RegistryKey* root) {
     memo_.clear();
+    removed_.clear();
+    keepsRemovals_ = false;
     while (!root->children_.empty()) remove(root->children_.back());
     clearValues(root);
     freeBlock(root);
@@ -69,13 +71,13 @@ RegistryKey* RegistryTree::child(const RegistryKey* key, std::string_view name) 
     const std::uint32_t next = key->lastFound_ + 1;
     if (next < children.size() && sameName(children[next]->name(), name)) {
         key->lastFound_ = next;
-        return children[next];
+        return seen(children[next]);
     }
     if (!children.empty() && sameName(children.front()->name(), name)) {
         key->lastFound_ = 0;
-        return children.front();
+        return seen(children.front());
     }
-    return keys_.find(key, name);
+    return seen(keys_.find(key, name));
 }
 
 // From where the memo knows the path. `missing` gives what stands for a key that is not there: null ends the
@@ -108,6 +110,7 @@ RegistryKey* RegistryTree::findOrMake(RegistryKey* from, std::string_view path, 
 
 void RegistryTree::remove(RegistryKey* key) {
     memo_.clear();
+    if (keepsRemovals_) removed_.push_back({key->source_, key->place_, pathOf(*key)});
     unlinkFromParent(key);
     std::vector<RegistryKey*> pending{key};
     while (!pending.empty()) {
@@ -155,7 +158,7 @@ RegistryKey* RegistryTree::subKey(RegistryKey* key, std::size_t index) const {
     if (index >= children.size()) return nullptr;
     if (key->sorted_ < children.size()) std::ranges::sort(children, nameLess);
     key->sorted_ = static_cast<std::uint32_t>(children.size());
-    return children[index];
+    return seen(children[index]);
 }
 
 }  // namespace bromvale::offline

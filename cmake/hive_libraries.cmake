@@ -1,0 +1,18 @@
+# The libraries that bromvale-offline reads raw registries with beside its own reader. Both are LGPL, so they are linked
+# dynamically. Without them the program builds, and what needs one says which package is missing.
+find_package(PkgConfig QUIET)
+function(bromvale_hive_library name module definition)
+  add_library(${name} INTERFACE)
+  if(PKG_CONFIG_FOUND)
+    pkg_check_modules(${definition} QUIET IMPORTED_TARGET ${module})
+  endif()
+  if(TARGET PkgConfig::${definition})
+    target_link_libraries(${name} INTERFACE PkgConfig::${definition})
+    target_compile_definitions(${name} INTERFACE BROMVALE_${definition})
+    message(STATUS "${module}: ${${definition}_VERSION}")
+  else()
+    message(STATUS "${module}: not there")
+  endif()
+endfunction()
+bromvale_hive_library(second_hive_reader hivex HIVEX)
+bromvale_hive_library(creg_reader libcreg CREG)

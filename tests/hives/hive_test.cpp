@@ -1,0 +1,58 @@
+// The reader on hives of real machines. What it gives is compared with other readers elsewhere; here are the
+// counts.
+#include "platform/offline/hives/hive.h"
+
+#include "tests/hives/hive_files.h"
+
+namespace bromvale::offline {
+namespace {
+
+struct Counts {
+    std::size_t keys = 0;
+    std::size_t values = 0;
+    bool operator==(const Counts&) const = default;
+};
+
+Counts countsOf(const Hive& hive) {
+    Counts counts;
+    std::vector<Cell> pending{hive.base().root};
+    while (!pending.empty()) {
+        const HiveKey key = hive.key(pending.back());
+        pending.pop_back();
+        ++counts.keys;
+        for (const Cell cell : hive.values(key)) {
+            static_cast<void>(hive.data(hive.value(cell)));
+            ++counts.values;
+        }
+        for (const Cell subKey : hive.subKeys(key)) pending.push_back(subKey);
+    }
+    return counts;
+}
+
+struct RealCounts {
+    const char* name;
+    Counts counts;
+};
+
+class RealRegistryHive : public HiveFilesTest, public ::testing::WithParamInterface<RealCounts> {};
+
+TEST_P(RealRegistryHive, HasAllKeysAndValues) {
+    const std::string bytes = realHive(GetParam().name);
+    const Hive hive{HiveBytes(bytes)};
+    EXPECT_EQ(GetParam().counts.keys, countsOf(hive).keys);
+    EXPECT_EQ(GetParam().counts.values, countsOf(hive).values);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Of, RealRegistryHive,
+    ::testing::Values(RealCounts{"hivex-minimal", {1, 0}}, RealCounts{"hivex-rlenvalue_test_hive", {2, 6}},
+                      RealCounts{"hivex-special", {4, 3}}, RealCounts{"made-li-SOFTWARE", {13, 5}},
+                      RealCounts{"made-size0", {2, 6}}, RealCounts{"win7-SYSTEM", {30756, 73456}},
+                      RealCounts{"win7-x86-SOFTWARE", {117488, 193870}},
+                      RealCounts{"win81-UsrClass.dat", {7505, 19987}},
+                      RealCounts{"winxp-NTUSER.DAT", {1127, 5602}},
+                      RealCounts{"win10-dirty-NTUSER.DAT", {2590, 4119}},
+                      RealCounts{"made-old-NTUSER.DAT", {1808, 4090}}));
+
+}  // namespace
+}  // namespace bromvale::offline
