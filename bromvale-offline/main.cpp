@@ -7,7 +7,9 @@
 
 #include "bromvale-offline/example.h"
 #include "bromvale-offline/options.h"
+#include "bromvale-offline/rescue/rescue.h"
 #include "bromvale-offline/script.h"
+#include "bromvale-offline/set_up.h"
 #include "bromvale-offline/show.h"
 #include "core/startup/main.h"
 #include "core/state.h"
@@ -25,54 +27,6 @@ using Stopwatch = std::chrono::steady_clock;
 
 double secondsSince(Stopwatch::time_point start) {
     return std::chrono::duration<double>(Stopwatch::now() - start).count();
-}
-
-void complain(const std::string& text) {
-    std::fprintf(stderr, "bromvale-offline: %s\n", text.c_str());
-}
-
-void complain(const RegFileError& error) {
-    std::string place = error.file;
-    if (error.line > 0) place.append(":").append(std::to_string(error.line));
-    complain(place + ": " + utf8FromAnsi(error.reason));
-}
-
-SYSTEMTIME hostTime() {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    localtime_r(&now, &parts);
-    const auto word = [](int number) { return static_cast<WORD>(number); };
-    return {word(parts.tm_year + 1900), word(parts.tm_mon + 1),  0, word(parts.tm_mday), word(parts.tm_hour),
-            word(parts.tm_min),         word(parts.tm_sec % 60), 0};
-}
-
-void setUp(const Options& options) {
-    Machine& machine = offline::machine();
-    for (char letter = 'C'; letter <= 'Z'; ++letter) machine.drives.addMemory(letter);
-    for (const auto& [letter, folder] : options.drives) machine.drives.addFolder(letter, folder);
-    machine.clock.set(options.now ? *options.now : hostTime());
-    machine.locale = options.english ? englishLocale() : germanLocale();
-    if (!options.user.empty()) machine.user = options.user;
-    if (!options.computer.empty()) machine.computer = options.computer;
-    if (!options.webHost.empty()) WebHost = options.webHost;
-    machine.commandLine = options.commandLine;
-    machine.setOs(options.os);
-    machine.setAppPath(options.appPath);
-}
-
-bool loadRegistries(const Options& options) {
-    if (options.registries.empty()) {
-        const auto error = loadExample();
-        if (error) complain(*error);
-        return !error;
-    }
-    for (const std::string& file : options.registries) {
-        if (const auto error = loadRegFile(file, machine().registry)) {
-            complain(*error);
-            return false;
-        }
-    }
-    return true;
 }
 
 // Where the programs lie is a fact of every Windows machine, so one without it gets it.
@@ -151,7 +105,7 @@ int runToTheEnd(const Options& options, Transcript& transcript) {
 }
 
 int run(const Options& options) {
-    setUp(options);
+    setUpMachine(options);
     const auto start = Stopwatch::now();
     if (!loadRegistries(options)) return kWrongUse;
     const double loading = secondsSince(start);
@@ -200,5 +154,6 @@ int main(int count, char** arguments) {
         std::fputs(bromvale::offline::helpText(), stdout);
         return 0;
     }
+    if (options.rescue.wanted()) return bromvale::offline::runRescue(options);
     return bromvale::offline::run(options);
 }

@@ -79,6 +79,12 @@ Problem keepAnsi(Options& options, const std::string& text) {
     return {};
 }
 
+// The name of the machine's user, or which one of a disk's.
+Problem readUser(Options& options, const std::string& text) {
+    options.rescue.user = text;
+    return keepAnsi<&Options::user>(options, text);
+}
+
 Problem addRegistry(Options& options, const std::string& text) {
     options.registries.push_back(text);
     return {};
@@ -91,7 +97,7 @@ constexpr std::array kOptions{
     OptionRow{"--os", readOs},
     OptionRow{"--locale", readLocale},
     OptionRow{"--now", readNow},
-    OptionRow{"--user", keepAnsi<&Options::user>},
+    OptionRow{"--user", readUser},
     OptionRow{"--computer", keepAnsi<&Options::computer>},
     OptionRow{"--web-host", keepAnsi<&Options::webHost>},
     OptionRow{"--script", keep<&Options::script>},
@@ -118,6 +124,13 @@ std::optional<std::string> readOptions(int count, char** arguments, Options& opt
             options.time = true;
             continue;
         }
+        Problem wrong;
+        const std::span<char* const> rest(arguments + i, static_cast<std::size_t>(count - i));
+        if (const std::size_t taken = readRescueOption(rest, options.rescue, wrong)) {
+            if (wrong) return wrong;
+            i += static_cast<int>(taken) - 1;
+            continue;
+        }
         std::optional<std::string> value;
         if (const std::size_t sign = name.find('='); name.starts_with("--") && sign != std::string::npos) {
             value = name.substr(sign + 1);
@@ -134,51 +147,10 @@ std::optional<std::string> readOptions(int count, char** arguments, Options& opt
         }
         if (Problem problem = row->read(options, *value)) return problem;
     }
-    return {};
-}
-
-const char* helpText() {
-    return R"(bromvale-offline: Bromvale on exported registries and on folders that stand for drives
-
-  bromvale-offline [OPTION...] [-- COMMANDLINE]
-
-  --registry FILE.reg   what the registry editor exported; several files merge in order.
-                        Without one an example machine is used
-  --drive C:=FOLDER     a folder stands for the drive; all other drives are empty and live in memory
-  --app-path PATH       where the program lies (C:\Programme\Bromvale)
-  --os NAME             "Windows 95", "Windows 98", "Windows 98 SE", "Windows ME", "Windows NT4",
-                        "Windows 2000", "Windows XP" (default), or platform.major.minor.build
-  --locale de|en        date, time and number formats (de)
-  --now TIME            2026-11-15T07:12:09 (default: the time now); the clock only moves when the program waits
-  --user NAME           user (Benutzer)
-  --computer NAME       computer (RECHNER)
-  --web-host HOST[:PORT]  stands in for the host of the web services
-  --script FILE|-       actions, one a line; without a script the program scans and prints what it found
-  --save FILE.reg       writes the registry as it is at the end; the files that were read never change
-  --time                seconds of loading and scanning, entries a second and peak memory, to standard error
-  --help                this text
-
-Actions of a script (empty lines and lines that start with # are passed over):
-
-  click NAME            a button, check box or option button      print NAME      its text, caption or value
-  check NAME 0|1        a check box                               rows NAME       a list's rows, columns by tabs
-  text NAME TEXT        types a text, \n for a line end           window          all visible controls
-  choose NAME TEXT      an entry of a combo box                   close [NAME]    the window's close box
-  select NAME ROWS      1 3-5, all or none                        answer BUTTON   of the next message box: OK, Ja ...
-  column NAME N         a column header                           browse PATH     folder for the next folder dialog
-  key NAME KEY          F5, Delete, Return, Alt+S ...             menu NAME       entry of the menu that opened last
-  doubleclick NAME ROW  a row of a list                           nav CAPTION     an icon of the navigation bar
-  mouseup NAME BUTTON   left, right or middle, on a list          tray BUTTON     left, right or double, on the icon
-  resize W H            the main window, in twips                 wait SECONDS    lets the clock run
-  save PATH             file for the next dialog "save as"
-  at N ACTION           runs the action when events are served for the N-th time from here
-
-Everything that the program shows, asks, starts or writes goes to standard output, one line each, UTF-8; line ends in
-texts are written \n.
-
-Exit status: 0 done, 1 an action of the script could not be done, 2 wrong option or unreadable file; otherwise
-what the program itself ended with.
-)";
+    if (options.rescue.wanted() && (!options.script.empty() || !options.save.empty()))
+        return "--script and --save drive the program's window; raw hives, disks and reports are looked at "
+               "without it";
+    return checkTogether(options.rescue);
 }
 
 }  // namespace bromvale::offline

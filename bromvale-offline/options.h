@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "bromvale-offline/rescue/rescue_options.h"
 #include "platform/offline/machine.h"
 
 namespace bromvale::offline {
@@ -24,6 +25,7 @@ struct Options {
     std::string commandLine;
     bool help = false;
     bool time = false;
+    RescueOptions rescue;  // raw hives and disks
 };
 
 // Nothing, or what is wrong with the command line.

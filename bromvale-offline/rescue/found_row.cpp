@@ -1,0 +1,148 @@
+#include "bromvale-offline/rescue/found_row.h"
+
+#include <array>
+
+#include "base/text.h"
+#include "platform/offline/locale/code_page.h"
+#include "scanner/file_checks.h"
+
+namespace bromvale::offline {
+namespace {
+
+struct KindWords {
+    std::string_view kind;
+    std::string_view reason;
+};
+constexpr std::array<KindWords, 4> kWords{{
+    {"missing file", "the file that the value names is not there"},
+    {"empty key", "the key holds nothing but an empty default value"},
+    {"dead link", "the class, interface or type library that the value names is not there"},
+    {"stale uninstall entry", "the entry has no command that would remove a program"},
+}};
+
+constexpr std::array<std::string_view, 5> kFileKeys{"inprocserver32", "inprochandler32", "localserver32",
+                                                    "command", "win32"};
+
+// One object of the registry as the scan lists it: rows that stand together.
+struct Object {
+    std::size_t first = 0;
+    std::size_t end = 0;
+};
+
+std::string lowerKey(const ResultRow& row) {
+    std::string key = row.keyLine;
+    lowerInPlace(key);
+    return key;
+}
+
+// Up to the GUID's bracket, or with the name behind App Paths: what a scan takes for one object.
+std::string objectOf(const ResultRow& row) {
+    const std::string key = lowerKey(row);
+    if (const std::size_t bracket = key.find('}'); bracket != std::string::npos)
+        return key.substr(0, bracket);
+    constexpr std::string_view kAppPaths = "app paths\\";
+    const std::size_t paths = key.find(kAppPaths);
+    if (paths == std::string::npos) return key;
+    return key.substr(0, key.find_first_of("\\]", paths + kAppPaths.size()));
+}
+
+std::string undoubled(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        result += text[i];
+        if (text[i] == '\\' && i + 1 < text.size() && text[i + 1] == '\\') ++i;
+    }
+    return result;
+}
+
+bool namesFile(const ResultRow& row) {
+    const std::string key = lowerKey(row);
+    // Data of an object whose file is missing has its backslashes doubled, that of a dead link has not.
+    const bool form = row.valueData.find(":\\\\") != std::string::npos ||
+                      row.valueData.starts_with("\\\\\\\\") || row.valueData.find('%') != std::string::npos;
+    if (!form) return false;
+    for (const std::string_view word : kFileKeys) {
+        if (key.find(word) != std::string::npos) return true;
+    }
+    return row.valueName == "@" && key.find("app paths") != std::string::npos;
+}
+
+bool isLink(const ResultRow& row) {
+    const std::string key = lowerKey(row);
+    return row.valueName == "@" && row.valueData.starts_with('{') && row.valueData.ends_with('}') &&
+           (key.ends_with("}\\typelib]") || key.ends_with("}\\clsid]") || key.ends_with("}\\interface]"));
+}
+
+// "[HKEY_LOCAL_MACHINE\a\b]"; the rows of two kinds of dead links have no backslash behind the hive's name.
+std::u16string keyOf(const ResultRow& row) {
+    std::string line = row.keyLine;
+    if (line.starts_with('[')) line.erase(0, 1);
+    if (line.ends_with(']')) line.pop_back();
+    for (const std::string_view hive : {"HKEY_LOCAL_MACHINE", "HKEY_CURRENT_USER", "HKEY_CLASSES_ROOT"}) {
+        if (line.starts_with(hive) && line.size() > hive.size() && line[hive.size()] != '\\')
+            line.insert(hive.size(), "\\");
+    }
+    return wideFromAnsi(line);
+}
+
+std::u16string nameOf(const ResultRow& row) {
+    std::string_view name = row.valueName;
+    if (name == "@") return {};
+    if (name.size() >= 2 && name.starts_with('"') && name.ends_with('"'))
+        name = name.substr(1, name.size() - 2);
+    return wideFromAnsi(name);
+}
+
+struct Explanation {
+    FaultKind kind = FaultKind::StaleUninstallEntry;
+    std::string sought;
+};
+
+// The rows of an object stand in the reverse order of its entries, and the first entry that came to a
+// decision judged it: so the last row that names a file does.
+Explanation explain(const std::vector<ResultRow>& rows, const Object& object) {
+    for (std::size_t i = object.end; i > object.first; --i) {
+        if (!namesFile(rows[i - 1])) continue;
+        Explanation found{FaultKind::MissingFile, {}};
+        toFileReference(undoubled(rows[i - 1].valueData), found.sought);
+        return found;
+    }
+    for (std::size_t i = object.first; i < object.end; ++i) {
+        if (isLink(rows[i])) return {FaultKind::DeadLink, rows[i].valueData};
+    }
+    const ResultRow& only = rows[object.first];
+    if (object.end - object.first == 1 && only.valueName == "@" && only.valueData.empty())
+        return {FaultKind::EmptyKey, {}};
+    return {};
+}
+
+}  // namespace
+
+std::string_view kindText(FaultKind kind) {
+    return kWords[static_cast<std::size_t>(kind)].kind;
+}
+
+std::string_view reasonText(FaultKind kind) {
+    return kWords[static_cast<std::size_t>(kind)].reason;
+}
+
+std::vector<FoundRow> explained(const std::vector<ResultRow>& rows) {
+    std::vector<FoundRow> found;
+    Object object;
+    while (object.end < rows.size()) {
+        object.first = object.end;
+        const std::string name = objectOf(rows[object.first]);
+        while (object.end < rows.size() && objectOf(rows[object.end]) == name) ++object.end;
+        const Explanation why = explain(rows, object);
+        for (std::size_t i = object.first; i < object.end; ++i) {
+            const ResultRow& row = rows[i];
+            const std::string data =
+                why.kind == FaultKind::MissingFile ? undoubled(row.valueData) : row.valueData;
+            found.push_back(
+                {keyOf(row), nameOf(row), wideFromAnsi(data), why.kind, wideFromAnsi(why.sought), 0, 0});
+        }
+    }
+    return found;
+}
+
+}  // namespace bromvale::offline

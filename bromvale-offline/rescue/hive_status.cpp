@@ -1,0 +1,124 @@
+#include "bromvale-offline/rescue/hive_status.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+
+#include "platform/offline/hives/open_hive.h"
+
+namespace bromvale::offline {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string upperAscii(std::string text) {
+    for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
+    return text;
+}
+
+constexpr std::array<std::pair<const char*, LogName>, 3> kEndings{
+    {{".LOG1", LogName::Log1}, {".LOG2", LogName::Log2}, {".LOG", LogName::Log}}};
+
+std::string keysBefore(const std::string& path) {
+    HiveImage image;
+    if (image.open(path)) return "?";
+    try {
+        const Hive hive(image.bytes());
+        return std::to_string(countKeys(hive, hive.base().root));
+    } catch (const HiveDamage&) {
+        return "?";
+    }
+}
+
+std::string keysAfter(const Hive& hive) {
+    try {
+        return std::to_string(countKeys(hive, hive.base().root));
+    } catch (const HiveDamage&) {
+        return "?";
+    }
+}
+
+std::string statusOf(const LoadedHive& loaded, const Hive& hive) {
+    const Replay& replay = loaded.replay;
+    if (replay.state == Replay::State::Clean) return "clean";
+    std::string text;
+    if (replay.state == Replay::State::NoUsableLog) {
+        text =
+            "dirty, and none of its logs can be used: what Windows wrote last is missing here. It is read as "
+            "it is "
+            "and can't be written";
+    } else {
+        text = "dirty, " + std::to_string(replay.entries) + (replay.entries == 1 ? " entry" : " entries") +
+               " of " + replay.from + " (" + std::to_string(replay.firstSequence) + " to " +
+               std::to_string(replay.lastSequence) + "), " + keysBefore(loaded.path) + " keys before and " +
+               keysAfter(hive) + " after";
+    }
+    return replay.problem.empty() ? text : text + "; " + replay.problem;
+}
+
+FilePrint printOfFile(const std::string& path) {
+    HiveImage image;
+    return image.open(path) ? FilePrint{} : printOf(image.bytes().all());
+}
+
+}  // namespace
+
+LoadedHive loadHive(const std::string& path, const std::vector<FoundLog>& logs, bool withPrints) {
+    LoadedHive loaded;
+    loaded.path = path;
+    loaded.logs = logs;
+    if (withPrints) {
+        loaded.print = printOfFile(path);
+        for (const FoundLog& log : logs) loaded.logPrints.push_back(printOfFile(log.path));
+    }
+    OpenHive open = openHive(path, logs);
+    loaded.replay = open.replay;
+    if (!open.hive) {
+        loaded.status = open.problem;
+        return loaded;
+    }
+    open.hive.reset();
+    loaded.hive = std::make_shared<MountedHive>(std::move(open.image));
+    loaded.status = statusOf(loaded, loaded.hive->hive());
+    for (const std::string& problem : open.logProblems) loaded.status += "; " + problem;
+    return loaded;
+}
+
+LogName logNameOf(const std::string& path) {
+    const std::string upper = upperAscii(path);
+    for (const auto& [ending, name] : kEndings) {
+        if (upper.ends_with(ending)) return name;
+    }
+    return LogName::Log1;
+}
+
+std::vector<FoundLog> logsBeside(const std::string& path) {
+    std::vector<FoundLog> logs;
+    const fs::path file(path);
+    const std::string name = upperAscii(file.filename().string());
+    std::error_code error;
+    const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+    for (const auto& entry : fs::directory_iterator(folder, error)) {
+        const std::string other = upperAscii(entry.path().filename().string());
+        for (const auto& [ending, logName] : kEndings) {
+            if (other == name + ending) logs.push_back({logName, entry.path().string()});
+        }
+    }
+    std::ranges::sort(logs, {}, &FoundLog::path);
+    return logs;
+}
+
+// Without recursion: a hive may be deep.
+std::size_t countKeys(const Hive& hive, Cell from) {
+    std::size_t count = 0;
+    std::vector<Cell> pending{from};
+    while (!pending.empty()) {
+        const HiveKey key = hive.key(pending.back());
+        pending.pop_back();
+        ++count;
+        for (const Cell subKey : hive.subKeys(key)) pending.push_back(subKey);
+    }
+    return count;
+}
+
+}  // namespace bromvale::offline

@@ -1,0 +1,36 @@
+// Hives as they come from files: opened with their logs, and what is to be said of each.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/offline/hives/disk.h"
+#include "platform/offline/hives/host_folder.h"
+#include "platform/offline/hives/mounted_hive.h"
+#include "platform/offline/hives/replay.h"
+
+namespace bromvale::offline {
+
+struct LoadedHive {
+    std::string path;
+    std::vector<FoundLog> logs;
+    std::shared_ptr<MountedHive> hive;  // null where it can't be read
+    Replay replay;
+    std::string status;  // one line, English: clean, or dirty with what was done about it
+    // What hive and logs were when they were read, where that was asked for: it takes a look at every byte.
+    FilePrint print;
+    std::vector<FilePrint> logPrints;
+};
+
+[[nodiscard]] LoadedHive loadHive(const std::string& path, const std::vector<FoundLog>& logs,
+                                  bool withPrints);
+// The logs that lie beside a hive under its name, in any case.
+[[nodiscard]] std::vector<FoundLog> logsBeside(const std::string& path);
+// Takes the name of a log from its end; LOG1 for one that tells nothing.
+[[nodiscard]] LogName logNameOf(const std::string& path);
+
+// Keys below this one and itself.
+[[nodiscard]] std::size_t countKeys(const Hive& hive, Cell from);
+
+}  // namespace bromvale::offline

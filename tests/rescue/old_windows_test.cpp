@@ -1,0 +1,47 @@
+// Windows 95, 98 and ME: read, and cleaned by way of files for their own registry editor.
+#include <fstream>
+
+#include "tests/rescue/rescue_test.h"
+
+namespace bromvale::testing {
+namespace {
+
+using offline::Generation;
+
+class OldWindows : public RescueTest, public ::testing::WithParamInterface<Generation> {};
+
+TEST_P(OldWindows, IsReadAndCleanedByItsOwnEditor) {
+    offline::DiskPlan plan;
+    plan.generation = GetParam();
+    plan.machine = [](offline::MadeCregKey& machine) {
+        for (const auto& [name, path] :
+             {std::pair("ab.exe", "C:\\da.exe"), std::pair("weg.exe", "C:\\Weg\\weg.exe"),
+              std::pair("zu.exe", "C:\\da.exe")}) {
+            machine.at(std::string("Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\") + name)
+                .values.push_back({"", 1, path});
+        }
+    };
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "da.exe", "x");
+    const std::string before = everythingOnDisk();
+    const auto rows = rowsOf({"--user", "all"});
+    ASSERT_EQ(1u, rows.size());
+    EXPECT_NE(std::string::npos, rows[0].find("App Paths\\weg.exe -> c:\\weg\\weg.exe")) << rows[0];
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(folder());
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "all"});
+    std::filesystem::current_path(here);
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_EQ(
+        "REGEDIT4\r\n\r\n[-HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App "
+        "Paths\\weg.exe]\r\n\r\n",
+        read("Bromvale-2026-11-15_07-12-09-entfernen.reg"));
+    EXPECT_NE(std::string::npos,
+              read("Bromvale-2026-11-15_07-12-09-zurueck.reg").find("@=\"C:\\\\Weg\\\\weg.exe\""));
+    EXPECT_EQ(before, everythingOnDisk());
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, OldWindows, ::testing::Values(Generation::W98, Generation::Me));
+
+}  // namespace
+}  // namespace bromvale::testing

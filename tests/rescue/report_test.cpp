@@ -1,0 +1,121 @@
+// The forms of the report, exports, and what doesn't go together.
+#include "tests/rescue/rescue_test.h"
+
+namespace bromvale::testing {
+namespace {
+
+using offline::Generation;
+
+class ReportForms : public RescueTest {};
+
+constexpr const char* kCheckCsv = R"(
+import csv, sys
+rows = list(csv.reader(open(sys.argv[1], encoding="utf-8", newline=""), strict=True))
+assert rows[0] == "number,key,name,data,kind,reason,file,user,view,hive".split(","), rows[0]
+assert all(len(row) == len(rows[0]) for row in rows)
+print(len(rows) - 1, rows[1][3])
+)";
+
+TEST_F(ReportForms, CsvIsReadByOthers) {
+    makeDisk(Generation::Seven);
+    const Outcome outcome =
+        onDisk({"--user", "all", "--report", "csv", path("report.csv"), "--report", "text", "-"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.out.find("missing file"));
+    file("read_csv.py", kCheckCsv);
+    ASSERT_EQ(0, std::system(("python3 '" + path("read_csv.py") + "' '" + path("report.csv") + "' >'" +
+                              path("csv.txt") + "'")
+                                 .c_str()));
+    EXPECT_EQ("6 C:\\Weg\\eigen.dll\n", read("csv.txt"));
+    EXPECT_NE(std::string::npos, read("report.csv").find("\r\n"));
+}
+
+TEST_F(ReportForms, OddCharactersAreEscapedAndPipesGetNoProgress) {
+    offline::DiskPlan plan;
+    plan.generation = Generation::Seven;
+    plan.software = [](offline::MadeHive& software) {
+        offline::MadeKey& clsid = offline::keyAt(software.root, u"Classes\\CLSID");
+        addClass(clsid, u"{00000000-0000-0000-0000-000000000001}", u"C:\\bootmgr");
+        addClass(clsid, u"{00000000-0000-0000-0000-000000000002}", u"C:\\W\"e,g\x1B[31m\\weg.dll");
+        addClass(clsid, u"{00000000-0000-0000-0000-000000000003}", u"C:\\bootmgr");
+    };
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "bootmgr", "x");
+    for (const char* form : {"text", "csv", "json"}) {
+        SCOPED_TRACE(form);
+        const Outcome outcome = onDisk({"--user", "all", "--report", form, "-"});
+        EXPECT_EQ(0, outcome.status);
+        EXPECT_EQ(std::string::npos, outcome.out.find('\x1B'));
+        EXPECT_NE(std::string::npos, outcome.out.find("weg.dll"));
+        EXPECT_EQ(std::string::npos, outcome.err.find('\r'));
+        EXPECT_EQ(std::string::npos, outcome.err.find('\x1B'));
+    }
+}
+
+TEST_F(ReportForms, AFileThatCantBeWrittenIsSaid) {
+    makeDisk(Generation::Seven);
+    const Outcome outcome = onDisk({"--user", "all", "--report", "json", path("nicht/da.json")});
+    EXPECT_EQ(2, outcome.status);
+    EXPECT_NE(std::string::npos, outcome.err.find("cannot be written")) << outcome.err;
+}
+
+TEST_F(ReportForms, TheExampleMachineHasOneToo) {
+    const Outcome outcome = run({"--report", "json", "-"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.out.find("\"kind\": \"dead link\""));
+    EXPECT_NE(std::string::npos, outcome.out.find("\"kind\": \"empty key\""));
+    EXPECT_NE(std::string::npos, outcome.out.find("\"kind\": \"stale uninstall entry\""));
+}
+
+TEST_F(ReportForms, ExportsAreRegistryFiles) {
+    makeDisk(Generation::SevenX64);
+    const Outcome one = onDisk(
+        {"--user", "jgross", "--export", path("eins.reg"), "HKEY_LOCAL_MACHINE\\System\\CurrentControlSet"});
+    EXPECT_EQ(0, one.status) << one.err;
+    const std::string key = readRegistry("eins.reg");
+    EXPECT_NE(
+        std::string::npos,
+        key.find("[HKEY_LOCAL_MACHINE\\System\\CurrentControlSet\\Control\\Session Manager\\Environment]\n"))
+        << key;
+    EXPECT_EQ(std::string::npos, key.find("ControlSet001"));
+    const Outcome all = onDisk({"--user", "jgross", "--export", path("alles.reg")});
+    EXPECT_EQ(0, all.status) << all.err;
+    const std::string text = readRegistry("alles.reg");
+    EXPECT_NE(std::string::npos, text.find("[HKEY_LOCAL_MACHINE\\System\\ControlSet001]\n"));
+    EXPECT_NE(std::string::npos, text.find("[HKEY_CURRENT_USER\\Software\\Classes\\CLSID\\"));
+    EXPECT_EQ(std::string::npos, text.find("CurrentControlSet\\")) << "what stands elsewhere comes once";
+    EXPECT_EQ(2, onDisk({"--user", "all", "--export", path("x.reg")}).status);
+    EXPECT_EQ(2,
+              onDisk({"--user", "jgross", "--export", path("x.reg"), "HKEY_LOCAL_MACHINE\\Nicht da"}).status);
+}
+
+TEST_F(ReportForms, WhatDoesNotGoTogetherIsSaid) {
+    const std::vector<std::vector<std::string>> wrong{
+        {"--write"},
+        {"--remove", "all"},
+        {"--log", "x"},
+        {"--hive", "Software=x"},
+        {"--hive", "HKEY_LOCAL_MACHINE\\Software="},
+        {"--hive", "HKEY_LOCAL_MACHINE\\Software=/nicht/da"},
+        {"--windows", "/nicht/da"},
+        {"--windows", ".", "--hive", "HKEY_LOCAL_MACHINE\\Software=x"},
+        {"--report", "xml", "-"},
+        {"--report", "json"},
+        {"--undo", "../x", "--windows", "."},
+        {"--undo", "list"},
+        {"--view", "16"},
+        {"--view", "32"},
+        {"--yes", "viele"},
+        {"--check", "--script", "-"},
+        {"--export"},
+    };
+    for (const auto& arguments : wrong) {
+        const Outcome outcome = run(arguments);
+        EXPECT_EQ(2, outcome.status) << arguments[0] << " " << outcome.err;
+        EXPECT_EQ("", outcome.out);
+        EXPECT_NE("", outcome.err);
+    }
+}
+
+}  // namespace
+}  // namespace bromvale::testing

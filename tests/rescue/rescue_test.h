@@ -1,0 +1,36 @@
+// bromvale-offline from outside, on made disks of Windows.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tests/hives/made_disk.h"
+#include "tests/offline/tool_run.h"
+
+namespace bromvale::testing {
+
+// A class below CLSID whose library is at `path`.
+void addClass(offline::MadeKey& clsid, std::u16string_view guid, std::u16string_view path);
+
+class RescueTest : public ToolTest {
+  protected:
+    // What the disk's classes point to: of each generation the same. The first object and the last one of a
+    // place are there, since the first is judged with the place before and the last never.
+    offline::MadeDisk makeDisk(offline::Generation generation);
+
+    // With "--windows" and the disk's root in front.
+    Outcome onDisk(std::vector<std::string> arguments);
+    [[nodiscard]] std::filesystem::path disk() const { return folder() / "disk"; }
+
+    // Names, sizes, times of the last write and bytes of all that is there.
+    [[nodiscard]] std::string everythingOnDisk() const;
+    // A line a row of the report, "number kind key -> file [user] [view]", from its JSON.
+    std::vector<std::string> rowsOf(std::vector<std::string> arguments);
+
+  private:
+    offline::MadeDisk disk_;
+};
+
+}  // namespace bromvale::testing
