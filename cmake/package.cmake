@@ -25,10 +25,14 @@ set(CPACK_DEBIAN_OFFLINE_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_OFFLINE_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
-set(CPACK_COMPONENT_OFFLINE_DESCRIPTION "looks for dead entries in exported Windows registries
+set(CPACK_COMPONENT_OFFLINE_DESCRIPTION "looks for dead entries in Windows registries
 Reads what the registry editor of Windows exports, finds COM classes,
 interfaces, type libraries, application paths and uninstall entries that point
 to nothing, and prints a report; the files that it reads never change.
+.
+It also reads the raw hives of a Windows that does not start any more, with
+what is still in their logs, and takes what it has found out of them, with
+copies beside that put everything back.
 .
 It is the program Bromvale on a simulated machine: folders stand for drives,
 scripts drive its window, and the registry after a removal can be saved.")

@@ -61,8 +61,8 @@ class Page(unittest.TestCase):
 
     def test_each_exit_status_of_the_help_is_there(self):
         section = self.page.split(".SH EXIT STATUS", 1)[1].split(".SH", 1)[0]
-        self.assertEqual(["0", "1", "2"], re.findall(r"^\.B (\d)", section, re.M))
-        self.assertIn("0 done, 1 an action of the script could not be done, 2 wrong option or unreadable file", HELP)
+        self.assertEqual(["0", "1", "2", "3", "4"], re.findall(r"^\.B (\d)", section, re.M))
+        self.assertIn("0 done, 1 an action of the script could not be done, 2 wrong option or unreadable file, 3 faults found", HELP)
 
     def test_the_same_sources_give_the_same_bytes(self):
         with tempfile.TemporaryDirectory() as other:

@@ -164,7 +164,7 @@ class Papers(Folder):
                                      if relation["spdxElementId"] == file["SPDXID"]} for file in bill["files"]}
         self.assertIn("nsis", inside["./" + self.NAMES[0]])
         self.assertIn("g++-mingw-w64-i686-win32", inside["./" + self.NAMES[1]])
-        self.assertEqual({"libc6", "libgcc-s1", "libstdc++6"}, inside["./" + self.NAMES[2]])
+        self.assertEqual({"libc6", "libgcc-s1", "libstdc++6", "libhivex0", "libcreg1"}, inside["./" + self.NAMES[2]])
         self.assertEqual(set(), inside["./" + self.NAMES[3]])
         self.assertEqual({"MIT"}, {package["licenseDeclared"] for package in bill["packages"] if package["name"] == "Bromvale"})
 
