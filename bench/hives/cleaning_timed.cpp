@@ -1,6 +1,8 @@
 // Times a cleaning with all that belongs to it:
-//     cleaning_timed HIVE KEYS     copies the hive into a folder beside it and takes so many keys out of the copy:
-//                                  refusals, copies, deletion, strict checks, both verifications, replacement; milliseconds
+//     cleaning_timed HIVE KEYS     copies the hive into a folder beside it and takes so many keys out of the
+//     copy:
+//                                  refusals, copies, deletion, strict checks, both verifications,
+//                                  replacement; milliseconds
 #include <charconv>
 #include <chrono>
 #include <cstdio>
@@ -88,7 +90,8 @@ int run(const std::string& file, std::size_t keys) {
 
 int main(int count, char** arguments) {
     std::size_t keys = 0;
-    if (count != 3 || std::from_chars(arguments[2], arguments[2] + std::strlen(arguments[2]), keys).ec != std::errc())
+    if (count != 3 ||
+        std::from_chars(arguments[2], arguments[2] + std::strlen(arguments[2]), keys).ec != std::errc())
         return 2;
     return bromvale::offline::run(arguments[1], keys);
 }

@@ -1,5 +1,6 @@
 // A bigger hive from a real one:
-//     grown_hive HIVE KEYS NEW     writes it anew with copies of its classes, interfaces and type libraries, under
+//     grown_hive HIVE KEYS NEW     writes it anew with copies of its classes, interfaces and type libraries,
+//     under
 //                                  identifiers of their own, until it has so many keys
 #include <array>
 #include <charconv>
@@ -99,7 +100,8 @@ int run(const char* from, std::size_t keys, const char* to) {
 
 int main(int count, char** arguments) {
     std::size_t keys = 0;
-    if (count != 4 || std::from_chars(arguments[2], arguments[2] + std::strlen(arguments[2]), keys).ec != std::errc())
+    if (count != 4 ||
+        std::from_chars(arguments[2], arguments[2] + std::strlen(arguments[2]), keys).ec != std::errc())
         return 2;
     return bromvale::offline::run(arguments[1], keys, arguments[3]);
 }

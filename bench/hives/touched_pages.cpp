@@ -1,5 +1,6 @@
 // How much of a hive a scan looks at:
-//     touched_pages HIVE FOLDER     scans it as HKEY_LOCAL_MACHINE\Software, with FOLDER as drive C, and prints
+//     touched_pages HIVE FOLDER     scans it as HKEY_LOCAL_MACHINE\Software, with FOLDER as drive C, and
+//     prints
 //                                   the bytes of its pages that were read
 // From the scan's set-up on no page of the hive may be read; the first try at each counts it and allows it.
 #include <sys/mman.h>

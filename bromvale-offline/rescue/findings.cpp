@@ -4,7 +4,10 @@
 
 #include <algorithm>
 #include <set>
+#include <string_view>
 #include <tuple>
+#include <unordered_set>
+#include <utility>
 
 #include "bromvale-offline/set_up.h"
 
@@ -34,45 +37,65 @@ std::string runText(const PlannedRun& run) {
     return text;
 }
 
-// Where a row is on the disk, whatever view and user it was found with.
-class Identity {
+// Tells by their numbers which rows of the findings are the same on the disk, whatever view and user they
+// were found with.
+class SameOnDisk {
   public:
-    bool isNew(const FoundRow& row, const PlannedRun& run) {
-        const bool inHive = row.hive < run.hives.size();
-        return seen_
-            .emplace(inHive ? run.hives[row.hive] + 1 : 0, inHive ? row.place : 0, inHive ? u"" : row.key,
-                     row.valueName, row.data)
-            .second;
+    explicit SameOnDisk(const Findings& findings) : findings_(findings) {}
+    bool operator()(std::size_t left, std::size_t right) const { return identity(left) == identity(right); }
+    std::size_t operator()(std::size_t number) const {
+        const auto& [hive, place, key, name, data] = identity(number);
+        std::size_t hash = hive * 31 + place;
+        for (const std::u16string_view text : {key, name, data})
+            hash = hash * 31 + std::hash<std::u16string_view>()(text);
+        return hash;
     }
 
   private:
-    std::set<std::tuple<std::size_t, std::uint32_t, std::u16string, std::u16string, std::u16string>> seen_;
-};
+    using Text = std::u16string_view;
+    [[nodiscard]] std::tuple<std::size_t, std::uint32_t, Text, Text, Text> identity(
+        std::size_t number) const {
+        const ReportRow& row = findings_.rows[number];
+        const PlannedRun& run = findings_.runs[findings_.foundIn[number].run];
+        if (row.hive < run.hives.size())
+            return {run.hives[row.hive] + 1, row.place, Text(), row.valueName, row.data};
+        return {0, 0, row.key, row.valueName, row.data};
+    }
 
-void addRows(Findings& findings, const Sources& sources, const ScanResult& result, std::size_t index,
-             Identity& identity) {
-    const PlannedRun& run = findings.runs[index];
-    for (std::size_t i = 0; i < result.rows.size(); ++i) {
-        if (!identity.isNew(result.rows[i], run)) continue;
-        Finding finding{{result.rows[i], "", run.view, ""}, index, i};
-        if (result.rows[i].hive < run.hives.size()) {
-            const SourceHive& hive = sources.hives[run.hives[result.rows[i].hive]];
-            finding.row.hiveFile = hive.loaded.path;
-            if (hive.role == HiveRole::User || hive.role == HiveRole::UserClasses)
-                finding.row.user = run.user;
-        } else if (finding.row.key.starts_with(u"HKEY_CURRENT_USER")) {
-            finding.row.user = run.user;
+    const Findings& findings_;
+};
+using RowsOnDisk = std::unordered_set<std::size_t, SameOnDisk, SameOnDisk>;
+
+void nameOrigin(ReportRow& row, const Sources& sources, const PlannedRun& run) {
+    row.view = run.view;
+    if (row.hive < run.hives.size()) {
+        const SourceHive& hive = sources.hives[run.hives[row.hive]];
+        row.hiveFile = hive.loaded.path;
+        if (hive.role == HiveRole::User || hive.role == HiveRole::UserClasses) row.user = run.user;
+    } else if (row.key.starts_with(u"HKEY_CURRENT_USER")) {
+        row.user = run.user;
+    }
+}
+
+void addRows(Findings& findings, const Sources& sources, std::vector<FoundRow> rows, std::size_t run,
+             RowsOnDisk& known) {
+    findings.rows.reserve(findings.rows.size() + rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        findings.rows.push_back({std::move(rows[i]), "", "", ""});
+        findings.foundIn.push_back({run, i});
+        if (known.insert(findings.rows.size() - 1).second) {
+            nameOrigin(findings.rows.back(), sources, findings.runs[run]);
+        } else {
+            findings.rows.pop_back();
+            findings.foundIn.pop_back();
         }
-        findings.rows.push_back(std::move(finding));
     }
 }
 
 }  // namespace
 
-Report Findings::report(const Sources& sources) const {
-    Report report{windowsText(sources), {}, elsewhere, sentences};
-    for (const Finding& finding : rows) report.rows.push_back(finding.row);
-    return report;
+Report Findings::report(const Sources& sources) && {
+    return {windowsText(sources), std::move(rows), elsewhere, std::move(sentences)};
 }
 
 // What points elsewhere is counted in the first scan: the others of the same machine see nearly the same once
@@ -80,14 +103,14 @@ Report Findings::report(const Sources& sources) const {
 Findings findAll(const Sources& sources, const Options& options) {
     Findings findings;
     findings.runs = plannedRuns(sources, options);
-    Identity identity;
+    RowsOnDisk known(0, SameOnDisk(findings), SameOnDisk(findings));
     std::set<std::string> warnings;
     for (std::size_t i = 0; i < findings.runs.size(); ++i) {
         const std::string name = runText(findings.runs[i]);
-        const ScanResult result = runScan(scanRunOf(findings.runs[i], options));
+        ScanResult result = runScan(scanRunOf(findings.runs[i], options));
         if (!result.failure.empty())
             throw RescueStop{kBroken, name + (name.empty() ? "" : ": ") + result.failure};
-        addRows(findings, sources, result, i, identity);
+        addRows(findings, sources, std::move(result.rows), i, known);
         findings.elsewhere = std::max(findings.elsewhere, result.elsewhere);
         findings.sentences.push_back((name.empty() ? "" : name + ": ") + result.report);
         for (const std::string& warning : result.warnings) {

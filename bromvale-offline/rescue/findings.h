@@ -11,20 +11,22 @@
 
 namespace bromvale::offline {
 
-struct Finding {
-    ReportRow row;
-    std::size_t run = 0;    // in which it was found first
+// Where a row was found first.
+struct FoundIn {
+    std::size_t run = 0;
     std::size_t place = 0;  // its number in that scan's list, from 0
 };
 
 struct Findings {
     std::vector<PlannedRun> runs;
-    std::vector<Finding> rows;  // what views and users share stands once
+    std::vector<ReportRow> rows;   // what views and users share stands once
+    std::vector<FoundIn> foundIn;  // for each row
     std::size_t elsewhere = 0;
     std::vector<std::string> sentences;
     std::vector<std::string> warnings;
 
-    [[nodiscard]] Report report(const Sources& sources) const;
+    // Takes the rows along.
+    [[nodiscard]] Report report(const Sources& sources) &&;
 };
 
 // Scans all runs, one after the other. Throws RescueStop where one gives no result.

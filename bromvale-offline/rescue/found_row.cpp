@@ -1,6 +1,7 @@
 #include "bromvale-offline/rescue/found_row.h"
 
 #include <array>
+#include <vector>
 
 #include "base/text.h"
 #include "platform/offline/locale/code_page.h"
@@ -24,10 +25,7 @@ constexpr std::array<std::string_view, 5> kFileKeys{"inprocserver32", "inprochan
                                                     "command", "win32"};
 
 // One object of the registry as the scan lists it: rows that stand together.
-struct Object {
-    std::size_t first = 0;
-    std::size_t end = 0;
-};
+using Object = std::vector<ResultRow>;
 
 std::string lowerKey(const ResultRow& row) {
     std::string key = row.keyLine;
@@ -100,20 +98,29 @@ struct Explanation {
 
 // The rows of an object stand in the reverse order of its entries, and the first entry that came to a
 // decision judged it: so the last row that names a file does.
-Explanation explain(const std::vector<ResultRow>& rows, const Object& object) {
-    for (std::size_t i = object.end; i > object.first; --i) {
-        if (!namesFile(rows[i - 1])) continue;
+Explanation explain(const Object& object) {
+    for (std::size_t i = object.size(); i > 0; --i) {
+        if (!namesFile(object[i - 1])) continue;
         Explanation found{FaultKind::MissingFile, {}};
-        toFileReference(undoubled(rows[i - 1].valueData), found.sought);
+        toFileReference(undoubled(object[i - 1].valueData), found.sought);
         return found;
     }
-    for (std::size_t i = object.first; i < object.end; ++i) {
-        if (isLink(rows[i])) return {FaultKind::DeadLink, rows[i].valueData};
+    for (const ResultRow& row : object) {
+        if (isLink(row)) return {FaultKind::DeadLink, row.valueData};
     }
-    const ResultRow& only = rows[object.first];
-    if (object.end - object.first == 1 && only.valueName == "@" && only.valueData.empty())
+    const ResultRow& only = object.front();
+    if (object.size() == 1 && only.valueName == "@" && only.valueData.empty())
         return {FaultKind::EmptyKey, {}};
     return {};
+}
+
+void explainObject(const Object& object, const std::function<void(FoundRow&&)>& explained) {
+    const Explanation why = explain(object);
+    for (const ResultRow& row : object) {
+        const std::string data =
+            why.kind == FaultKind::MissingFile ? undoubled(row.valueData) : row.valueData;
+        explained({keyOf(row), nameOf(row), wideFromAnsi(data), why.kind, wideFromAnsi(why.sought), 0, 0});
+    }
 }
 
 }  // namespace
@@ -126,23 +133,21 @@ std::string_view reasonText(FaultKind kind) {
     return kWords[static_cast<std::size_t>(kind)].reason;
 }
 
-std::vector<FoundRow> explained(const std::vector<ResultRow>& rows) {
-    std::vector<FoundRow> found;
+void explainRows(std::size_t count, const std::function<ResultRow(std::size_t)>& row,
+                 const std::function<void(FoundRow&&)>& explained) {
     Object object;
-    while (object.end < rows.size()) {
-        object.first = object.end;
-        const std::string name = objectOf(rows[object.first]);
-        while (object.end < rows.size() && objectOf(rows[object.end]) == name) ++object.end;
-        const Explanation why = explain(rows, object);
-        for (std::size_t i = object.first; i < object.end; ++i) {
-            const ResultRow& row = rows[i];
-            const std::string data =
-                why.kind == FaultKind::MissingFile ? undoubled(row.valueData) : row.valueData;
-            found.push_back(
-                {keyOf(row), nameOf(row), wideFromAnsi(data), why.kind, wideFromAnsi(why.sought), 0, 0});
+    std::string name;
+    for (std::size_t i = 0; i < count; ++i) {
+        ResultRow next = row(i);
+        std::string itsName = objectOf(next);
+        if (!object.empty() && itsName != name) {
+            explainObject(object, explained);
+            object.clear();
         }
+        name = std::move(itsName);
+        object.push_back(std::move(next));
     }
-    return found;
+    if (!object.empty()) explainObject(object, explained);
 }
 
 }  // namespace bromvale::offline

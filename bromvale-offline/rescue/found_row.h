@@ -4,9 +4,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "core/result_row.h"
 
@@ -30,7 +30,10 @@ struct FoundRow {
     std::uint32_t place = 0;
 };
 
-// The rows of a scan in the order of its list, whose texts are in the machine's code page.
-[[nodiscard]] std::vector<FoundRow> explained(const std::vector<ResultRow>& rows);
+// The rows of a scan, one object's after the other's: of a big registry they are many, and nobody keeps them
+// all twice. `row` gives the one of that number, from 0, in the order of the scan's list; its texts are in
+// the machine's code page.
+void explainRows(std::size_t count, const std::function<ResultRow(std::size_t)>& row,
+                 const std::function<void(FoundRow&&)>& explained);
 
 }  // namespace bromvale::offline

@@ -70,7 +70,7 @@ void chooseKey(Chosen& chosen, const Findings& findings, const std::string& line
     const std::u16string key = wideFromUtf8(line).text;
     bool found = false;
     for (std::size_t i = 0; i < findings.rows.size(); ++i) {
-        if (findings.rows[i].row.key != key) continue;
+        if (findings.rows[i].key != key) continue;
         chosen.rows[i] = true;
         found = true;
     }
@@ -119,7 +119,7 @@ Announced announce(const Findings& findings, const Options& options, const std::
     for (std::size_t run = 0; run < findings.runs.size(); ++run) {
         std::vector<std::size_t> places;
         for (std::size_t i = 0; i < findings.rows.size(); ++i) {
-            if (chosen[i] && findings.rows[i].run == run) places.push_back(findings.rows[i].place);
+            if (chosen[i] && findings.foundIn[i].run == run) places.push_back(findings.foundIn[i].place);
         }
         if (places.empty()) continue;
         const ScanResult result = removeIn(findings.runs[run], options, places);

@@ -1,6 +1,7 @@
 #include "bromvale-offline/rescue/rescue.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "bromvale-offline/rescue/export.h"
 #include "bromvale-offline/rescue/findings.h"
@@ -33,11 +34,12 @@ void sayWarnings(const Findings& findings, const Sources& sources, const Options
 }
 
 int scanAndReport(const Sources& sources, const Options& options) {
-    const Findings findings = findAll(sources, options);
+    Findings findings = findAll(sources, options);
     sayWarnings(findings, sources, options);
     if (!options.rescue.remove.empty()) return removeFrom(findings, sources, options);
-    writeReports(findings.report(sources), options.rescue);
-    return options.rescue.check && !findings.rows.empty() ? kFaultsFound : 0;
+    const Report report = std::move(findings).report(sources);
+    writeReports(report, options.rescue);
+    return options.rescue.check && !report.rows.empty() ? kFaultsFound : 0;
 }
 
 int rescue(const Options& options) {

@@ -11,9 +11,10 @@
 #include <cstring>
 #include <functional>
 #include <span>
+#include <stdexcept>
 
 #include "bromvale-offline/rescue/machine_plan.h"
-#include "bromvale-offline/rescue/wire.h"
+#include "bromvale-offline/rescue/scan_wire.h"
 #include "bromvale-offline/script.h"
 #include "bromvale-offline/show.h"
 #include "core/startup/main.h"
@@ -34,13 +35,9 @@ ListView& rowsOfList() {
     return *list;
 }
 
-std::vector<ResultRow> rowsOf(const ListView& list) {
-    std::vector<ResultRow> rows;
-    for (int i = 1; i <= list.count(); ++i) {
-        const ListItem& item = list.item(i);
-        rows.push_back({item.column(kKeyLine), item.column(kValueName), item.column(kValueData), 0});
-    }
-    return rows;
+ResultRow rowOf(const ListView& list, std::size_t number) {
+    const ListItem& item = list.item(static_cast<int>(number) + 1);
+    return {item.column(kKeyLine), item.column(kValueName), item.column(kValueData), 0};
 }
 
 // Over the one before.
@@ -50,16 +47,14 @@ void drawProgress() {
     machine().pump.at(kProgressEvery, drawProgress);
 }
 
-// The rows know their place in a hive only here, where the machine stands.
-void findPlaces(std::vector<FoundRow>& rows, std::span<const std::shared_ptr<MountedHive>> hives) {
+// A row knows its place in a hive only here, where the machine stands.
+void findPlace(FoundRow& row, std::span<const std::shared_ptr<MountedHive>> hives) {
     const Registry& registry = machine().registry;
-    for (FoundRow& row : rows) {
-        const KeyOrigin origin = registry.tree().originOf(registry.seenAt(row.key));
-        const auto found =
-            std::ranges::find_if(hives, [&](const auto& hive) { return hive.get() == origin.source; });
-        row.hive = static_cast<std::uint32_t>(found - hives.begin());
-        row.place = origin.place;
-    }
+    const KeyOrigin origin = registry.tree().originOf(registry.seenAt(row.key));
+    const auto found =
+        std::ranges::find_if(hives, [&](const auto& hive) { return hive.get() == origin.source; });
+    row.hive = static_cast<std::uint32_t>(found - hives.begin());
+    row.place = origin.place;
 }
 
 // Rows that are not to go stay in the list: the program removes what is marked.
@@ -74,73 +69,13 @@ void removeByProgram(const std::vector<std::size_t>& rows, Transcript& transcrip
 
 // The program takes an object's own key before those below it, which Windows NT refuses; a second run of it
 // would find the key empty and take it then. Here nobody has to come twice.
-void removeLeftBehind(std::vector<FoundRow> rows) {
-    std::ranges::sort(rows, std::greater(), [](const FoundRow& row) { return row.key.size(); });
+void removeLeftBehind(std::vector<std::u16string> keys) {
+    std::ranges::stable_sort(keys, std::greater(), &std::u16string::size);
     Registry& registry = machine().registry;
-    for (const FoundRow& row : rows) {
-        RegistryKey* const key = registry.seenAt(row.key);
+    for (const std::u16string& path : keys) {
+        RegistryKey* const key = registry.seenAt(path);
         if (key != nullptr && !registry.isRoot(key) && key->subKeyCount() == 0) registry.tree().remove(key);
     }
-}
-
-void removeRows(const ScanResult& result, const std::vector<std::size_t>& places, Transcript& transcript) {
-    removeByProgram(places, transcript);
-    std::vector<FoundRow> chosen;
-    for (const std::size_t place : places) chosen.push_back(result.rows[place]);
-    removeLeftBehind(std::move(chosen));
-}
-
-void writeResult(WireWriter& wire, const ScanResult& result) {
-    wire.text(result.report);
-    wire.number(result.rows.size());
-    for (const FoundRow& row : result.rows) {
-        wire.text(row.key);
-        wire.text(row.valueName);
-        wire.text(row.data);
-        wire.number(static_cast<std::uint64_t>(row.kind));
-        wire.text(row.sought);
-        wire.number(row.hive);
-        wire.number(row.place);
-    }
-    wire.number(result.elsewhere);
-    wire.number(result.warnings.size());
-    for (const std::string& warning : result.warnings) wire.text(warning);
-    wire.number(result.removed.size());
-    for (const auto& cells : result.removed) {
-        wire.number(cells.size());
-        for (const Cell cell : cells) wire.number(cell);
-    }
-    wire.number(result.removedPaths.size());
-    for (const std::u16string& path : result.removedPaths) wire.text(path);
-    wire.text(result.completeCopy);
-    wire.text(result.failure);
-}
-
-ScanResult readResult(WireReader wire) {
-    ScanResult result;
-    result.report = wire.text();
-    for (std::uint64_t left = wire.number(); left > 0; --left) {
-        FoundRow row;
-        row.key = wire.wide();
-        row.valueName = wire.wide();
-        row.data = wire.wide();
-        row.kind = static_cast<FaultKind>(wire.number());
-        row.sought = wire.wide();
-        row.hive = static_cast<std::uint32_t>(wire.number());
-        row.place = static_cast<std::uint32_t>(wire.number());
-        result.rows.push_back(std::move(row));
-    }
-    result.elsewhere = wire.number();
-    for (std::uint64_t left = wire.number(); left > 0; --left) result.warnings.push_back(wire.text());
-    for (std::uint64_t left = wire.number(); left > 0; --left) {
-        auto& cells = result.removed.emplace_back();
-        for (std::uint64_t more = wire.number(); more > 0; --more)
-            cells.push_back(static_cast<Cell>(wire.number()));
-    }
-    for (std::uint64_t left = wire.number(); left > 0; --left) result.removedPaths.push_back(wire.wide());
-    result.completeCopy = wire.text();
-    result.failure = wire.text();
-    return result;
 }
 
 void addWarnings(ScanResult& result, const MountedHive& hive) {
@@ -173,7 +108,23 @@ void addRemoved(ScanResult& result) {
     }
 }
 
-ScanResult scanHere(const ScanRun& run) {
+// Tells the rows that the list shows; the keys of those that are to go.
+std::vector<std::u16string> tellRows(const ScanRun& run, WireWriter& wire) {
+    const ListView& list = rowsOfList();
+    std::vector<std::u16string> going;
+    std::size_t number = 0;
+    explainRows(
+        static_cast<std::size_t>(list.count()), [&list](std::size_t i) { return rowOf(list, i); },
+        [&](FoundRow&& row) {
+            findPlace(row, run.hives);
+            writeRow(wire, row);
+            if (run.remove && std::ranges::binary_search(*run.remove, number)) going.push_back(row.key);
+            ++number;
+        });
+    return going;
+}
+
+ScanResult scanHere(const ScanRun& run, WireWriter& wire) {
     ScanResult result;
     run.setUp();
     Machine& machine = offline::machine();
@@ -184,10 +135,12 @@ ScanResult scanHere(const ScanRun& run) {
         doAction("click", "cmdStart", transcript);
         if (run.showProgress) std::fprintf(stderr, "\r%20s\r", "");
         result.report = utf8FromAnsi(findControl("lblScanBericht")->caption());
-        result.rows = explained(rowsOf(rowsOfList()));
         result.elsewhere = machine.drives.soughtElsewhere;
-        findPlaces(result.rows, run.hives);
-        if (run.remove) removeRows(result, *run.remove, transcript);
+        std::vector<std::u16string> going = tellRows(run, wire);
+        if (run.remove) {
+            removeByProgram(*run.remove, transcript);
+            removeLeftBehind(std::move(going));
+        }
         return false;
     };
     try {
@@ -203,28 +156,6 @@ ScanResult scanHere(const ScanRun& run) {
         result.removed.push_back(machine.registry.tree().removedFrom(*hive));
     }
     return result;
-}
-
-[[noreturn]] void tell(int pipe, const std::string& bytes) {
-    std::string_view rest = bytes;
-    while (!rest.empty()) {
-        const ssize_t written = ::write(pipe, rest.data(), rest.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) ::_exit(1);
-        rest.remove_prefix(static_cast<std::size_t>(written));
-    }
-    ::_exit(0);
-}
-
-std::string allOf(int pipe) {
-    std::string bytes;
-    std::array<char, 65536> buffer{};
-    for (;;) {
-        const ssize_t count = ::read(pipe, buffer.data(), buffer.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return bytes;
-        bytes.append(buffer.data(), static_cast<std::size_t>(count));
-    }
 }
 
 ScanResult failed(const std::string& why) {
@@ -243,12 +174,19 @@ ScanResult runScan(const ScanRun& run) {
     if (child < 0) return failed(std::strerror(errno));
     if (child == 0) {
         ::close(ends[0]);
-        WireWriter wire;
-        writeResult(wire, scanHere(run));
-        tell(ends[1], wire.bytes());
+        WireWriter wire(ends[1]);
+        writeRest(wire, scanHere(run, wire));
+        wire.flush();
+        ::_exit(0);
     }
     ::close(ends[1]);
-    const std::string bytes = allOf(ends[0]);
+    ScanResult result;
+    try {
+        WireReader wire(ends[0]);
+        result = readResult(wire);
+    } catch (const std::out_of_range& cut) {
+        result = failed(cut.what());
+    }
     ::close(ends[0]);
     int status = 0;
     while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
@@ -256,11 +194,7 @@ ScanResult runScan(const ScanRun& run) {
     if (WIFSIGNALED(status) && WTERMSIG(status) == SIGBUS)
         return failed("a hive became shorter, or could not be read, in the middle of the scan");
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) return failed("the scan was ended from outside");
-    try {
-        return readResult(WireReader(bytes));
-    } catch (const std::out_of_range& cut) {
-        return failed(cut.what());
-    }
+    return result;
 }
 
 }  // namespace bromvale::offline

@@ -21,7 +21,8 @@ struct ScanRun {
     std::function<void()> setUp;
     std::vector<std::shared_ptr<MountedHive>> hives;
     bool showProgress = false;  // on standard error, a line that is written over
-    // Numbers of the rows to be removed, from 0, in the order of the scan; nothing: it is only scanned.
+    // Numbers of the rows to be removed, from 0, ascending, in the order of the scan; nothing: it is only
+    // scanned.
     std::optional<std::vector<std::size_t>> remove;
 };
 

@@ -1,59 +1,47 @@
-// What a process that scans tells the one that asked it to: numbers and texts, one after the other.
+// What a process that scans tells the one that asked it to, through a pipe: numbers and texts, one after the
+// other. The reader takes them as they come, so that no side holds the whole.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace bromvale::offline {
 
 class WireWriter {
   public:
-    void number(std::uint64_t number) {
-        bytes_.append(reinterpret_cast<const char*>(&number), sizeof number);
-    }
-    void text(std::string_view text) {
-        number(text.size());
-        bytes_.append(text);
-    }
-    void text(std::u16string_view text) {
-        this->text(std::string_view(reinterpret_cast<const char*>(text.data()), text.size() * 2));
-    }
-    [[nodiscard]] const std::string& bytes() const { return bytes_; }
+    explicit WireWriter(int pipe) : pipe_(pipe) {}
+
+    void number(std::uint64_t number);
+    void text(std::string_view text);
+    void text(std::u16string_view text);
+    // Ends this process where nobody reads any more.
+    void flush();
 
   private:
-    std::string bytes_;
+    void put(std::string_view bytes);
+
+    int pipe_;
+    std::string waiting_;
 };
 
-// Throws std::out_of_range where the other side has broken off.
+// std::out_of_range where the pipe ends too early.
 class WireReader {
   public:
-    explicit WireReader(std::string_view bytes) : rest_(bytes) {}
+    explicit WireReader(int pipe) : pipe_(pipe) {}
 
-    std::uint64_t number() {
-        std::uint64_t number = 0;
-        std::memcpy(&number, take(sizeof number).data(), sizeof number);
-        return number;
-    }
-    std::string text() { return std::string(take(number())); }
-    std::u16string wide() {
-        const std::string_view bytes = take(number());
-        std::u16string text(bytes.size() / 2, u'\0');
-        std::memcpy(text.data(), bytes.data(), text.size() * 2);
-        return text;
-    }
+    std::uint64_t number();
+    std::string text();
+    std::u16string wide();
 
   private:
-    std::string_view take(std::uint64_t size) {
-        if (size > rest_.size()) throw std::out_of_range("the answer is cut off");
-        const std::string_view taken = rest_.substr(0, size);
-        rest_.remove_prefix(size);
-        return taken;
-    }
-    std::string_view rest_;
+    void take(char* to, std::size_t size);
+    void fill();
+
+    int pipe_;
+    std::string read_;
+    std::size_t used_ = 0;  // of read_
 };
 
 }  // namespace bromvale::offline
