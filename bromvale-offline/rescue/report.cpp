@@ -46,10 +46,20 @@ bool isSurrogate(char32_t c) {
     return c >= 0xD800 && c < 0xE000;
 }
 
+// What no form escapes; nearly all there is.
+bool isPlain(char16_t c) {
+    return c >= 0x20 && c < 0x7F && c != u'"' && c != u'\\';
+}
+
 // `escape` answers with an empty text for what may stand as it is.
 std::string utf8With(std::u16string_view wide, const Escape& escape) {
     std::string text;
+    text.reserve(wide.size());
     for (std::size_t i = 0; i < wide.size(); ++i) {
+        if (isPlain(wide[i])) {
+            text += static_cast<char>(wide[i]);
+            continue;
+        }
         char32_t c = wide[i];
         const bool high = c >= 0xD800 && c < 0xDC00;
         if (high && i + 1 < wide.size() && wide[i + 1] >= 0xDC00 && wide[i + 1] < 0xE000)
@@ -155,7 +165,8 @@ std::string jsonReport(const Report& report) {
                        ",\n  \"elsewhere\": " + std::to_string(report.elsewhere) + ",\n  \"rows\": [";
     for (std::size_t i = 0; i < report.rows.size(); ++i)
         text += (i > 0 ? ",\n    " : "\n    ") + jsonRow(i + 1, report.rows[i]);
-    return text + (report.rows.empty() ? "]\n}\n" : "\n  ]\n}\n");
+    text += report.rows.empty() ? "]\n}\n" : "\n  ]\n}\n";
+    return text;
 }
 
 }  // namespace
