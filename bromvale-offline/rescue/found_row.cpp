@@ -25,17 +25,19 @@ constexpr std::array<std::string_view, 5> kFileKeys{"inprocserver32", "inprochan
                                                     "command", "win32"};
 
 // One object of the registry as the scan lists it: rows that stand together.
-using Object = std::vector<ResultRow>;
+struct ListedRow {
+    ResultRow row;
+    std::string lowerKey;
+};
+using Object = std::vector<ListedRow>;
 
-std::string lowerKey(const ResultRow& row) {
-    std::string key = row.keyLine;
-    lowerInPlace(key);
-    return key;
+std::string inLowerCase(std::string text) {
+    lowerInPlace(text);
+    return text;
 }
 
 // Up to the GUID's bracket, or with the name behind App Paths: what a scan takes for one object.
-std::string objectOf(const ResultRow& row) {
-    const std::string key = lowerKey(row);
+std::string_view objectOf(std::string_view key) {
     if (const std::size_t bracket = key.find('}'); bracket != std::string::npos)
         return key.substr(0, bracket);
     constexpr std::string_view kAppPaths = "app paths\\";
@@ -53,8 +55,8 @@ std::string undoubled(std::string_view text) {
     return result;
 }
 
-bool namesFile(const ResultRow& row) {
-    const std::string key = lowerKey(row);
+bool namesFile(const ListedRow& listed) {
+    const auto& [row, key] = listed;
     // Data of an object whose file is missing has its backslashes doubled, that of a dead link has not.
     const bool form = row.valueData.find(":\\\\") != std::string::npos ||
                       row.valueData.starts_with("\\\\\\\\") || row.valueData.find('%') != std::string::npos;
@@ -65,8 +67,8 @@ bool namesFile(const ResultRow& row) {
     return row.valueName == "@" && key.find("app paths") != std::string::npos;
 }
 
-bool isLink(const ResultRow& row) {
-    const std::string key = lowerKey(row);
+bool isLink(const ListedRow& listed) {
+    const auto& [row, key] = listed;
     return row.valueName == "@" && row.valueData.starts_with('{') && row.valueData.ends_with('}') &&
            (key.ends_with("}\\typelib]") || key.ends_with("}\\clsid]") || key.ends_with("}\\interface]"));
 }
@@ -102,13 +104,13 @@ Explanation explain(const Object& object) {
     for (std::size_t i = object.size(); i > 0; --i) {
         if (!namesFile(object[i - 1])) continue;
         Explanation found{FaultKind::MissingFile, {}};
-        toFileReference(undoubled(object[i - 1].valueData), found.sought);
+        toFileReference(undoubled(object[i - 1].row.valueData), found.sought);
         return found;
     }
-    for (const ResultRow& row : object) {
-        if (isLink(row)) return {FaultKind::DeadLink, row.valueData};
+    for (const ListedRow& listed : object) {
+        if (isLink(listed)) return {FaultKind::DeadLink, listed.row.valueData};
     }
-    const ResultRow& only = object.front();
+    const ResultRow& only = object.front().row;
     if (object.size() == 1 && only.valueName == "@" && only.valueData.empty())
         return {FaultKind::EmptyKey, {}};
     return {};
@@ -116,7 +118,7 @@ Explanation explain(const Object& object) {
 
 void explainObject(const Object& object, const std::function<void(FoundRow&&)>& explained) {
     const Explanation why = explain(object);
-    for (const ResultRow& row : object) {
+    for (const auto& [row, lowerKey] : object) {
         const std::string data =
             why.kind == FaultKind::MissingFile ? undoubled(row.valueData) : row.valueData;
         explained({keyOf(row), nameOf(row), wideFromAnsi(data), why.kind, wideFromAnsi(why.sought), 0, 0});
@@ -136,15 +138,13 @@ std::string_view reasonText(FaultKind kind) {
 void explainRows(std::size_t count, const std::function<ResultRow(std::size_t)>& row,
                  const std::function<void(FoundRow&&)>& explained) {
     Object object;
-    std::string name;
     for (std::size_t i = 0; i < count; ++i) {
-        ResultRow next = row(i);
-        std::string itsName = objectOf(next);
-        if (!object.empty() && itsName != name) {
+        ListedRow next{row(i), {}};
+        next.lowerKey = inLowerCase(next.row.keyLine);
+        if (!object.empty() && objectOf(next.lowerKey) != objectOf(object.back().lowerKey)) {
             explainObject(object, explained);
             object.clear();
         }
-        name = std::move(itsName);
         object.push_back(std::move(next));
     }
     if (!object.empty()) explainObject(object, explained);

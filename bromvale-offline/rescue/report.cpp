@@ -52,9 +52,7 @@ bool isPlain(char16_t c) {
 }
 
 // `escape` answers with an empty text for what may stand as it is.
-std::string utf8With(std::u16string_view wide, const Escape& escape) {
-    std::string text;
-    text.reserve(wide.size());
+void append(std::string& text, std::u16string_view wide, const Escape& escape) {
     for (std::size_t i = 0; i < wide.size(); ++i) {
         if (isPlain(wide[i])) {
             text += static_cast<char>(wide[i]);
@@ -71,6 +69,11 @@ std::string utf8With(std::u16string_view wide, const Escape& escape) {
             text += escaped;
         }
     }
+}
+
+std::string utf8With(std::u16string_view wide, const Escape& escape) {
+    std::string text;
+    append(text, wide, escape);
     return text;
 }
 
@@ -152,19 +155,37 @@ std::string csvReport(const Report& report) {
     return text;
 }
 
-std::string jsonRow(std::size_t number, const ReportRow& row) {
-    return "{\"number\": " + std::to_string(number) + ", \"key\": " + json(row.key) +
-           ", \"name\": " + json(row.valueName) + ", \"data\": " + json(row.data) +
-           ", \"kind\": " + json(kindText(row.kind)) + ", \"reason\": " + json(reasonText(row.kind)) +
-           ", \"file\": " + json(row.sought) + ", \"user\": " + json(row.user) +
-           ", \"view\": " + json(row.view) + ", \"hive\": " + json(row.hiveFile) + "}";
+void addField(std::string& text, std::string_view name, std::u16string_view value) {
+    text.append(", \"").append(name).append("\": \"");
+    append(text, value, forJson);
+    text += '"';
+}
+
+void addField(std::string& text, std::string_view name, std::string_view utf8) {
+    addField(text, name, std::u16string_view(wideOfUtf8(utf8)));
+}
+
+void addJsonRow(std::string& text, std::size_t number, const ReportRow& row) {
+    text += "{\"number\": " + std::to_string(number);
+    addField(text, "key", row.key);
+    addField(text, "name", row.valueName);
+    addField(text, "data", row.data);
+    addField(text, "kind", kindText(row.kind));
+    addField(text, "reason", reasonText(row.kind));
+    addField(text, "file", row.sought);
+    addField(text, "user", row.user);
+    addField(text, "view", row.view);
+    addField(text, "hive", row.hiveFile);
+    text += '}';
 }
 
 std::string jsonReport(const Report& report) {
     std::string text = "{\n  \"windows\": " + json(report.windows) +
                        ",\n  \"elsewhere\": " + std::to_string(report.elsewhere) + ",\n  \"rows\": [";
-    for (std::size_t i = 0; i < report.rows.size(); ++i)
-        text += (i > 0 ? ",\n    " : "\n    ") + jsonRow(i + 1, report.rows[i]);
+    for (std::size_t i = 0; i < report.rows.size(); ++i) {
+        text += i > 0 ? ",\n    " : "\n    ";
+        addJsonRow(text, i + 1, report.rows[i]);
+    }
     text += report.rows.empty() ? "]\n}\n" : "\n  ]\n}\n";
     return text;
 }
