@@ -96,8 +96,8 @@ void chooseByFile(Chosen& chosen, const Findings& findings, const std::string& p
 }
 
 std::vector<bool> chosenRows(const Findings& findings, const std::string& option) {
-    if (option == "all") return std::vector<bool>(findings.rows.size(), true);
-    Chosen chosen{std::vector<bool>(findings.rows.size(), false)};
+    Chosen chosen{std::vector<bool>(findings.rows.size(), option == "all")};
+    if (option == "all") return chosen.rows;
     const bool numbers = option.find_first_not_of("0123456789,- ") == std::string::npos;
     if (numbers ? !chooseRanges(chosen, option) : false)
         throw RescueStop{kWrongUse, "'" + option + "' are no rows; write 1,3-5"};
