@@ -19,14 +19,6 @@ const PlannedRun& only(const std::vector<PlannedRun>& runs) {
     return runs.front();
 }
 
-// Of the hive's own root on.
-std::u16string pathIn(const Hive& hive, Cell cell) {
-    std::u16string path;
-    for (HiveKey key = hive.key(cell); key.cell != hive.base().root; key = hive.key(key.parent))
-        path.insert(0, u"\\" + key.name());
-    return path;
-}
-
 }  // namespace
 
 int exportRegistry(const Sources& sources, const Options& options) {

@@ -108,6 +108,13 @@ std::vector<FoundLog> logsBeside(const std::string& path) {
     return logs;
 }
 
+std::u16string pathIn(const Hive& hive, Cell cell) {
+    std::u16string path;
+    for (HiveKey key = hive.key(cell); key.cell != hive.base().root; key = hive.key(key.parent))
+        path.insert(0, u"\\" + key.name());
+    return path;
+}
+
 // Without recursion: a hive may be deep.
 std::size_t countKeys(const Hive& hive, Cell from) {
     std::size_t count = 0;

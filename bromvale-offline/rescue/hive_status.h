@@ -30,6 +30,8 @@ struct LoadedHive {
 // Takes the name of a log from its end; LOG1 for one that tells nothing.
 [[nodiscard]] LogName logNameOf(const std::string& path);
 
+// Where a key is in its hive, with a backslash before each name; empty for the root.
+[[nodiscard]] std::u16string pathIn(const Hive& hive, Cell key);
 // Keys below this one and itself.
 [[nodiscard]] std::size_t countKeys(const Hive& hive, Cell from);
 

@@ -141,14 +141,6 @@ bool liesBelow(const Hive& hive, Cell cell, const std::set<Cell>& others) {
     return false;
 }
 
-std::string pathOf(const SourceHive& source, Cell cell) {
-    const Hive& hive = source.loaded.hive->hive();
-    std::u16string path;
-    for (HiveKey key = hive.key(cell); key.cell != hive.base().root; key = hive.key(key.parent))
-        path.insert(0, u"\\" + key.name());
-    return utf8Of(source.liveKey + path);
-}
-
 struct Going {
     std::vector<HiveToClean> hives;
     std::size_t keys = 0;  // those below others included
@@ -166,7 +158,7 @@ HiveToClean toClean(const SourceHive& source, const std::set<Cell>& cells, std::
     std::vector<Cell> topmost;
     for (const Cell cell : cells) {
         if (liesBelow(hive, cell, cells)) continue;
-        going.keys.push_back({cell, pathOf(source, cell)});
+        going.keys.push_back({cell, utf8Of(source.liveKey + pathIn(hive, cell))});
         topmost.push_back(cell);
     }
     std::ranges::sort(going.keys, {}, &AnnouncedKey::path);
