@@ -22,8 +22,8 @@ std::vector<std::u16string>& lentClasses() {
     return classes;
 }
 
-// A drive of the program's own, in memory: log, undo files and complete copy go there and nowhere else. Its
-// letter stands for nothing on the disk.
+// A drive of the program's own, in memory: log, undo files and complete copy go there and nowhere else. What
+// the disk's machine has under that letter is not at hand.
 char freeLetter(const MachinePlan& plan) {
     for (char letter = 'Z'; letter > 'C'; --letter) {
         if (!plan.drives.contains(letter)) return letter;
@@ -73,6 +73,7 @@ void setUpDisk(const MachinePlan& plan) {
         plan.programFiles.empty() ? "C:\\Programme" : storedFromWide(plan.programFiles);
     machine.setFolders(storedFromWide(plan.windowsFolder), programs);
     machine.setAppPath(std::u16string{static_cast<char16_t>(own), u':'} + u"\\Bromvale");
+    machine.drives.ownFolder = machine.appPath();
     machine.user = ansiFromUtf16(plan.user);
     for (const auto& [name, value] : plan.environment) machine.environment[name] = value;
     if (!plan.profile.empty()) machine.environment["USERPROFILE"] = plan.profile;

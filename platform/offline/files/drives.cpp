@@ -214,14 +214,23 @@ DWORD Drives::locateReal(std::string_view path, Location& location) const {
 
 bool Drives::isElsewhere(std::string_view path) const {
     if (!othersAreElsewhere) return false;
-    if (path.starts_with(kLiteral)) path.remove_prefix(kLiteral.size());
+    const bool literal = path.starts_with(kLiteral);
+    if (literal) path.remove_prefix(kLiteral.size());
     if (path.size() >= 2 && isSlash(path[0]) && isSlash(path[1])) {
         Location location;
         return locateShare(path, false, location) != 0;
     }
-    if (path.size() >= 2 && path[1] == ':') return driveIndex(path[0]) >= 0 && !has(path[0]);
-    // "UNC\..." and "Volume{...}\..." behind the prefix.
-    return path.starts_with("UNC\\") || path.starts_with("Volume{");
+    if (path.size() >= 2 && path[1] == ':')
+        return driveIndex(path[0]) >= 0 && (!has(path[0]) || isBesidesOwn(path));
+    // Shares, volumes and devices behind the prefix.
+    return literal;
+}
+
+bool Drives::isBesidesOwn(std::string_view path) const {
+    if (ownFolder.empty() || upper(path[0]) != upper(ownFolder[0])) return false;
+    const std::string_view start = path.substr(0, ownFolder.size());
+    const bool below = path.size() == start.size() || isSlash(path[start.size()]);
+    return !below || !sameStored(start, ownFolder);
 }
 
 void Drives::makeOwnFolders(const Location& location) const {

@@ -94,6 +94,9 @@ class Drives {
     // is counted. For a machine whose disk is looked at from outside.
     bool othersAreElsewhere = false;
     mutable std::size_t soughtElsewhere = 0;
+    // A drive in memory that the program has for itself: beyond this folder (stored) its letter stands for a
+    // drive of the disk's machine, which is not here. Empty where there is none.
+    std::string ownFolder;
     // Whether the path leads to such a drive or share, or to a device. In the stored form.
     [[nodiscard]] bool isElsewhere(std::string_view path) const;
 
@@ -121,6 +124,7 @@ class Drives {
     void mount(char letter, Mounted&& mounted);
     void mountFolder(char letter, const std::string& hostFolder, std::optional<char> disk);
     DWORD locateShare(std::string_view path, bool literal, Location& location) const;
+    [[nodiscard]] bool isBesidesOwn(std::string_view path) const;
     const OtherHalf& otherHalf_;
     std::array<Mounted, 26> drives_;
     std::vector<std::string> protected_;                  // whole paths in the stored form

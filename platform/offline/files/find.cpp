@@ -52,7 +52,10 @@ HANDLE findOne(std::string_view path, Data& data) {
     FileInfo info;
     // A root has no entry of its own that could be found.
     if (location.count == 0) return fail(ERROR_FILE_NOT_FOUND);
-    if (const DWORD error = location.volume->find(location.all(), &info)) return fail(error);
+    const DWORD error = location.volume->find(location.all(), &info);
+    if (error == ERROR_CANT_ACCESS_FILE && machine().drives.othersAreElsewhere)
+        return findElsewhere(path, data);
+    if (error != 0) return fail(error);
     return fill(data, info) ? machine().searches.open({}) : INVALID_HANDLE_VALUE;
 }
 

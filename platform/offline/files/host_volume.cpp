@@ -156,9 +156,10 @@ class HostVolume : public Volume {
     }
 
     struct Entry {
-        std::string path;      // of the host
-        std::string real;      // where a link leads to; empty where the volume must not know
-        struct stat state {};  // of that; of the link itself where it isn't there
+        std::string path;       // of the host
+        std::string real;       // where a link leads to; empty where the volume must not know
+        struct stat state {};   // of that; of the link itself where it isn't there
+        bool leadsOut = false;  // a link to what can't be looked at from here
     };
 
     bool look(const std::string& path, Entry& found) const {
@@ -170,6 +171,7 @@ class HostVolume : public Volume {
         if (!S_ISLNK(found.state.st_mode)) return true;
         InsidePath target = inside_->follow(path.substr(0, path.rfind('/')), lastName(path));
         if (target.found()) found.state = target.status;
+        found.leadsOut = target.state == InsidePath::State::Outside;
         found.real = std::move(target.path);
         return true;
     }
@@ -183,8 +185,10 @@ class HostVolume : public Volume {
         if (::stat(folder_.c_str(), &found.state) != 0) return ERROR_PATH_NOT_FOUND;
         for (std::size_t i = 0; i < names.size(); ++i) {
             const bool inFolder = isFolder(found.state) && !found.real.empty();
-            if (!inFolder || !step(found, names[i]))
-                return i + 1 == names.size() && inFolder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+            if (found.leadsOut) return ERROR_CANT_ACCESS_FILE;
+            if (inFolder && step(found, names[i])) continue;
+            if (inFolder && inside_ && mayBeThere(found.real, names[i])) return ERROR_CANT_ACCESS_FILE;
+            return i + 1 == names.size() && inFolder ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
         }
         return 0;
     }
@@ -214,6 +218,17 @@ class HostVolume : public Volume {
         }
         if (there) found = std::move(next);
         return there;
+    }
+
+    // On a disk of Windows: what this host can't look at, or has under its long name alone, is not missing.
+    static bool mayBeThere(const std::string& folder, std::string_view name) {
+        struct stat state {};
+        const std::string path = folder + "/" + hostOfStored(name);
+        if (::lstat(path.c_str(), &state) != 0 && errno != ENOENT && errno != ENOTDIR) return true;
+        if (::access(folder.c_str(), R_OK) != 0) return true;
+        return name.find('~') != std::string_view::npos && eachEntry(folder, [&](const std::string& entry) {
+                   return mayBeShortNameOf(name, knownName(entry));
+               });
     }
 
     // Without case all names were looked through where the volume is kept inside.

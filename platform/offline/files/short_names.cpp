@@ -96,6 +96,20 @@ bool isEightAndThree(std::string_view stored) {
            isReachableByAnsi(stored);
 }
 
+// Windows puts signs of its own behind the first two letters where many names begin alike.
+bool mayBeShortNameOf(std::string_view name, std::string_view entry) {
+    const std::size_t sign = name.find('~');
+    const bool numbered = sign != std::string_view::npos && sign > 0 && sign + 1 < name.size() &&
+                          name[sign + 1] >= '0' && name[sign + 1] <= '9';
+    if (!numbered || !isEightAndThree(name) || isEightAndThree(entry)) return false;
+    const std::u16string start = usable(wideFromStored(name.substr(0, std::min<std::size_t>(sign, 2))), 2);
+    const std::u16string other = usable(partsOf(entry).name, start.size());
+    const auto same = [](char16_t left, char16_t right) {
+        return left == right || left >= 0x80 || right >= 0x80 || left == u'_';
+    };
+    return start.size() == other.size() && std::equal(start.begin(), start.end(), other.begin(), same);
+}
+
 const std::string& ShortNames::of(std::string_view stored, const Taken& taken) {
     static const std::string kNone;
     if (isEightAndThree(stored)) return kNone;

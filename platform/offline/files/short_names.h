@@ -13,6 +13,10 @@ namespace bromvale::offline {
 // Whether the name itself is one of eight and three.
 [[nodiscard]] bool isEightAndThree(std::string_view stored);
 
+// Whether a folder of Windows may know `entry` by `name`, as far as the letters tell: for a disk whose own
+// short names are not at hand. An entry of eight and three has no other one.
+[[nodiscard]] bool mayBeShortNameOf(std::string_view name, std::string_view entry);
+
 // The short names of one folder. A name keeps its short one until it is forgotten.
 class ShortNames {
   public:
