@@ -1,8 +1,11 @@
 #include "bromvale-offline/rescue/export.h"
 
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 
 #include "bromvale-offline/rescue/report.h"
 #include "bromvale-offline/set_up.h"
@@ -11,12 +14,44 @@
 namespace bromvale::offline {
 namespace {
 
+namespace fs = std::filesystem;
+
 constexpr int kWrongUse = 2;
 
 const PlannedRun& only(const std::vector<PlannedRun>& runs) {
     if (runs.size() > 1)
         throw RescueStop{kWrongUse, "an export is of one user and one view; choose with --user and --view"};
     return runs.front();
+}
+
+// Written into as they are: a new file in their place would take the device or pipe away from all others.
+bool isDevice(const std::string& path) {
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return (fs::exists(status) && !fs::is_regular_file(status)) || path.starts_with("/dev/") ||
+           path.starts_with("/proc/");
+}
+
+// Behind links.
+std::string placeOf(const std::string& path) {
+    std::error_code error;
+    if (!fs::is_symlink(path, error)) return path;
+    const fs::path place = fs::weakly_canonical(path, error);
+    return error ? path : place.string();
+}
+
+bool holdsRegistry(const std::string& path) {
+    std::array<char, 4> start{};
+    std::ifstream(path, std::ios::binary).read(start.data(), start.size());
+    const std::string_view word(start.data(), start.size());
+    return word == "regf" || word == "CREG";
+}
+
+bool writeInto(const std::string& path, const std::string& bytes) {
+    std::FILE* const file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) return false;
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    return std::fclose(file) == 0 && written;
 }
 
 }  // namespace
@@ -36,7 +71,11 @@ int exportRegistry(const Sources& sources, const Options& options) {
         throw RescueStop{kWrongUse, "there is no key " + utf8Of(options.rescue.exportKey)};
     std::size_t leftOut = 0;
     const std::string text = regFileOf(registry, keys, leftOut);
-    writeNewFile(options.rescue.exportFile, text);
+    if (options.rescue.exportFile == "-") {
+        writeToStandardOutput(text);
+    } else {
+        writeNewFile(options.rescue.exportFile, text);
+    }
     for (const SourceHive& hive : sources.hives) {
         leftOut += hive.loaded.hive->unnameable();
         for (const std::string& damage : hive.loaded.hive->damages()) sayLine("damaged: " + damage);
@@ -57,16 +96,26 @@ std::string completeCopyOf(const SourceHive& hive, const std::vector<Cell>& keys
     return regFileOf(registry, paths, leftOut);
 }
 
-void writeNewFile(const std::string& path, const std::string& bytes) {
-    const auto stop = [&path] {
-        return RescueStop{kWrongUse, path + ": cannot be written: " + std::strerror(errno)};
+void writeToStandardOutput(const std::string& bytes) {
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size();
+    if (std::fflush(stdout) == 0 && written) return;
+    throw RescueStop{kWrongUse, std::string("standard output cannot be written: ") + std::strerror(errno)};
+}
+
+void writeNewFile(const std::string& asked, const std::string& bytes) {
+    const auto stop = [&asked] {
+        return RescueStop{kWrongUse, asked + ": cannot be written: " + std::strerror(errno)};
     };
+    if (isDevice(asked)) {
+        if (!writeInto(asked, bytes)) throw stop();
+        return;
+    }
+    const std::string path = placeOf(asked);
+    if (holdsRegistry(path))
+        throw RescueStop{
+            kWrongUse, asked + ": there is a hive or a log of one, which is not replaced; give another name"};
     const std::string unfinished = path + ".part";
-    std::FILE* const file = std::fopen(unfinished.c_str(), "wb");
-    if (file == nullptr) throw stop();
-    bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
-    written = std::fclose(file) == 0 && written;
-    if (written && std::rename(unfinished.c_str(), path.c_str()) == 0) return;
+    if (writeInto(unfinished, bytes) && std::rename(unfinished.c_str(), path.c_str()) == 0) return;
     const RescueStop problem = stop();
     std::remove(unfinished.c_str());
     throw RescueStop(problem);

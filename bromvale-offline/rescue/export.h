@@ -17,7 +17,9 @@ namespace bromvale::offline {
 // living machine. What has no form in such a file (a NUL in a name) is left out.
 [[nodiscard]] std::string completeCopyOf(const SourceHive& hive, const std::vector<Cell>& keys);
 
-// A new file of the host, whole or not at all. Throws RescueStop where it can't be written.
+// A new file of the host, whole or not at all; devices and pipes are written into. Throws RescueStop where it
+// can't be written, or where a hive would be lost.
 void writeNewFile(const std::string& path, const std::string& bytes);
+void writeToStandardOutput(const std::string& bytes);
 
 }  // namespace bromvale::offline

@@ -44,8 +44,8 @@ class SameOnDisk {
     explicit SameOnDisk(const Findings& findings) : findings_(findings) {}
     bool operator()(std::size_t left, std::size_t right) const { return identity(left) == identity(right); }
     std::size_t operator()(std::size_t number) const {
-        const auto& [hive, place, key, name, data] = identity(number);
-        std::size_t hash = hive * 31 + place;
+        const auto& [hive, place, key, name, data, user] = identity(number);
+        std::size_t hash = (hive * 31 + place) * 31 + std::hash<std::string_view>()(user);
         for (const std::u16string_view text : {key, name, data})
             hash = hash * 31 + std::hash<std::u16string_view>()(text);
         return hash;
@@ -53,13 +53,15 @@ class SameOnDisk {
 
   private:
     using Text = std::u16string_view;
-    [[nodiscard]] std::tuple<std::size_t, std::uint32_t, Text, Text, Text> identity(
+    [[nodiscard]] std::tuple<std::size_t, std::uint32_t, Text, Text, Text, std::string_view> identity(
         std::size_t number) const {
         const ReportRow& row = findings_.rows[number];
         const PlannedRun& run = findings_.runs[findings_.foundIn[number].run];
         if (row.hive < run.hives.size())
-            return {run.hives[row.hive] + 1, row.place, Text(), row.valueName, row.data};
-        return {0, 0, row.key, row.valueName, row.data};
+            return {run.hives[row.hive] + 1, row.place, Text(), row.valueName, row.data, ""};
+        // Of keys that come from no hive those of the current user are each user's own.
+        const bool own = row.key.starts_with(u"HKEY_CURRENT_USER");
+        return {0, 0, row.key, row.valueName, row.data, own ? std::string_view(run.user) : ""};
     }
 
     const Findings& findings_;

@@ -52,11 +52,21 @@ void setOwnSettings(Registry& registry) {
     registry.setText(kSettings, u"1stRun", u"0");
 }
 
+// The folders of exported registries are looked at as well and not written.
+void setUpFolders(const MachinePlan& plan, Machine& machine) {
+    const auto rootOf = [](char letter) {
+        return std::u16string{static_cast<char16_t>(letter), u':', u'\\'};
+    };
+    for (const auto& [letter, folder] : plan.drives) machine.drives.protect(rootOf(letter));
+    if (plan.drives.contains(machine.appPath()[0]))
+        machine.setAppPath(rootOf(freeLetter(plan)) + u"Bromvale");
+}
+
 }  // namespace
 
 void setUpDisk(const MachinePlan& plan) {
-    if (!plan.isDisk) return;
     Machine& machine = offline::machine();
+    if (!plan.isDisk) return setUpFolders(plan, machine);
     for (char letter = 'A'; letter <= 'Z'; ++letter) machine.drives.remove(letter);
     for (const auto& [letter, folder] : plan.drives) {
         machine.drives.addDisk(letter, folder);

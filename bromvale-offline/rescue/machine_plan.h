@@ -45,7 +45,7 @@ struct MachinePlan {
     bool isDisk = true;  // false: no raw hive is in it, and drives and folders are those of the other options
 };
 
-// The drives, folders and system of a plan for a disk; without one nothing happens.
+// The drives, folders and system of a plan for a disk; without one no drive of a folder can be written.
 void setUpDisk(const MachinePlan& plan);
 // The hives alone. `withThoseAgain` false: what is mounted at two keys is there once.
 void mountHives(const MachinePlan& plan, bool withThoseAgain);

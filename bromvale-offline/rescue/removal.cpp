@@ -3,107 +3,24 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstdio>
-#include <fstream>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <set>
 
+#include "bromvale-offline/rescue/chosen_rows.h"
 #include "bromvale-offline/rescue/export.h"
 #include "bromvale-offline/rescue/rescue.h"
 #include "bromvale-offline/rescue/undo.h"
 #include "bromvale-offline/set_up.h"
 #include "platform/offline/locale/code_page.h"
-#include "platform/offline/locale/utf8.h"
 
 namespace bromvale::offline {
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kWrongUse = 2;
-
-// Rows ----------------------------------------------------------------------------------------
-
-struct Chosen {
-    std::vector<bool> rows;
-    void add(std::size_t number) {
-        if (number == 0 || number > rows.size())
-            throw RescueStop{kWrongUse, "there is no row " + std::to_string(number) + "; the report has " +
-                                            std::to_string(rows.size())};
-        rows[number - 1] = true;
-    }
-};
-
-bool readNumber(std::string_view& text, std::size_t& number) {
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-    return error == std::errc();
-}
-
-// "7" or "3-5".
-bool chooseRange(Chosen& chosen, std::string_view text) {
-    std::size_t first = 0;
-    std::size_t last = 0;
-    if (!readNumber(text, first)) return false;
-    last = first;
-    if (text.starts_with('-')) {
-        text.remove_prefix(1);
-        if (!readNumber(text, last)) return false;
-    }
-    if (!text.empty() || last < first) return false;
-    for (std::size_t number = first; number <= last; ++number) chosen.add(number);
-    return true;
-}
-
-// Parted by commas and blanks.
-bool chooseRanges(Chosen& chosen, std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of(", \t"), text.size());
-        if (end > 0 && !chooseRange(chosen, text.substr(0, end))) return false;
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return true;
-}
-
-void chooseKey(Chosen& chosen, const Findings& findings, const std::string& line) {
-    const std::u16string key = wideFromUtf8(line).text;
-    bool found = false;
-    for (std::size_t i = 0; i < findings.rows.size(); ++i) {
-        if (findings.rows[i].key != key) continue;
-        chosen.rows[i] = true;
-        found = true;
-    }
-    if (!found) throw RescueStop{kWrongUse, "no row has the key " + line};
-}
-
-// A line a row: a number, a range, or a key as the report has it; "#" begins a remark.
-void chooseByFile(Chosen& chosen, const Findings& findings, const std::string& path) {
-    std::ifstream file(path);
-    if (!file)
-        throw RescueStop{kWrongUse,
-                         "'" + path + "' is neither all, nor rows as 1,3-5, nor a file that can be read"};
-    std::string line;
-    while (std::getline(file, line)) {
-        while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.pop_back();
-        if (line.empty() || line.starts_with('#')) continue;
-        if (line.starts_with("HKEY_")) {
-            chooseKey(chosen, findings, line);
-        } else if (!chooseRanges(chosen, line)) {
-            throw RescueStop{kWrongUse, path + ": '" + line + "' is no row"};
-        }
-    }
-}
-
-std::vector<bool> chosenRows(const Findings& findings, const std::string& option) {
-    Chosen chosen{std::vector<bool>(findings.rows.size(), option == "all")};
-    if (option == "all") return chosen.rows;
-    const bool numbers = option.find_first_not_of("0123456789,- ") == std::string::npos;
-    if (numbers ? !chooseRanges(chosen, option) : false)
-        throw RescueStop{kWrongUse, "'" + option + "' are no rows; write 1,3-5"};
-    if (!numbers) chooseByFile(chosen, findings, option);
-    return chosen.rows;
-}
 
 // Keys ----------------------------------------------------------------------------------------
 
@@ -113,6 +30,19 @@ struct Announced {
     std::vector<std::u16string> paths;            // all, also those that come from no hive
     std::string completeCopy;                     // the program's own
 };
+
+// What lies on the disk may have changed between two scans, and with it which row is which.
+void requireSameRows(const Findings& findings, std::size_t run, const ScanResult& again) {
+    for (std::size_t i = 0; i < findings.rows.size(); ++i) {
+        const auto& [foundIn, place] = findings.foundIn[i];
+        if (foundIn != run) continue;
+        const FoundRow& then = findings.rows[i];
+        const FoundRow* const now = place < again.rows.size() ? &again.rows[place] : nullptr;
+        if (now == nullptr || now->key != then.key || now->valueName != then.valueName ||
+            now->place != then.place)
+            throw RescueStop{kFailed, "the disk was changed while it was looked at; nothing was written"};
+    }
+}
 
 Announced announce(const Findings& findings, const Options& options, const std::vector<bool>& chosen) {
     Announced announced;
@@ -124,6 +54,7 @@ Announced announce(const Findings& findings, const Options& options, const std::
         if (places.empty()) continue;
         const ScanResult result = removeIn(findings.runs[run], options, places);
         if (!result.failure.empty()) throw RescueStop{kFailed, result.failure};
+        requireSameRows(findings, run, result);
         for (std::size_t i = 0; i < result.removed.size(); ++i)
             announced.cells[findings.runs[run].hives[i]].insert(result.removed[i].begin(),
                                                                 result.removed[i].end());
@@ -165,7 +96,7 @@ HiveToClean toClean(const SourceHive& source, const std::set<Cell>& cells, std::
     for (const AnnouncedKey& key : going.keys) {
         const std::size_t count = countKeys(hive, key.cell);
         const std::string below = count > 1 ? " and " + std::to_string(count - 1) + " below it" : "";
-        std::printf("  %s%s\n", key.path.c_str(), below.c_str());
+        std::printf("  %s%s\n", shownText(key.path).c_str(), below.c_str());
         keys += count;
     }
     going.completeCopy = completeCopyOf(source, topmost);
@@ -176,11 +107,46 @@ Going showWhatGoes(const Announced& announced, const Sources& sources) {
     Going going;
     for (const auto& [index, cells] : announced.cells) {
         if (cells.empty()) continue;
-        std::printf("%s\n", sources.hives[index].loaded.path.c_str());
+        std::printf("%s\n", shownText(sources.hives[index].loaded.path).c_str());
         going.hives.push_back(toClean(sources.hives[index], cells, going.keys));
     }
     std::fflush(stdout);
     return going;
+}
+
+void addLinkRefusals(const Announced& announced, const Sources& sources, std::vector<Refusal>& refusals) {
+    for (const auto& [index, cells] : announced.cells) {
+        if (sources.hives[index].isLink && !cells.empty())
+            refusals.push_back(refusal(RefusalKind::NotAFile, sources.hives[index].loaded.path,
+                                       "The hive stands in its place as a symbolic link"));
+    }
+}
+
+// A key stays that has others below it, as Windows has it.
+void sayWhatStays(const Findings& findings, const Sources& sources, const Announced& announced,
+                  const std::vector<bool>& chosen) {
+    std::size_t inNoHive = 0;
+    std::size_t withOthers = 0;
+    for (std::size_t i = 0; i < findings.rows.size(); ++i) {
+        if (!chosen[i]) continue;
+        const FoundRow& row = findings.rows[i];
+        const std::vector<std::size_t>& hives = findings.runs[findings.foundIn[i].run].hives;
+        if (row.hive >= hives.size()) {
+            ++inNoHive;
+            continue;
+        }
+        const auto cells = announced.cells.find(hives[row.hive]);
+        const bool goes =
+            cells != announced.cells.end() &&
+            (cells->second.contains(row.place) ||
+             liesBelow(sources.hives[cells->first].loaded.hive->hive(), row.place, cells->second));
+        if (!goes) ++withOthers;
+    }
+    if (inNoHive > 0)
+        sayLine(std::to_string(inNoHive) + " of the rows are of keys that are in no raw hive; they stay");
+    if (withOthers > 0)
+        sayLine(std::to_string(withOthers) +
+                " of the rows are of keys with others below them that were not chosen; they stay");
 }
 
 // Windows 9x ----------------------------------------------------------------------------------
@@ -191,6 +157,21 @@ std::string stampOf(const Options& options) {
     std::snprintf(text, sizeof text, "%04u-%02u-%02u_%02u-%02u-%02u", now.wYear, now.wMonth, now.wDay,
                   now.wHour, now.wMinute, now.wSecond);
     return text;
+}
+
+// What is the current user's there is that of whoever enters the file.
+void requireOneUser(const Findings& findings, const std::vector<bool>& chosen) {
+    const std::string* user = nullptr;
+    for (std::size_t i = 0; i < findings.rows.size(); ++i) {
+        const ReportRow& row = findings.rows[i];
+        if (!chosen[i] || row.user.empty()) continue;
+        if (user != nullptr && *user != row.user)
+            throw RescueStop{
+                kWrongUse,
+                "the keys are of several users, and a registry file changes those of the user who "
+                "enters it; take them out for one after the other with --user"};
+        user = &row.user;
+    }
 }
 
 // Nobody but the machine's own registry editor writes such a registry.
@@ -239,9 +220,12 @@ DiskState stateOf(const Sources& sources) {
 }  // namespace
 
 int removeFrom(const Findings& findings, const Sources& sources, const Options& options) {
-    const Announced announced = announce(findings, options, chosenRows(findings, options.rescue.remove));
+    const std::vector<bool> chosen = chosenRows(findings, options.rescue.remove);
+    if (sources.is9x()) requireOneUser(findings, chosen);
+    const Announced announced = announce(findings, options, chosen);
     if (sources.is9x()) return announced.paths.empty() ? 0 : writeFilesFor9x(announced, stampOf(options));
     Going going = showWhatGoes(announced, sources);
+    sayWhatStays(findings, sources, announced, chosen);
     if (going.keys == 0) {
         sayLine("nothing goes");
         return 0;
@@ -258,6 +242,7 @@ int removeFrom(const Findings& findings, const Sources& sources, const Options& 
                       std::move(going.hives)};
     CleaningResult result;
     result.refusals = refusalsOf(files, cleaning);
+    addLinkRefusals(announced, sources, result.refusals);
     if (!result.refusals.empty()) {
         result.state = CleaningResult::State::Refused;
         return tellResult(result);

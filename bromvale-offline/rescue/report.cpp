@@ -204,6 +204,10 @@ std::string reportText(const Report& report, ReportForm form) {
     return form == ReportForm::Json ? jsonReport(report) : textReport(report);
 }
 
+std::string shownText(std::string_view utf8) {
+    return people(wideOfUtf8(utf8));
+}
+
 std::string utf8Of(std::u16string_view wide) {
     return utf8With(wide, [](char32_t c) {
         return isSurrogate(c) ? formatted("\\u%04X", static_cast<unsigned>(c)) : std::string();

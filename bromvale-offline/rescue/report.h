@@ -34,4 +34,7 @@ enum class ReportForm { Text, Csv, Json };
 // UTF-16 as UTF-8; half a surrogate pair, which UTF-8 can't hold, as \uXXXX.
 [[nodiscard]] std::string utf8Of(std::u16string_view wide);
 
+// For people at a terminal: control characters, which names on a disk may hold, as \xNN.
+[[nodiscard]] std::string shownText(std::string_view utf8);
+
 }  // namespace bromvale::offline

@@ -15,10 +15,7 @@ constexpr int kWrongUse = 2;
 
 void writeReport(const Report& report, const RescueOptions::ReportOption& option) {
     const std::string text = reportText(report, option.form);
-    if (option.file == "-") {
-        std::fwrite(text.data(), 1, text.size(), stdout);
-        return;
-    }
+    if (option.file == "-") return writeToStandardOutput(text);
     writeNewFile(option.file, text);
 }
 
@@ -36,7 +33,10 @@ void sayWarnings(const Findings& findings, const Sources& sources, const Options
 int scanAndReport(const Sources& sources, const Options& options) {
     Findings findings = findAll(sources, options);
     sayWarnings(findings, sources, options);
-    if (!options.rescue.remove.empty()) return removeFrom(findings, sources, options);
+    if (!options.rescue.remove.empty()) {
+        if (!options.rescue.reports.empty()) writeReports(Findings(findings).report(sources), options.rescue);
+        return removeFrom(findings, sources, options);
+    }
     const Report report = std::move(findings).report(sources);
     writeReports(report, options.rescue);
     return options.rescue.check && !report.rows.empty() ? kFaultsFound : 0;

@@ -21,10 +21,12 @@ std::u16string keyOf(const std::string& utf8) {
     return key;
 }
 
-bool namesKey(const std::u16string& key) {
+// HKEY_CLASSES_ROOT is a view of other hives and holds nothing itself.
+bool canHoldHive(const std::u16string& key) {
     const std::string stored = storedFromWide(key);
     std::string_view rest = stored;
-    return hiveByName(nextPathName(rest)).has_value();
+    const auto hive = hiveByName(nextPathName(rest));
+    return hive && *hive != 0 && namesFit(rest);
 }
 
 template <std::string RescueOptions::*Field>
@@ -55,8 +57,10 @@ Problem addHive(RescueOptions& options, Values values) {
     const std::size_t sign = text.find('=');
     RescueOptions::HiveOption hive;
     if (sign != std::string::npos) hive = {keyOf(text.substr(0, sign)), text.substr(sign + 1), {}};
-    if (hive.file.empty() || !namesKey(hive.key))
-        return "'" + text + "' is no hive; write HKEY_LOCAL_MACHINE\\Software=FILE";
+    if (hive.file.empty() || !canHoldHive(hive.key))
+        return "'" + text +
+               "' is no hive; write HKEY_LOCAL_MACHINE\\Software=FILE, or for a user's classes "
+               "HKEY_CURRENT_USER\\Software\\Classes=FILE";
     options.hives.push_back(hive);
     return {};
 }
@@ -163,6 +167,11 @@ Problem checkTogether(const RescueOptions& options) {
     if (!options.undo.empty() && !raw) return "--undo wants to know where; give --windows or --hive";
     if (!options.undo.empty() && (options.write || !options.remove.empty()))
         return "--undo and --remove are two things; do one after the other";
+    const bool looks = !options.reports.empty() || options.check;
+    if (!options.exportFile.empty() && (looks || !options.remove.empty()))
+        return "--export scans nothing; run --report, --check and --remove by themselves";
+    if (!options.undo.empty() && (looks || !options.exportFile.empty()))
+        return "--undo scans nothing; run --report, --check and --export by themselves";
     if (options.view != WantedView::Default && options.windows.empty())
         return "--view belongs to --windows: it takes the folders of both views from the disk";
     return {};

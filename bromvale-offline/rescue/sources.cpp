@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 
 #include "bromvale-offline/rescue/report.h"
@@ -29,9 +30,9 @@ bool isUser(const DiskUser& user, const std::string& wanted) {
 std::string listOf(const std::vector<DiskUser>& users) {
     std::string text;
     for (const DiskUser& user : users) {
-        text += "\n  " + utf8Of(user.name);
-        if (!user.sid.empty()) text += "  " + user.sid;
-        if (!user.problem.empty()) text += "  (" + user.problem + ")";
+        text += "\n  " + shownText(utf8Of(user.name));
+        if (!user.sid.empty()) text += "  " + shownText(user.sid);
+        if (!user.problem.empty()) text += "  (" + shownText(user.problem) + ")";
     }
     return text;
 }
@@ -105,6 +106,7 @@ std::optional<std::size_t> addHive(Sources& sources, const FoundHive& found, con
     hive.role = found.role;
     hive.user = userIndex;
     hive.liveKey = liveKeyOf(found.role, user);
+    hive.isLink = found.isLink;
     hive.mandatory = user != nullptr && user->mandatory;
     sources.hives.push_back(std::move(hive));
     return sources.hives.size() - 1;
@@ -177,8 +179,21 @@ void openDisk(Sources& sources, const Options& options) {
                          options.rescue.windows + ": none of the hives of this Windows can be read"};
 }
 
+// What one of two hives has would hide the other's, and a file that is two hives would be written twice.
+void requireOnce(const Sources& sources, const RescueOptions::HiveOption& given) {
+    for (const auto& [key, index] : sources.mounts) {
+        std::error_code error;
+        if (sameName(key, given.key))
+            throw RescueStop{kWrongUse, utf8Of(given.key) + " is given twice; a key has one hive"};
+        const std::string& other = sources.hives[index].loaded.path;
+        if (std::filesystem::equivalent(other, given.file, error))
+            throw RescueStop{kWrongUse, given.file + " and " + other + " are the same file; give it once"};
+    }
+}
+
 void openHives(Sources& sources, const Options& options) {
     for (const auto& given : options.rescue.hives) {
+        requireOnce(sources, given);
         std::vector<FoundLog> logs;
         for (const std::string& log : given.logs) logs.push_back({logNameOf(log), log});
         if (given.logs.empty()) logs = logsBeside(given.file);
@@ -195,7 +210,13 @@ void openHives(Sources& sources, const Options& options) {
 }  // namespace
 
 void sayLine(const std::string& text) {
-    std::fprintf(stderr, "bromvale-offline: %s\n", text.c_str());
+    std::string shown;
+    for (std::string_view rest = text; !rest.empty();) {
+        const std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(rest.size(), line.size() + 1));
+        shown += shownText(line) + "\n";
+    }
+    std::fprintf(stderr, "bromvale-offline: %s", shown.c_str());
 }
 
 Sources openSources(const Options& options) {

@@ -21,6 +21,7 @@ struct SourceHive {
     std::u16string
         liveKey;  // the key that it is on the living machine: for the complete copy and announcements
     bool mandatory = false;
+    bool isLink = false;  // its own name is a link, which is not written through
 };
 
 struct SourceUser {

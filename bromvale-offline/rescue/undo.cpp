@@ -57,7 +57,7 @@ int listThem(HostFiles& files, const Place& place) {
     for (const ListedCleaning& cleaning : listed.cleanings) {
         std::printf("%s\n", cleaning.stamp.c_str());
         for (const ListedHive& hive : cleaning.hives) {
-            std::printf("  %s: %zu keys, %s%s%s\n", hive.path.c_str(), hive.removed,
+            std::printf("  %s: %zu keys, %s%s%s\n", shownText(hive.path).c_str(), hive.removed,
                         stateText(hive.state).data(), hive.changedSince ? "; the hive was changed since" : "",
                         hive.copiesWhole ? "" : "; its copies are damaged");
         }

@@ -41,6 +41,30 @@ TEST_P(OldWindows, IsReadAndCleanedByItsOwnEditor) {
     EXPECT_EQ(before, everythingOnDisk());
 }
 
+// The registry editor enters a file for the user who is logged on.
+TEST_P(OldWindows, KeysOfSeveralUsersGoOneUserAfterTheOther) {
+    offline::DiskPlan plan;
+    plan.generation = GetParam();
+    offline::MadeDisk made = offline::makeDisk(disk(), plan);
+    offline::MadeCregKey users;
+    for (const auto& [name, path] : {std::pair("{00000000-0000-0000-0000-000000000001}", "C:\\da.exe"),
+                                     std::pair("{00000000-0000-0000-0000-000000000002}", "C:\\Weg\\weg.exe"),
+                                     std::pair("{00000000-0000-0000-0000-000000000003}", "C:\\da.exe")}) {
+        users.at(std::string("Software\\Classes\\CLSID\\") + name + "\\LocalServer32")
+            .values.push_back({"", 1, path});
+    }
+    for (const auto& user : made.users) offline::writeFile(user.hive, offline::cregBytes(users));
+    offline::writeFile(disk() / "da.exe", "x");
+    EXPECT_EQ(4u, rowsOf({"--user", "all"}).size());
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(folder());
+    const Outcome both = onDisk({"--user", "all", "--remove", "all"});
+    const Outcome one = onDisk({"--user", "Anna", "--remove", "all"});
+    std::filesystem::current_path(here);
+    EXPECT_EQ(2, both.status) << both.err;
+    EXPECT_EQ(0, one.status) << one.err;
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, OldWindows, ::testing::Values(Generation::W98, Generation::Me));
 
 }  // namespace

@@ -67,8 +67,11 @@ std::optional<std::string> HiveImage::open(const std::string& path) {
     if (file < 0) return problem(errno);
     struct stat state {};
     int number = ::fstat(file, &state) != 0 ? errno : 0;
-    if (number == 0 && !S_ISREG(state.st_mode)) number = S_ISDIR(state.st_mode) ? EISDIR : EINVAL;
     release();
+    if (number == 0 && !S_ISREG(state.st_mode)) {
+        ::close(file);
+        return S_ISDIR(state.st_mode) ? problem(EISDIR) : "it is no plain file";
+    }
     const auto size = static_cast<std::size_t>(state.st_size);
     if (number == 0 && size > 0) {
         void* const memory = ::mmap(nullptr, wholePages(size), PROT_READ | PROT_WRITE, MAP_PRIVATE, file, 0);

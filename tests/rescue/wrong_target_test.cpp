@@ -1,0 +1,278 @@
+// Files and keys that were not meant must stay as they are.
+#include <sys/stat.h>
+
+#include <cstdlib>
+#include <functional>
+
+#include "tests/rescue/rescue_test.h"
+
+namespace bromvale::testing {
+namespace {
+
+using offline::Generation;
+using offline::keyAt;
+using offline::MadeHive;
+using offline::MadeKey;
+
+class WrongTarget : public RescueTest {
+  protected:
+    offline::MadeDisk makeDiskWith(const std::function<void(MadeHive& software)>& software,
+                                   Generation generation = Generation::SevenX64) {
+        offline::DiskPlan plan;
+        plan.generation = generation;
+        plan.software = software;
+        offline::MadeDisk made = offline::makeDisk(disk(), plan);
+        offline::writeFile(disk() / "bootmgr", "x");
+        return made;
+    }
+};
+
+constexpr const char16_t* kAppPaths = u"Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+
+void addProgram(MadeHive& software, const std::u16string& name, std::u16string_view path) {
+    keyAt(software.root, kAppPaths + name).values.push_back(offline::textValue(u"", path));
+}
+
+TEST_F(WrongTarget, AReportGoesIntoDevicesAndThroughLinks) {
+    makeDisk(Generation::Seven);
+    const std::string pipe = path("pipe");
+    ASSERT_EQ(0, ::mkfifo(pipe.c_str(), 0600));
+    file("ziel.txt", "alt");
+    std::filesystem::create_symlink("ziel.txt", folder() / "link.txt");
+    ASSERT_EQ(0, std::system(("timeout 20 cat '" + pipe + "' >'" + path("aus-pipe.txt") + "' &").c_str()));
+    const Outcome outcome = onDisk({"--user", "all", "--report", "text", pipe, "--report", "text",
+                                    path("link.txt"), "--report", "csv", "/dev/stdout"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder() / "link.txt"));
+    EXPECT_NE(std::string::npos, read("ziel.txt").find("missing file"));
+    EXPECT_TRUE(outcome.out.starts_with("number,key,")) << outcome.out;
+}
+
+TEST_F(WrongTarget, AFullDeviceIsAnError) {
+    makeDisk(Generation::Seven);
+    EXPECT_EQ(2, onDisk({"--user", "all", "--report", "text", "/dev/full"}).status);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/full"));
+}
+
+TEST_F(WrongTarget, NoReportOrExportReplacesAHive) {
+    const offline::MadeDisk made = makeDisk(Generation::Seven);
+    const std::string before = everythingOnDisk();
+    const std::string software = made.software.string();
+    const std::string hive = "HKEY_LOCAL_MACHINE\\Software=" + software;
+    EXPECT_EQ(2, onDisk({"--user", "all", "--report", "text", software}).status);
+    EXPECT_EQ(2, onDisk({"--user", "jgross", "--export", made.users[1].hive.string()}).status);
+    EXPECT_EQ(2, run({"--hive", hive, "--export", software}).status);
+    EXPECT_TRUE(before == everythingOnDisk());
+}
+
+// A hive whose own name is a link leads to a file that nobody has looked at as a hive's place.
+TEST_F(WrongTarget, HivesThatAreLinksAreReadAndNotWritten) {
+    const offline::MadeDisk made = makeDisk(Generation::Seven);
+    const std::filesystem::path real = disk() / "Sicherung" / "SOFTWARE";
+    std::filesystem::create_directories(real.parent_path());
+    std::filesystem::rename(made.software, real);
+    std::filesystem::create_symlink("../../../Sicherung/SOFTWARE", made.software);
+    const std::string before = everythingOnDisk();
+    EXPECT_EQ(6u, rowsOf({"--user", "all"}).size());
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "all", "--write", "--yes", "6"});
+    EXPECT_EQ(4, outcome.status) << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.err.find("link")) << outcome.err;
+    EXPECT_TRUE(before == everythingOnDisk());
+}
+
+TEST_F(WrongTarget, OneHiveAtTwoKeysOrTwoAtOne) {
+    const offline::MadeDisk made = makeDisk(Generation::Seven);
+    const std::string file = made.software.string();
+    std::filesystem::create_symlink(made.software, folder() / "link");
+    std::filesystem::create_hard_link(made.software, folder() / "noch einer");
+    for (const std::string& second :
+         {"HKEY_LOCAL_MACHINE\\Software=" + file, "HKEY_CURRENT_USER=" + file,
+          "HKEY_LOCAL_MACHINE\\Neu=" + path("link"), "HKEY_LOCAL_MACHINE\\Neu=" + path("noch einer"),
+          "hkey_local_machine\\SOFTWARE=" + made.system.string()}) {
+        SCOPED_TRACE(second);
+        const Outcome outcome = run({"--hive", "HKEY_LOCAL_MACHINE\\Software=" + file, "--hive", second});
+        EXPECT_EQ(2, outcome.status) << outcome.err;
+        EXPECT_NE("", outcome.err);
+    }
+}
+
+TEST_F(WrongTarget, WhatIsNoHive) {
+    file("leer", "");
+    ASSERT_EQ(0, ::mkfifo(path("pipe").c_str(), 0600));
+    for (const std::string& odd : {path("leer"), path("pipe"), folder().string(), std::string("/dev/zero"),
+                                   std::string("/dev/null"), path("nicht da")}) {
+        SCOPED_TRACE(odd);
+        const Outcome outcome = run({"--hive", "HKEY_LOCAL_MACHINE\\Software=" + odd});
+        EXPECT_EQ(2, outcome.status);
+        EXPECT_NE(std::string::npos, outcome.err.find(odd)) << outcome.err;
+        EXPECT_EQ(std::string::npos, outcome.err.find("Invalid argument")) << outcome.err;
+    }
+    const offline::MadeDisk made = makeDisk(Generation::Seven);
+    const std::string hive = "=" + made.software.string();
+    for (const std::string& key :
+         {"HKEY_LOCAL_MACHINE\\" + std::string(300, 'x'), std::string("HKEY_CLASSES_ROOT")})
+        EXPECT_EQ(2, run({"--hive", key + hive}).status) << key;
+}
+
+// What belongs to no view of its own is there when one of both finds it.
+TEST_F(WrongTarget, SharedKeysLiveInEitherView) {
+    const offline::MadeDisk made = makeDiskWith([](MadeHive& software) {
+        addProgram(software, u"a.exe", u"C:\\bootmgr");
+        addProgram(software, u"b.exe", u"C:\\Windows\\System32\\nur32.exe");
+        addProgram(software, u"c.exe", u"C:\\Windows\\System32\\nur64.exe");
+        addProgram(software, u"d.exe", u"C:\\Windows\\System32\\weg.exe");
+        addProgram(software, u"e.exe", u"C:\\Windows\\Sysnative\\nur64.exe");
+        addProgram(software, u"z.exe", u"C:\\bootmgr");
+    });
+    offline::writeFile(made.windows / "SysWOW64" / "nur32.exe", "x");
+    offline::writeFile(made.config.parent_path() / "nur64.exe", "x");
+    for (const char* const view : {"64", "32", "both"}) {
+        SCOPED_TRACE(view);
+        const auto rows = rowsOf({"--user", "all", "--view", view});
+        ASSERT_EQ(1u, rows.size()) << (rows.empty() ? "" : rows[0]);
+        EXPECT_NE(std::string::npos, rows[0].find("d.exe")) << rows[0];
+    }
+}
+
+// The file of rows names a key: that alone goes, not its like in another view or of another user.
+TEST_F(WrongTarget, AKeyThatStandsTwiceMustBeChosenByNumber) {
+    makeDiskWith([](MadeHive& software) {
+        for (const char16_t* const place : {u"Classes\\CLSID", u"Classes\\Wow6432Node\\CLSID"}) {
+            MadeKey& clsid = keyAt(software.root, place);
+            addClass(clsid, u"{00000000-0000-0000-0000-000000000001}", u"C:\\bootmgr");
+            addClass(clsid, u"{00000000-0000-0000-0000-000000000002}", u"C:\\weg.dll");
+            addClass(clsid, u"{00000000-0000-0000-0000-000000000003}", u"C:\\bootmgr");
+        }
+    });
+    const std::string key =
+        "HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{00000000-0000-0000-0000-000000000002}";
+    file("zeilen.txt", key + "\n" + key + "\\InprocServer32\n");
+    const Outcome both = onDisk({"--user", "all", "--view", "both", "--remove", path("zeilen.txt")});
+    EXPECT_EQ(2, both.status) << both.out;
+    EXPECT_NE(std::string::npos, both.err.find("2")) << both.err;
+    const Outcome one = onDisk({"--user", "all", "--view", "32", "--remove", path("zeilen.txt")});
+    EXPECT_EQ(0, one.status) << one.err;
+    EXPECT_NE(std::string::npos, one.out.find("Wow6432Node")) << one.out << one.err;
+}
+
+TEST_F(WrongTarget, WhatStaysIsSaid) {
+    makeDisk(Generation::Seven);
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "2"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.err.find("1 of the rows are of keys with others below them"))
+        << outcome.err;
+}
+
+// Names as they come, with a live like of what the machine's code page can't hold.
+TEST_F(WrongTarget, KeysWithOddNames) {
+    const std::vector<std::u16string> dead{u"[c", u"d=e", u"f\"g\"", u"\u00FCber", u"i,j;k", u"}l{"};
+    const std::vector<std::u16string> odd{u"\u0141ukasz", u"\u6F22", std::u16string(u"nul\0nul", 7),
+                                          u"back\\slash", u"a]b",    u"two\nlines"};
+    makeDiskWith([&](MadeHive& software) {
+        addProgram(software, u"0", u"C:\\bootmgr");
+        for (const std::u16string& name : dead) addProgram(software, name, u"C:\\weg.exe");
+        for (const std::u16string& name : odd) {
+            MadeKey key;
+            key.name = name;
+            key.values.push_back(offline::textValue(u"", u"C:\\weg.exe"));
+            keyAt(software.root, u"Microsoft\\Windows\\CurrentVersion\\App Paths").subKeys.push_back(key);
+        }
+        addProgram(software, u"Lukasz", u"C:\\bootmgr");
+        addProgram(software, u"?", u"C:\\bootmgr");
+        addProgram(software, u"nul", u"C:\\bootmgr");
+        addProgram(software, u"back", u"C:\\bootmgr");
+        addProgram(software, u"zz", u"C:\\bootmgr");
+    });
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "all"});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    std::vector<std::string> going;
+    for (const std::string& line : linesOf(outcome.out)) {
+        if (line.starts_with("  ")) going.push_back(line.substr(line.rfind('\\') + 1));
+    }
+    const std::vector<std::string> expected{"[c",
+                                            "d=e",
+                                            "f\"g\"",
+                                            "i,j;k",
+                                            "x0Alines",
+                                            "}l{",
+                                            "\xC3\xBC"
+                                            "ber"};
+    EXPECT_EQ(expected, going) << "no name is taken for another one's";
+}
+
+TEST_F(WrongTarget, FilesOfRowsWithOddLines) {
+    makeDiskWith([](MadeHive& software) {
+        addProgram(software, u"a.exe", u"C:\\bootmgr");
+        addProgram(software, u"weg", u"C:\\weg.exe");
+        addProgram(software, u"weg ", u"C:\\weg2.exe");
+        addProgram(software, u"z.exe", u"C:\\bootmgr");
+    });
+    const std::string key =
+        "HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\weg";
+    file("zeilen.txt", key + " \r\n");
+    const Outcome outcome = onDisk({"--user", "all", "--remove", path("zeilen.txt")});
+    EXPECT_EQ(0, outcome.status) << outcome.err;
+    EXPECT_NE(std::string::npos, outcome.out.find("\\weg \n")) << outcome.out;
+    EXPECT_EQ(std::string::npos, outcome.out.find("\\weg\n")) << outcome.out;
+    EXPECT_EQ(2, onDisk({"--user", "all", "--remove", folder().string()}).status);
+    EXPECT_EQ(2, onDisk({"--user", "all", "--remove", ","}).status);
+    file("leer.txt", "# nichts\n");
+    EXPECT_EQ(0, onDisk({"--user", "all", "--remove", path("leer.txt")}).status);
+}
+
+TEST_F(WrongTarget, NamesOfTheDiskSendNothingToTheTerminal) {
+    offline::DiskPlan plan;
+    plan.generation = Generation::Seven;
+    plan.software = [](MadeHive& software) {
+        addProgram(software, u"a.exe", u"C:\\bootmgr");
+        addProgram(software, u"w\x1B[31m\u009B31m\u202Eg.exe", u"C:\\weg.exe");
+        addProgram(software, u"z.exe", u"C:\\bootmgr");
+        MadeKey& nt = keyAt(software.root, u"Microsoft\\Windows NT\\CurrentVersion");
+        std::erase_if(nt.values, [](const auto& value) { return value.name == u"ProductName"; });
+        nt.values.push_back(offline::textValue(u"ProductName", u"Win\x1B]0;x\x07 dows"));
+        MadeKey& list = keyAt(nt, u"ProfileList\\S-1-5-21-9\x1B[2J");
+        list.values.push_back(offline::textValue(u"ProfileImagePath", u"C:\\Users\\Eva\x1B[2J"));
+    };
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "bootmgr", "x");
+    for (const auto& arguments : std::vector<std::vector<std::string>>{
+             {}, {"--user", "all"}, {"--user", "all", "--remove", "all"}, {"--user", "x"}}) {
+        const Outcome outcome = onDisk(arguments);
+        const std::string all = outcome.out + outcome.err;
+        EXPECT_EQ(std::string::npos, all.find('\x1B')) << all;
+        EXPECT_EQ(std::string::npos, all.find('\x07')) << all;
+        EXPECT_EQ(std::string::npos, all.find("\xC2\x9B")) << all;
+        EXPECT_EQ(std::string::npos, all.find("\xE2\x80\xAE")) << all;
+    }
+}
+
+TEST_F(WrongTarget, NothingThatWasAskedIsPassedOver) {
+    makeDisk(Generation::Seven);
+    const std::string out = path("out");
+    for (const auto& arguments :
+         std::vector<std::vector<std::string>>{{"--user", "jgross", "--export", out, "--remove", "all"},
+                                               {"--user", "jgross", "--export", out, "--report", "json", out},
+                                               {"--user", "jgross", "--export", out, "--check"},
+                                               {"--undo", "list", "--report", "json", out},
+                                               {"--undo", "list", "--export", out},
+                                               {"--undo", "list", "--check"}}) {
+        EXPECT_EQ(2, onDisk(arguments).status) << arguments[2] << " " << arguments.back();
+        EXPECT_FALSE(std::filesystem::exists(out));
+    }
+    EXPECT_EQ(0, onDisk({"--user", "all", "--remove", "1", "--report", "json", out}).status);
+    EXPECT_TRUE(std::filesystem::exists(out)) << "the report of which rows are removed";
+}
+
+// A report of exported registries looks as well and writes nothing.
+TEST_F(WrongTarget, ReportsOfExportedRegistriesLeaveFoldersAlone) {
+    std::filesystem::create_directories(disk() / "Programme");
+    const std::string before = everythingOnDisk();
+    const std::string reg = registry("a.reg", "[HKEY_CURRENT_USER\\Software\\X]\n\"a\"=\"b\"\n");
+    EXPECT_EQ(0,
+              run({"--registry", reg, "--drive", "C:=" + disk().string(), "--report", "text", "-"}).status);
+    EXPECT_TRUE(before == everythingOnDisk());
+}
+
+}  // namespace
+}  // namespace bromvale::testing
