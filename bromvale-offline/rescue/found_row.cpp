@@ -24,11 +24,11 @@ constexpr std::array<KindWords, 4> kWords{{
 constexpr std::array<std::string_view, 5> kFileKeys{"inprocserver32", "inprochandler32", "localserver32",
                                                     "command", "win32"};
 
-// One object of the registry as the scan lists it: rows that stand together.
 struct ListedRow {
     ResultRow row;
-    std::string lowerKey;
+    std::string lowerKey;  // of its key line
 };
+// One object of the registry as the scan lists it: rows that stand together.
 using Object = std::vector<ListedRow>;
 
 std::string inLowerCase(std::string text) {
