@@ -92,7 +92,9 @@ void setUpDisk(const MachinePlan& plan) {
 void mountHives(const MachinePlan& plan, bool withThoseAgain) {
     Registry& registry = machine().registry;
     for (const Mount& mount : plan.mounts) {
-        if (withThoseAgain || !mount.again) mountHive(registry, mount.path, mount.hive, mount.place);
+        if (!withThoseAgain && mount.again) continue;
+        if (mount.alone) registry.deleteKey(mount.path);
+        mountHive(registry, mount.path, mount.hive, mount.place);
     }
     for (const CregMount& mount : plan.cregs) addCreg(registry, mount.path, mount.tree->root, plan.codePage);
 }

@@ -20,6 +20,7 @@ struct Mount {
     std::shared_ptr<MountedHive> hive;
     Cell place = kNil;
     bool again = false;  // what it holds is mounted elsewhere, too
+    bool alone = false;  // what other hives have there is not seen on the living machine
 };
 
 struct CregMount {

@@ -131,6 +131,7 @@ void Planner::mountUser(const SourceUser& user) {
     }
     if (user.classes) {
         mount(u"HKEY_CURRENT_USER\\Software\\Classes", *user.classes);
+        run_.plan.mounts.back().alone = true;
         if (!user.user.sid.empty()) mount(sources_.hives[*user.classes].liveKey, *user.classes);
     }
 }

@@ -201,6 +201,33 @@ TEST_F(WrongTarget, KeysWithOddNames) {
     EXPECT_EQ(expected, going) << "no name is taken for another one's";
 }
 
+// What a user's own hive has below Software\Classes nobody sees on the living machine, where UsrClass.dat
+// stands.
+TEST_F(WrongTarget, ClassesOfAUserAreThoseOfTheirOwnHive) {
+    offline::DiskPlan plan;
+    plan.generation = Generation::Seven;
+    const auto fill = [](MadeKey& clsid, std::u16string_view first, std::u16string_view second) {
+        addClass(clsid, u"{00000000-0000-0000-0000-000000000001}", u"C:\\bootmgr");
+        addClass(clsid, u"{00000000-0000-0000-0000-000000000002}", first);
+        if (!second.empty()) addClass(clsid, u"{00000000-0000-0000-0000-000000000003}", second);
+        addClass(clsid, u"{00000000-0000-0000-0000-000000000004}", u"C:\\bootmgr");
+    };
+    plan.user = [&](MadeHive& user, std::size_t) {
+        fill(keyAt(user.root, u"Software\\Classes\\CLSID"), u"C:\\weg.dll", u"C:\\weg.dll");
+    };
+    plan.classes = [&](MadeHive& classes, std::size_t) {
+        fill(keyAt(classes.root, u"CLSID"), u"C:\\bootmgr", u"");
+    };
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "bootmgr", "x");
+    EXPECT_EQ(std::vector<std::string>{}, rowsOf({"--user", "all"}));
+    plan.generation = Generation::Nt4;
+    std::filesystem::remove_all(disk());
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "bootmgr", "x");
+    EXPECT_EQ(8u, rowsOf({"--user", "all"}).size()) << "NT4 has them there";
+}
+
 TEST_F(WrongTarget, FilesOfRowsWithOddLines) {
     makeDiskWith([](MadeHive& software) {
         addProgram(software, u"a.exe", u"C:\\bootmgr");
