@@ -10,11 +10,14 @@
 #include <utility>
 
 #include "bromvale-offline/set_up.h"
+#include "platform/offline/hives/hive_values.h"
 
 namespace bromvale::offline {
 namespace {
 
 constexpr int kBroken = 1;
+constexpr const char* kLinksLeftOut =
+    "links between classes are not judged: what they lead to may be in what was not read; give all hives";
 
 ScanRun scanRunOf(const PlannedRun& run, const Options& options) {
     ScanRun scan;
@@ -79,10 +82,26 @@ void nameOrigin(ReportRow& row, const Sources& sources, const PlannedRun& run) {
     }
 }
 
+// Classes, interfaces and type libraries lead from a user's classes to the machine's. What was not read, or
+// not whole, may be what a link leads to.
+bool canJudgeLinks(const PlannedRun& run, const ScanResult& result, const Options& options) {
+    if (result.damaged) return false;
+    if (!run.plan.isDisk || !run.plan.cregs.empty() || !options.registries.empty()) return true;
+    return std::ranges::any_of(run.plan.mounts, [](const Mount& mount) {
+        constexpr std::u16string_view kClasses = u"HKEY_LOCAL_MACHINE\\Software\\Classes";
+        return mount.path.size() <= kClasses.size() &&
+               sameName(mount.path, kClasses.substr(0, mount.path.size()));
+    });
+}
+
 void addRows(Findings& findings, const Sources& sources, std::vector<FoundRow> rows, std::size_t run,
-             RowsOnDisk& known) {
+             RowsOnDisk& known, bool links) {
     findings.rows.reserve(findings.rows.size() + rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (!links && rows[i].kind == FaultKind::DeadLink) {
+            findings.linksLeftOut = true;
+            continue;
+        }
         findings.rows.push_back({std::move(rows[i]), "", "", ""});
         findings.foundIn.push_back({run, i});
         if (known.insert(findings.rows.size() - 1).second) {
@@ -112,13 +131,15 @@ Findings findAll(const Sources& sources, const Options& options) {
         ScanResult result = runScan(scanRunOf(findings.runs[i], options));
         if (!result.failure.empty())
             throw RescueStop{kBroken, name + (name.empty() ? "" : ": ") + result.failure};
-        addRows(findings, sources, std::move(result.rows), i, known);
+        const bool links = canJudgeLinks(findings.runs[i], result, options);
+        addRows(findings, sources, std::move(result.rows), i, known, links);
         findings.elsewhere = std::max(findings.elsewhere, result.elsewhere);
         findings.sentences.push_back((name.empty() ? "" : name + ": ") + result.report);
         for (const std::string& warning : result.warnings) {
             if (warnings.insert(warning).second) findings.warnings.push_back(warning);
         }
     }
+    if (findings.linksLeftOut) findings.warnings.emplace_back(kLinksLeftOut);
     return findings;
 }
 

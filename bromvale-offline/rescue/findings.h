@@ -24,6 +24,7 @@ struct Findings {
     std::size_t elsewhere = 0;
     std::vector<std::string> sentences;
     std::vector<std::string> warnings;
+    bool linksLeftOut = false;  // there are links that can't be judged
 
     // Takes the rows along.
     [[nodiscard]] Report report(const Sources& sources) &&;

@@ -177,6 +177,12 @@ void requireOneUser(const Findings& findings, const std::vector<bool>& chosen) {
 // Nobody but the machine's own registry editor writes such a registry.
 int writeFilesFor9x(const Announced& announced, const std::string& stamp) {
     std::string text = "REGEDIT4\r\n\r\n";
+    for (const std::u16string& path : announced.paths) {
+        // It would end the line, and what stands behind it would be a command of its own.
+        if (std::ranges::any_of(path, [](char16_t unit) { return unit < u' '; }))
+            throw RescueStop{kWrongUse,
+                             utf8Of(path) + ": no registry file can tell such a name; leave it out"};
+    }
     for (const std::u16string& path : announced.paths) text += "[-" + ansiFromUtf16(path) + "]\r\n\r\n";
     const std::string removal = "Bromvale-" + stamp + "-entfernen.reg";
     const std::string copy = "Bromvale-" + stamp + "-zurueck.reg";

@@ -39,7 +39,10 @@ int scanAndReport(const Sources& sources, const Options& options) {
     }
     const Report report = std::move(findings).report(sources);
     writeReports(report, options.rescue);
-    return options.rescue.check && !report.rows.empty() ? kFaultsFound : 0;
+    if (!options.rescue.check) return 0;
+    if (!report.rows.empty()) return kFaultsFound;
+    // Of what was not read nobody knows that it is without faults.
+    return sources.whole ? 0 : kWrongUse;
 }
 
 int rescue(const Options& options) {

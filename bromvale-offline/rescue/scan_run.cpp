@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <span>
@@ -40,10 +41,14 @@ ResultRow rowOf(const ListView& list, std::size_t number) {
     return {item.column(kKeyLine), item.column(kValueName), item.column(kValueData), 0};
 }
 
-// Over the one before.
+// A bar of the parts that are done ("37% fertig" is what the program says), over the one before.
 void drawProgress() {
-    if (const Control* const percent = findControl("lblScanProzent"))
-        std::fprintf(stderr, "\rscanning %-8s", utf8FromAnsi(percent->caption()).c_str());
+    if (const Control* const percent = findControl("lblScanProzent")) {
+        const int done = std::clamp(std::atoi(percent->caption().c_str()), 0, 100);
+        const std::string bar = std::string(static_cast<std::size_t>(done / 4), '#') +
+                                std::string(static_cast<std::size_t>(25 - done / 4), '.');
+        std::fprintf(stderr, "\r[%s] %3d%%", bar.c_str(), done);
+    }
     machine().pump.at(kProgressEvery, drawProgress);
 }
 
@@ -80,6 +85,7 @@ void removeLeftBehind(std::vector<std::u16string> keys) {
 
 void addWarnings(ScanResult& result, const MountedHive& hive) {
     for (const std::string& damage : hive.damages()) result.warnings.push_back("damaged: " + damage);
+    result.damaged = result.damaged || hive.damageCount() > 0;
     if (hive.damageCount() > hive.damages().size())
         result.warnings.push_back(std::to_string(hive.damageCount()) +
                                   " keys of this hive are damaged in all");
@@ -133,7 +139,7 @@ ScanResult scanHere(const ScanRun& run, WireWriter& wire) {
         startsScan();
         if (run.showProgress) machine.pump.at(kProgressEvery, drawProgress);
         doAction("click", "cmdStart", transcript);
-        if (run.showProgress) std::fprintf(stderr, "\r%20s\r", "");
+        if (run.showProgress) std::fprintf(stderr, "\r%34s\r", "");
         result.report = utf8FromAnsi(findControl("lblScanBericht")->caption());
         result.elsewhere = machine.drives.soughtElsewhere;
         std::vector<std::u16string> going = tellRows(run, wire);

@@ -35,6 +35,7 @@ struct ScanResult {
     std::vector<std::u16string>
         removedPaths;          // of all topmost keys that went, as the living machine names them
     std::string completeCopy;  // the program's own, of those keys: a registry file
+    bool damaged = false;      // keys of a hive could not be read
     std::string failure;       // why there is no result
 };
 

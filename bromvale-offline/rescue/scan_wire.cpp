@@ -46,6 +46,7 @@ void writeRest(WireWriter& wire, const ScanResult& result) {
     wire.number(result.removedPaths.size());
     for (const std::u16string& path : result.removedPaths) wire.text(path);
     wire.text(result.completeCopy);
+    wire.number(result.damaged ? 1 : 0);
     wire.text(result.failure);
 }
 
@@ -62,6 +63,7 @@ ScanResult readResult(WireReader& wire) {
     }
     for (std::uint64_t left = wire.number(); left > 0; --left) result.removedPaths.push_back(wire.wide());
     result.completeCopy = wire.text();
+    result.damaged = wire.number() != 0;
     result.failure = wire.text();
     return result;
 }

@@ -97,11 +97,13 @@ std::optional<std::size_t> addHive(Sources& sources, const FoundHive& found, con
                                    std::size_t userIndex, bool withPrints) {
     if (!found.usable()) {
         sayLine(found.path + ": " + found.problem);
+        sources.whole = false;
         return std::nullopt;
     }
     SourceHive hive;
     hive.loaded = loadHive(found.path, found.logs, withPrints);
     sayLine(found.path + ": " + hive.loaded.status);
+    sources.whole = sources.whole && hive.loaded.hive;
     if (!hive.loaded.hive) return std::nullopt;
     hive.role = found.role;
     hive.user = userIndex;

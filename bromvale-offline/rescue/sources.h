@@ -38,6 +38,8 @@ struct Sources {
     std::vector<CregMount> cregs;   // of Windows 9x
     std::vector<std::pair<std::u16string, std::size_t>> mounts;  // of single hives: key and index
 
+    bool whole = true;  // no hive that is there was left out since it can't be read
+
     [[nodiscard]] bool is9x() const { return disk && !disk->nt; }
 };
 

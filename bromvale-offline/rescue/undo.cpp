@@ -116,6 +116,12 @@ int goOnWithUnfinished(const Options& options) {
     for (const UnfinishedCleaning& cleaning : unfinishedCleanings(files, place.folders)) {
         sayLine("the cleaning " + cleaning.stamp + " was broken off: " + cleaning.what);
         if (!options.rescue.write) continue;
+        if (place.disk.hibernated) {
+            sayLine(
+                "this Windows is hibernated and would write its own over it; start it and shut it down "
+                "fully");
+            return kRefused;
+        }
         const CleaningResult result = goOnWithCleaning(files, place.folders, cleaning.stamp, progress());
         if (result.state == CleaningResult::State::TakenBack) {
             sayLine("it is taken back; everything is as it was before it");

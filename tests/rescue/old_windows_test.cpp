@@ -41,6 +41,25 @@ TEST_P(OldWindows, IsReadAndCleanedByItsOwnEditor) {
     EXPECT_EQ(before, everythingOnDisk());
 }
 
+TEST_P(OldWindows, NoNameBecomesALineOfTheFile) {
+    offline::DiskPlan plan;
+    plan.generation = GetParam();
+    plan.machine = [](offline::MadeCregKey& machine) {
+        const std::string paths = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+        for (const char* const name : {"a", "b]\r\n[-HKEY_LOCAL_MACHINE", "c"})
+            machine.at(paths + name).values.push_back({"", 1, *name == 'b' ? "C:\\weg.exe" : "C:\\da.exe"});
+    };
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "da.exe", "x");
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(folder());
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "all"});
+    std::filesystem::current_path(here);
+    EXPECT_EQ(std::string::npos,
+              read("Bromvale-2026-11-15_07-12-09-entfernen.reg").find("\n[-HKEY_LOCAL_MACHINE]"))
+        << outcome.err;
+}
+
 // The registry editor enters a file for the user who is logged on.
 TEST_P(OldWindows, KeysOfSeveralUsersGoOneUserAfterTheOther) {
     offline::DiskPlan plan;

@@ -52,6 +52,34 @@ TEST_F(ReportForms, OddCharactersAreEscapedAndPipesGetNoProgress) {
     }
 }
 
+// What a terminal gets, in Python, which has one.
+constexpr const char* kOnATerminal = R"(
+import os, pty, sys
+seen = b""
+def read(terminal):
+    global seen
+    data = os.read(terminal, 1024)
+    seen += data
+    return b""
+os.environ["TERM"] = "dumb"
+pty.spawn(sys.argv[2:], read)
+open(sys.argv[1], "wb").write(seen)
+)";
+
+TEST_F(ReportForms, ATerminalSeesABar) {
+    std::string keys;
+    for (int i = 0; i < 3000; ++i)
+        keys += "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{" + std::to_string(i) +
+                "}\\InprocServer32]\n@=\"x\"\n";
+    file("terminal.py", kOnATerminal);
+    const std::string command = "python3 '" + path("terminal.py") + "' '" + path("seen.txt") +
+                                "' '" BROMVALE_OFFLINE_TOOL "' --registry '" + registry("viele.reg", keys) +
+                                "' --report text '" + path("r.txt") + "'";
+    ASSERT_EQ(0, std::system(command.c_str()));
+    EXPECT_NE(std::string::npos, read("seen.txt").find("\r[")) << read("seen.txt");
+    EXPECT_NE(std::string::npos, read("seen.txt").find("%"));
+}
+
 TEST_F(ReportForms, AFileThatCantBeWrittenIsSaid) {
     makeDisk(Generation::Seven);
     const Outcome outcome = onDisk({"--user", "all", "--report", "json", path("nicht/da.json")});

@@ -228,6 +228,57 @@ TEST_F(WrongTarget, ClassesOfAUserAreThoseOfTheirOwnHive) {
     EXPECT_EQ(8u, rowsOf({"--user", "all"}).size()) << "NT4 has them there";
 }
 
+// A link can't be told to be dead where what it may lead to was not read.
+TEST_F(WrongTarget, LinksAreJudgedWithTheMachinesClassesAlone) {
+    offline::DiskPlan plan;
+    plan.generation = Generation::Seven;
+    constexpr const char16_t* kLibrary = u"{AAAAAAAA-0000-0000-0000-000000000001}";
+    plan.classes = [&](MadeHive& classes, std::size_t) {
+        MadeKey& clsid = keyAt(classes.root, u"CLSID");
+        for (const char16_t* const name :
+             {u"{00000000-0000-0000-0000-000000000001}", u"{00000000-0000-0000-0000-000000000002}",
+              u"{00000000-0000-0000-0000-000000000003}"}) {
+            addClass(clsid, name, u"C:\\bootmgr");
+            keyAt(clsid, std::u16string(name) + u"\\TypeLib")
+                .values.push_back(offline::textValue(u"", kLibrary));
+        }
+    };
+    const offline::MadeDisk made = offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "bootmgr", "x");
+    EXPECT_NE(0u, rowsOf({"--user", "jgross"}).size());
+    const Outcome alone =
+        run({"--hive", "HKEY_CURRENT_USER\\Software\\Classes=" + made.users[0].classes.string(), "--drive",
+             "C:=" + disk().string(), "--check"});
+    EXPECT_EQ(0, alone.status) << alone.out;
+    EXPECT_NE(std::string::npos, alone.err.find("links")) << alone.err;
+}
+
+TEST_F(WrongTarget, AnUnreadableHiveIsNoCleanBill) {
+    offline::MadeDisk made = makeDisk(Generation::Seven);
+    offline::writeFile(made.users[0].classes, std::string(8192, 'x'));
+    EXPECT_EQ(3, onDisk({"--user", "jgross", "--check"}).status) << "what was found is told";
+    std::filesystem::remove_all(disk());
+    made = makeDiskWith({}, Generation::Seven);
+    EXPECT_EQ(0, onDisk({"--user", "jgross", "--check"}).status);
+    offline::writeFile(made.users[0].classes, std::string(8192, 'x'));
+    EXPECT_EQ(2, onDisk({"--user", "jgross", "--check"}).status);
+}
+
+TEST_F(WrongTarget, AHibernatedWindowsKeepsWhatWasBrokenOff) {
+    const offline::MadeDisk made = makeDisk(Generation::Seven);
+    ASSERT_EQ(0, onDisk({"--user", "all", "--remove", "all", "--write", "--yes", "6"}).status);
+    const std::filesystem::path list = made.software.string() + ".bromvale-2026-11-15_07-12-09.list";
+    std::string text = read(std::filesystem::relative(list, folder()).string());
+    const std::size_t at = text.find("state: done");
+    ASSERT_NE(std::string::npos, at) << text;
+    offline::writeFile(list, text.replace(at, 11, "state: ready"));
+    offline::writeFile(disk() / "hiberfil.sys", "hibr" + std::string(8192, '\0'));
+    const std::string before = everythingOnDisk();
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "all", "--write", "--yes", "6"});
+    EXPECT_EQ(4, outcome.status) << outcome.err;
+    EXPECT_TRUE(before == everythingOnDisk()) << outcome.err;
+}
+
 TEST_F(WrongTarget, FilesOfRowsWithOddLines) {
     makeDiskWith([](MadeHive& software) {
         addProgram(software, u"a.exe", u"C:\\bootmgr");
