@@ -223,9 +223,9 @@ class HostVolume : public Volume {
     // On a disk of Windows: what this host can't look at, or has under its long name alone, is not missing.
     static bool mayBeThere(const std::string& folder, std::string_view name) {
         struct stat state {};
-        const std::string path = folder + "/" + hostOfStored(name);
-        if (::lstat(path.c_str(), &state) != 0 && errno != ENOENT && errno != ENOTDIR) return true;
-        if (::access(folder.c_str(), R_OK) != 0) return true;
+        const int missing =
+            ::lstat((folder + "/" + hostOfStored(name)).c_str(), &state) != 0 ? errno : ENOENT;
+        if ((missing != ENOENT && missing != ENOTDIR) || ::access(folder.c_str(), R_OK) != 0) return true;
         return name.find('~') != std::string_view::npos && eachEntry(folder, [&](const std::string& entry) {
                    return mayBeShortNameOf(name, knownName(entry));
                });
