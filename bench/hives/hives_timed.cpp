@@ -27,7 +27,7 @@ double bestSeconds(const std::function<void()>& work) {
 }
 
 // In entries of some dozens of pages, each of which differs from what the hive has.
-std::string logOfAllPages(std::string hive, std::uint32_t number) {
+std::string logOfAllPages(const std::string& hive, std::uint32_t number) {
     std::string log = newLog(hive, number, {});
     const std::size_t size = kPagesAnEntry * kPageSize;
     for (std::size_t at = kBinsStart; at < hive.size(); at += size) {

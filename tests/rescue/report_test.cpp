@@ -77,7 +77,7 @@ TEST_F(ReportForms, ATerminalSeesABar) {
                                 "' --report text '" + path("r.txt") + "'";
     ASSERT_EQ(0, std::system(command.c_str()));
     EXPECT_NE(std::string::npos, read("seen.txt").find("\r[")) << read("seen.txt");
-    EXPECT_NE(std::string::npos, read("seen.txt").find("%"));
+    EXPECT_NE(std::string::npos, read("seen.txt").find('%'));
 }
 
 TEST_F(ReportForms, AFileThatCantBeWrittenIsSaid) {
