@@ -20,7 +20,7 @@ std::pair<std::string, std::string> splitPath(const std::string& path) {
     return {slash == 0 ? "/" : path.substr(0, slash), path.substr(slash + 1)};
 }
 
-bool sameName(std::string_view left, std::string_view right) {
+bool sameHostName(std::string_view left, std::string_view right) {
     return std::ranges::equal(left, right, {}, lower, lower);
 }
 
@@ -32,7 +32,7 @@ LogName logNameOf(std::string_view fileName) {
 std::vector<std::string> logsBeside(const HostFolder& folder, const std::string& hive) {
     std::vector<std::string> logs;
     for (const std::string& name : folder.names()) {
-        const auto isLog = [&](std::string_view end) { return sameName(name, hive + std::string(end)); };
+        const auto isLog = [&](std::string_view end) { return sameHostName(name, hive + std::string(end)); };
         if (std::ranges::any_of(kLogEnds, isLog)) logs.push_back(name);
     }
     return logs;

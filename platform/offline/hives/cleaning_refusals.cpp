@@ -16,7 +16,7 @@ namespace {
 constexpr std::uint64_t kReserve = 1u << 20;
 
 bool endsWith(std::string_view name, std::string_view end) {
-    return name.size() >= end.size() && sameName(name.substr(name.size() - end.size()), end);
+    return name.size() >= end.size() && sameHostName(name.substr(name.size() - end.size()), end);
 }
 
 std::string withCause(std::string what, const std::string& cause) {
@@ -75,7 +75,7 @@ void addTransactionRefusals(const HiveWork& work, const Cleaning& cleaning, std:
     if ((base.flags & base_block::kFlagTransactions) == 0 || cleaning.words.loseTransactions) return;
     const std::string begin = work.record.hive + "{";
     for (const std::string& name : work.folder->names()) {
-        if (!endsWith(name, ".regtrans-ms") || !sameName(name.substr(0, begin.size()), begin)) continue;
+        if (!endsWith(name, ".regtrans-ms") || !sameHostName(name.substr(0, begin.size()), begin)) continue;
         if (isAllZero(work.folder->read(name))) continue;
         refusals.push_back(refusal(RefusalKind::Transactions, work.folder->pathOf(name),
                                    "The hive expects transactions, and a file of them is not empty"));
@@ -235,7 +235,7 @@ void openHives(const Cleaning& cleaning, CleaningWork& work) {
             continue;
         }
         const bool twice = std::ranges::any_of(work.hives, [&](const HiveWork& other) {
-            return other.folder == hive.folder && sameName(other.record.hive, hive.record.hive);
+            return other.folder == hive.folder && sameHostName(other.record.hive, hive.record.hive);
         });
         if (twice)
             work.refusals.push_back(

@@ -72,7 +72,7 @@ void removeAsides(HostFolder& folder, const CleaningRecord& record) {
     for (const std::string& name : folder.names()) {
         const std::string_view file = std::string_view(name).substr(0, name.rfind(".bromvale-"));
         const bool ofHive =
-            sameName(file, record.hive) || sameName(file.substr(0, file.rfind('.')), record.hive);
+            sameHostName(file, record.hive) || sameHostName(file.substr(0, file.rfind('.')), record.hive);
         if (ofHive && isAside(name)) folder.remove(name);
     }
 }

@@ -16,7 +16,7 @@ namespace bromvale::offline {
 // The folder, and the name in it; "." for a path without one.
 [[nodiscard]] std::pair<std::string, std::string> splitPath(const std::string& path);
 // ASCII alone.
-[[nodiscard]] bool sameName(std::string_view left, std::string_view right);
+[[nodiscard]] bool sameHostName(std::string_view left, std::string_view right);
 [[nodiscard]] LogName logNameOf(std::string_view fileName);
 
 // A hive on its way. What was read for the refusals is what is worked on: no second look can see another
