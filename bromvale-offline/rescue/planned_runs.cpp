@@ -9,15 +9,27 @@
 namespace bromvale::offline {
 namespace {
 
+// kNil as well where the way there is damaged: then there is nothing to be mounted.
+Cell findQuietly(const Hive& hive, std::u16string_view path) {
+    try {
+        return hive.find(hive.root(), path);
+    } catch (const HiveDamage&) {
+        return kNil;
+    }
+}
+
+std::u16string currentControlSet(const WindowsDisk& disk) {
+    const std::string number = std::to_string(1000 + disk.controlSet).substr(1);
+    return u"ControlSet" + std::u16string(number.begin(), number.end());
+}
+
 // Where the code page of the disk's programs stands, as a text of digits.
 UINT codePageOf(const Sources& sources) {
     for (const SourceHive& hive : sources.hives) {
         if (hive.role != HiveRole::System) continue;
-        const std::u16string set =
-            u"ControlSet00" + std::u16string(1, static_cast<char16_t>(u'0' + sources.disk->controlSet));
         try {
-            const auto text = textAt(hive.loaded.hive->hive(), set + u"\\Control\\Nls\\CodePage", u"ACP");
-            if (text == u"1250") return 1250;
+            const std::u16string key = currentControlSet(*sources.disk) + u"\\Control\\Nls\\CodePage";
+            if (textAt(hive.loaded.hive->hive(), key, u"ACP") == u"1250") return 1250;
         } catch (const HiveDamage&) {
             return 1252;
         }
@@ -113,13 +125,11 @@ void Planner::mountMachine() {
         mount(hive.liveKey, i);
         const Hive& read = hive.loaded.hive->hive();
         if (hive.role == HiveRole::Software && run_.plan.halves != Halves::None)
-            run_.plan.classesApart = read.find(read.root(), u"Wow6432Node\\Classes\\CLSID") != kNil &&
-                                     read.find(read.root(), u"Classes\\Wow6432Node\\CLSID") == kNil;
+            run_.plan.classesApart = findQuietly(read, u"Wow6432Node\\Classes\\CLSID") != kNil &&
+                                     findQuietly(read, u"Classes\\Wow6432Node\\CLSID") == kNil;
         if (hive.role != HiveRole::System || sources_.disk->controlSet == 0) continue;
         // A link that Windows makes at its start.
-        const std::u16string set =
-            u"ControlSet00" + std::u16string(1, static_cast<char16_t>(u'0' + sources_.disk->controlSet));
-        const Cell current = read.find(read.root(), set);
+        const Cell current = findQuietly(read, currentControlSet(*sources_.disk));
         if (current != kNil) mountAt(hive.liveKey + u"\\CurrentControlSet", i, current);
     }
 }

@@ -115,10 +115,11 @@ std::optional<std::size_t> addHive(Sources& sources, const FoundHive& found, con
 }
 
 // Null where it can't be read; that was said then.
-std::shared_ptr<const CregTree> openCreg(const FoundHive& found) {
+std::shared_ptr<const CregTree> openCreg(Sources& sources, const FoundHive& found) {
     auto read = found.usable() ? readCreg(found.path) : found.problem;
     if (const std::string* problem = std::get_if<std::string>(&read)) {
         sayLine(found.path + ": " + *problem);
+        sources.whole = false;
         return nullptr;
     }
     auto tree = std::make_shared<CregTree>(std::get<CregTree>(std::move(read)));
@@ -129,7 +130,7 @@ std::shared_ptr<const CregTree> openCreg(const FoundHive& found) {
 void addCreg(Sources& sources, HiveRole role, const std::u16string& key) {
     const FoundHive* const found = sources.disk->hive(role);
     if (found == nullptr) return;
-    if (auto tree = openCreg(*found)) sources.cregs.push_back({key, std::move(tree)});
+    if (auto tree = openCreg(sources, *found)) sources.cregs.push_back({key, std::move(tree)});
 }
 
 void openOf9x(Sources& sources, const Options& options) {
@@ -142,7 +143,7 @@ void openOf9x(Sources& sources, const Options& options) {
     addCreg(sources, HiveRole::MachineClasses, u"HKEY_LOCAL_MACHINE\\Software\\Classes");
     addCreg(sources, HiveRole::Users, u"HKEY_USERS");
     for (const DiskUser& user : chosenUsers(disk, options.rescue.user))
-        sources.users.push_back({user, {}, {}, user.hive ? openCreg(*user.hive) : nullptr});
+        sources.users.push_back({user, {}, {}, user.hive ? openCreg(sources, *user.hive) : nullptr});
 }
 
 void openOfNt(Sources& sources, const Options& options) {

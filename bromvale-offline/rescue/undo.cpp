@@ -116,10 +116,11 @@ int goOnWithUnfinished(const Options& options) {
     for (const UnfinishedCleaning& cleaning : unfinishedCleanings(files, place.folders)) {
         sayLine("the cleaning " + cleaning.stamp + " was broken off: " + cleaning.what);
         if (!options.rescue.write) continue;
-        if (place.disk.hibernated) {
+        if (place.disk.hibernated || (place.disk.hibernationDoubtful && !options.rescue.notHibernated)) {
             sayLine(
-                "this Windows is hibernated and would write its own over it; start it and shut it down "
-                "fully");
+                "this Windows is hibernated, or may be, and would write its own over it; start it and shut "
+                "it "
+                "down fully");
             return kRefused;
         }
         const CleaningResult result = goOnWithCleaning(files, place.folders, cleaning.stamp, progress());

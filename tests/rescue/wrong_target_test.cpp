@@ -266,11 +266,17 @@ TEST_F(WrongTarget, AHibernatedWindowsKeepsWhatWasBrokenOff) {
     const std::size_t at = text.find("state: done");
     ASSERT_NE(std::string::npos, at) << text;
     offline::writeFile(list, text.replace(at, 11, "state: ready"));
-    offline::writeFile(disk() / "hiberfil.sys", "hibr" + std::string(8192, '\0'));
-    const std::string before = everythingOnDisk();
-    const Outcome outcome = onDisk({"--user", "all", "--remove", "all", "--write", "--yes", "6"});
-    EXPECT_EQ(4, outcome.status) << outcome.err;
-    EXPECT_TRUE(before == everythingOnDisk()) << outcome.err;
+    // A mark that is known, and one that nobody knows.
+    for (const char* const mark : {"hibr", "wake"}) {
+        offline::writeFile(disk() / "hiberfil.sys", mark + std::string(8192, '\0'));
+        const std::string before = everythingOnDisk();
+        const Outcome outcome = onDisk({"--user", "all", "--remove", "all", "--write", "--yes", "6"});
+        EXPECT_EQ(4, outcome.status) << outcome.err;
+        EXPECT_TRUE(before == everythingOnDisk()) << outcome.err;
+    }
+    const Outcome sure =
+        onDisk({"--user", "all", "--remove", "all", "--write", "--yes", "6", "--not-hibernated"});
+    EXPECT_EQ(0, sure.status) << sure.err;
 }
 
 TEST_F(WrongTarget, FilesOfRowsWithOddLines) {
