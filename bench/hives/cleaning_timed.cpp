@@ -9,9 +9,9 @@
 #include <cstring>
 #include <filesystem>
 
-#include "platform/offline/hives/cleaning.h"
+#include "platform/offline/hives/cleaning/cleaning.h"
+#include "platform/offline/hives/cleaning/host_files.h"
 #include "platform/offline/hives/hive.h"
-#include "platform/offline/hives/host_files.h"
 #include "platform/offline/hives/image.h"
 
 namespace bromvale::offline {

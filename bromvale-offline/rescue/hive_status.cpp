@@ -4,7 +4,7 @@
 #include <array>
 #include <filesystem>
 
-#include "platform/offline/hives/open_hive.h"
+#include "platform/offline/hives/disk/open_hive.h"
 
 namespace bromvale::offline {
 namespace {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/offline/hives/disk.h"
-#include "platform/offline/hives/host_folder.h"
+#include "platform/offline/hives/cleaning/host_folder.h"
+#include "platform/offline/hives/disk/disk.h"
 #include "platform/offline/hives/mounted_hive.h"
 #include "platform/offline/hives/replay.h"
 

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/offline/hives/creg.h"
-#include "platform/offline/hives/disk.h"
+#include "platform/offline/hives/disk/creg.h"
+#include "platform/offline/hives/disk/disk.h"
 #include "platform/offline/hives/mounted_hive.h"
 #include "platform/offline/machine.h"
 

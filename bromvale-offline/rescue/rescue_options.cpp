@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstring>
 
-#include "platform/offline/hives/cleaning_record.h"
+#include "platform/offline/hives/cleaning/record.h"
 #include "platform/offline/locale/stored_text.h"
 #include "platform/offline/locale/utf8.h"
 #include "platform/offline/registry/registry.h"

@@ -9,7 +9,7 @@
 #include "bromvale-offline/options.h"
 #include "bromvale-offline/rescue/hive_status.h"
 #include "bromvale-offline/rescue/machine_plan.h"
-#include "platform/offline/hives/disk.h"
+#include "platform/offline/hives/disk/disk.h"
 
 namespace bromvale::offline {
 

@@ -6,8 +6,8 @@
 #include "bromvale-offline/rescue/report.h"
 #include "bromvale-offline/rescue/rescue.h"
 #include "bromvale-offline/rescue/sources.h"
-#include "platform/offline/hives/cleaning_recovery.h"
-#include "platform/offline/hives/cleaning_undo.h"
+#include "platform/offline/hives/cleaning/recovery.h"
+#include "platform/offline/hives/cleaning/undo.h"
 
 namespace bromvale::offline {
 namespace {

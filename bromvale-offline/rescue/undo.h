@@ -2,7 +2,7 @@
 #pragma once
 
 #include "bromvale-offline/options.h"
-#include "platform/offline/hives/cleaning.h"
+#include "platform/offline/hives/cleaning/cleaning.h"
 
 namespace bromvale::offline {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tests/hives/made_disk.h"
+#include "tests/hives/disk/made_disk.h"
 #include "tests/offline/tool_run.h"
 
 namespace bromvale::testing {

@@ -1,0 +1,170 @@
+// Registries of Windows 95 to ME: what is read, what damage comes to, and what a machine's registry gets.
+#include "platform/offline/hives/disk/creg.h"
+
+#include <random>
+
+#include "platform/offline/machine.h"
+#include "tests/hives/disk/made_creg.h"
+#include "tests/hives/hive_files.h"
+#include "tests/hives/hive_rounds.h"
+
+// The library loses some memory where it refuses a file.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libcreg.so";
+}
+
+namespace bromvale::offline {
+namespace {
+
+class Creg : public HiveFilesTest {
+  protected:
+    void SetUp() override {
+        if (!hasCregReader()) GTEST_SKIP() << "built without libcreg";
+    }
+    [[nodiscard]] std::variant<CregTree, std::string> read(const std::string& bytes) const {
+        return readCreg(write("SYSTEM.DAT", bytes));
+    }
+    [[nodiscard]] CregTree tree(const std::string& bytes) const {
+        const auto result = read(bytes);
+        if (const auto* problem = std::get_if<std::string>(&result)) ADD_FAILURE() << *problem;
+        return std::holds_alternative<CregTree>(result) ? std::get<CregTree>(result) : CregTree();
+    }
+    [[nodiscard]] std::string problem(const std::string& bytes) const {
+        const auto result = read(bytes);
+        return std::holds_alternative<CregTree>(result) ? "none" : std::get<std::string>(result);
+    }
+};
+class RealRegistryCreg : public Creg {};
+
+// An umlaut, a default value, all kinds of texts, and a number.
+MadeCregKey example() {
+    MadeCregKey root;
+    MadeCregKey& key = root.at("Software\\F\xE4rber");
+    key.values = {{"", 1, "Standard"},
+                  {"Ordner", 2, std::string("%WinDir%\\x\0", 11)},
+                  {"Liste", 7, std::string("a\0b\0\0", 5)},
+                  {"Zahl", 4, std::string("\x2A\0\0\0", 4)},
+                  {"Bytes", 3, std::string("\0\xFF", 2)},
+                  {"leer", 1, ""}};
+    root.at("Software\\Classes\\.txt").values = {{"", 1, "Textdatei"}};
+    root.at("System\\CurrentControlSet");
+    return root;
+}
+
+void put(std::string& bytes, std::size_t at, std::uint32_t number) {
+    bytes.replace(at, 4, std::string(reinterpret_cast<const char*>(&number), 4));
+}
+
+std::uint32_t numberAt(const std::string& bytes, std::size_t at) {
+    std::uint32_t number = 0;
+    bytes.copy(reinterpret_cast<char*>(&number), 4, at);
+    return number;
+}
+
+TEST_F(Creg, KeysAndValuesComeAsTheFileHasThem) {
+    const CregTree read = tree(cregBytes(example()));
+    EXPECT_EQ(read.keys, 7u);
+    EXPECT_EQ(read.values, 7u);
+    const CregKey* const key = read.root.find(u"SOFTWARE\\f\u00E4rber");
+    ASSERT_NE(key, nullptr);
+    EXPECT_EQ(key->name, u"F\u00E4rber");
+    ASSERT_EQ(key->values.size(), 6u);
+    EXPECT_EQ(key->values[0].name, u"");
+    EXPECT_EQ(key->values[0].data, "Standard");
+    EXPECT_EQ(key->values[1].type, 2u);
+    EXPECT_EQ(key->values[1].data, std::string("%WinDir%\\x\0", 11));
+    EXPECT_EQ(key->value(u"ZAHL")->data, std::string("\x2A\0\0\0", 4));
+    EXPECT_EQ(key->value(u"nichts"), nullptr);
+    EXPECT_EQ(read.root.find(u"Software\\nichts"), nullptr);
+}
+
+TEST_F(Creg, TheRegistryGetsWhatWindowsFunctionsWouldGive) {
+    const CregTree read = tree(cregBytes(example()));
+    Registry& registry = machine().registry;
+    EXPECT_EQ(addCreg(registry, u"HKEY_LOCAL_MACHINE", read.root), 0u);
+    const auto data = [&](const char16_t* name) {
+        return registry.value(u"HKEY_LOCAL_MACHINE\\Software\\F\u00E4rber", name)
+            .value_or(RegistryValue())
+            .data;
+    };
+    EXPECT_EQ(data(u""), std::string("Standard\0", 9));
+    EXPECT_EQ(data(u"Ordner"), std::string("%WinDir%\\x\0", 11));
+    EXPECT_EQ(data(u"Liste"), std::string("a\0b\0\0", 5));
+    EXPECT_EQ(data(u"Zahl"), std::string("\x2A\0\0\0", 4));
+    EXPECT_EQ(data(u"Bytes"), std::string("\0\xFF", 2));
+    EXPECT_EQ(data(u"leer"), std::string("\0", 1));
+    EXPECT_TRUE(registry.exists(u"HKEY_LOCAL_MACHINE\\System\\CurrentControlSet"));
+}
+
+TEST_F(Creg, ACircleOfKeysIsRefused) {
+    const std::string good = cregBytes(example());
+    for (const std::size_t field : {16, 20}) {
+        for (std::size_t from = 0; from < 7; ++from) {
+            for (std::size_t to = 0; to < 7; ++to) {
+                SCOPED_TRACE(std::to_string(field) + " " + std::to_string(from) + " " + std::to_string(to));
+                std::string bytes = good;
+                const auto target = static_cast<std::uint32_t>(cregEntry(to) - 32);
+                if (numberAt(bytes, cregEntry(from) + field) == target) continue;
+                put(bytes, cregEntry(from) + field, target);
+                static_cast<void>(read(bytes));
+            }
+        }
+    }
+    std::string bytes = good;
+    put(bytes, cregEntry(2) + 16, static_cast<std::uint32_t>(cregEntry(1) - 32));
+    EXPECT_EQ(problem(bytes), "two keys have the same sub key, or a key leads back to itself");
+}
+
+TEST_F(Creg, WhatIsNoSuchRegistrySaysSo) {
+    EXPECT_EQ(problem(""), "the file does not begin with \"CREG\"");
+    EXPECT_EQ(problem("regf"), "the file does not begin with \"CREG\"");
+    EXPECT_EQ(problem("CREG"), "the file ends, or its cell does, before what it is said to hold");
+    EXPECT_EQ(std::get<std::string>(readCreg(folder().string())), "Is a directory");
+    EXPECT_EQ(std::get<std::string>(readCreg((folder() / "none").string())), "No such file or directory");
+}
+
+TEST_F(Creg, ACutOrMutatedFileIsReadOrRefused) {
+    const std::string good = cregBytes(example());
+    for (std::size_t size = 0; size < good.size(); size += size < 512 ? 16 : 256)
+        static_cast<void>(read(good.substr(0, size)));
+    std::mt19937 numbers(9);
+    // The bytes behind the lists are zeros: mutations go where something stands.
+    const std::size_t names = cregEntry(7);
+    for (std::uint32_t round = hiveRounds(500); round > 0; --round) {
+        std::string bytes = good;
+        for (unsigned left = 1 + numbers() % 4; left > 0; --left) {
+            const std::size_t at = numbers() % 2 == 0 ? numbers() % names : 32 + 4096 + numbers() % 512;
+            bytes[at] = static_cast<char>(numbers());
+        }
+        static_cast<void>(read(bytes));
+    }
+}
+
+TEST_F(RealRegistryCreg, AllKeysAndValuesAreThere) {
+    const CregTree read = tree(realHive("winme-USER.DAT"));
+    EXPECT_EQ(read.keys, 788u);
+    EXPECT_EQ(read.values, 1518u);
+    machine().registry.clear();
+    EXPECT_EQ(addCreg(machine().registry, u"HKEY_USERS", read.root), 0u);
+    EXPECT_EQ(machine().registry.keyCount(), 787u);
+    EXPECT_EQ(machine().registry.valueCount(), 1518u);
+    EXPECT_TRUE(machine().registry.exists(u"HKEY_USERS\\.DEFAULT\\Software"));
+}
+
+TEST_F(RealRegistryCreg, ACutOrMutatedFileIsReadOrRefused) {
+    const std::string good = realHive("winme-USER.DAT");
+    EXPECT_NE(problem(good.substr(0, good.size() / 2)), "none");
+    for (std::size_t size = 0; size < good.size(); size += 4096)
+        EXPECT_NE(problem(good.substr(0, size)), "none") << size;
+    std::mt19937 numbers(11);
+    for (std::uint32_t round = hiveRounds(1000) / 100; round > 0; --round) {
+        std::string bytes = good;
+        for (unsigned left = 1 + numbers() % 8; left > 0; --left)
+            bytes[numbers() % bytes.size()] = static_cast<char>(numbers());
+        static_cast<void>(read(bytes));
+    }
+}
+
+}  // namespace
+}  // namespace bromvale::offline
