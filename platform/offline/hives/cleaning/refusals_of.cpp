@@ -164,7 +164,7 @@ void addOwnershipRefusals(const HostFolder& folder, const std::string& name, std
     // ntfs-3g counts the short name of NTFS as one more.
     const bool shortName =
         state->st_nlink > 1 &&
-        files.attribute(files.openFile(folder.handle(), name), "system.ntfs_dos_name").value_or("") != "";
+        !files.attribute(files.openFile(folder.handle(), name), "system.ntfs_dos_name").value_or("").empty();
     if (state->st_nlink > (shortName ? 2U : 1U)) refuse(RefusalKind::HardLinked, "The file has other names");
     if (files.user != 0 && state->st_uid != files.user)
         refuse(RefusalKind::ForeignOwner, "The file belongs to somebody else");
