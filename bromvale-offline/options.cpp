@@ -23,7 +23,7 @@ Problem readDrive(Options& options, const std::string& text) {
     const std::string folder = text.substr(3);
     if (::stat(folder.c_str(), &state) != 0 || !S_ISDIR(state.st_mode))
         return "'" + folder + "' is no folder";
-    options.drives.emplace_back(letter, folder);
+    options.drives[letter] = folder;
     return {};
 }
 

@@ -1,4 +1,5 @@
 #pragma once
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,7 +13,8 @@ namespace bromvale::offline {
 // What the command line asks for. Paths of the host are UTF-8, the rest is Windows-1252.
 struct Options {
     std::vector<std::string> registries;
-    std::vector<std::pair<char, std::string>> drives;
+    std::map<char, std::string>
+        drives;  // the letter, and the folder that stands for it; the last one given holds
     std::u16string appPath = u"C:\\Programme\\Bromvale";
     OsVersion os;
     bool english = false;

@@ -1,23 +1,15 @@
 #include "bromvale-offline/rescue/hive_status.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 
 #include "platform/offline/hives/disk/open_hive.h"
+#include "platform/offline/hives/log_names.h"
 
 namespace bromvale::offline {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string upperAscii(std::string text) {
-    for (char& c : text) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 0x20) : c;
-    return text;
-}
-
-constexpr std::array<std::pair<const char*, LogName>, 3> kEndings{
-    {{".LOG1", LogName::Log1}, {".LOG2", LogName::Log2}, {".LOG", LogName::Log}}};
 
 std::string keysBefore(const std::string& path) {
     HiveImage image;
@@ -84,25 +76,14 @@ LoadedHive loadHive(const std::string& path, const std::vector<FoundLog>& logs, 
     return loaded;
 }
 
-LogName logNameOf(const std::string& path) {
-    const std::string upper = upperAscii(path);
-    for (const auto& [ending, name] : kEndings) {
-        if (upper.ends_with(ending)) return name;
-    }
-    return LogName::Log1;
-}
-
-std::vector<FoundLog> logsBeside(const std::string& path) {
+std::vector<FoundLog> foundLogsOf(const std::string& path) {
     std::vector<FoundLog> logs;
     const fs::path file(path);
-    const std::string name = upperAscii(file.filename().string());
     std::error_code error;
     const fs::path folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
     for (const auto& entry : fs::directory_iterator(folder, error)) {
-        const std::string other = upperAscii(entry.path().filename().string());
-        for (const auto& [ending, logName] : kEndings) {
-            if (other == name + ending) logs.push_back({logName, entry.path().string()});
-        }
+        const auto name = logOfHive(entry.path().filename().string(), file.filename().string());
+        if (name) logs.push_back({*name, entry.path().string()});
     }
     std::ranges::sort(logs, {}, &FoundLog::path);
     return logs;

@@ -26,9 +26,7 @@ struct LoadedHive {
 [[nodiscard]] LoadedHive loadHive(const std::string& path, const std::vector<FoundLog>& logs,
                                   bool withPrints);
 // The logs that lie beside a hive under its name, in any case.
-[[nodiscard]] std::vector<FoundLog> logsBeside(const std::string& path);
-// Takes the name of a log from its end; LOG1 for one that tells nothing.
-[[nodiscard]] LogName logNameOf(const std::string& path);
+[[nodiscard]] std::vector<FoundLog> foundLogsOf(const std::string& path);
 
 // Where a key is in its hive, with a backslash before each name; empty for the root.
 [[nodiscard]] std::u16string pathIn(const Hive& hive, Cell key);

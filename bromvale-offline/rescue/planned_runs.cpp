@@ -64,7 +64,7 @@ class Planner {
         if (user != nullptr) run_.user = utf8Of(user->user.name);
         run_.plan.isDisk = sources_.disk || !sources_.hives.empty();
         run_.plan.os = options_.os;
-        for (const auto& [letter, folder] : options_.drives) run_.plan.drives[letter] = folder;
+        run_.plan.drives = options_.drives;
         if (sources_.disk) describe(*sources_.disk, user, view);
         for (const auto& [key, hive] : sources_.mounts) mount(key, hive);
         mountMachine();

@@ -9,18 +9,13 @@
 
 #include "bromvale-offline/rescue/report.h"
 #include "platform/offline/hives/hive_values.h"
+#include "platform/offline/hives/log_names.h"
 #include "platform/offline/locale/utf8.h"
 
 namespace bromvale::offline {
 namespace {
 
 constexpr int kWrongUse = 2;
-
-std::map<char, std::string> drivesOf(const Options& options) {
-    std::map<char, std::string> drives;
-    for (const auto& [letter, folder] : options.drives) drives[letter] = folder;
-    return drives;
-}
 
 bool isUser(const DiskUser& user, const std::string& wanted) {
     const std::u16string name = wideFromUtf8(wanted).text;
@@ -161,7 +156,7 @@ void openOfNt(Sources& sources, const Options& options) {
 }
 
 void openDisk(Sources& sources, const Options& options) {
-    auto found = findWindows(options.rescue.windows, drivesOf(options));
+    auto found = findWindows(options.rescue.windows, options.drives);
     if (const DiskProblem* problem = std::get_if<DiskProblem>(&found))
         throw RescueStop{kWrongUse, problem->text()};
     sources.disk = std::get<WindowsDisk>(std::move(found));
@@ -198,8 +193,9 @@ void openHives(Sources& sources, const Options& options) {
     for (const auto& given : options.rescue.hives) {
         requireOnce(sources, given);
         std::vector<FoundLog> logs;
-        for (const std::string& log : given.logs) logs.push_back({logNameOf(log), log});
-        if (given.logs.empty()) logs = logsBeside(given.file);
+        for (const std::string& log : given.logs)
+            logs.push_back({logNameOf(log).value_or(LogName::Log1), log});
+        if (given.logs.empty()) logs = foundLogsOf(given.file);
         SourceHive hive;
         hive.loaded = loadHive(given.file, logs, options.rescue.write);
         if (!hive.loaded.hive) throw RescueStop{kWrongUse, given.file + ": " + hive.loaded.status};

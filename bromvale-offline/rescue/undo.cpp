@@ -29,9 +29,7 @@ Place placeOf(const Options& options) {
     Place place;
     for (const auto& hive : options.rescue.hives) addFolder(place.folders, hive.file);
     if (options.rescue.windows.empty()) return place;
-    std::map<char, std::string> drives;
-    for (const auto& [letter, folder] : options.drives) drives[letter] = folder;
-    auto found = findWindows(options.rescue.windows, drives);
+    auto found = findWindows(options.rescue.windows, options.drives);
     if (const DiskProblem* problem = std::get_if<DiskProblem>(&found)) throw RescueStop{2, problem->text()};
     const WindowsDisk& disk = std::get<WindowsDisk>(found);
     for (const FoundHive& hive : disk.hives) addFolder(place.folders, hive.path);

@@ -2,32 +2,11 @@
 // counts.
 #include "platform/offline/hives/hive.h"
 
+#include "tests/hives/hive_counts.h"
 #include "tests/hives/hive_files.h"
 
 namespace bromvale::offline {
 namespace {
-
-struct Counts {
-    std::size_t keys = 0;
-    std::size_t values = 0;
-    bool operator==(const Counts&) const = default;
-};
-
-Counts countsOf(const Hive& hive) {
-    Counts counts;
-    std::vector<Cell> pending{hive.base().root};
-    while (!pending.empty()) {
-        const HiveKey key = hive.key(pending.back());
-        pending.pop_back();
-        ++counts.keys;
-        for (const Cell cell : hive.values(key)) {
-            static_cast<void>(hive.data(hive.value(cell)));
-            ++counts.values;
-        }
-        for (const Cell subKey : hive.subKeys(key)) pending.push_back(subKey);
-    }
-    return counts;
-}
 
 struct RealCounts {
     const char* name;

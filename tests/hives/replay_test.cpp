@@ -6,32 +6,13 @@
 #include <vector>
 
 #include "platform/offline/hives/hive.h"
+#include "tests/hives/hive_counts.h"
 #include "tests/hives/hive_files.h"
 #include "tests/hives/hive_rounds.h"
 #include "tests/hives/hive_states.h"
 
 namespace bromvale::offline {
 namespace {
-
-struct Counts {
-    std::size_t keys = 0;
-    std::size_t values = 0;
-    bool operator==(const Counts&) const = default;
-};
-
-Counts countsOf(const Hive& hive) {
-    Counts counts;
-    std::vector<Cell> waiting{hive.base().root};
-    while (!waiting.empty()) {
-        const HiveKey key = hive.key(waiting.back());
-        waiting.pop_back();
-        ++counts.keys;
-        for (const Cell value : hive.values(key)) static_cast<void>(hive.data(hive.value(value)));
-        counts.values += key.valueCount;
-        std::ranges::copy(hive.subKeys(key), std::back_inserter(waiting));
-    }
-    return counts;
-}
 
 Counts countsOf(const std::string& file) {
     return countsOf(Hive(HiveBytes(file)));

@@ -36,7 +36,7 @@ void bridge(HostFolder& folder, const CleaningRecord& record) {
     }
     std::vector<HiveLog> logs;
     for (std::size_t i = 0; i < bytes.size(); ++i)
-        logs.push_back({logNameOf(record.logs[i].name), HiveBytes(bytes[i])});
+        logs.push_back({logNameOf(record.logs[i].name).value_or(LogName::Log), HiveBytes(bytes[i])});
     if (replayLogs(image, logs).state == Replay::State::NoUsableLog)
         throw CleaningStop("The logs of the old hive \"" + folder.pathOf(record.hiveCopy()) +
                            "\" can't be replayed");

@@ -10,14 +10,12 @@
 #include "platform/offline/hives/cleaning/cleaning.h"
 #include "platform/offline/hives/cleaning/record.h"
 #include "platform/offline/hives/image.h"
+#include "platform/offline/hives/log_names.h"
 
 namespace bromvale::offline {
 
 // The folder, and the name in it; "." for a path without one.
 [[nodiscard]] std::pair<std::string, std::string> splitPath(const std::string& path);
-// ASCII alone.
-[[nodiscard]] bool sameHostName(std::string_view left, std::string_view right);
-[[nodiscard]] LogName logNameOf(std::string_view fileName);
 
 // A hive on its way. What was read for the refusals is what is worked on: no second look can see another
 // file.

@@ -36,6 +36,10 @@ void replaceVariable(std::u16string& text, std::u16string_view name, std::u16str
 
 // How many of the folder's names are this one without case: the one as written first.
 [[nodiscard]] std::vector<std::string> namesLike(const std::string& folder, std::string_view name);
+// The entry as a file, whatever it holds: its path behind links, and what is wrong where it can't be looked
+// at.
+[[nodiscard]] FoundHive fileAt(const InsideFolder& drive, const std::string& folder, const std::string& entry,
+                               HiveRole role);
 // The hive of that name, which has to hold this; with what is wrong where it can't be used. Of several names
 // that differ by case alone the first that can be. Nothing where there is no such name.
 [[nodiscard]] std::optional<FoundHive> hiveNamed(const InsideFolder& drive, const std::string& folder,

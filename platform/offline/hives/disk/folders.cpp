@@ -7,13 +7,11 @@
 #include <cstring>
 
 #include "platform/offline/hives/disk/disk_parts.h"
+#include "platform/offline/hives/log_names.h"
 #include "platform/offline/locale/stored_text.h"
 
 namespace bromvale::offline {
 namespace {
-
-constexpr std::array<std::pair<LogName, std::string_view>, 3> kLogEnds{
-    {{LogName::Log, ".LOG"}, {LogName::Log1, ".LOG1"}, {LogName::Log2, ".LOG2"}}};
 
 std::vector<FoundLog> logsOf(const InsideFolder& drive, const std::string& folder, const std::string& hive) {
     std::vector<FoundLog> logs;
@@ -39,12 +37,7 @@ std::string whyNotThis(const FoundHive& hive, HiveContent content) {
 
 FoundHive hiveAt(const InsideFolder& drive, const std::string& folder, const std::string& entry,
                  HiveRole role, HiveContent content) {
-    FoundHive hive;
-    hive.role = role;
-    InsidePath path = drive.follow(folder, entry);
-    hive.problem = whyNoFile(path);
-    hive.path = path.found() ? std::move(path.path) : folder + "/" + entry;
-    hive.isLink = hive.path != folder + "/" + entry;
+    FoundHive hive = fileAt(drive, folder, entry, role);
     if (!hive.usable()) return hive;
     hive.logs = logsOf(drive, folder, entry);
     hive.problem = whyNotThis(hive, content);
@@ -73,6 +66,17 @@ std::string whyNoFile(const InsidePath& path) {
     }
     if (path.isFolder()) return "it is a folder";
     return path.isFile() ? std::string() : "it is no plain file";
+}
+
+FoundHive fileAt(const InsideFolder& drive, const std::string& folder, const std::string& entry,
+                 HiveRole role) {
+    FoundHive hive;
+    hive.role = role;
+    InsidePath path = drive.follow(folder, entry);
+    hive.problem = whyNoFile(path);
+    hive.path = path.found() ? std::move(path.path) : folder + "/" + entry;
+    hive.isLink = hive.path != folder + "/" + entry;
+    return hive;
 }
 
 std::optional<FoundHive> hiveNamed(const InsideFolder& drive, const std::string& folder,

@@ -26,12 +26,7 @@ std::u16string windowsText(const CregKey& root, std::u16string_view name) {
 
 FoundHive cregNamed(const InsideFolder& drive, const std::string& folder, const std::string& entry,
                     HiveRole role) {
-    FoundHive hive;
-    hive.role = role;
-    InsidePath path = drive.follow(folder, entry);
-    hive.problem = whyNoFile(path);
-    hive.path = path.found() ? std::move(path.path) : folder + "/" + entry;
-    hive.isLink = hive.path != folder + "/" + entry;
+    FoundHive hive = fileAt(drive, folder, entry, role);
     if (hive.usable() && !isCreg(startOf(hive.path, 4).value_or("")))
         hive.problem = "it is no registry of Windows 95 to ME";
     return hive;
