@@ -1,7 +1,8 @@
 // Final paths of more than a thousand characters, which not every machine can have, and systems without any.
+#include <gtest/gtest.h>
 #include "platform/exact/files.h"
+
 #include "platform/offline/machine.h"
-#include "tests/support/true_names.h"
 
 namespace bromvale::testing {
 namespace {

@@ -3,8 +3,11 @@
 
 #include <algorithm>
 
+#ifndef _WIN32
+#include "platform/offline/machine.h"
+#endif
+#include "platform/exact/text.h"
 #include "tests/support/test_machine.h"
-#include "tests/support/true_names.h"
 
 namespace bromvale::testing {
 namespace {
@@ -60,7 +63,7 @@ TEST_F(ExactFiles, ANameOfTheCodePageComesAsItIsWithItsFacts) {
 }
 
 TEST_F(ExactFiles, ANameBeyondTheCodePageCarriesItsMarksBesideItsTwin) {
-    writeTrueFile(in(folder(), u"Zdj\u0119cie.txt"));
+    writeWholeFile(wideText(folder()) + u"Zdj\u0119cie.txt", "x");
     writeWholeFile(folder() + "Zdjecie.txt", "12");
     EXPECT_EQ(find(folder() + "Zdj*"), (Names{exactText(u"Zdj\u0119cie.txt"), "Zdjecie.txt"}));
     FoundEntry entry;
@@ -73,7 +76,7 @@ TEST_F(ExactFiles, ANameBeyondTheCodePageCarriesItsMarksBesideItsTwin) {
 
 TEST_F(ExactFiles, WideSeparatorsDotsAndWildcardsArePartsOfNames) {
     for (const char16_t* name : {u"a\uFF3Cb", u"\uFF0E\uFF0E", u"\uFF0A", u"a\u2215b", u"a\uFF1Ab"}) {
-        writeTrueFile(in(folder(), name));
+        writeWholeFile(wideText(folder()) + name, "x");
         FoundEntry entry;
         ASSERT_EQ(findEntry(mark(name), entry), 0u);
         EXPECT_EQ(entry.name, exactText(name));
@@ -83,15 +86,15 @@ TEST_F(ExactFiles, WideSeparatorsDotsAndWildcardsArePartsOfNames) {
 }
 
 TEST_F(ExactFiles, AFolderBeyondTheCodePageIsListedByItsMarks) {
-    makeTrueFolder(in(folder(), u"Zdj\u0119cia"));
+    makeFolderOnDisk(wideText(folder()) + u"Zdj\u0119cia");
     makeFolderOnDisk(folder() + "Zdjecia");
-    writeTrueFile(in(folder(), u"Zdj\u0119cia\\\u0142.txt"));
+    writeWholeFile(wideText(folder()) + u"Zdj\u0119cia\\\u0142.txt", "x");
     EXPECT_EQ(find(mark(u"Zdj\u0119cia\\*")), Names{exactText(u"\u0142.txt")});
     EXPECT_EQ(find(folder() + "Zdjecia\\*"), Names{});
 }
 
 TEST_F(ExactFiles, TheFolderItselfAndTheOneAboveHaveNoShortNames) {
-    makeTrueFolder(in(folder(), u"Zdj\u0119cia"));
+    makeFolderOnDisk(wideText(folder()) + u"Zdj\u0119cia");
     FolderSearch search(mark(u"Zdj\u0119cia\\*"));
     FoundEntry entry;
     for (const char* name : {".", ".."}) {
@@ -122,8 +125,8 @@ TEST_F(ExactFiles, APathFitsWithItsNulIntoTheLongestOneOfAll) {
 
 TEST_F(ExactFiles, AFinalPathEndsInTheTrueNameWhateverTheCase) {
     ASSERT_TRUE(tellsFinalPaths()) << "no final paths here";
-    makeTrueFolder(in(folder(), u"Zdj\u0119cia"));
-    writeTrueFile(in(folder(), u"Zdj\u0119cia\\Brief.txt"));
+    makeFolderOnDisk(wideText(folder()) + u"Zdj\u0119cia");
+    writeWholeFile(wideText(folder()) + u"Zdj\u0119cia\\Brief.txt", "x");
     const std::u16string above = finalPath(folder(), Links::Follow);
     ASSERT_FALSE(above.empty());
     const std::u16string slash = above.back() == u'\\' ? u"" : u"\\";

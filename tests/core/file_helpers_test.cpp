@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "core/log.h"
+#include "platform/exact/text.h"
 #include "tests/support/test_machine.h"
-#include "tests/support/true_names.h"
 
 namespace bromvale {
 namespace {
@@ -99,8 +99,8 @@ TEST_F(FileHelpers, FindFileApiTellsWhatItFound) {
 TEST_F(FileHelpers, FindFileApiMarksNamesThatTheCodePageCannotHold) {
     makeFolderOnDisk(folder() + "Ordner");
     const std::string inside = folder() + "Ordner\\";
-    testing::writeTrueFile(testing::in(inside, u"Zdj\u0119cie.reg"));
-    testing::writeTrueFile(testing::in(inside, u"\uFF0A.reg"));
+    writeWholeFile(wideText(inside) + u"Zdj\u0119cie.reg", "x");
+    writeWholeFile(wideText(inside) + u"\uFF0A.reg", "x");
     writeWholeFile(inside + "Zdjecie.reg", "x");
     std::string path = folder() + "Ordner";
     Lines names = find(path, "*.reg");

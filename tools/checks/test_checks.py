@@ -24,6 +24,7 @@ def load(name):
 layering = load("check_layering")
 imports = load("check_imports")
 hardening = load("check_hardening")
+one_definition = load("check_one_definition")
 
 
 class Layering(unittest.TestCase):
@@ -284,6 +285,28 @@ class Hardening(unittest.TestCase):
 
     def test_what_is_no_program_is_found(self):
         self.assertEqual(["no Windows program"], list(hardening.header_findings(b"#!/bin/sh")))
+
+
+class OneDefinition(unittest.TestCase):
+    """Two objects that are linked without a word."""
+
+    def doubled(self, first, second):
+        with tempfile.TemporaryDirectory() as folder:
+            for name, source in (("first", first), ("second", second)):
+                subprocess.run(["g++", "-c", "-O0", "-xc++", "-", "-o", f"{folder}/{name}.o"], input=source, text=True, check=True)
+            return list(one_definition.doubled(one_definition.definitions(folder, ["first.o", "second.o"])))
+
+    PLAIN = "bool same(int a){return a>1;}\n"
+    INLINE = "inline bool same(int a){return a>2;} bool caller(int a){return same(a);}\n"
+
+    def test_a_plain_and_an_inline_function_of_one_name_are_found(self):
+        self.assertEqual(["_Z4samei"], self.doubled(self.PLAIN, self.INLINE))
+
+    def test_one_of_a_file_alone_is_no_other(self):
+        self.assertEqual([], self.doubled(self.PLAIN, self.INLINE.replace("inline", "static")))
+
+    def test_other_arguments_make_another_function(self):
+        self.assertEqual([], self.doubled(self.PLAIN, self.INLINE.replace("same(int a)", "same(char a)")))
 
 
 if __name__ == "__main__":
