@@ -38,6 +38,11 @@ void addClass(MadeKey& clsid, std::u16string_view name, std::u16string_view path
     keyAt(clsid, std::u16string(name) + u"\\InprocServer32").values.push_back(textValue(u"", path));
 }
 
+void addProgram(MadeHive& software, const std::u16string& name, std::u16string_view path) {
+    MadeKey& key = keyAt(software.root, u"Microsoft\\Windows\\CurrentVersion\\App Paths\\" + name);
+    key.values.push_back(textValue(u"", path));
+}
+
 offline::MadeDisk RescueTest::makeDisk(Generation generation) {
     offline::DiskPlan plan;
     plan.generation = generation;
@@ -71,6 +76,16 @@ offline::MadeDisk RescueTest::makeDisk(Generation generation) {
     offline::writeFile(disk_.config.parent_path() / "nur64.dll", "x");
     if (wide) offline::writeFile(disk_.windows / "SysWOW64" / "nur32.dll", "x");
     return disk_;
+}
+
+offline::MadeDisk RescueTest::makeDiskWith(const std::function<void(MadeHive& software)>& software,
+                                           Generation generation) {
+    offline::DiskPlan plan;
+    plan.generation = generation;
+    plan.software = software;
+    offline::MadeDisk made = offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "bootmgr", "x");
+    return made;
 }
 
 Outcome RescueTest::onDisk(std::vector<std::string> arguments) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,11 +15,18 @@ namespace bromvale::testing {
 // A class below CLSID whose library is at `path`.
 void addClass(offline::MadeKey& clsid, std::u16string_view guid, std::u16string_view path);
 
+// A program's path below App Paths.
+void addProgram(offline::MadeHive& software, const std::u16string& name, std::u16string_view path);
+
 class RescueTest : public ToolTest {
   protected:
     // What the disk's classes point to: of each generation the same. The first object and the last one of a
     // place are there, since the first is judged with the place before and the last never.
     offline::MadeDisk makeDisk(offline::Generation generation);
+
+    // With what the function adds to its SOFTWARE, and C:\bootmgr.
+    offline::MadeDisk makeDiskWith(const std::function<void(offline::MadeHive& software)>& software,
+                                   offline::Generation generation = offline::Generation::SevenX64);
 
     // With "--windows" and the disk's root in front.
     Outcome onDisk(std::vector<std::string> arguments);
