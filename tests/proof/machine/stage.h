@@ -22,11 +22,14 @@ class Stage : public testing::TestMachine {
     // The log's records, without date and time.
     std::vector<std::string> log() { return logLines(); }
     void traceFromNow() { switchTracingOn(); }
+    // A start of the whole program finds what it looks for.
+    void registerComponents() { makeComponents(machineSystemFolder()); }
 
   private:
     void TestBody() override {}
     void putUpSystem(const System& system);
     void putUpState(const System& system);
+    [[nodiscard]] static std::string machineSystemFolder();
 
     std::string host_;
 };

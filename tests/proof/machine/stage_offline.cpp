@@ -136,6 +136,10 @@ void Stage::putUpState(const System& system) {
     if (system.family != Family::Modern) RegFileHeader = "REGEDIT4\r\n\r\n";
 }
 
+std::string Stage::machineSystemFolder() {
+    return machine().systemFolder() + "\\";
+}
+
 std::string Stage::fileOnHost(const std::string& path) const {
     std::ifstream in(hostDrive() + "/" + path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};

@@ -30,6 +30,7 @@ struct Outcome {
 struct ChildResult {
     bool ended = false;  // by itself
     std::string text;
+    std::string said{};  // all that it wrote on its way
 };
 [[nodiscard]] ChildResult inChild(const std::function<std::string(const std::string& hostFolder)>& action);
 

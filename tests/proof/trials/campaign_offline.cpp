@@ -84,10 +84,10 @@ ChildResult inChild(const std::function<std::string(const std::string& hostFolde
     fs::remove_all(folder);
     const std::size_t mark = said.rfind(kResultMark);
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && mark != std::string::npos)
-        return {true, said.substr(mark + std::strlen(kResultMark))};
+        return {true, said.substr(mark + std::strlen(kResultMark)), said.substr(0, mark)};
     const std::string end = WIFSIGNALED(status) ? "signal " + std::to_string(WTERMSIG(status))
                                                 : "status " + std::to_string(WEXITSTATUS(status));
-    return {false, "ended with " + end + ":\n" + said};
+    return {false, "ended with " + end + ":\n" + said, said};
 }
 
 Outcome tryMachines(std::uint64_t firstSeed, int count) {
