@@ -87,11 +87,6 @@ int Dice::below(int count) {
     return static_cast<int>(next() % static_cast<std::uint64_t>(count));
 }
 
-RandomActions::RandomActions(std::uint64_t seed, HWND mainWindow)
-    : dice_(seed ^ 0xD1CE000000000000u), main_(mainWindow) {
-    thread_ = GetWindowThreadProcessId(main_, &process_);
-}
-
 bool RandomActions::isOurs(HWND window) const {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);

@@ -30,7 +30,10 @@ class Dice {
 
 class RandomActions {
   public:
-    RandomActions(std::uint64_t seed, HWND mainWindow);
+    RandomActions(std::uint64_t seed, DWORD process, DWORD thread)
+        : dice_(seed ^ 0xD1CE000000000000u), process_(process), thread_(thread) {}
+    // The main window, once it is there.
+    void useWindow(HWND window) { main_ = window; }
 
     // One action; what it was, for the record.
     std::string act();
@@ -57,8 +60,8 @@ class RandomActions {
     bool clickForReal(HWND window, POINT at, bool right, bool twice) const;
 
     Dice dice_;
-    HWND main_;
-    DWORD process_ = 0;
-    DWORD thread_ = 0;
+    HWND main_ = nullptr;
+    DWORD process_;
+    DWORD thread_;
     int starts_ = 0;
 };

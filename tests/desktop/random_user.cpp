@@ -1,8 +1,8 @@
-// A random user of the running program: random_user SEED SECONDS BACKUP-FOLDER SHADOW-FOLDER
+// A random user of the program: random_user SEED SECONDS PROGRAM-FOLDER SHADOW-FOLDER
 //
-// Acts until the time is over or the program has ended, looking all the while whether the windows answer and every box can be left,
-// and keeps what is written into complete copies, since the user may delete them. Then it leaves the program by its close
-// box. Each action is a line of standard output; the last one says what came of it. Exit status 0: all was well.
+// Starts the program and acts until the time is over or it has ended, looking all the while whether the windows answer and
+// every box can be left, and keeps what is written into complete copies, since the user may delete them. Then it leaves the program
+// by its close box. Each action is a line of standard output; the last one says what came of it. Exit status 0: all was well.
 #include <windows.h>
 
 #include <algorithm>
@@ -18,6 +18,7 @@ namespace {
 constexpr DWORD kAnswersWithin = 5000;     // milliseconds
 constexpr DWORD kAnswersInAScan = 30000;   // what a slow machine may take
 constexpr DWORD kEndsWithin = 30000;
+constexpr DWORD kOpensWithin = 60000;
 constexpr int kTriesToLeave = 60;
 
 DWORD slowest = 0;
@@ -66,32 +67,54 @@ class Shadow {
     int numbers_ = 0;
 };
 
+PROCESS_INFORMATION started(const std::string& folder) {
+    STARTUPINFOA start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION made{};
+    const std::string program = folder + "\\Bromvale.exe";
+    if (!CreateProcessA(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start, &made))
+        end(2, "the program does not start");
+    return made;
+}
+
 class Round {
   public:
-    Round(std::uint64_t seed, HWND window, Shadow& shadow)
-        : actions_(seed, window), pauses_(seed), window_(window), shadow_(shadow) {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        process_ = OpenProcess(SYNCHRONIZE, FALSE, process);
-    }
+    Round(std::uint64_t seed, const PROCESS_INFORMATION& program, Shadow& shadow)
+        : actions_(seed, program.dwProcessId, program.dwThreadId),
+          pauses_(seed),
+          process_(program.hProcess),
+          shadow_(shadow) {}
+    void open();
     void act(DWORD milliseconds);
     void leave();
 
   private:
-    [[nodiscard]] bool ended(DWORD wait = 0) const {
-        return process_ == nullptr || WaitForSingleObject(process_, wait) == WAIT_OBJECT_0;
+    void mustLive(DWORD wait = 0) const {
+        if (WaitForSingleObject(process_, wait) == WAIT_OBJECT_0) end(0, "the program has ended");
     }
     void mustAnswer();
     bool leaveWhatIsOpen();
 
     RandomActions actions_;
     Dice pauses_;
-    HWND window_;
+    HWND window_ = nullptr;
     HANDLE process_ = nullptr;
     Shadow& shadow_;
     HWND dialog_ = nullptr;
     int tries_ = 0;
 };
+
+// Boxes may stand before the window.
+void Round::open() {
+    for (const DWORD since = GetTickCount(); window_ == nullptr; Sleep(50)) {
+        mustLive();
+        leaveWhatIsOpen();
+        const HWND window = findNamed("frmMain");
+        if (window != nullptr && IsWindowVisible(window)) window_ = window;
+        if (GetTickCount() - since > kOpensWithin) end(6, "the window does not open");
+    }
+    actions_.useWindow(window_);
+}
 
 void Round::mustAnswer() {
     const HWND start = findNamed("cmdStart");
@@ -100,7 +123,9 @@ void Round::mustAnswer() {
     DWORD_PTR none = 0;
     const bool answered = SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, limit, &none) != 0;
     slowest = std::max(slowest, GetTickCount() - since);
-    if (!answered && !ended(500)) end(3, "the window does not answer");
+    if (answered) return;
+    mustLive(500);
+    end(3, "the window does not answer");
 }
 
 // True where there was something.
@@ -123,7 +148,7 @@ bool Round::leaveWhatIsOpen() {
 void Round::act(DWORD milliseconds) {
     for (const DWORD since = GetTickCount(); GetTickCount() - since < milliseconds;) {
         shadow_.look();
-        if (ended()) end(0, "the user has ended the program");
+        mustLive();
         mustAnswer();
         // Some boxes stand for a while, and the icon beside the clock is there all the same.
         const bool nested = pauses_.percent(20);
@@ -135,7 +160,7 @@ void Round::act(DWORD milliseconds) {
 void Round::leave() {
     for (const DWORD since = GetTickCount(); GetTickCount() - since < kEndsWithin;) {
         shadow_.look();
-        if (ended()) end(0, "the user has ended the program");
+        mustLive();
         mustAnswer();
         if (leaveWhatIsOpen()) continue;
         PostMessageW(window_, WM_CLOSE, 0, 0);
@@ -148,10 +173,10 @@ void Round::leave() {
 
 int main(int count, char** values) {
     if (count != 5) return 2;
-    const HWND window = findNamed("frmMain");
-    if (window == nullptr) end(0, "the program has ended by itself");
-    Shadow shadow(values[3], values[4]);
-    Round round(std::strtoull(values[1], nullptr, 10), window, shadow);
+    const std::string folder = values[3];
+    Shadow shadow(folder + "\\Backup", values[4]);
+    Round round(std::strtoull(values[1], nullptr, 10), started(folder), shadow);
+    round.open();
     round.act(static_cast<DWORD>(std::atoi(values[2])) * 1000);
     round.leave();
 }

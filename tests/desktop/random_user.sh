@@ -32,7 +32,7 @@ make_machine() {
     set_windows_version Bromvale.exe winxp
     rm -rf "$(program_folder)" "$prefix/drive_c/Schatten" "$prefix/drive_c/Leeren"
     install_program "$program"
-    cp "$built/tests/desktop/inspect_window.exe" "$built/tests/desktop/random_user.exe" "$prefix/drive_c/"
+    cp "$built/tests/desktop/random_user.exe" "$prefix/drive_c/"
     mkdir -p "$prefix/drive_c/Leeren/tief" "$(program_folder)/Backup"
     for folder in Leeren Leeren/tief; do touch "$prefix/drive_c/$folder/"{a,b,c}.txt; done
     printf 'C:\\Leeren\r\nQ:\\fehlt\r\nC:\\Leeren\\tief\r\n' >"$(program_folder)/liste.txt"
@@ -45,22 +45,15 @@ make_machine() {
     close_in
 }
 
-start_once() {
-    (cd "$(program_folder)" && in_wine "$wine_loader" Bromvale.exe) >/dev/null 2>&1 &
-    program_pid=$!
-    (cd "$prefix/drive_c" && in_wine timeout 60 "$wine_loader" 'C:\inspect_window.exe' wait frmMain '' 40) >/dev/null 2>&1
-}
-
 # Ends when the round's time is over; a user who ended the program starts it again.
 play() {
     local until=$((SECONDS + round_seconds)) record status left
     record=$artefacts/seed-$seed.txt
     while left=$((until - SECONDS)); [ "$left" -gt 5 ]; do
-        start_once
         rounds=$((rounds + 1))
         printf -- '-- start %s\n' "$rounds" >>"$record"
         (cd "$prefix/drive_c" && in_wine timeout $((left + 120)) "$wine_loader" 'C:\random_user.exe' "$((seed * 1000 + rounds))" "$left" \
-            'C:\Program Files\Bromvale\Backup' 'C:\Schatten' 2>/dev/null) | tr -d '\r' >>"$record"
+            'C:\Program Files\Bromvale' 'C:\Schatten' 2>/dev/null) | tr -d '\r' >>"$record"
         status=${PIPESTATUS[0]}
         check "seed $seed, start $rounds: $(tail -n 1 "$record")" [ "$status" = 0 ]
         [ "$status" = 0 ] || { shot "wrong-$seed-$rounds"; break; }

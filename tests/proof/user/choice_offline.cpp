@@ -108,16 +108,37 @@ std::string someRows(Random& random, const ListView& list) {
     return rows;
 }
 
-// The entries of the menus that the lists have, by their names in the window.
-std::string listMenu(Random& random, const std::string& list) {
-    Lines entries;
-    for (Control* control : loadedForm("frmMain")->controls()) {
-        auto* menu = as<MenuItem>(control);
-        if (menu == nullptr || menu->name() == "mnuPopUp") continue;
-        for (const MenuItem* entry : menu->children()) entries.push_back(entry->name());
-    }
-    if (entries.empty() || random.percent(10)) return "mouseup " + list + " right";
-    return "with " + random.oneOf(entries) + " mouseup " + list + " right";
+// What a list is there for: its page, its buttons and the entries of its menu.
+struct List {
+    const char* page;
+    const char* name;
+    std::vector<const char*> buttons;
+    std::vector<const char*> entries;
+};
+const std::vector<List>& lists() {
+    static const std::vector<List> all{
+        {"Registry Scan starten", "lvwRegKeys", {"cmdStart"}, {"mnuPopUpRegKeyEinzeln", "mnuPopUpRegKeyAlle"}},
+        {"Backup",
+         "lvwBackup",
+         {"cmdEintragen", "cmdBearbeiten", "cmdL\xF6schen"},
+         {"mnuPopUpBackupBearbeiten", "mnuPopUpBackupEinf\xFCgen", "mnuPopUpBackupL\xF6schen"}},
+        {"Programme deinstallieren",
+         "lvwDeinstall",
+         {"cmdDeinstall", "cmdDeinstallRefresh"},
+         {"mnuPopUpDeinstDeinstall", "mnuPopUpDeinstRefresh"}},
+        {"Festplatte aufr\xE4umen",
+         "lvwOrdnerList",
+         {"cmdInhaltL\xF6schen", "cmdOrdnerL\xF6schen"},
+         {"mnuPopUpOrdnerHinzuf\xFCgen", "mnuPopUpOrdnerEntfernen", "mnuPopUpOrdnerEinzeln",
+          "mnuPopUpOrdnerAlle"}}};
+    return all;
+}
+
+std::string listMenu(Random& random, std::string_view name) {
+    const std::string menu = "mouseup " + std::string(name) + " right";
+    const auto list = std::ranges::find(lists(), name, &List::name);
+    if (list == lists().end() || random.percent(10)) return menu;
+    return std::string("with ") + random.oneOf(list->entries) + " " + menu;
 }
 
 class ActionOn : public ControlVisitor {
@@ -173,24 +194,16 @@ class ActionOn : public ControlVisitor {
     const Model& model_;
 };
 
-// What a list is there for.
 Lines onAList(Random& random) {
-    struct Deed {
-        const char* page;
-        const char* list;
-        const char* button;
-    };
-    constexpr Deed kDeeds[] = {{"Backup", "lvwBackup", "cmdEintragen"},
-                               {"Backup", "lvwBackup", "cmdL\xF6schen"},
-                               {"Programme deinstallieren", "lvwDeinstall", "cmdDeinstall"},
-                               {"Festplatte aufr\xE4umen", "lvwOrdnerList", "cmdOrdnerL\xF6schen"},
-                               {"Festplatte aufr\xE4umen", "lvwOrdnerList", "cmdInhaltL\xF6schen"}};
-    const Deed& deed = random.oneOf(kDeeds);
+    const List& chosen = random.oneOf(lists());
     const Form* form = loadedForm("frmMain");
-    const auto* list = form != nullptr ? as<ListView>(form->find(deed.list)) : nullptr;
+    const auto* list = form != nullptr ? as<ListView>(form->find(chosen.name)) : nullptr;
     const std::string rows = random.percent(30) || list == nullptr ? "all" : someRows(random, *list);
-    return {std::string("nav ") + deed.page, std::string("select ") + deed.list + " " + rows, "answer Ja",
-            "answer Ja", std::string("click ") + deed.button};
+    Lines lines{std::string("nav ") + chosen.page, "check chbRegKeysShow 1",
+                std::string("select ") + chosen.name + " " + rows, "answer Ja", "answer Ja"};
+    lines.push_back(random.percent(50) ? listMenu(random, chosen.name)
+                                       : std::string("click ") + random.oneOf(chosen.buttons));
+    return lines;
 }
 
 Control* someControl(Random& random) {
@@ -215,7 +228,7 @@ Lines mainActions(Random& random, const Model& model) {
     if (kind < 28) return {"wait 1"};
     if (kind < 29) return {random.percent(40) ? "close" : "taskbar"};
     if (kind < 31) return {"close frmError"};
-    if (kind < 40) return onAList(random);
+    if (kind < 46) return onAList(random);
     ActionOn action(random, model);
     if (Control* control = someControl(random)) control->accept(action);
     return action.lines;

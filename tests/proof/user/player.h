@@ -40,6 +40,7 @@ class Player {
     void dispatch(std::string_view action);
     void later(std::string_view rest);
     void lookAround();
+    void lookAtScan();
     void leave();
     void wrong(const std::string& text);
 

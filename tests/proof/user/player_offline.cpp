@@ -137,12 +137,15 @@ void Player::lookAround() {
             wrong("a window that can't be closed stays: " + form->name());
     }
     if (const std::size_t files = machine().openFiles()) wrong("files are open: " + std::to_string(files));
-    const Form* form = mainWindow();
-    if (form == nullptr) return;
-    const Control* start = form->find("cmdStart");
-    if (start != nullptr && !start->enabled())
-        wrong("the start button is disabled though no scan is under way");
-    if (form->height() <= 0 || form->width() <= 0) wrong("the window has no size");
+    if (mainWindow() != nullptr) lookAtScan();
+}
+
+void Player::lookAtScan() {
+    const FrmMain& form = frmMain();
+    if (!form.scan.cmdStart.enabled()) wrong("the start button is disabled though no scan is under way");
+    if (form.tmrTimer.enabled()) wrong("the progress goes on though nothing is at work");
+    if (form.mousePointer() == MousePointer::Hourglass) wrong("the hourglass stays");
+    if (form.height() <= 0 || form.width() <= 0) wrong("the window has no size");
 }
 
 // Every window can be left, a scan can be made, and the close box ends the program.
