@@ -24,8 +24,8 @@ usage() {
   setup      the installer under Wine, in both widths: the machine before and after it; all its pages by mouse
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
   real       two real registries, which are no part of the project: BROMVALE_SHARED_DATA_DIR, or ../shared/data
-  long       only where it is named: clang-tidy over every source, 20,000 generated machines, all faults with the log on,
-             a release made twice in different circumstances
+  long       only where it is named: clang-tidy over every source, 20,000 generated machines, 2,000 random users, all faults
+             with the log on, a release made twice in different circumstances
 
 One stage without the tools' installation: cmake --workflow --preset STAGE. One test: ctest --test-dir build/stages -R NAME
 EOF

@@ -23,8 +23,9 @@ constexpr int kItems = 11;
 constexpr int kGroups = 3;
 
 constexpr std::array<const char*, 8> kTexts{"", "80", "0", "abc", "99999", "a@b.cd", "\xE4 \xF6", "%s\"\\"};
-constexpr std::array<WPARAM, 16> kKeys{VK_TAB,  VK_TAB,  VK_RETURN, VK_ESCAPE, VK_SPACE, VK_UP, VK_DOWN, VK_LEFT,
-                                       VK_RIGHT, VK_F1, VK_F2,     VK_F3,     VK_F5,    VK_DELETE, VK_HOME, VK_END};
+constexpr std::array<WPARAM, 16> kKeys{VK_TAB,  VK_TAB,    VK_RETURN, VK_ESCAPE, VK_SPACE, VK_UP,
+                                       VK_DOWN, VK_LEFT,   VK_RIGHT,  VK_F1,     VK_F2,    VK_F3,
+                                       VK_F5,   VK_DELETE, VK_HOME,   VK_END};
 constexpr LPARAM kAltHeld = 0x20000000;
 // The icon's number is what the program gave; it does not look at it.
 constexpr WPARAM kTrayIcon = 1;
@@ -113,7 +114,8 @@ std::string RandomActions::leaveDialog(HWND dialog) {
         if (may && GetDlgItem(dialog, id) != nullptr) buttons.push_back(static_cast<WPARAM>(id));
     }
     const WPARAM button = buttons.empty() ? IDCANCEL : dice_.oneOf(buttons);
-    PostMessageW(dialog, WM_COMMAND, button, reinterpret_cast<LPARAM>(GetDlgItem(dialog, static_cast<int>(button))));
+    PostMessageW(dialog, WM_COMMAND, button,
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, static_cast<int>(button))));
     return "box " + std::to_string(button);
 }
 
@@ -201,8 +203,10 @@ std::string RandomActions::onList(const NamedWindow& list) {
     if (!listRowPlace(list.window, row, place)) place = {20, 20, 30, 30};
     const POINT at = inClient(list.window, {place.left + 12, (place.top + place.bottom) / 2});
     click(list.window, at, right, twice);
-    return std::string(right ? "right click " : twice ? "double click " : "click ") + list.name + " " +
-           std::to_string(row + 1);
+    return std::string(right   ? "right click "
+                       : twice ? "double click "
+                               : "click ") +
+           list.name + " " + std::to_string(row + 1);
 }
 
 std::string RandomActions::onBar(HWND bar) {
@@ -213,8 +217,8 @@ std::string RandomActions::onBar(HWND bar) {
     if (!group && part == kQuitItem && !dice_.percent(5)) return "no item";
     const char* const question = group ? "BromvaleListBarHeaderRect" : "BromvaleListBarItemRect";
     DWORD_PTR centre = 0;
-    if (!SendMessageTimeoutW(bar, RegisterWindowMessageA(question), static_cast<WPARAM>(part), 0, SMTO_NORMAL, 5000,
-                             &centre) ||
+    if (!SendMessageTimeoutW(bar, RegisterWindowMessageA(question), static_cast<WPARAM>(part), 0, SMTO_NORMAL,
+                             5000, &centre) ||
         centre == 0)
         return "no item";
     const POINT at{static_cast<short>(LOWORD(centre)), static_cast<short>(HIWORD(centre))};
@@ -276,10 +280,12 @@ std::string RandomActions::act() {
     std::vector<NamedWindow> reachable;
     for (const NamedWindow& each : namedWindows()) {
         const std::wstring name = className(each.window);
-        const bool acts = name == L"Button" || name == L"Edit" || name == L"ComboBox" || name == L"SysListView32" ||
-                          each.name == "Menu";
-        const bool frame = name == L"Button" && (GetWindowLongW(each.window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
-        if (acts && !frame && IsWindowVisible(each.window) && IsWindowEnabled(each.window)) reachable.push_back(each);
+        const bool acts = name == L"Button" || name == L"Edit" || name == L"ComboBox" ||
+                          name == L"SysListView32" || each.name == "Menu";
+        const bool frame =
+            name == L"Button" && (GetWindowLongW(each.window, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
+        if (acts && !frame && IsWindowVisible(each.window) && IsWindowEnabled(each.window))
+            reachable.push_back(each);
     }
     if (reachable.empty()) return "nothing to click";
     const auto button = std::find_if(reachable.begin(), reachable.end(),

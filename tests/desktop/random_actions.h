@@ -1,6 +1,6 @@
 #pragma once
-// What a random user does to the running program, from outside: messages to its own windows and, where one of them is in front
-// under the mouse, the real mouse. Nothing goes to windows of other programs.
+// What a random user does to the running program, from outside: messages to its own windows and, where one of
+// them is in front under the mouse, the real mouse. Nothing goes to windows of other programs.
 #include <windows.h>
 
 #include <cstdint>

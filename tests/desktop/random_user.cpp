@@ -1,8 +1,9 @@
 // A random user of the program: random_user SEED SECONDS PROGRAM-FOLDER SHADOW-FOLDER
 //
-// Starts the program and acts until the time is over or it has ended, looking all the while whether the windows answer and
-// every box can be left, and keeps what is written into complete copies, since the user may delete them. Then it leaves the program
-// by its close box. Each action is a line of standard output; the last one says what came of it. Exit status 0: all was well.
+// Starts the program and acts until the time is over or it has ended, looking all the while whether the
+// windows answer and every box can be left, and keeps what is written into complete copies, since the user
+// may delete them. Then it leaves the program by its close box. Each action is a line of standard output; the
+// last one says what came of it. Exit status 0: all was well.
 #include <windows.h>
 
 #include <algorithm>
@@ -15,8 +16,8 @@
 
 namespace {
 
-constexpr DWORD kAnswersWithin = 5000;     // milliseconds
-constexpr DWORD kAnswersInAScan = 30000;   // what a slow machine may take
+constexpr DWORD kAnswersWithin = 5000;    // milliseconds
+constexpr DWORD kAnswersInAScan = 30000;  // what a slow machine may take
 constexpr DWORD kEndsWithin = 30000;
 constexpr DWORD kOpensWithin = 60000;
 constexpr int kTriesToLeave = 60;
@@ -72,7 +73,8 @@ PROCESS_INFORMATION started(const std::string& folder) {
     start.cb = sizeof start;
     PROCESS_INFORMATION made{};
     const std::string program = folder + "\\Bromvale.exe";
-    if (!CreateProcessA(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start, &made))
+    if (!CreateProcessA(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
+                        &made))
         end(2, "the program does not start");
     return made;
 }

@@ -32,20 +32,10 @@ constexpr const char* kTrayEntries[] = {"mnuPopUpShowForm",  "mnuPopUpStartScan"
                                         "mnuPopUpBugReport", "mnuPopUpLiveUpdate",   "mnuPopUpOptionen",
                                         "mnuPopUpAbout"};
 // What can be reached on whichever page while something is at work.
-constexpr const char* kButtons[] = {"cmdAbbrechen",
-                                    "cmdAbbrechen",
-                                    "cmdAbbrechen",
-                                    "cmdStart",
-                                    "cmdEintragen",
-                                    "cmdBearbeiten",
-                                    "cmdL\xF6schen",
-                                    "cmdDeinstall",
-                                    "cmdDeinstallRefresh",
-                                    "cmdInhaltL\xF6schen",
-                                    "cmdOrdnerL\xF6schen",
-                                    "cmd\xDC"
-                                    "bernehmen",
-                                    "cmdBugReportSenden"};
+constexpr const char* kButtons[] = {
+    "cmdAbbrechen",        "cmdAbbrechen",        "cmdAbbrechen",        "cmdStart",
+    "cmdEintragen",        "cmdBearbeiten",       "cmdL\xF6schen",       "cmdDeinstall",
+    "cmdDeinstallRefresh", "cmdInhaltL\xF6schen", "cmdOrdnerL\xF6schen", "cmdBugReportSenden"};
 
 std::string number(int value) {
     return std::to_string(value);
@@ -117,7 +107,10 @@ struct List {
 };
 const std::vector<List>& lists() {
     static const std::vector<List> all{
-        {"Registry Scan starten", "lvwRegKeys", {"cmdStart"}, {"mnuPopUpRegKeyEinzeln", "mnuPopUpRegKeyAlle"}},
+        {"Registry Scan starten",
+         "lvwRegKeys",
+         {"cmdStart"},
+         {"mnuPopUpRegKeyEinzeln", "mnuPopUpRegKeyAlle"}},
         {"Backup",
          "lvwBackup",
          {"cmdEintragen", "cmdBearbeiten", "cmdL\xF6schen"},
@@ -135,7 +128,7 @@ const std::vector<List>& lists() {
 }
 
 std::string listMenu(Random& random, std::string_view name) {
-    const std::string menu = "mouseup " + std::string(name) + " right";
+    std::string menu = "mouseup " + std::string(name) + " right";
     const auto list = std::ranges::find(lists(), name, &List::name);
     if (list == lists().end() || random.percent(10)) return menu;
     return std::string("with ") + random.oneOf(list->entries) + " " + menu;
