@@ -153,8 +153,9 @@ void Round::act(DWORD milliseconds) {
         mustLive();
         mustAnswer();
         // Some boxes stand for a while, and the icon beside the clock is there all the same.
-        const bool nested = pauses_.percent(20);
-        if (nested || !leaveWhatIsOpen()) say(nested ? actions_.actBeside() : actions_.act());
+        const bool open = actions_.menuIsOpen() || actions_.openDialog() != nullptr;
+        if (open && pauses_.percent(20)) say(actions_.actBeside());
+        if (!open || !leaveWhatIsOpen()) say(actions_.act());
         if (pauses_.percent(70)) Sleep(static_cast<DWORD>(pauses_.below(120)));
     }
 }

@@ -48,14 +48,15 @@ make_machine() {
 # Ends when the round's time is over; a user who ended the program starts it again.
 play() {
     local until=$((SECONDS + round_seconds)) record status left
-    record=$artefacts/seed-$seed.txt
+    record=$PWD/$artefacts/seed-$seed.txt
     while left=$((until - SECONDS)); [ "$left" -gt 5 ]; do
         rounds=$((rounds + 1))
         printf -- '-- start %s\n' "$rounds" >>"$record"
-        (cd "$prefix/drive_c" && in_wine timeout $((left + 120)) "$wine_loader" 'C:\random_user.exe' "$((seed * 1000 + rounds))" "$left" \
-            'C:\Program Files\Bromvale' 'C:\Schatten' 2>/dev/null) | tr -d '\r' >>"$record"
-        status=${PIPESTATUS[0]}
-        check "seed $seed, start $rounds: $(tail -n 1 "$record")" [ "$status" = 0 ]
+        # Into a file: programs that the user has started would keep a pipe open.
+        (cd "$prefix/drive_c" && in_wine timeout $((left + 120)) "$wine_loader" 'C:\random_user.exe' "$((seed * 1000 + rounds))" \
+            "$left" 'C:\Program Files\Bromvale' 'C:\Schatten' >>"$record" 2>/dev/null)
+        status=$?
+        check "seed $seed, start $rounds: $(tail -n 1 "$record" | tr -d '\r')" [ "$status" = 0 ]
         [ "$status" = 0 ] || { shot "wrong-$seed-$rounds"; break; }
         # What a user has switched on there would end each start at once, or the screen.
         (cd "$prefix/drive_c" || exit
