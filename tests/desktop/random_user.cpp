@@ -94,6 +94,7 @@ class Round {
     void mustLive(DWORD wait = 0) const {
         if (WaitForSingleObject(process_, wait) == WAIT_OBJECT_0) end(0, "the program has ended");
     }
+    void mustBeReachable() const;
     void mustAnswer();
     bool leaveWhatIsOpen();
 
@@ -116,6 +117,17 @@ void Round::open() {
         if (GetTickCount() - since > kOpensWithin) end(6, "the window does not open");
     }
     actions_.useWindow(window_);
+    mustBeReachable();
+}
+
+// A place that was saved must not hide the window.
+void Round::mustBeReachable() const {
+    constexpr int kGrip = 20;  // pixels of its caption
+    RECT place{};
+    GetWindowRect(window_, &place);
+    const bool across = place.right > kGrip && place.left < GetSystemMetrics(SM_CXSCREEN) - kGrip;
+    const bool down = place.top > -kGrip && place.top < GetSystemMetrics(SM_CYSCREEN) - kGrip;
+    if (!IsZoomed(window_) && !(across && down)) end(7, "the window opens beyond the screen");
 }
 
 void Round::mustAnswer() {
