@@ -39,6 +39,7 @@ class Player {
     void perform(std::string_view action, bool nested);
     void dispatch(std::string_view action);
     void later(std::string_view rest);
+    void lookAtPlace();
     void lookAround();
     void lookAtScan();
     void leave();
@@ -49,6 +50,7 @@ class Player {
     std::vector<std::string> inBox_;
     std::vector<std::string> wrongs_;
     PlayedCounts counts_;
+    bool opened_ = false;   // the window has been looked at
     bool leaving_ = false;  // what was left for later is not done any more
 };
 

@@ -10,6 +10,7 @@
 #include "bromvale-offline/words.h"
 #include "core/startup/main.h"
 #include "platform/offline/machine.h"
+#include "platform/screen.h"
 #include "ui/frm_main.h"
 
 namespace bromvale::proof {
@@ -76,6 +77,7 @@ void Player::run() {
 }
 
 bool Player::next() {
+    if (!std::exchange(opened_, true)) lookAtPlace();
     lookAround();
     for (;;) {
         const std::optional<std::string> action = source_();
@@ -128,6 +130,15 @@ void Player::later(std::string_view rest) {
     machine().pump.at(static_cast<std::uint64_t>(serving), [this, action = std::string(rest)] {
         if (!leaving_) perform(action, true);
     });
+}
+
+// Whatever place was saved, the window's caption can be taken hold of.
+void Player::lookAtPlace() {
+    const Form* form = mainWindow();
+    if (form == nullptr || form->windowState() == WindowState::Maximised) return;
+    const Place& place = form->place();
+    if (withCaptionIn(workingArea(place.left, place.top), place) != place)
+        wrong("the window opens beyond the screen");
 }
 
 // Nothing is at work: what must hold between two actions.
