@@ -35,7 +35,8 @@ void say(const std::string& action) {
     std::fflush(stdout);
 }
 
-// Files are kept under a number, so that one that begins anew loses nothing.
+// Files are kept under a number that is free, so that neither one that begins anew nor the next start loses
+// any.
 class Shadow {
   public:
     Shadow(std::string from, std::string to) : from_(std::move(from)), to_(std::move(to)) {
@@ -48,11 +49,9 @@ class Shadow {
         do {
             Kept& kept = kept_[found.cFileName];
             if (kept.size == found.nFileSizeLow && kept.number != 0) continue;
-            if (kept.number == 0 || found.nFileSizeLow < kept.size) kept.number = ++numbers_;
+            if (kept.number == 0 || found.nFileSizeLow < kept.size) kept.number = freeNumber();
             kept.size = found.nFileSizeLow;
-            char name[32];
-            std::snprintf(name, sizeof name, "\\%06d.reg", kept.number);
-            CopyFileA((from_ + "\\" + found.cFileName).c_str(), (to_ + name).c_str(), FALSE);
+            CopyFileA((from_ + "\\" + found.cFileName).c_str(), nameOf(kept.number).c_str(), FALSE);
         } while (FindNextFileA(search, &found));
         FindClose(search);
     }
@@ -62,6 +61,16 @@ class Shadow {
         int number = 0;
         DWORD size = 0;
     };
+    [[nodiscard]] std::string nameOf(int number) const {
+        char name[32];
+        std::snprintf(name, sizeof name, "\\%06d.reg", number);
+        return to_ + name;
+    }
+    int freeNumber() {
+        while (GetFileAttributesA(nameOf(++numbers_).c_str()) != INVALID_FILE_ATTRIBUTES) continue;
+        return numbers_;
+    }
+
     std::string from_;
     std::string to_;
     std::map<std::string, Kept> kept_;
@@ -92,7 +101,9 @@ class Round {
 
   private:
     void mustLive(DWORD wait = 0) const {
-        if (WaitForSingleObject(process_, wait) == WAIT_OBJECT_0) end(0, "the program has ended");
+        if (WaitForSingleObject(process_, wait) != WAIT_OBJECT_0) return;
+        shadow_.look();
+        end(0, "the program has ended");
     }
     void mustBeReachable() const;
     void mustAnswer();
