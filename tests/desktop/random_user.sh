@@ -73,7 +73,7 @@ promises() {
     cp "$prefix/user.reg" "$artefacts/user-after.reg"
     check "seed $seed: settings and list can be read" tests/desktop/check_machine readable "$artefacts" "$(program_folder)/liste.txt"
     open_again
-    local copy copies=0
+    local copy
     (unset DISPLAY
     for copy in "$prefix"/drive_c/Schatten/*.reg; do
         [ ! -f "$copy" ] || in_wine timeout 60 "$wine_loader" 'C:\windows\regedit.exe' /S "$(windows_path "$copy")" >/dev/null 2>&1
