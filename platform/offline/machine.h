@@ -25,6 +25,7 @@
 #include "platform/offline/locale/clock.h"
 #include "platform/offline/locale/code_page.h"
 #include "platform/offline/locale/locale.h"
+#include "platform/offline/network/tcp.h"
 #include "platform/offline/registry/registry.h"
 
 namespace bromvale::offline {
@@ -100,6 +101,7 @@ class Machine {
     Drives drives{clock, otherHalf};
     HandleTable<KernelObject> kernelObjects;
     HandleTable<Search> searches;
+    Connect connect = connectByTcp;   // to the servers of web addresses
     std::size_t internetHandles = 0;  // sessions and addresses that were opened and not closed
     Events events;
     Pump pump{clock};

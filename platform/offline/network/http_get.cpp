@@ -63,13 +63,14 @@ std::optional<WebAddress> webAddress(std::string_view url) {
     return address;
 }
 
-std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view agent, int patience) {
+std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view agent, int patience,
+                                       const Connect& connect) {
     std::string next(url);
     const Deadline opening(patience);
     for (int followed = 0; followed <= kMostForwardings; ++followed) {
         const std::optional<WebAddress> address = webAddress(next);
         if (!address) return nullptr;
-        std::unique_ptr<HttpGet> get(new HttpGet(*address, patience, opening));
+        std::unique_ptr<HttpGet> get(new HttpGet(connect(address->host, address->port), patience, opening));
         if (!get->ask(requestFor(*address, agent))) return nullptr;
         if (!isForwarding(get->status_) || get->location_.empty()) return get;
         next = forwardedAddress(next, get->location_);
@@ -78,9 +79,10 @@ std::unique_ptr<HttpGet> HttpGet::open(std::string_view url, std::string_view ag
 }
 
 bool HttpGet::ask(std::string_view request) {
-    if (tcp_.state(silence_.left()) != Tcp::State::Connected && tcp_.state(0) != Tcp::State::ClosedByPeer)
+    using State = ByteStream::State;
+    if (stream_->state(silence_.left()) != State::Connected && stream_->state(0) != State::ClosedByPeer)
         return false;
-    if (!tcp_.send(request, silence_.left())) return false;
+    if (!stream_->send(request, silence_.left())) return false;
     do {
         if (!readHead()) return false;
     } while (status_ >= 100 && status_ < 200);
@@ -123,10 +125,10 @@ void HttpGet::takeField(std::string_view line) {
     if (equalNoCase(name, "Location")) location_ = value;
 }
 
-// As Tcp::receive.
+// As ByteStream::receive.
 long HttpGet::more() {
     std::array<char, 8192> buffer;
-    const long got = tcp_.receive(buffer.data(), buffer.size(), silence_.left());
+    const long got = stream_->receive(buffer.data(), buffer.size(), silence_.left());
     if (got > 0) received_.append(buffer.data(), static_cast<std::size_t>(got));
     return got;
 }

@@ -38,7 +38,8 @@ class HttpGet {
   public:
     // Sends the request and reads the head of the answer, over forwardings too. Null where no answer comes
     // within the patience (milliseconds).
-    static std::unique_ptr<HttpGet> open(std::string_view url, std::string_view agent, int patience);
+    static std::unique_ptr<HttpGet> open(std::string_view url, std::string_view agent, int patience,
+                                         const Connect& connect = connectByTcp);
 
     [[nodiscard]] int status() const { return status_; }
     // What the head says of the body's length in bytes; nothing for a body in chunks.
@@ -48,8 +49,8 @@ class HttpGet {
     [[nodiscard]] bool read(char* buffer, std::size_t size, std::size_t& got);
 
   private:
-    HttpGet(const WebAddress& address, int patience, const Deadline& opening)
-        : tcp_(address.host, address.port), patience_(patience), silence_(opening) {}
+    HttpGet(std::unique_ptr<ByteStream> stream, int patience, const Deadline& opening)
+        : stream_(std::move(stream)), patience_(patience), silence_(opening) {}
     [[nodiscard]] bool ask(std::string_view request);
     [[nodiscard]] bool readHead();
     [[nodiscard]] bool readHeadLine(std::string& line);
@@ -60,7 +61,7 @@ class HttpGet {
     [[nodiscard]] bool nextPart();
     long readSome(char* buffer, std::size_t size);
 
-    Tcp tcp_;
+    std::unique_ptr<ByteStream> stream_;
     int patience_;
     Deadline silence_;  // until the head has come, afterwards until the next byte of the body
     std::size_t headSize_ = 0;

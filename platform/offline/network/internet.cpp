@@ -50,7 +50,8 @@ WebAnswer::WebAnswer(const std::string& address, const std::string& agent)
     if (carrier_->session) ++machine().internetHandles;
     if (failsHere("InternetOpenUrlA") || !carrier_->session) return;
     machine().events.record({EventKind::Fetch, address});
-    carrier_->get = offline::HttpGet::open(address, agent, static_cast<int>(internetPatience));
+    carrier_->get =
+        offline::HttpGet::open(address, agent, static_cast<int>(internetPatience), machine().connect);
     if (came()) ++machine().internetHandles;
 }
 

@@ -67,4 +67,8 @@ long Tcp::receive(char* buffer, std::size_t size, int milliseconds) {
     return ::recv(socket_, buffer, size, 0);
 }
 
+std::unique_ptr<ByteStream> connectByTcp(const std::string& host, int port) {
+    return std::make_unique<Tcp>(host, port);
+}
+
 }  // namespace bromvale::offline
