@@ -10,7 +10,7 @@ stages=(style native build windows blackbox setup desktop)
 declare -A share=([style]=70 [native]=390 [build]=90 [windows]=380 [blackbox]=90 [setup]=80 [desktop]=140 [real]=40 [long]=7200)
 declare -A tools=([style]='native windows' [native]='native release' [build]='windows whole release' [windows]='native windows whole'
                   [blackbox]='native windows whole' [setup]='windows whole release desktop' [desktop]='windows whole desktop'
-                  [real]=native [long]='native windows whole release desktop')
+                  [real]=native [long]='native windows whole release desktop fuzz browser')
 
 usage() {
     cat <<'EOF'
@@ -25,7 +25,8 @@ usage() {
   desktop    the window by real mouse and keyboard; its screenshots are kept in build/artefacts
   real       two real registries, which are no part of the project: BROMVALE_SHARED_DATA_DIR, or ../shared/data
   long       only where it is named: clang-tidy over every source, 20,000 generated machines, 2,000 random users, all faults
-             with the log on, a release made twice in different circumstances
+             with the log on, a release made twice in different circumstances, a minute of fuzzing a target, the help in a
+             browser
 
 One stage without the tools' installation: cmake --workflow --preset STAGE. One test: ctest --test-dir build/stages -R NAME
 EOF

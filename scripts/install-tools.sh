@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Installs what is missing to build, run and test Bromvale on Debian 12.
-# Usage: scripts/install-tools.sh [native|windows|desktop|setup|whole|release|all]...
+# Usage: scripts/install-tools.sh [native|windows|desktop|setup|whole|release|fuzz|browser|all]...
 #
 # native:  compiler, CMake, GoogleTest, clang's tools      desktop: virtual screen and its tools
 # windows: cross compilers and Wine. For run.sh: a Wine without its 32-bit half counts as there, and without the compiler
 #          of the help the program is built without its help.
 # setup:   the installer's compiler
+# fuzz:    the compiler with libFuzzer and its sanitizers      browser: what the help is rendered in
 # release: what packs, signs and checks a release
 # whole:   both halves of Wine and the compiler of the help. For the tests, which leave nothing out.
 # Ends with 0 if everything asked for is there.
@@ -13,7 +14,7 @@
 set -u
 cd "$(dirname "$0")/.."
 
-native=(cmake g++ ninja-build googletest libgtest-dev libbenchmark-dev python3 clang-format clang-tidy xz-utils
+native=(cmake g++ ninja-build googletest libgtest-dev libbenchmark-dev python3 clang-format clang-tidy tidy xz-utils
         pkg-config libhivex-dev libcreg-dev libhivex-bin libwin-hivex-perl reglookup)
 windows=(g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix
          cmake ninja-build python3 locales)
@@ -22,6 +23,8 @@ wine64=(wine wine64 fonts-wine)
 wine32=(wine32:i386)
 setup=(nsis)
 release=("${setup[@]}" lintian diffoscope-minimal minisign python3-jsonschema python3-yaml zip unzip dpkg-dev fakeroot xz-utils git man-db)
+fuzz=(clang libclang-rt-14-dev xxd)
+browser=(chromium fonts-dejavu-core)
 desktop=(xvfb xdotool imagemagick x11-utils xauth procps python3)
 
 log=build/install.log
@@ -129,10 +132,12 @@ for what in "$@"; do
         desktop) group desktop "${desktop[@]}" || status=1 ;;
         setup) group setup "${setup[@]}" || status=1 ;;
         release) group release "${release[@]}" || status=1 ;;
+        fuzz) group fuzz "${fuzz[@]}" || status=1 ;;
+        browser) group browser "${browser[@]}" || status=1 ;;
         whole) group_whole || status=1 ;;
         all) group native "${native[@]}" && group windows "${windows[@]}" && group_help && group desktop "${desktop[@]}" &&
              group setup "${setup[@]}" && group_wine || status=1 ;;
-        *) say "Usage: scripts/install-tools.sh [native|windows|desktop|setup|whole|release|all]..."; exit 2 ;;
+        *) say "Usage: scripts/install-tools.sh [native|windows|desktop|setup|whole|release|fuzz|browser|all]..."; exit 2 ;;
     esac
 done
 exit $status

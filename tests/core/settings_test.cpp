@@ -270,6 +270,29 @@ TEST_F(Settings, WritingASettingChangesItsVariableAtTheNextReadingOnly) {
     EXPECT_EQ(AutoScan, 1);
 }
 
+// The registry keeps the name that a value has got, and names count by case.
+TEST_F(Settings, ASettingWhoseValueHasItsNameInAnotherCaseIsStoredAndNeverRead) {
+    set("EMAIL", "alt@b.example");
+    set("Proxy", "1");
+    EMail = "vorher";
+    ReadAppSwitch();
+    storeSetting(EMail, "neu@b.example");
+    ReadAppSwitch();
+    EXPECT_EQ(text("EMail"), "neu@b.example");
+    EXPECT_EQ(EMail, "vorher");
+    EXPECT_EQ(Proxy, 1);
+}
+
+// What is stored has no byte, not even a NUL: it is passed over like a value without data.
+TEST_F(Settings, AnEmptyTextThatIsStoredLeavesItsVariable) {
+    set("EMail", "a@b.example");
+    ReadAppSwitch();
+    storeSetting(EMail, "");
+    ReadAppSwitch();
+    EXPECT_EQ(stored("EMail"), (StoredValue{REG_SZ, ""}));
+    EXPECT_EQ(EMail, "a@b.example");
+}
+
 TEST_F(Settings, ProtokollAt1MakesReportsBeLoggedUntilTheEnd) {
     set("Protokoll", "1");
     ReadAppSwitch();

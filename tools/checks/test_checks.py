@@ -3,6 +3,7 @@
 
 import importlib.machinery
 import importlib.util
+import json
 import pathlib
 import shutil
 import subprocess
@@ -14,8 +15,8 @@ sys.dont_write_bytecode = True
 HERE = pathlib.Path(__file__).resolve().parent
 
 
-def load(name):
-    loader = importlib.machinery.SourceFileLoader(name, str(HERE / name))
+def load(name, folder=HERE):
+    loader = importlib.machinery.SourceFileLoader(name, str(folder / name))
     module = importlib.util.module_from_spec(importlib.util.spec_from_loader(name, loader))
     loader.exec_module(module)
     return module
@@ -25,6 +26,7 @@ layering = load("check_layering")
 imports = load("check_imports")
 hardening = load("check_hardening")
 one_definition = load("check_one_definition")
+literals = load("clang_literals", HERE.parent / "fuzz")
 
 
 class Layering(unittest.TestCase):
@@ -307,6 +309,41 @@ class OneDefinition(unittest.TestCase):
 
     def test_other_arguments_make_another_function(self):
         self.assertEqual([], self.doubled(self.PLAIN, self.INLINE.replace("same(int a)", "same(char a)")))
+
+
+class ClangLiterals(unittest.TestCase):
+    """What clang reads in place of a source has the bytes that GCC makes of it, and as many lines."""
+
+    def read_as(self, source):
+        return literals.TOKEN.sub(literals.escaped, source)
+
+    def test_texts_and_characters_have_the_bytes_of_windows_1252(self):
+        self.assertEqual(r"""f("\374ber", "\200", '\344')""", self.read_as('f("über", "€", \'ä\')'))
+
+    def test_a_digit_behind_an_escape_stays_a_digit(self):
+        self.assertEqual(r'"\3441 \374f\n"', self.read_as(r'"ä1 üf\n"'))
+
+    def test_a_raw_text_becomes_a_plain_one_of_as_many_lines(self):
+        self.assertEqual('"a\\\\\\374\\"\\n"\n"b"', self.read_as('R"(a\\ü"\nb)"'))
+
+    def test_wide_texts_names_comments_and_numbers_stay(self):
+        for source in ('u"ü" U"ü" L"ü" u8"ü" u\'ü\' u"a\\"ü"', "cmdLöschen_Click();", '// "ü"', '/* "ü\n" */',
+                       "f(1'000'000, ü, 1'0);"):
+            self.assertEqual(source, self.read_as(source))
+
+    def test_text_behind_a_number_with_marks_is_seen(self):
+        self.assertEqual(r"""f(1'000, "\374")""", self.read_as('f(1\'000, "ü")'))
+
+    def test_the_overlay_names_what_has_changed_and_nothing_else(self):
+        with tempfile.TemporaryDirectory() as folder:
+            top = pathlib.Path(folder).resolve()
+            (top / "in").mkdir()
+            (top / "in" / "a.cpp").write_text('"ü"', encoding="utf-8")
+            (top / "in" / "b.cpp").write_text('// ü', encoding="utf-8")
+            subprocess.run([HERE.parent / "fuzz" / "clang_literals", top / "out", top / "in"], check=True)
+            roots = json.loads((top / "out" / "overlay.yaml").read_text(encoding="utf-8"))["roots"]
+            self.assertEqual([str(top / "in" / "a.cpp")], [root["name"] for root in roots])
+            self.assertEqual(r'"\374"', pathlib.Path(roots[0]["external-contents"]).read_text(encoding="utf-8"))
 
 
 if __name__ == "__main__":
