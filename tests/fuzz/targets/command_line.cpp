@@ -67,7 +67,7 @@ std::vector<std::string> seeds() {
             "C:/Programme/Ein.exe",
             "weg*.exe",
             "\x1A"
-            "08364 x",
+            "00321 x",
             " \t"};
 }
 

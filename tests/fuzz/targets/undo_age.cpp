@@ -1,5 +1,6 @@
 // The age of an undo file, from texts of days: as the library's own calendar counts.
 #include <chrono>
+#include <cstdio>
 #include <optional>
 
 #include "base/calendar.h"
@@ -24,12 +25,27 @@ std::string dayText(const std::chrono::year_month_day& day) {
            std::to_string(static_cast<int>(day.year()));
 }
 
+// A text as it is made of a date is one if the library's calendar has that day.
+void requireSameDays(const std::string& text) {
+    int day = 0;
+    int month = 0;
+    int year = 0;
+    if (std::sscanf(text.c_str(), "%2d.%2d.%5d", &day, &month, &year) != 3 || day < 1 || month < 1) return;
+    const std::chrono::year_month_day meant{std::chrono::year(year),
+                                            std::chrono::month(static_cast<unsigned>(month)),
+                                            std::chrono::day(static_cast<unsigned>(day))};
+    if (dayText(meant) != text) return;
+    const bool isDay = meant.ok() && year >= 1601 && year <= 30827;
+    require(between(text, text).has_value() == isDay, "the days of the library's calendar");
+}
+
 // The first line is a text of a day; it stands at another place of the calendar by the number behind it.
 void run(std::string_view input) {
     using std::chrono::sys_days;
     Pieces pieces(input);
     const std::string text(pieces.until("\n"));
     const sys_days fixed = std::chrono::year{2000} / 1 / 1;
+    requireSameDays(text);
     const auto days = between("1.1.2000", text);
     if (!days) return;
     const sys_days meant = fixed + std::chrono::days(*days);
