@@ -6,12 +6,12 @@
 // The program's own icon. Explorer shows the one with the lowest number, so it must stay first.
 #define BROMVALE_ICON_PROGRAM 1
 
-// Pictures of the navigation bar, 32, 48 and 64 pixels, in the order of its items. The entries of
-// 64 pixels are PNG pictures, which Windows reads from Vista on: ask for 48 on older systems.
+// Pictures of the navigation bar, 32 to 96 pixels in steps of 8, in the order of its items. All but those of
+// 32 pixels and one of 48 are PNG pictures, which Windows reads from Vista on.
 #define BROMVALE_ICON_NAV_FIRST 101
 #define BROMVALE_ICON_NAV_COUNT 11
 
-// Pictures of the lists, 16, 24 and 32 pixels, in the order of the image list's keys.
+// Pictures of the lists, 16 to 48 pixels in steps of 4, in the order of the image list's keys.
 #define BROMVALE_ICON_LIST_FIRST 201
 #define BROMVALE_ICON_LIST_COUNT 6
 #define BROMVALE_ICON_LIST_TASKBAR 204
