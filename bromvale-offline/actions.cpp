@@ -151,7 +151,7 @@ void tray(std::string_view rest, Transcript&) {
     constexpr std::array<std::pair<std::string_view, int>, 3> kMessages{
         {{"left", WM_LBUTTONUP}, {"right", WM_RBUTTONUP}, {"double", WM_LBUTTONDBLCLK}}};
     for (const auto& [name, message] : kMessages) {
-        if (rest == name) return mainForm().userMouseMove(static_cast<float>(message * twipsPerPixelX()), 0);
+        if (rest == name) return mainForm().userMouseMove(static_cast<float>(message * twipsPerPixel()), 0);
     }
     throw ScriptError{"write left, right or double"};
 }

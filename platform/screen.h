@@ -1,10 +1,14 @@
 #pragma once
+#include "base/scale.h"
 
 namespace bromvale {
 
-// Twips in a pixel: 15 at 96 DPI, 10 at 144 DPI.
-[[nodiscard]] int twipsPerPixelX();
-[[nodiscard]] int twipsPerPixelY();
+// Of the system: what places on the screen are told by, whatever screen they are on.
+[[nodiscard]] Scale systemScale();
+// Twips in a pixel: 15 at 96 DPI, 10 at 144 DPI, no whole number at 168.
+[[nodiscard]] inline double twipsPerPixel() {
+    return static_cast<double>(Scale::kTwipsPerInch) / systemScale().dpi();
+}
 
 // Size of the screen in twips.
 [[nodiscard]] int screenWidth();

@@ -10,7 +10,7 @@ using P = BackupPage;
 // Controls in the order of the form: later ones lie further back.
 // clang-format off
 constexpr Row<P> kRows[] = {
-    row<P, &P::Frame2>("Backup-Bereich", kPagePlace, 17, kHidden | kArrowPointer, kPageFollows),
+    row<P, &P::Frame2>("Backup-Bereich", kPagePlace, 17, kHidden | kArrowPointer),
     row<P, &P::cmdLöschen, &P::Frame2>("Löschen", {2640, 6000, 1095, 375}, 21, 0, kButtonFollows,
         on<&Button::onClick, &P::cmdLöschen_Click>()),
     row<P, &P::cmdEintragen, &P::Frame2>("Eintragen", {1440, 6000, 1095, 375}, 20, 0, kButtonFollows,

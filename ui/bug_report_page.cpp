@@ -8,7 +8,7 @@ using P = BugReportPage;
 // Controls in the order of the form: later ones lie further back.
 // clang-format off
 constexpr Row<P> kRows[] = {
-    row<P, &P::Frame3>("Online Bug-Report", kPagePlace, 26, kHidden | kArrowPointer, kPageFollows),
+    row<P, &P::Frame3>("Online Bug-Report", kPagePlace, 26, kHidden | kArrowPointer),
     row<P, &P::cmdBugReportSenden, &P::Frame3>("Bericht senden", {240, 6000, 1335, 375}, 8, 0,
         on<&Button::onClick, &P::cmdBugReportSenden_Click>()),
     row<P, &P::cmdBugReportLöschen, &P::Frame3>("Bericht löschen", {1680, 6000, 1335, 375}, 28, 0,

@@ -10,7 +10,7 @@ using P = CleanupPage;
 // Controls in the order of the form: later ones lie further back.
 // clang-format off
 constexpr Row<P> kRows[] = {
-    row<P, &P::Frame7>("Festplatte von nicht benötigten Dateien bereinigen", kPagePlace, 60, kHidden, kPageFollows),
+    row<P, &P::Frame7>("Festplatte von nicht benötigten Dateien bereinigen", kPagePlace, 60, kHidden),
     row<P, &P::chbDelFilePermanent, &P::Frame7>(
         "Dateien permanent löschen (nicht in Papierkorb verschieben)", {3240, 5040, 4695, 195}, 77, 0, {.top = 2260},
         on<&CheckBox::onClick, &P::chbDelFilePermanent_Click>()),

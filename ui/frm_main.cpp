@@ -1,5 +1,6 @@
 #include "ui/frm_main.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -81,6 +82,8 @@ constexpr int kDesignHeight = 7200;
 // Outer size.
 constexpr int kMinimumHeight = 7800;
 constexpr int kMinimumWidth = 10515;
+// What a page's scroll bar takes, and a little more.
+constexpr int kScrollBar = 270;
 
 constexpr unsigned kHelpCloseAll = 18;
 void saveNumber(const std::int16_t& setting, int value) {
@@ -124,12 +127,43 @@ void FrmMain::Form_Resize() {
     routine.started();
     routine.step([&] {
         // Each assignment that changes the size runs this routine once more, nested.
-        if (height() < kMinimumHeight) setHeight(kMinimumHeight);
-        if (width() < kMinimumWidth) setWidth(kMinimumWidth);
+        const RoomForWindow room = roomFor(*this);
+        const int leastHeight = std::min(kMinimumHeight, room.height);
+        const int leastWidth = std::min(kMinimumWidth, room.width);
+        if (height() < leastHeight) setHeight(leastHeight);
+        if (width() < leastWidth) setWidth(leastWidth);
         for (Page* page : pages()) page->resize();
-        resizeRows(*this, kRows, *this);
+        resizeRows(*this, kRows, innerSize());
     });
     routine.ended();
+}
+
+InnerSize MainWindow::roomyInnerSize() const {
+    const int missingWidth = kMinimumWidth - width();
+    const int missingHeight = kMinimumHeight - height();
+    // A bar beside the page takes of its width, one below of its height.
+    return {std::max(scaleWidth() + missingWidth, scaleWidth() - (missingHeight > 0 ? kScrollBar : 0)),
+            std::max(scaleHeight() + missingHeight, scaleHeight() - (missingWidth > 0 ? kScrollBar : 0))};
+}
+
+void Page::fitFrame() {
+    resizeControl(frame_, kPageFollows, window.innerSize());
+    const InnerSize roomy = window.roomyInnerSize();
+    frame_.setContentSize(roomy.width - kPageFollows.width, roomy.height - kPageFollows.height);
+}
+
+// Where the screen is too small for the minimum, the window opens within it.
+void FrmMain::fitSmallScreen() {
+    const RoomForWindow room = roomFor(*this);
+    if (room.width >= kMinimumWidth && room.height >= kMinimumHeight) return;
+    const ScreenArea area = workingArea(left(), top());
+    Place fitting = place();
+    if (room.height < kMinimumHeight) fitting.width = std::max(fitting.width, kMinimumWidth + kScrollBar);
+    fitting.width = std::min(fitting.width, room.width);
+    fitting.height = std::min(fitting.height, room.height);
+    fitting.left = std::max(area.left, std::min(fitting.left, area.right - fitting.width));
+    fitting.top = std::max(area.top, std::min(fitting.top, area.bottom - fitting.height));
+    setPlace(fitting);
 }
 
 void MainWindow::showPage(const Page& page) {
@@ -144,6 +178,7 @@ void FrmMain::restoreGeometry() {
     setHeight(Form_Height);
     setWidth(Form_Width);
     keepOnScreen();
+    fitSmallScreen();
     if (Form_Width >= screenWidth()) setWindowState(WindowState::Maximised);
 }
 
@@ -160,7 +195,12 @@ void FrmMain::Form_Load() {
     routine.step([&] { addTrayIcon(); });
     routine.step([&] { mnuPopUpShowForm.setEnabled(true); });
     if (ScreenSave == 1) routine.step([&] { restoreGeometry(); });
-    if (ScreenSave != 1) routine.step([&] { keepOnScreen(); });
+    if (ScreenSave != 1) {
+        routine.step([&] {
+            keepOnScreen();
+            fitSmallScreen();
+        });
+    }
     routine.ended();
 }
 

@@ -55,6 +55,7 @@ class FrmMain : public MainWindow {
     void addTrayIcon();
     void removeTrayIcon();
     void restoreGeometry();
+    void fitSmallScreen();
     void saveGeometry();
     NOTIFYICONDATAA trayRecord_{};
 };

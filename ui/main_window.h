@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "ui/rows.h"
 
 namespace bromvale {
 
@@ -21,6 +22,9 @@ class MainWindow : public Form {
     // This page and no other is seen.
     void showPage(const Page& page);
     void mnuPopUpLiveUpdate_Click();  // internet/
+    [[nodiscard]] InnerSize innerSize() const { return {scaleWidth(), scaleHeight()}; }
+    // What it is where the window has its minimum size at least: what the pages hold is laid out in that.
+    [[nodiscard]] InnerSize roomyInnerSize() const;
     // In the order of their construction.
     [[nodiscard]] const std::vector<Page*>& pages() const { return pages_; }
 

@@ -8,7 +8,7 @@ using P = OptionsPage;
 // Controls in the order of the form: later ones lie further back.
 // clang-format off
 constexpr Row<P> kRows[] = {
-    row<P, &P::Frame5>("Optionen", kPagePlace, 37, kHidden | kArrowPointer, kPageFollows),
+    row<P, &P::Frame5>("Optionen", kPagePlace, 37, kHidden | kArrowPointer),
     row<P, &P::Frame8Internet, &P::Frame5>("Internetverbindung", {4200, 2640, 3735, 1455}, 70, 0),
     row<P, &P::txtProxyAdresse, &P::Frame8Internet>("", {960, 960, 1335, 285}, 76, 0,
         on<&TextBox::onChange, &P::txtProxyAdresse_Change>()),

@@ -28,6 +28,8 @@ class Page {
     ~Page() = default;
     // What no row says.
     virtual void designRest() {}
+    // The frame keeps to the window, and scrolls where what it holds has more room than that.
+    void fitFrame();
 
   private:
     Frame& frame_;
@@ -41,7 +43,10 @@ class PageOf : public Base {
         designRows(static_cast<Self&>(*this), Self::rows());
         this->designRest();
     }
-    void resize() override { resizeRows(static_cast<Self&>(*this), Self::rows(), this->window); }
+    void resize() override {
+        this->fitFrame();
+        resizeRows(static_cast<Self&>(*this), Self::rows(), this->window.roomyInnerSize());
+    }
 
   protected:
     using Base::Base;

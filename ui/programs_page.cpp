@@ -10,7 +10,7 @@ using P = ProgramsPage;
 // Controls in the order of the form: later ones lie further back.
 // clang-format off
 constexpr Row<P> kRows[] = {
-    row<P, &P::Frame4>("Installierte Programme", kPagePlace, 22, kHidden | kArrowPointer, kPageFollows),
+    row<P, &P::Frame4>("Installierte Programme", kPagePlace, 22, kHidden | kArrowPointer),
     row<P, &P::cmdDeinstallRefresh, &P::Frame4>("Aktualisieren", {1680, 6000, 1335, 375}, 25, 0, kButtonFollows,
         on<&Button::onClick, &P::cmdDeinstallRefresh_Click>()),
     row<P, &P::cmdDeinstall, &P::Frame4>("Deinstallieren", {240, 6000, 1335, 375}, 24, 0, kButtonFollows,

@@ -76,9 +76,9 @@ void designControl(const RowControls& controls, const RowFacts& facts) {
     facts.designKind(control, controls.container, facts.flags);
 }
 
-void resizeControl(Control& control, const Follows& follows, const Form& form) {
-    const int down = form.scaleHeight();
-    const int across = form.scaleWidth();
+void resizeControl(Control& control, const Follows& follows, const InnerSize& inner) {
+    const int down = inner.height;
+    const int across = inner.width;
     if (follows.height) control.setHeight(down - follows.height);
     if (follows.top) control.setTop(down - follows.top);
     if (follows.width) control.setWidth(across - follows.width);

@@ -39,6 +39,12 @@ struct Follows {
     int firstPanel = 0;  // width of a status bar's first panel
 };
 
+// Of a window, in twips.
+struct InnerSize {
+    int width;
+    int height;
+};
+
 // A column of a list or a panel of a status bar, in order.
 struct ColumnRow {
     const char* text;
@@ -184,7 +190,7 @@ consteval Row<Owner> row(const char* caption, Place place, int tab, unsigned fla
 }
 
 void designControl(const RowControls& controls, const RowFacts& facts);
-void resizeControl(Control& control, const Follows& follows, const Form& form);
+void resizeControl(Control& control, const Follows& follows, const InnerSize& inner);
 
 // Puts every control into its design state.
 template <class Owner>
@@ -199,8 +205,9 @@ void connectRows(Owner& owner, std::type_identity_t<std::span<const Row<Owner>>>
     }
 }
 template <class Owner>
-void resizeRows(Owner& owner, std::type_identity_t<std::span<const Row<Owner>>> rows, const Form& form) {
-    for (const Row<Owner>& row : rows) resizeControl(*row.controls(owner).control, row.follows, form);
+void resizeRows(Owner& owner, std::type_identity_t<std::span<const Row<Owner>>> rows,
+                const InnerSize& inner) {
+    for (const Row<Owner>& row : rows) resizeControl(*row.controls(owner).control, row.follows, inner);
 }
 
 }  // namespace bromvale

@@ -11,7 +11,7 @@ using P = ScanPage;
 // Controls in the order of the form: later ones lie further back.
 // clang-format off
 constexpr Row<P> kRows[] = {
-    row<P, &P::Frame1>("Fehler in der Registrierung-Datenbank suchen", kPagePlace, 10, 0, kPageFollows),
+    row<P, &P::Frame1>("Fehler in der Registrierung-Datenbank suchen", kPagePlace, 10, 0),
     row<P, &P::chbMarkierteKeysEntfernen, &P::Frame1>(
         "nur markierte Einträge entfernen", {4560, 6060, 2655, 255}, 78, kDisabled, {.top = 1120}),
     row<P, &P::chbRegKeysShow, &P::Frame1>("Ergebnis anzeigen", {2760, 6060, 1695, 255}, 16, kDisabled,

@@ -1,5 +1,6 @@
 // The icon in the notification area and its menu.
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -46,8 +47,9 @@ void FrmMain::removeTrayIcon() {
 // release of the right button is answered, and as nobody can tell a report from the mouse itself, a move over
 // exactly this column of the bare window is, too.
 void FrmMain::Form_MouseMove(float x, float) {
-    const float message = x / static_cast<float>(twipsPerPixelX());
-    if (message != static_cast<float>(WM_RBUTTONUP)) return;
+    constexpr double kRounding = 0.01;
+    const double message = x / twipsPerPixel();
+    if (std::abs(message - WM_RBUTTONUP) > kRounding) return;
     SetForegroundWindow(frmPopUp().window());
     if (mnuPopUpShowForm.enabled()) showPopupMenu(frmPopUp(), mnuPopUp, &mnuPopUpShowForm);
 }

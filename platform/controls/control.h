@@ -8,6 +8,7 @@
 
 namespace bromvale {
 
+class Control;
 class ControlVisitor;
 class Form;
 
@@ -47,6 +48,7 @@ enum class Property {
     Columns,
     Range,     // progress bar
     Interval,  // timer
+    Content,   // what a frame holds needs another size
     State,     // window state of a form
 };
 
@@ -62,6 +64,8 @@ class ControlPeer {
     // State take effect before this returns.
     virtual void changed(Property property) = 0;
     virtual void takeFocus() {}
+    // A control within this one got the keyboard and is to be seen.
+    virtual void reveal(const Control& /*inside*/) {}
     [[nodiscard]] virtual WindowHandle window() const { return nullptr; }
 };
 

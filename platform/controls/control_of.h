@@ -64,6 +64,19 @@ template <class Class>
 class Frame : public ControlOf<Frame, ControlKind::Frame> {
   public:
     using ControlOf::ControlOf;
+    // Twips that what it holds needs; a frame that is smaller scrolls. 0, 0: it never does.
+    [[nodiscard]] int contentWidth() const { return contentWidth_; }
+    [[nodiscard]] int contentHeight() const { return contentHeight_; }
+    void setContentSize(int width, int height) {
+        if (contentWidth_ == width && contentHeight_ == height) return;
+        contentWidth_ = width;
+        contentHeight_ = height;
+        notify(Property::Content);
+    }
+
+  private:
+    int contentWidth_ = 0;
+    int contentHeight_ = 0;
 };
 
 // A rule; see Place for its two points.

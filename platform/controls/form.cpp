@@ -177,7 +177,12 @@ void Form::userClose() {
 }
 
 void Form::userFocus(Control* control) {
-    if (loaded_) focused_ = control;  // windows that are being destroyed still hand the focus about
+    if (!loaded_) return;  // windows that are being destroyed still hand the focus about
+    focused_ = control;
+    if (control == nullptr) return;
+    for (const Control* around = control->container(); around != nullptr; around = around->container()) {
+        if (around->peer() != nullptr) around->peer()->reveal(*control);
+    }
 }
 
 void Form::userMouseMove(float x, float y) {

@@ -118,6 +118,13 @@ class Form : public ControlOf<Form, ControlKind::Form> {
 [[nodiscard]] Form* loadedForm(std::string_view name);
 void unloadAllForms();
 
+// Provider: what the task bar leaves of the screen that the window is on, in the window's own twips.
+struct RoomForWindow {
+    int width;
+    int height;
+};
+[[nodiscard]] RoomForWindow roomFor(const Form& form);
+
 // Provider: twips that border and caption add to the inner size.
 struct FrameSize {
     int width;

@@ -1,6 +1,7 @@
 #include "platform/controls/image_list.h"
 
 #include "base/failure.h"
+#include "platform/screen.h"
 
 namespace bromvale {
 namespace {
@@ -22,7 +23,7 @@ int ImageList::resourceId(int index) const {
 }
 
 IconHandle ImageList::icon(int index) const {
-    return loadResourceIcon(resourceId(index), size_);
+    return loadResourceIcon(resourceId(index), systemScale().scaled(size_));
 }
 
 void Picture::setImage(const ImageList* images, int index) {

@@ -17,7 +17,7 @@ class ImageList : public ControlOf<ImageList, ControlKind::ImageList> {
     // Failure 35600 for an index out of range.
     [[nodiscard]] const std::string& key(int index) const;
     [[nodiscard]] int resourceId(int index) const;
-    // The icon's handle, for the tray record. Lives as long as the process.
+    // The icon's handle in the system's scaling, for the tray record. Lives as long as the process.
     [[nodiscard]] IconHandle icon(int index) const;
 
   private:
@@ -29,8 +29,8 @@ class ImageList : public ControlOf<ImageList, ControlKind::ImageList> {
     int size_;
 };
 
-// Provider: the handle of an icon of the program's resources in the given size in pixels. Offline there is
-// no picture behind it: the number tells resource and size.
+// Provider: the handle of an icon of the program's resources, as large as one was drawn that is not larger
+// than so many pixels. Offline there is no picture behind it: the number tells resource and size.
 [[nodiscard]] IconHandle loadResourceIcon(int resourceId, int pixels);
 
 // Shows one picture of an image list.

@@ -240,11 +240,11 @@ TEST_F(OfflineMachine, ActionsRunAtTheirPumpAndOnlyThere) {
 }
 
 TEST_F(OfflineMachine, TheScreenIsMeasuredInTwips) {
-    EXPECT_EQ(twipsPerPixelX(), 15);
+    EXPECT_EQ(twipsPerPixel(), 15);
     EXPECT_EQ(screenWidth(), 15360);
     EXPECT_EQ(screenHeight(), 11520);
     machine().screen.dpi = 144;
-    EXPECT_EQ(twipsPerPixelY(), 10);
+    EXPECT_EQ(twipsPerPixel(), 10);
     EXPECT_EQ(screenWidth(), 10240);
 }
 

@@ -18,7 +18,7 @@ class Tray : public MainFormTest {
     Tray() { frmMain().show(); }
     // The icon reports this message of the mouse.
     static void report(int message) {
-        frmMain().userMouseMove(static_cast<float>(message * twipsPerPixelX()), 0);
+        frmMain().userMouseMove(static_cast<float>(message * twipsPerPixel()), 0);
     }
     static std::size_t menus() { return machine().events.count(EventKind::Menu); }
 };
@@ -65,12 +65,25 @@ TEST_F(Tray, EveryOtherMessageDoesNothing) {
 
 TEST_F(Tray, ThePlaceIsComparedInWholePixelsAtAnyScaling) {
     machine().screen.dpi = 144;
-    EXPECT_EQ(twipsPerPixelX(), 10);
+    EXPECT_EQ(twipsPerPixel(), 10);
     report(kRightUp);
     EXPECT_EQ(menus(), 1u);
     frmMain().userMouseMove(517.0F * 15, 0);
     frmMain().userMouseMove(5174, 0);
     EXPECT_EQ(menus(), 1u);
+}
+
+TEST_F(Tray, ThePlaceIsFoundWhereAPixelIsNoWholeNumberOfTwips) {
+    for (const int dpi : {168, 216, 264}) {
+        machine().screen.dpi = dpi;
+        const std::size_t before = menus();
+        report(kRightDown);
+        EXPECT_EQ(menus(), before) << dpi;
+        report(kRightUp);
+        EXPECT_EQ(menus(), before + 1) << dpi;
+        report(kRightDouble);
+        EXPECT_EQ(menus(), before + 1) << dpi;
+    }
 }
 
 TEST_F(Tray, TheMenuOpensWhateverIsBetweenTheWindowAndTheUser) {

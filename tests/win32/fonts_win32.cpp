@@ -17,16 +17,20 @@ std::string faceOf(HFONT font) {
 }
 
 TEST(Fonts, AFaceOfPicturesIsUsedUpTo120DotsAnInch) {
-    const bool coarse = screenDpi() > 120;
-    EXPECT_EQ(fontOfFace("MS Sans Serif") == controlFont(), coarse);
-    if (!coarse) {
-        EXPECT_EQ(faceOf(fontOfFace("MS Sans Serif")), "MS Sans Serif");
+    for (const int dpi : {96, 120, 144, 288}) {
+        const Scale scale(dpi);
+        const bool coarse = dpi > 120;
+        EXPECT_EQ(fontOfFace("MS Sans Serif", scale) == controlFont(scale), coarse) << dpi;
+        if (!coarse) {
+            EXPECT_EQ(faceOf(fontOfFace("MS Sans Serif", scale)), "MS Sans Serif") << dpi;
+        }
     }
 }
 
 TEST(Fonts, AFaceThatTheSystemLacksIsTheControls) {
-    EXPECT_EQ(fontOfFace("Gibt es nicht"), controlFont());
-    EXPECT_EQ(fontOfFace(""), controlFont());
+    const Scale scale(96);
+    EXPECT_EQ(fontOfFace("Gibt es nicht", scale), controlFont(scale));
+    EXPECT_EQ(fontOfFace("", scale), controlFont(scale));
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ TEST_F(RealWindows, AWindowStandsAtItsPlaceInPixels) {
     RECT rect{};
     GetWindowRect(windowOf(form.cmdOk), &rect);
     MapWindowPoints(nullptr, windowOf(form.fraPage), reinterpret_cast<POINT*>(&rect), 2);
-    ASSERT_EQ(twipsPerPixelX(), 15);
+    ASSERT_EQ(systemScale().dpi(), 96);
     EXPECT_EQ(rect.left, 16);
     EXPECT_EQ(rect.top, 420);
     EXPECT_EQ(rect.right - rect.left, 73);

@@ -7,8 +7,6 @@
 namespace bromvale {
 namespace {
 
-constexpr int kTwipsPerInch = 1440;
-
 std::string withoutAmpersand(std::string_view caption) {
     std::string text(caption);
     std::erase(text, '&');
@@ -45,22 +43,23 @@ HICON loadResourceIcon(int resourceId, int pixels) {
     return reinterpret_cast<HICON>(static_cast<std::intptr_t>(resourceId * 1000 + pixels));
 }
 
-int twipsPerPixelX() {
-    return kTwipsPerInch / offline::machine().screen.dpi;
-}
-int twipsPerPixelY() {
-    return kTwipsPerInch / offline::machine().screen.dpi;
+Scale systemScale() {
+    return Scale(offline::machine().screen.dpi);
 }
 int screenWidth() {
-    return offline::machine().screen.width * twipsPerPixelX();
+    return systemScale().twips(offline::machine().screen.width);
 }
 int screenHeight() {
-    return offline::machine().screen.height * twipsPerPixelY();
+    return systemScale().twips(offline::machine().screen.height);
 }
 
 // One screen, all of it free.
 ScreenArea workingArea(int, int) {
     return {0, 0, screenWidth(), screenHeight()};
+}
+
+RoomForWindow roomFor(const Form&) {
+    return {screenWidth(), screenHeight()};
 }
 
 // Border and caption of the classic look at 96 DPI.

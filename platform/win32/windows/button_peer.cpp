@@ -1,4 +1,6 @@
-// Everything that Windows' button class draws: buttons, check boxes, option buttons and frames.
+// What Windows' button class draws: buttons, check boxes and option buttons; frames have a file of their own.
+#include "platform/win32/windows/colours.h"
+#include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
 #include "platform/win32/windows/window_peer.h"
 
@@ -52,6 +54,8 @@ class MarkPeer : public WindowPeer {
         if (code == BN_CLICKED && !gettingFocus_) box_.userClick();
     }
 
+    HBRUSH colours(HDC dc, UINT) override { return faceColours(dc); }
+
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
         if (message != WM_SETFOCUS) return WindowPeer::userMessage(message, wParam, lParam);
         gettingFocus_ = true;
@@ -70,33 +74,19 @@ class MarkPeer : public WindowPeer {
 
     [[nodiscard]] bool immediate(Property property) const override { return property == Property::Value; }
 
+    // A text that misses its width by a little, as some fonts and scalings make it, takes it from beside.
+    [[nodiscard]] RECT windowRect() const override {
+        constexpr int kMark = 19;  // pixels at 96 DPI: the box and the gap behind it
+        RECT rect = WindowPeer::windowRect();
+        const LONG width = rect.right - rect.left;
+        const LONG missing = scale().scaled(kMark) + textWidth(controlFont(scale()), box_.caption()) - width;
+        if (missing > 0 && missing <= width / 6) rect.right += missing;
+        return rect;
+    }
+
   private:
     Box& box_;
     bool gettingFocus_ = false;
-};
-
-// A group box that holds its controls as real child windows: hiding it hides them, and it fills its own
-// ground, so that nothing behind it is painted first.
-class FramePeer : public WindowPeer {
-  public:
-    explicit FramePeer(Frame& frame) : WindowPeer(frame) {
-        createChild({"BUTTON", WS_CLIPCHILDREN | BS_GROUPBOX, WS_EX_CONTROLPARENT});
-    }
-
-    LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        switch (message) {
-            case WM_ERASEBKGND: {
-                RECT area{};
-                GetClientRect(window(), &area);
-                FillRect(reinterpret_cast<HDC>(wParam), &area, GetSysColorBrush(COLOR_BTNFACE));
-                return 1;
-            }
-            case WM_NCHITTEST: return HTCLIENT;
-            case WM_LBUTTONDOWN:
-            case WM_LBUTTONUP: return 0;
-            default: return WindowPeer::userMessage(message, wParam, lParam);
-        }
-    }
 };
 
 }  // namespace
@@ -111,10 +101,6 @@ void PeerMaker::visit(CheckBox& box) {
 
 void PeerMaker::visit(OptionButton& button) {
     made = std::make_unique<MarkPeer<OptionButton>>(button, BS_RADIOBUTTON);
-}
-
-void PeerMaker::visit(Frame& frame) {
-    made = std::make_unique<FramePeer>(frame);
 }
 
 }  // namespace bromvale

@@ -6,6 +6,7 @@
 #include "platform/controls/form.h"
 #include "platform/win32/system/held_keys.h"
 #include "platform/win32/windows/common_controls.h"
+#include "platform/win32/windows/scrolling.h"
 #include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
@@ -90,6 +91,7 @@ bool offerToForm(const MSG& message) {
     if (message.message != WM_KEYDOWN && !alt) return false;
     Form* const form = formOfWindow(message.hwnd);
     if (form == nullptr) return false;
+    if (alt && scrollByKey(*form, message.wParam)) return true;
     if (!alt && keptByControl(message.hwnd, controlOfWindow(message.hwnd), message.wParam)) return false;
     // Ctrl makes another key of it, and with Alt it is the right Alt key that types characters.
     if (pressed(VK_CONTROL)) return false;

@@ -5,6 +5,8 @@
 #include "platform/screen.h"
 #include "platform/win32/system/entries.h"
 #include "platform/win32/windows/metrics.h"
+#include "platform/win32/windows/screens.h"
+#include "platform/win32/windows/scrolling.h"
 
 namespace bromvale {
 
@@ -12,6 +14,7 @@ namespace {
 
 constexpr char kFormClass[] = "BromvaleForm";
 constexpr int kAnySize = 32000;
+constexpr UINT kDpiChanged = 0x02E0;  // WM_DPICHANGED, from Windows 8.1 on
 
 struct FormStyle {
     DWORD style;
@@ -29,16 +32,6 @@ FormStyle formStyle(BorderStyle border) {
     }
 }
 
-int raisedPixels(int twips, int perPixel) {
-    return (twips + perPixel - 1) / perPixel;
-}
-
-// The size as pixels: rounded up, since a window that came out smaller than its form's minimum would be made
-// bigger again without end.
-SIZE outerSize(const Place& place) {
-    return {raisedPixels(place.width, twipsPerPixelX()), raisedPixels(place.height, twipsPerPixelY())};
-}
-
 // Sent to all windows by a task bar that has come up.
 UINT taskbarCreated() {
     static const UINT message = [] {
@@ -54,26 +47,41 @@ UINT taskbarCreated() {
     return message;
 }
 
+HWND windowOf(const Control& control) {
+    return control.peer() != nullptr ? control.peer()->window() : nullptr;
+}
+
 }  // namespace
 
 FrameSize frameSize(BorderStyle style) {
     const FormStyle window = formStyle(style);
     RECT rect{};
     AdjustWindowRectEx(&rect, window.style, FALSE, window.extended);
-    return {static_cast<int>(rect.right - rect.left) * twipsPerPixelX(),
-            static_cast<int>(rect.bottom - rect.top) * twipsPerPixelY()};
+    const Scale scale = systemScale();
+    return {scale.twips(static_cast<int>(rect.right - rect.left)),
+            scale.twips(static_cast<int>(rect.bottom - rect.top))};
 }
 
-FormPeer::FormPeer(Form& form) : WindowPeer(form), form_(form) {
+RoomForWindow roomFor(const Form& form) {
+    const HWND window = form.window();
+    const WindowPeer* const peer = WindowPeer::of(window);
+    const Scale scale = peer != nullptr ? peer->scale() : systemScale();
+    const RECT area = window != nullptr
+                          ? workingAreaOf(window)
+                          : workingAreaAt({scale.pixels(form.left()), scale.pixels(form.top())});
+    return {scale.twips(static_cast<int>(area.right - area.left)),
+            scale.twips(static_cast<int>(area.bottom - area.top))};
+}
+
+FormPeer::FormPeer(Form& form) : WindowPeer(form), form_(form), scale_(systemScale()) {
     create();
 }
 
 RECT FormPeer::windowRect() const {
     const Place& place = form_.place();
-    const SIZE size = outerSize(place);
-    const int left = pixelsX(place.left);
-    const int top = pixelsY(place.top);
-    return {left, top, left + static_cast<int>(size.cx), top + static_cast<int>(size.cy)};
+    const int left = systemScale().pixels(place.left);
+    const int top = systemScale().pixels(place.top);
+    return {left, top, left + scale_.pixels(place.width), top + scale_.pixels(place.height)};
 }
 
 void FormPeer::create() {
@@ -85,14 +93,23 @@ void FormPeer::create() {
     CreateWindowExA(style.extended, kFormClass, form_.caption().c_str(), style.style, rect.left, rect.top,
                     rect.right - rect.left, rect.bottom - rect.top, nullptr, nullptr,
                     GetModuleHandleA(nullptr), static_cast<WindowPeer*>(this));
-    if (form_.iconResource() != 0) {
-        const auto icon = [this](int metric) {
-            return reinterpret_cast<LPARAM>(loadResourceIcon(form_.iconResource(), GetSystemMetrics(metric)));
-        };
-        send(WM_SETICON, ICON_BIG, icon(SM_CXICON));
-        send(WM_SETICON, ICON_SMALL, icon(SM_CXSMICON));
+    // It has the scaling of the screen that it came to lie on.
+    if (const Scale made = scaleOf(window()); made != scale_) {
+        scale_ = made;
+        place();
     }
+    showIcon();
     report();
+}
+
+void FormPeer::showIcon() {
+    if (form_.iconResource() == 0) return;
+    const auto icon = [this](int metric) {
+        const int pixels = mulDiv(GetSystemMetrics(metric), scale_.dpi(), systemScale().dpi());
+        return reinterpret_cast<LPARAM>(loadResourceIcon(form_.iconResource(), pixels));
+    };
+    send(WM_SETICON, ICON_BIG, icon(SM_CXICON));
+    send(WM_SETICON, ICON_SMALL, icon(SM_CXSMICON));
 }
 
 void FormPeer::changed(Property property) {
@@ -139,7 +156,8 @@ void FormPeer::showState() {
     report();
 }
 
-// Tells the form where its window is. A minimised window keeps its place.
+// Tells the form where its window is. A minimised window keeps its place. On the screen places count in the
+// system's scaling, whichever screen they are on; the size counts in the window's own.
 void FormPeer::report() {
     if (window() == nullptr) return;
     if (IsIconic(window())) {
@@ -150,15 +168,16 @@ void FormPeer::report() {
     RECT inner{};
     GetWindowRect(window(), &outer);
     GetClientRect(window(), &inner);
-    const int x = twipsPerPixelX();
-    const int y = twipsPerPixelY();
     // The state that a window will be shown in isn't to be seen in it before.
     WindowState state = form_.windowState();
     if (shown_) state = IsZoomed(window()) ? WindowState::Maximised : WindowState::Normal;
-    form_.placed(
-        {static_cast<int>(outer.left) * x, static_cast<int>(outer.top) * y,
-         static_cast<int>(outer.right - outer.left) * x, static_cast<int>(outer.bottom - outer.top) * y},
-        static_cast<int>(inner.right) * x, static_cast<int>(inner.bottom) * y, state);
+    const Place& known = form_.place();
+    const Place place{systemScale().twipsLike(known.left, static_cast<int>(outer.left)),
+                      systemScale().twipsLike(known.top, static_cast<int>(outer.top)),
+                      scale_.twipsLike(known.width, static_cast<int>(outer.right - outer.left)),
+                      scale_.twipsLike(known.height, static_cast<int>(outer.bottom - outer.top))};
+    form_.placed(place, scale_.twips(static_cast<int>(inner.right)),
+                 scale_.twips(static_cast<int>(inner.bottom)), state);
 }
 
 // The window itself never keeps the keyboard while a control can have it.
@@ -173,8 +192,42 @@ void FormPeer::focusControl() {
 void FormPeer::mouseMoved(LPARAM lParam) {
     const auto x = static_cast<short>(LOWORD(lParam));
     const auto y = static_cast<short>(HIWORD(lParam));
-    form_.userMouseMove(static_cast<float>(x) * static_cast<float>(twipsPerPixelX()),
-                        static_cast<float>(y) * static_cast<float>(twipsPerPixelY()));
+    form_.userMouseMove(static_cast<float>(x * twipsPerPixel()), static_cast<float>(y * twipsPerPixel()));
+}
+
+// The window came to a screen of another scaling. The system suggests a place there that keeps the mouse on
+// the caption, and asks for just that one.
+void FormPeer::rescale(int dpi, const RECT& suggested) {
+    const Scale before = scale_;
+    scale_ = Scale(dpi);
+    SetWindowPos(window(), nullptr, suggested.left, suggested.top, suggested.right - suggested.left,
+                 suggested.bottom - suggested.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    report();
+    showIcon();
+    for (const Control* control : form_.controls()) {
+        if (WindowPeer* const peer = WindowPeer::of(windowOf(*control))) peer->rescaled(before);
+    }
+    RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN);
+}
+
+// Windows sends it to windows without a holder only, and some controls keep the colours that they were made
+// with.
+void FormPeer::tellControls(UINT message, WPARAM wParam, LPARAM lParam) {
+    for (const Control* control : form_.controls()) {
+        if (const HWND child = windowOf(*control)) SendMessageA(child, message, wParam, lParam);
+    }
+    RedrawWindow(window(), nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
+
+// The frame that is seen and scrolls: the mouse is over it, or the keyboard somewhere beside it.
+bool FormPeer::scrollBy(POINT pixels) {
+    for (const Control* control : form_.controls()) {
+        if (control->container() != nullptr || !control->visible()) continue;
+        WindowPeer* const peer = WindowPeer::of(windowOf(*control));
+        if (peer != nullptr && peer->scrollBy(pixels)) return true;
+    }
+    return false;
 }
 
 LRESULT FormPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -205,10 +258,14 @@ LRESULT FormPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SETFOCUS: focusControl(); return 0;
         case WM_MOUSEMOVE: mouseMoved(lParam); return 0;
         case WM_SYSCOLORCHANGE:
-            for (Control* control : form_.controls()) {
-                const HWND child = control->peer() != nullptr ? control->peer()->window() : nullptr;
-                if (child != nullptr) SendMessageA(child, message, wParam, lParam);
-            }
+        case WM_THEMECHANGED: {
+            const LRESULT result = WindowPeer::userMessage(message, wParam, lParam);
+            tellControls(message, wParam, lParam);
+            return result;
+        }
+        case kDpiChanged: rescale(HIWORD(wParam), *reinterpret_cast<const RECT*>(lParam)); return 0;
+        case WM_MOUSEWHEEL:
+            if (scrollBy(wheelStep(wParam))) return 0;
             break;
         default: break;
     }

@@ -11,12 +11,17 @@ class FormPeer : public WindowPeer {
     void changed(Property property) override;
     void takeFocus() override {}
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    [[nodiscard]] Scale scale() const override { return scale_; }
+    bool scrollBy(POINT pixels) override;
 
   protected:
     [[nodiscard]] RECT windowRect() const override;
 
   private:
     void create();
+    void showIcon();
+    void rescale(int dpi, const RECT& suggested);
+    void tellControls(UINT message, WPARAM wParam, LPARAM lParam);
     void show();
     void showState();
     void report();
@@ -24,6 +29,7 @@ class FormPeer : public WindowPeer {
     void mouseMoved(LPARAM lParam);
 
     Form& form_;
+    Scale scale_;
     bool shown_ = false;
 };
 

@@ -1,4 +1,5 @@
 // Labels, pictures and lines: what only shows something.
+#include "platform/win32/system/icons.h"
 #include "platform/win32/windows/buffered_paint.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
@@ -18,6 +19,7 @@ class PaintedPeer : public WindowPeer {
         switch (message) {
             case WM_ERASEBKGND: return 1;
             case WM_ENABLE:
+            case WM_SYSCOLORCHANGE:
             case WM_SIZE: InvalidateRect(window(), nullptr, FALSE); return 0;
             case WM_SETTEXT: {
                 const LRESULT result = DefWindowProcA(window(), message, wParam, lParam);
@@ -57,7 +59,7 @@ class LabelPeer : public PaintedPeer {
     // beside.
     [[nodiscard]] RECT windowRect() const override {
         RECT rect = PaintedPeer::windowRect();
-        const HFONT font = fontOfFace(label_.font());
+        const HFONT font = fontOfFace(label_.font(), scale());
         const LONG width = rect.right - rect.left;
         const LONG missing = textWidth(font, label_.caption()) - width;
         if (missing > 0 && missing <= width / 6 && rect.bottom - rect.top < 2 * fontHeight(font)) {
@@ -69,7 +71,7 @@ class LabelPeer : public PaintedPeer {
     }
 
     void paint(HDC dc, const RECT& area) override {
-        const HGDIOBJ old = SelectObject(dc, fontOfFace(label_.font()));
+        const HGDIOBJ old = SelectObject(dc, fontOfFace(label_.font(), scale()));
         SetBkMode(dc, TRANSPARENT);
         SetTextColor(dc, GetSysColor(label_.enabled() ? COLOR_BTNTEXT : COLOR_GRAYTEXT));
         UINT format = DT_WORDBREAK | DT_EXPANDTABS | prefix_;
@@ -101,9 +103,8 @@ class PicturePeer : public PaintedPeer {
 
     void paint(HDC dc, const RECT&) override {
         if (picture_.images() == nullptr || picture_.index() == 0) return;
-        const int pixels = scaled(picture_.images()->size());
-        const HICON icon = loadResourceIcon(picture_.images()->resourceId(picture_.index()), pixels);
-        if (icon != nullptr) DrawIconEx(dc, 0, 0, icon, pixels, pixels, 0, nullptr, DI_NORMAL);
+        const ImageList& images = *picture_.images();
+        drawIcon(dc, images.resourceId(picture_.index()), {0, 0}, scale().scaled(images.size()));
     }
 
   private:
@@ -116,6 +117,7 @@ class LinePeer : public WindowPeer {
     explicit LinePeer(Line& line) : WindowPeer(line) {
         const bool upright = line.width() == 0;
         createChild({"STATIC", static_cast<DWORD>(upright ? SS_ETCHEDVERT : SS_ETCHEDHORZ)});
+        place();  // the class makes a new window longer by its edges
     }
 
   protected:

@@ -47,7 +47,8 @@ void ListBarPeer::pressed(POINT at) {
 // The buttons that scroll; false for any other part.
 bool ListBarPeer::scrollByButton(Part part) {
     if (part != Part::ScrollUp && part != Part::ScrollDown) return false;
-    scrollBy(part == Part::ScrollUp ? -scaled(kScrollPixels) : scaled(kScrollPixels));
+    const int step = scale().scaled(kScrollPixels);
+    scrollBy(part == Part::ScrollUp ? -step : step);
     return true;
 }
 
@@ -81,7 +82,7 @@ bool ListBarPeer::mouseMessage(UINT message, WPARAM wParam, POINT at) {
         case WM_LBUTTONUP: released(at); return true;
         case WM_CAPTURECHANGED: forgetPress(); return true;
         case WM_MOUSEWHEEL:
-            scrollBy(-static_cast<short>(HIWORD(wParam)) * scaled(kScrollPixels) * 2 / WHEEL_DELTA);
+            scrollBy(-static_cast<short>(HIWORD(wParam)) * scale().scaled(kScrollPixels) * 2 / WHEEL_DELTA);
             return true;
         default: return false;
     }

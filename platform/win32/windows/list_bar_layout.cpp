@@ -18,8 +18,8 @@ constexpr int kTextMargin = 3;
 constexpr int kScrollButton = 16;
 constexpr int kScrollMargin = 3;
 
-int headerHeight() {
-    return fontHeight(listBarFont()) + 2 * scaled(kHeaderPadding);
+int headerHeight(const Scale& scale) {
+    return fontHeight(listBarFont(scale)) + 2 * scale.scaled(kHeaderPadding);
 }
 
 SIZE wrapped(const ScreenDc& screen, const std::string& text, int width) {
@@ -30,32 +30,33 @@ SIZE wrapped(const ScreenDc& screen, const std::string& text, int width) {
 }
 
 // Places one bar's items from `top` on and returns the edge below the last.
-int placeItems(ListBarLayout& layout, const ListBar& bar, int number, int top, const ScreenDc& screen) {
+int placeItems(ListBarLayout& layout, const ListBar& bar, int number, int top, const ScreenDc& screen,
+               const Scale& scale) {
     const RECT area = layout.bars[static_cast<std::size_t>(number)].area;
-    const int icon = scaled(bar.imageList() != nullptr ? bar.imageList()->size() : 32);
-    const int width = static_cast<int>(area.right - area.left) - 2 * scaled(kTextMargin);
+    const int icon = scale.scaled(bar.imageList() != nullptr ? bar.imageList()->size() : 32);
+    const int width = static_cast<int>(area.right - area.left) - 2 * scale.scaled(kTextMargin);
     const int middle = static_cast<int>(area.left + area.right) / 2;
     int index = 0;
     for (const ListBar::Item& item : bar.items(number)) {
         const SIZE text = wrapped(screen, item.caption, width);
-        const int iconTop = top + scaled(kItemTop);
-        const int textTop = iconTop + icon + scaled(kIconGap);
-        const int bottom = textTop + static_cast<int>(text.cy) + scaled(kItemBottom);
-        const int half = std::max(icon / 2 + scaled(kIconGap), static_cast<int>(text.cx + 1) / 2);
+        const int iconTop = top + scale.scaled(kItemTop);
+        const int textTop = iconTop + icon + scale.scaled(kIconGap);
+        const int bottom = textTop + static_cast<int>(text.cy) + scale.scaled(kItemBottom);
+        const int half = std::max(icon / 2 + scale.scaled(kIconGap), static_cast<int>(text.cx + 1) / 2);
         layout.items.push_back({number,
                                 index++,
-                                {middle - half, top + scaled(kItemTop) / 2, middle + half, bottom},
+                                {middle - half, top + scale.scaled(kItemTop) / 2, middle + half, bottom},
                                 {middle - icon / 2, iconTop, middle - icon / 2 + icon, iconTop + icon},
-                                {area.left + scaled(kTextMargin), textTop, area.right - scaled(kTextMargin),
-                                 textTop + text.cy}});
+                                {area.left + scale.scaled(kTextMargin), textTop,
+                                 area.right - scale.scaled(kTextMargin), textTop + text.cy}});
         top = bottom;
     }
-    return top + scaled(kItemTop) / 2;
+    return top + scale.scaled(kItemTop) / 2;
 }
 
-void placeScrollButtons(ListBarLayout& layout, const RECT& area, int scroll) {
-    const int size = scaled(kScrollButton);
-    const int margin = scaled(kScrollMargin);
+void placeScrollButtons(ListBarLayout& layout, const RECT& area, int scroll, const Scale& scale) {
+    const int size = scale.scaled(kScrollButton);
+    const int margin = scale.scaled(kScrollMargin);
     const int left = static_cast<int>(area.right) - margin - size;
     if (scroll > 0) {
         layout.scrollUp = {left, area.top + margin, left + size, area.top + margin + size};
@@ -67,12 +68,12 @@ void placeScrollButtons(ListBarLayout& layout, const RECT& area, int scroll) {
 
 }  // namespace
 
-HFONT listBarFont() {
-    return fontOfFace("MS Sans Serif");
+HFONT listBarFont(const Scale& scale) {
+    return fontOfFace("MS Sans Serif", scale);
 }
 
-std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open) {
-    const int height = headerHeight();
+std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open, const Scale& scale) {
+    const int height = headerHeight(scale);
     const int count = static_cast<int>(bar.bars().size());
     std::vector<int> tops;
     for (int i = 0; i < count; ++i) {
@@ -84,10 +85,11 @@ std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open) {
     return tops;
 }
 
-ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<int>& tops, int scroll) {
+ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<int>& tops, int scroll,
+                     const Scale& scale) {
     ListBarLayout layout;
-    const int height = headerHeight();
-    const ScreenDc screen(listBarFont());
+    const int height = headerHeight(scale);
+    const ScreenDc screen(listBarFont(scale));
     for (std::size_t i = 0; i < tops.size(); ++i) {
         const int top = tops[i];
         const int end = i + 1 < tops.size() ? tops[i + 1] : static_cast<int>(client.bottom);
@@ -100,10 +102,10 @@ ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<i
         const bool open = number == bar.openBar();
         const int offset = open ? scroll : 0;
         const int bottom =
-            placeItems(layout, bar, number, static_cast<int>(area.top) - offset, screen) + offset;
+            placeItems(layout, bar, number, static_cast<int>(area.top) - offset, screen, scale) + offset;
         if (!open) continue;
         layout.scrollLimit = std::max(0, bottom - static_cast<int>(area.bottom));
-        placeScrollButtons(layout, area, scroll);
+        placeScrollButtons(layout, area, scroll, scale);
     }
     return layout;
 }

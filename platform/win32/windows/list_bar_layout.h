@@ -1,6 +1,7 @@
 #pragma once
 #include <vector>
 
+#include "base/scale.h"
 #include "platform/controls/list_bar.h"
 #include "platform/win32/system/windows.h"
 
@@ -37,14 +38,15 @@ struct ListBarHit {
 };
 
 // The bar's own face, which it has had since it was drawn.
-[[nodiscard]] HFONT listBarFont();
+[[nodiscard]] HFONT listBarFont(const Scale& scale);
 
 // Upper edges of all headers while `open` is the open bar and nothing slides.
-[[nodiscard]] std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open);
+[[nodiscard]] std::vector<int> restingTops(const ListBar& bar, const RECT& client, int open,
+                                           const Scale& scale);
 
 // `tops` are the headers' upper edges, `scroll` the pixels by which the open bar is scrolled.
 [[nodiscard]] ListBarLayout layOut(const ListBar& bar, const RECT& client, const std::vector<int>& tops,
-                                   int scroll);
+                                   int scroll, const Scale& scale);
 
 [[nodiscard]] ListBarHit hitTest(const ListBarLayout& layout, int openBar, POINT at);
 [[nodiscard]] const ListBarLayout::Item* findItem(const ListBarLayout& layout, int bar, int index);

@@ -50,16 +50,24 @@ int ListBarPeer::itemCount() const {
 // Takes the control's state and the window's size over.
 void ListBarPeer::refresh() {
     const RECT client = clientRect();
-    if (!sliding_) tops_ = restingTops(bar_, client, bar_.openBar());
-    layout_ = layOut(bar_, client, tops_, scroll_);
+    if (!sliding_) tops_ = restingTops(bar_, client, bar_.openBar(), scale());
+    layout_ = layOut(bar_, client, tops_, scroll_, scale());
     if (!sliding_ && scroll_ > layout_.scrollLimit) {
         scroll_ = layout_.scrollLimit;
-        layout_ = layOut(bar_, client, tops_, scroll_);
+        layout_ = layOut(bar_, client, tops_, scroll_, scale());
     }
     focusItem_ = std::clamp(focusItem_, 0, std::max(0, itemCount() - 1));
     state_.focusedItem = keyboard_ && GetFocus() == window() ? focusItem_ : -1;
-    if (!sliding_) tips_.place(window(), bar_, layout_);
+    if (!sliding_) tips_.place(window(), bar_, layout_, scale());
     InvalidateRect(window(), nullptr, FALSE);
+}
+
+void ListBarPeer::rescaled(const Scale& before) {
+    sliding_ = false;
+    scroll_ = mulDiv(scroll_, scale().dpi(), before.dpi());
+    tips_.drop();
+    WindowPeer::rescaled(before);
+    refresh();
 }
 
 void ListBarPeer::apply(Property property) {
@@ -86,7 +94,7 @@ void ListBarPeer::slide() {
 
 void ListBarPeer::slideOn() {
     const DWORD passed = GetTickCount() - slideBegan_;
-    const std::vector<int> target = restingTops(bar_, clientRect(), bar_.openBar());
+    const std::vector<int> target = restingTops(bar_, clientRect(), bar_.openBar(), scale());
     if (passed >= kSlideTime || target.size() != slideFrom_.size()) {
         KillTimer(window(), kSlideTimer);
         sliding_ = false;
@@ -118,7 +126,7 @@ void ListBarPeer::bringIntoView(int index) {
 
 void ListBarPeer::paint() {
     const BufferedPaint canvas(window());
-    paintListBar(canvas.dc(), canvas.area(), bar_, layout_, state_);
+    paintListBar(canvas.dc(), canvas.area(), bar_, layout_, state_, scale());
 }
 
 LRESULT ListBarPeer::onScreen(const RECT& rect, const RECT& visible) const {
@@ -169,7 +177,8 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_KILLFOCUS:
         case WM_ENABLE:
-        case WM_SYSCOLORCHANGE: refresh(); return 0;
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED: refresh(); return 0;
         default: break;
     }
     if (message >= kFirstRegistered) {

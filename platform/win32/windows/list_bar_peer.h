@@ -14,7 +14,7 @@ struct ListBarState {
 };
 
 void paintListBar(HDC dc, const RECT& client, const ListBar& bar, const ListBarLayout& layout,
-                  const ListBarState& state);
+                  const ListBarState& state, const Scale& scale);
 
 // The tool-tips of a list bar: one per item of the open bar.
 class ListBarTips {
@@ -25,7 +25,9 @@ class ListBarTips {
     ListBarTips& operator=(const ListBarTips&) = delete;
 
     // Brings the tips to where the items are now.
-    void place(HWND owner, const ListBar& bar, const ListBarLayout& layout);
+    void place(HWND owner, const ListBar& bar, const ListBarLayout& layout, const Scale& scale);
+    // They are made anew at the next place, with the fonts of the window's scaling then.
+    void drop();
 
   private:
     HWND window_ = nullptr;
@@ -37,6 +39,7 @@ class ListBarPeer : public WindowPeer {
   public:
     explicit ListBarPeer(ListBar& bar);
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void rescaled(const Scale& before) override;
     // Return belongs to the item that wears the focus frame; without one the default button has the frame.
     [[nodiscard]] bool keepsKey(WPARAM key, HWND focus) const override {
         return key == VK_RETURN && focus == window() && focusShown();

@@ -22,15 +22,21 @@ TOOLINFOA toolOf(HWND owner, unsigned number) {
 }  // namespace
 
 ListBarTips::~ListBarTips() {
-    if (window_ != nullptr && IsWindow(window_)) DestroyWindow(window_);
+    drop();
 }
 
-void ListBarTips::place(HWND owner, const ListBar& bar, const ListBarLayout& layout) {
+void ListBarTips::drop() {
+    if (window_ != nullptr && IsWindow(window_)) DestroyWindow(window_);
+    window_ = nullptr;
+    count_ = 0;
+}
+
+void ListBarTips::place(HWND owner, const ListBar& bar, const ListBarLayout& layout, const Scale& scale) {
     if (window_ == nullptr) {
         window_ = CreateWindowExA(
             WS_EX_TOPMOST, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT,
             CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, owner, nullptr, GetModuleHandleA(nullptr), nullptr);
-        SendMessageA(window_, TTM_SETMAXTIPWIDTH, 0, scaled(kTipWidth));
+        SendMessageA(window_, TTM_SETMAXTIPWIDTH, 0, scale.scaled(kTipWidth));
     }
     for (; count_ > 0; --count_) {
         TOOLINFOA tool = toolOf(owner, count_);

@@ -1,6 +1,7 @@
 #include "platform/win32/windows/list_view_peer.h"
 
 #include "platform/controls/image_list.h"
+#include "platform/win32/system/icons.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
 
@@ -21,14 +22,39 @@ ListViewPeer::ListViewPeer(ListView& list) : WindowPeer(list), list_(list) {
 void ListViewPeer::showIcons() {
     const ImageList* const images = list_.smallIcons();
     if (images == nullptr) return;
-    const int pixels = scaled(images->size());
-    // The list owns what it is given and destroys it.
+    // As large as they were drawn: a list of another size would stretch them.
+    const int wanted = scale().scaled(images->size());
+    const int pixels = images->count() > 0 ? drawnIcon(images->resourceId(1), wanted).pixels : wanted;
+    // The list owns what it is given and destroys it with itself.
     const HIMAGELIST icons = ImageList_Create(
         pixels, pixels, (themedControls() ? ILC_COLOR32 : ILC_COLOR24) | ILC_MASK, images->count(), 0);
     for (int i = 1; i <= images->count(); ++i) {
         ImageList_ReplaceIcon(icons, -1, loadResourceIcon(images->resourceId(i), pixels));
     }
-    send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(icons));
+    const LRESULT before = send(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(icons));
+    if (before != 0) ImageList_Destroy(reinterpret_cast<HIMAGELIST>(before));
+}
+
+// Columns keep what the user gave them.
+void ListViewPeer::rescaled(const Scale& before) {
+    const Busy here(*this);
+    std::vector<int> widths;
+    for (std::size_t i = 0; i < columns_; ++i) {
+        widths.push_back(static_cast<int>(send(LVM_GETCOLUMNWIDTH, i)));
+    }
+    showIcons();
+    WindowPeer::rescaled(before);
+    for (std::size_t i = 0; i < columns_; ++i) {
+        send(LVM_SETCOLUMNWIDTH, i, mulDiv(widths[i], scale().dpi(), before.dpi()));
+    }
+}
+
+// A list remembers the colours that it was made with.
+void ListViewPeer::showColours() {
+    send(LVM_SETBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
+    send(LVM_SETTEXTBKCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOW)));
+    send(LVM_SETTEXTCOLOR, 0, static_cast<LPARAM>(GetSysColor(COLOR_WINDOWTEXT)));
+    InvalidateRect(window(), nullptr, TRUE);
 }
 
 void ListViewPeer::showColumns() {
@@ -37,7 +63,7 @@ void ListViewPeer::showColumns() {
     for (const ListView::Column& column : list_.columns()) {
         LVCOLUMNA shown{};
         shown.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-        shown.cx = pixelsX(edge + column.width) - pixelsX(edge);
+        shown.cx = scale().pixels(edge + column.width) - scale().pixels(edge);
         shown.pszText = const_cast<char*>(column.heading.c_str());
         shown.iSubItem = static_cast<int>(columns_);
         send(LVM_INSERTCOLUMNA, columns_, reinterpret_cast<LPARAM>(&shown));
@@ -137,6 +163,8 @@ LRESULT ListViewPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_MOUSEWHEEL:
         case WM_VSCROLL: flush(); break;
+        case WM_SYSCOLORCHANGE:
+        case WM_THEMECHANGED: showColours(); break;
         default:
             if (const MouseEdge* const edge = mouseEdge(message)) {
                 flush();

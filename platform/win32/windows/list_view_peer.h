@@ -14,6 +14,7 @@ class ListViewPeer : public WindowPeer {
     explicit ListViewPeer(ListView& list);
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     bool notification(NMHDR* header, LRESULT& result) override;
+    void rescaled(const Scale& before) override;
 
   protected:
     void apply(Property property) override;
@@ -22,6 +23,7 @@ class ListViewPeer : public WindowPeer {
     void showIcons();
     void showColumns();
     void showRows();
+    void showColours();
     void showSelection();
     void showFocus();
     void readSelection();

@@ -1,27 +1,17 @@
 #include "platform/win32/windows/metrics.h"
 
 #include <map>
+#include <utility>
 
 #include "platform/screen.h"
-#include "platform/win32/system/entries.h"
 
 namespace bromvale {
 
 namespace {
 
-constexpr int kTwipsPerInch = 1440;
 constexpr int kPointSize = 8;
 constexpr const char* kPictureFace = "MS Sans Serif";
 constexpr int kMostDpiOfPictures = 120;
-
-int deviceCap(int index) {
-    return GetDeviceCaps(ScreenDc().get(), index);
-}
-
-int roundedPixels(int twips, int perPixel) {
-    const int raised = twips + perPixel / 2;
-    return raised >= 0 ? raised / perPixel : -((perPixel - 1 - raised) / perPixel);
-}
 
 int CALLBACK onFontFound(const LOGFONTA*, const TEXTMETRICA*, DWORD, LPARAM found) {
     *reinterpret_cast<bool*>(found) = true;
@@ -34,8 +24,8 @@ bool fontExists(const char* face) {
     return found;
 }
 
-HFONT makeFont(const char* face) {
-    return CreateFontA(-MulDiv(kPointSize, screenDpi(), 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
+HFONT makeFont(const char* face, const Scale& scale) {
+    return CreateFontA(-mulDiv(kPointSize, scale.dpi(), 72), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
                        DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                        DEFAULT_PITCH | FF_DONTCARE, face);
 }
@@ -69,93 +59,40 @@ bool drawsAsMeasured(HFONT font) {
 }
 
 // Null where the system has no such face, or none that can be relied on.
-HFONT usableFont(const char* face) {
+HFONT usableFont(const char* face, const Scale& scale) {
     if (!fontExists(face)) return nullptr;
-    const HFONT font = makeFont(face);
+    const HFONT font = makeFont(face, scale);
     if (drawsAsMeasured(font)) return font;
     DeleteObject(font);
     return nullptr;
 }
 
-// Windows 95 and NT4 have one screen and no such calls.
-bool areaOfScreenAt(POINT at, RECT& area) {
-    decltype(&::MonitorFromPoint) fromPoint = nullptr;
-    decltype(&::GetMonitorInfoA) getInfo = nullptr;
-    const HMODULE user = GetModuleHandleA("user32.dll");
-    if (!loadEntry(user, "MonitorFromPoint", fromPoint) || !loadEntry(user, "GetMonitorInfoA", getInfo))
-        return false;
-    MONITORINFO info{};
-    info.cbSize = sizeof info;
-    if (!getInfo(fromPoint(at, MONITOR_DEFAULTTONEAREST), &info)) return false;
-    area = info.rcWork;
-    return true;
-}
-
 }  // namespace
 
-int screenDpi() {
-    static const int dpi = deviceCap(LOGPIXELSX);
-    return dpi;
+Scale systemScale() {
+    static const Scale scale(GetDeviceCaps(ScreenDc().get(), LOGPIXELSX));
+    return scale;
 }
 
-int scaled(int pixels) {
-    return MulDiv(pixels, screenDpi(), 96);
+RECT pixelRect(const Place& place, const Scale& scale) {
+    return {scale.pixels(place.left), scale.pixels(place.top), scale.pixels(place.left + place.width),
+            scale.pixels(place.top + place.height)};
 }
 
-// Whole twips: between the steps of 15 and 10 the layout grows a little more than the text, so nothing is
-// clipped.
-int twipsPerPixelX() {
-    static const int twips = kTwipsPerInch / screenDpi();
-    return twips;
+HFONT controlFont(const Scale& scale) {
+    static std::map<int, HFONT> fonts;
+    const auto [at, fresh] = fonts.try_emplace(scale.dpi(), nullptr);
+    if (fresh) at->second = usableFont("Tahoma", scale);
+    if (at->second == nullptr) at->second = makeFont(kPictureFace, scale);
+    return at->second;
 }
 
-int twipsPerPixelY() {
-    static const int twips = kTwipsPerInch / deviceCap(LOGPIXELSY);
-    return twips;
-}
-
-int pixelsX(int twips) {
-    return roundedPixels(twips, twipsPerPixelX());
-}
-int pixelsY(int twips) {
-    return roundedPixels(twips, twipsPerPixelY());
-}
-
-RECT pixelRect(const Place& place) {
-    return {pixelsX(place.left), pixelsY(place.top), pixelsX(place.left + place.width),
-            pixelsY(place.top + place.height)};
-}
-
-int screenWidth() {
-    return GetSystemMetrics(SM_CXSCREEN) * twipsPerPixelX();
-}
-int screenHeight() {
-    return GetSystemMetrics(SM_CYSCREEN) * twipsPerPixelY();
-}
-
-ScreenArea workingArea(int left, int top) {
-    RECT area{0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
-    if (!areaOfScreenAt({pixelsX(left), pixelsY(top)}, area))
-        SystemParametersInfoA(SPI_GETWORKAREA, 0, &area, 0);
-    return {static_cast<int>(area.left) * twipsPerPixelX(), static_cast<int>(area.top) * twipsPerPixelY(),
-            static_cast<int>(area.right) * twipsPerPixelX(),
-            static_cast<int>(area.bottom) * twipsPerPixelY()};
-}
-
-HFONT controlFont() {
-    static const HFONT font = [] {
-        const HFONT modern = usableFont("Tahoma");
-        return modern != nullptr ? modern : makeFont(kPictureFace);
-    }();
-    return font;
-}
-
-HFONT fontOfFace(const std::string& face) {
-    static std::map<std::string, HFONT> fonts;
-    if (face.empty() || (face == kPictureFace && screenDpi() > kMostDpiOfPictures)) return controlFont();
-    const auto [at, fresh] = fonts.try_emplace(face, nullptr);
-    if (fresh) at->second = usableFont(face.c_str());
-    return at->second != nullptr ? at->second : controlFont();
+HFONT fontOfFace(const std::string& face, const Scale& scale) {
+    static std::map<std::pair<std::string, int>, HFONT> fonts;
+    if (face.empty() || (face == kPictureFace && scale.dpi() > kMostDpiOfPictures)) return controlFont(scale);
+    const auto [at, fresh] = fonts.try_emplace({face, scale.dpi()}, nullptr);
+    if (fresh) at->second = usableFont(face.c_str(), scale);
+    return at->second != nullptr ? at->second : controlFont(scale);
 }
 
 int fontHeight(HFONT font) {

@@ -1,6 +1,7 @@
 #pragma once
 #include <string>
 
+#include "base/scale.h"
 #include "platform/controls/control.h"
 #include "platform/win32/system/windows.h"
 
@@ -24,23 +25,16 @@ class ScreenDc {
     HGDIOBJ old_;
 };
 
-[[nodiscard]] int screenDpi();
-
-// Pixels at 96 DPI as pixels of this screen.
-[[nodiscard]] int scaled(int pixels);
-
 // Both edges are rounded, not the length: controls that touch in twips touch in pixels and never overlap.
-[[nodiscard]] int pixelsX(int twips);
-[[nodiscard]] int pixelsY(int twips);
-[[nodiscard]] RECT pixelRect(const Place& place);
+[[nodiscard]] RECT pixelRect(const Place& place, const Scale& scale);
 
 // The font of all controls: 8 points of Tahoma, or of MS Sans Serif where a system lacks it. The message font
-// of later systems is wider and would be clipped at the designed sizes.
-[[nodiscard]] HFONT controlFont();
+// of later systems is wider and would be clipped at the designed sizes. Lives as long as the process.
+[[nodiscard]] HFONT controlFont(const Scale& scale);
 // The given face in 8 points; the control font where it is empty, the system lacks it, or it would look
 // coarse: "MS Sans Serif" consists of pictures of its letters, which are there up to 120 DPI. Lives as long
 // as the process.
-[[nodiscard]] HFONT fontOfFace(const std::string& face);
+[[nodiscard]] HFONT fontOfFace(const std::string& face, const Scale& scale);
 [[nodiscard]] int fontHeight(HFONT font);
 // Of a text in one line, in pixels.
 [[nodiscard]] int textWidth(HFONT font, const std::string& text);

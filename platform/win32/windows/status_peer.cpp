@@ -17,13 +17,18 @@ class StatusBarPeer : public WindowPeer {
         apply(Property::Items);
     }
 
+    void rescaled(const Scale& before) override {
+        WindowPeer::rescaled(before);
+        apply(Property::Items);
+    }
+
   protected:
     void apply(Property property) override {
         if (property != Property::Items) return;
         const std::vector<StatusBar::Panel>& panels = bar_.panels();
         std::vector<int> edges;
         int edge = 0;
-        for (const StatusBar::Panel& panel : panels) edges.push_back(pixelsX(edge += panel.width));
+        for (const StatusBar::Panel& panel : panels) edges.push_back(scale().pixels(edge += panel.width));
         // The last panel fills the bar.
         if (!edges.empty()) edges.back() = -1;
         if (edges != edges_) {
@@ -45,7 +50,7 @@ class StatusBarPeer : public WindowPeer {
     [[nodiscard]] RECT windowRect() const override {
         RECT area{};
         GetClientRect(parentWindow(), &area);
-        area.top = area.bottom - pixelsY(bar_.height());
+        area.top = area.bottom - scale().pixels(bar_.height());
         return area;
     }
 

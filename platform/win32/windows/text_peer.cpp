@@ -1,4 +1,5 @@
 // Text boxes and combo boxes.
+#include "platform/win32/windows/colours.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
 #include "platform/win32/windows/window_peer.h"
@@ -8,12 +9,14 @@ namespace bromvale {
 namespace {
 
 // Greyed: the face of buttons for a text that is only read, the colour of inactive borders for a field
-// without use.
+// without use. That one has no text's colour as its pair, so in some schemes it takes the face, too.
 HBRUSH greyed(HDC dc, bool readOnly) {
-    const int colour = readOnly ? COLOR_BTNFACE : COLOR_INACTIVEBORDER;
-    SetBkColor(dc, GetSysColor(colour));
-    SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-    return GetSysColorBrush(colour);
+    const COLORREF text = GetSysColor(COLOR_WINDOWTEXT);
+    const COLORREF ground = GetSysColor(COLOR_INACTIVEBORDER);
+    if (readOnly || !readable(text, ground)) return faceColours(dc);
+    SetTextColor(dc, text);
+    SetBkColor(dc, ground);
+    return GetSysColorBrush(COLOR_INACTIVEBORDER);
 }
 
 class TextBoxPeer : public WindowPeer {
@@ -51,10 +54,16 @@ class ComboBoxPeer : public WindowPeer {
     explicit ComboBoxPeer(ComboBox& box) : WindowPeer(box), box_(box) {
         createChild({"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL});
         const Busy here(*this);
-        constexpr int kFrame = 6;  // what the box adds to its edit field
-        send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), pixelsY(box.height()) - kFrame);
+        setHeight();
         fill();
         setWindowText(box.text());
+        unmark();
+    }
+
+    void rescaled(const Scale& before) override {
+        WindowPeer::rescaled(before);
+        setHeight();
+        place();
         unmark();
     }
 
@@ -115,11 +124,16 @@ class ComboBoxPeer : public WindowPeer {
     [[nodiscard]] RECT windowRect() const override {
         constexpr int kVisibleEntries = 10;
         RECT rect = WindowPeer::windowRect();
-        rect.bottom += (fontHeight(controlFont()) + 1) * kVisibleEntries;
+        rect.bottom += (fontHeight(controlFont(scale())) + 1) * kVisibleEntries;
         return rect;
     }
 
   private:
+    void setHeight() {
+        constexpr int kFrame = 6;  // what the box adds to its edit field
+        send(CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), scale().pixels(box_.height()) - kFrame);
+    }
+
     void fill() {
         send(CB_RESETCONTENT);
         for (int i = 0; i < box_.count(); ++i) {

@@ -3,6 +3,7 @@
 #include <unordered_map>
 
 #include "platform/controls/form.h"
+#include "platform/screen.h"
 #include "platform/win32/windows/metrics.h"
 
 namespace bromvale {
@@ -77,7 +78,22 @@ HWND WindowPeer::topWindow() const {
 }
 
 RECT WindowPeer::windowRect() const {
-    return pixelRect(control_.place());
+    RECT rect = pixelRect(control_.place(), scale());
+    if (const WindowPeer* const holder = of(parentWindow())) {
+        const POINT scrolled = holder->scrolled();
+        OffsetRect(&rect, -static_cast<int>(scrolled.x), -static_cast<int>(scrolled.y));
+    }
+    return rect;
+}
+
+Scale WindowPeer::scale() const {
+    const WindowPeer* const top = of(topWindow());
+    return top != nullptr ? top->scale() : systemScale();
+}
+
+void WindowPeer::rescaled(const Scale& /*before*/) {
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(controlFont(scale())), FALSE);
+    place();
 }
 
 bool WindowPeer::registerClass(const char* name, UINT style, HBRUSH ground) {
@@ -101,7 +117,7 @@ void WindowPeer::createChild(const WindowShape& shape) {
                         rect.bottom - rect.top, parentWindow(), nullptr, GetModuleHandleA(nullptr), this);
     if (window == nullptr) return;
     if (window_ == nullptr) subclass(window);
-    send(WM_SETFONT, reinterpret_cast<WPARAM>(controlFont()), FALSE);
+    send(WM_SETFONT, reinterpret_cast<WPARAM>(controlFont(scale())), FALSE);
 }
 
 void WindowPeer::place() {

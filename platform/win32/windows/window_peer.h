@@ -1,4 +1,5 @@
 #pragma once
+#include "base/scale.h"
 #include "platform/controls/control.h"
 #include "platform/win32/system/windows.h"
 
@@ -32,6 +33,15 @@ class WindowPeer : public ControlPeer {
 
     // Makes the collected changes now.
     void flush();
+
+    // That of the form's window.
+    [[nodiscard]] virtual Scale scale() const;
+    // The form's scaling was another one: the window gets its font, its place and its pictures anew.
+    virtual void rescaled(const Scale& before);
+    // Pixels by which what the window holds is scrolled.
+    [[nodiscard]] virtual POINT scrolled() const { return {0, 0}; }
+    // Scrolls what the window holds; false where there is nothing to scroll.
+    virtual bool scrollBy(POINT /*pixels*/) { return false; }
 
     // Sent on by the window that holds this one.
     virtual void command(UINT /*code*/) {}
