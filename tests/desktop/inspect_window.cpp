@@ -10,6 +10,7 @@
 
 #include "layout_faults.h"
 #include "remote_controls.h"
+#include "remote_orders.h"
 #include "windows_by_name.h"
 
 namespace {
@@ -287,6 +288,13 @@ int waitForEnabled(const Arguments& arguments) {
     return 0;
 }
 
+int tellDpiChanged(const Arguments& arguments) {
+    return tellDpi(need(arguments[0]), std::atoi(arguments[1].c_str())) ? 0 : 1;
+}
+int setColours(const Arguments& arguments) {
+    return setColoursOf(need(arguments[0]), arguments[1]) ? 0 : 1;
+}
+
 struct Command {
     const char* name;
     std::size_t arguments;
@@ -318,6 +326,8 @@ constexpr Command Commands[] = {
     {"layout", 0, showLayoutFaults,
      "visible controls that overlap or leave their container: kind, control, other, pixels"},
     {"press-at", 2, pressAt, "X Y: clicks this place of the screen, where nothing else moves the mouse"},
+    {"dpi", 2, tellDpiChanged, "NAME DPI: tells the window that it came to a screen of that scaling"},
+    {"colours", 2, setColours, "NAME NUMBER=RRGGBB...: sets colours of the system while the program runs"},
     {"wait-enabled", 2, waitForEnabled, "NAME SECONDS: until the control is enabled"},
 };
 

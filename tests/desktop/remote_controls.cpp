@@ -2,48 +2,18 @@
 
 #include <commctrl.h>
 
+#include "remote_memory.h"
+
 namespace {
 
-// Memory in the process that owns a window, freed at the end of the scope.
-class RemoteMemory {
-  public:
-    RemoteMemory(HWND owner, std::size_t size) {
-        DWORD id = 0;
-        GetWindowThreadProcessId(owner, &id);
-        process_ = OpenProcess(PROCESS_VM_OPERATION | PROCESS_VM_READ | PROCESS_VM_WRITE, FALSE, id);
-        if (process_) address_ = VirtualAllocEx(process_, nullptr, size, MEM_COMMIT, PAGE_READWRITE);
-    }
-    ~RemoteMemory() {
-        if (address_) VirtualFreeEx(process_, address_, 0, MEM_RELEASE);
-        if (process_) CloseHandle(process_);
-    }
-    RemoteMemory(const RemoteMemory&) = delete;
-    RemoteMemory& operator=(const RemoteMemory&) = delete;
-
-    template <typename T>
-    void write(const T& value) {
-        WriteProcessMemory(process_, address_, &value, sizeof value, nullptr);
-    }
-    template <typename T>
-    T read() const {
-        T value{};
-        ReadProcessMemory(process_, address_, &value, sizeof value, nullptr);
-        return value;
-    }
-    std::wstring text(std::size_t offset, std::size_t characters) const {
-        std::vector<wchar_t> buffer(characters + 1);
-        ReadProcessMemory(process_, at(offset), buffer.data(), characters * sizeof(wchar_t), nullptr);
-        return buffer.data();
-    }
-    void* at(std::size_t offset) const { return static_cast<char*>(address_) + offset; }
-    LPARAM parameter() const { return reinterpret_cast<LPARAM>(address_); }
-
-  private:
-    HANDLE process_ = nullptr;
-    void* address_ = nullptr;
-};
-
 constexpr std::size_t TextCharacters = 4096;
+
+std::wstring textIn(const RemoteMemory& memory, std::size_t offset, std::size_t characters) {
+    std::vector<wchar_t> buffer(characters + 1);
+    ReadProcessMemory(memory.process(), memory.at(offset), buffer.data(), characters * sizeof(wchar_t),
+                      nullptr);
+    return buffer.data();
+}
 
 std::wstring cell(HWND list, RemoteMemory& memory, int row, int column) {
     LVITEMW item{};
@@ -56,7 +26,7 @@ std::wstring cell(HWND list, RemoteMemory& memory, int row, int column) {
     const auto answer = memory.read<LVITEMW>();
     const auto offset =
         static_cast<std::size_t>(reinterpret_cast<char*>(answer.pszText) - static_cast<char*>(memory.at(0)));
-    return memory.text(offset, TextCharacters - 1);
+    return textIn(memory, offset, TextCharacters - 1);
 }
 
 HWND header(HWND list) {
@@ -123,7 +93,7 @@ std::vector<std::wstring> statusPanels(HWND bar) {
     for (WPARAM panel = 0; panel < static_cast<WPARAM>(count); ++panel) {
         const std::size_t length = LOWORD(SendMessageW(bar, SB_GETTEXTLENGTHW, panel, 0));
         SendMessageW(bar, SB_GETTEXTW, panel, memory.parameter());
-        panels.push_back(memory.text(0, length));
+        panels.push_back(textIn(memory, 0, length));
     }
     return panels;
 }
