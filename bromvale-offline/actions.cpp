@@ -105,8 +105,8 @@ void key(std::string_view rest, Transcript&) {
         form->userFocus(&control);
         const bool plain = !press->alt && !press->shift;
         auto* list = as<ListView>(&control);
-        if (list && plain && press->key != VK_TAB && press->key != VK_ESCAPE)
-            return list->userKeyDown(press->key);
+        const bool ofForm = press->key == VK_TAB || press->key == VK_ESCAPE || press->key == VK_APPS;
+        if (list && plain && !ofForm) return list->userKeyDown(press->key);
     }
     form->userKey(press->key, press->shift, press->alt);
 }

@@ -34,7 +34,7 @@ constexpr std::array kKeys{
     Named{"Tab", 9},     Named{"Clear", 12},  Named{"Return", 13},   Named{"Enter", 13}, Named{"Escape", 27},
     Named{"Space", 32},  Named{"PageUp", 33}, Named{"PageDown", 34}, Named{"End", 35},   Named{"Home", 36},
     Named{"Left", 37},   Named{"Up", 38},     Named{"Right", 39},    Named{"Down", 40},  Named{"Execute", 43},
-    Named{"Insert", 45}, Named{"Delete", 46},
+    Named{"Insert", 45}, Named{"Delete", 46}, Named{"Menu", 93},
 };
 
 constexpr std::array kKinds{"form",      "label",      "button",   "check box",  "option button",

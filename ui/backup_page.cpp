@@ -48,7 +48,7 @@ constexpr CountedCaption kCaptions[] = {
     counted<&P::mnuPopUpBackupEinfügen>("markierten Eintrag einfügen", "markierte Einträge einfügen"),
     counted<&P::mnuPopUpBackupLöschen>("markierten Eintrag löschen", "markierte Einträge löschen")};
 
-constexpr ListRules kRules{kColumns, kKeys, kCaptions};
+constexpr ListRules kRules{"Sicherungsdateien", kColumns, kKeys, kCaptions};
 
 }  // namespace
 

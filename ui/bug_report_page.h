@@ -11,22 +11,22 @@ class BugReportPage : public PageOf<BugReportPage> {
     Frame Frame3{&window, "Frame3"};
     Button cmdBugReportSenden{&window, "cmdBugReportSenden"};
     Button cmdBugReportLöschen{&window, "cmdBugReportLöschen"};
-    TextBox txtAppVer{&window, "txtAppVer"};
-    TextBox txtErrNr{&window, "txtErrNr"};
-    TextBox txtErrDesc{&window, "txtErrDesc"};
-    ComboBox cboErrHow{&window, "cboErrHow"};
-    TextBox txtErrtxt{&window, "txtErrtxt"};
-    ComboBox cboOS{&window, "cboOS"};
-    ComboBox cboServicePack{&window, "cboServicePack"};
-    TextBox txtEMail{&window, "txtEMail"};
     Label lblAppVer{&window, "lblAppVer"};
+    TextBox txtAppVer{&window, "txtAppVer"};
     Label lblErrNr{&window, "lblErrNr"};
+    TextBox txtErrNr{&window, "txtErrNr"};
     Label lblErrDesc{&window, "lblErrDesc"};
-    Label lblErrTxt{&window, "lblErrTxt"};
+    TextBox txtErrDesc{&window, "txtErrDesc"};
     Label lblErrHow{&window, "lblErrHow"};
+    ComboBox cboErrHow{&window, "cboErrHow"};
+    Label lblErrTxt{&window, "lblErrTxt"};
+    TextBox txtErrtxt{&window, "txtErrtxt"};
     Label lblOS{&window, "lblOS"};
+    ComboBox cboOS{&window, "cboOS"};
     Label lblServicePack{&window, "lblServicePack"};
+    ComboBox cboServicePack{&window, "cboServicePack"};
     Label lblEMail{&window, "lblEMail"};
+    TextBox txtEMail{&window, "txtEMail"};
 
     // ui/
     void mnuPopUpBugReport_Click();

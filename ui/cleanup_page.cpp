@@ -64,7 +64,7 @@ constexpr CountedCaption kCaptions[] = {
     counted<&P::mnuPopUpOrdnerEntfernen>("markierten &Ordner aus Liste entfernen",
                                          "markierte &Ordner aus Liste entfernen")};
 
-constexpr ListRules kRules{kColumns, kKeys, kCaptions};
+constexpr ListRules kRules{"Zu leerende Ordner", kColumns, kKeys, kCaptions};
 
 }  // namespace
 

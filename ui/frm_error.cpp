@@ -98,6 +98,7 @@ void FrmError::design() {
     setCaption("Fehlerbericht");
     setScaleSize(kErrorInnerWidth, kErrorHeightOpen);
     designRows(*this, kRows);
+    txtDetails.setSpokenName("Einzelheiten");
     setImages(imgList, kImages);
     imgErrImg.setImage(nullptr, 0);
     setHeight(heightOf(false));

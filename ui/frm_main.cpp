@@ -116,6 +116,9 @@ void FrmMain::design() {
     setScaleSize(kDesignWidth, kDesignHeight);
     centreOnScreen();
     designRows(*this, kRows);
+    Menu.setSpokenName("Navigation");
+    ProgressBar_.setSpokenName("Fortschritt");
+    StatusBar_.setSpokenName("Statusleiste");
     setPanels(StatusBar_, kPanels);
     setImages(imgMenu1, kNavigationImages);
     setImages(imgList, kListImages);

@@ -25,17 +25,27 @@ void ListPage::keyDown(int keyCode) {
     }
 }
 
-void ListPage::mouseUp(int button) {
+void ListPage::countSelected() {
     int selected = 0;
     quietly([&] { selected = selectedRows(list_); });
     for (const CountedCaption& row : rules_.captions)
         quietly([&] { row.entry(*this).setCaption(selected > 1 ? row.several : row.one); });
+}
+
+void ListPage::mouseUp(int button) {
+    countSelected();
     quietly([&] {
         if (button == kRightButton) showPopupMenu(frmPopUp(), popUp_, nullptr);
     });
 }
 
+void ListPage::contextMenu() {
+    countSelected();
+    quietly([&] { showPopupMenu(frmPopUp(), popUp_, nullptr, &list_); });
+}
+
 void ListPage::designRest() {
+    list_.setSpokenName(rules_.spokenName);
     setColumns(list_, rules_.columns);
     list_.setSmallIcons(&window.imgList);
 }
@@ -44,6 +54,7 @@ void ListEvents::connect(ListView& list, ListPage& page) {
     list.onColumnClick = [&page](int column) { page.sortBy(column); };
     list.onKeyDown = [&page](int keyCode) { page.keyDown(keyCode); };
     list.onMouseUp = [&page](int button) { page.mouseUp(button); };
+    list.onContextMenu = [&page] { page.contextMenu(); };
 }
 
 }  // namespace bromvale

@@ -35,6 +35,7 @@ consteval CountedCaption counted(std::string_view one, std::string_view several)
 }
 
 struct ListRules {
+    std::string_view spokenName;
     std::span<const ColumnRow> columns;
     std::span<const ListKey> keys;
     std::span<const CountedCaption> captions;
@@ -48,6 +49,8 @@ class ListPage : public Page {
     void keyDown(int keyCode);
     // Brings the captions of the menu up to date and opens it at the right button.
     void mouseUp(int button);
+    // The same by the keyboard: at the selected row.
+    void contextMenu();
 
   protected:
     // List and menu are the page's own, which are made behind this.
@@ -57,6 +60,8 @@ class ListPage : public Page {
     void designRest() override;
 
   private:
+    void countSelected();
+
     ListView& list_;
     MenuItem& popUp_;
     const ListRules& rules_;

@@ -10,12 +10,12 @@ class OptionsPage : public PageOf<OptionsPage> {
 
     Frame Frame5{&window, "Frame5"};
     Frame Frame8Internet{&window, "Frame8Internet"};
+    Label lblProxyAdresse{&window, "lblProxyAdresse"};
     TextBox txtProxyAdresse{&window, "txtProxyAdresse"};
+    Label lblProxyport{&window, "lblProxyport"};
     TextBox txtProxyPort{&window, "txtProxyPort"};
     OptionButton rdoINet2{&window, "rdoINet2"};
     OptionButton rdoINet1{&window, "rdoINet1"};
-    Label lblProxyAdresse{&window, "lblProxyAdresse"};
-    Label lblProxyport{&window, "lblProxyport"};
     Button cmdÜbernehmen{&window, "cmdÜbernehmen"};
     Frame Frame6{&window, "Frame6"};
     CheckBox chbAutoFileDelAfterReentry{&window, "chbAutoFileDelAfterReentry"};
@@ -27,15 +27,15 @@ class OptionsPage : public PageOf<OptionsPage> {
     CheckBox chbAutoScan{&window, "chbAutoScan"};
     CheckBox chbAutoClose{&window, "chbAutoClose"};
     CheckBox chbAutoEntfernen{&window, "chbAutoEntfernen"};
+    Label lblAutoRegFileDel1{&window, "lblAutoRegFileDel1"};
     ComboBox cboAutoRegFileDel{&window, "cboAutoRegFileDel"};
     Line Line1{&window, "Line1"};
     Label lblAutoRegFileDel2{&window, "lblAutoRegFileDel2"};
-    Label lblAutoRegFileDel1{&window, "lblAutoRegFileDel1"};
     Frame Frame4Agents{&window, "Frame4Agents"};
+    Label lblAgentType{&window, "lblAgentType"};
     ComboBox cboAgentType{&window, "cboAgentType"};
     CheckBox chbLoadAgent{&window, "chbLoadAgent"};
     Label lblNoAgents{&window, "lblNoAgents"};
-    Label lblAgentType{&window, "lblAgentType"};
 
     void mnuPopUpOptionen_Click();
     // What follows from a box beside its storing; `on` is what it says now.

@@ -38,7 +38,7 @@ constexpr CountedCaption kCaptions[] = {
                                          "markierte Programme &deinstallieren"),
     counted<&P::mnuPopUpDeinstRefresh>("&Ansicht aktualisieren", "&Ansicht aktualisieren")};
 
-constexpr ListRules kRules{kColumns, kKeys, kCaptions};
+constexpr ListRules kRules{"Installierte Programme", kColumns, kKeys, kCaptions};
 
 }  // namespace
 

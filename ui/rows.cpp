@@ -30,6 +30,7 @@ void designKind(Label& label, Control* container, unsigned flags) {
     designKind(static_cast<Control&>(label), container, flags);
     if (flags & kRightAligned) label.setAlignment(Alignment::Right);
     if (flags & kCentred) label.setAlignment(Alignment::Centre);
+    label.setAnnounced(flags & kAnnounced);
     if (flags & kTahoma) label.setFont("Tahoma");
     if (flags & kMsSansSerif) label.setFont("MS Sans Serif");
 }

@@ -26,6 +26,7 @@ enum LayoutFlag : unsigned {
     kArrowPointer = 1u << 11,
     kTahoma = 1u << 12,
     kMsSansSerif = 1u << 13,
+    kAnnounced = 1u << 14,
 };
 
 // What follows the window's inner size: each of these becomes the inner height (height, top) or width (the
@@ -154,7 +155,7 @@ void designAs(Control& control, Control* container, unsigned flags) {
 template <class Kind>
 consteval unsigned flagsOf() {
     unsigned flags = kDisabled | kHidden | kGreyed | kArrowPointer;
-    if (std::is_same_v<Kind, Label>) flags |= kRightAligned | kCentred | kTahoma | kMsSansSerif;
+    if (std::is_same_v<Kind, Label>) flags |= kRightAligned | kCentred | kTahoma | kMsSansSerif | kAnnounced;
     if (std::is_same_v<Kind, Button>) flags |= kDefaultButton | kCancelButton;
     if (std::is_same_v<Kind, TextBox>) flags |= kMultiLine | kLocked;
     if (std::is_same_v<Kind, ComboBox>) flags |= kSortedItems;

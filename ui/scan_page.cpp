@@ -22,9 +22,9 @@ constexpr Row<P> kRows[] = {
         on<&Button::onClick, &P::cmdStart_Click>()),
     row<P, &P::lvwRegKeys, &P::Frame1>("", {240, 360, 7815, 5535}, 13, kHidden | kMultiSelect, kListFollows,
         kListEvents),
-    row<P, &P::lblScanBericht, &P::Frame1>("", {240, 4560, 7815, 255}, 56, kMsSansSerif | kCentred),
-    row<P, &P::lblScanProzent, &P::Frame1>("", {3360, 4230, 1575, 300}, 55, kMsSansSerif | kCentred),
-    row<P, &P::lblScanTxt, &P::Frame1>("", {240, 3960, 7815, 255}, 54, kMsSansSerif | kCentred),
+    row<P, &P::lblScanBericht, &P::Frame1>("", {240, 4560, 7815, 255}, 56, kMsSansSerif | kCentred | kAnnounced),
+    row<P, &P::lblScanProzent, &P::Frame1>("", {3360, 4230, 1575, 300}, 55, kMsSansSerif | kCentred | kAnnounced),
+    row<P, &P::lblScanTxt, &P::Frame1>("", {240, 3960, 7815, 255}, 54, kMsSansSerif | kCentred | kAnnounced),
     row<P, &P::lblStartText, &P::Frame1>("", {240, 420, 7815, 3375}, 11, kTahoma),
     row<P, &P::mnuPopUpRegKey>("<popup regkey>", {}, -1, 0),
     row<P, &P::mnuPopUpRegKeyEinzeln, &P::mnuPopUpRegKey>("&markierte Eintrag entfernen", {}, -1, 0,
@@ -45,7 +45,7 @@ constexpr ListKey kKeys[] = {sortKey(VK_F4, 1), sortKey(VK_F6, 2), sortKey(VK_F7
 constexpr CountedCaption kCaptions[] = {
     counted<&P::mnuPopUpRegKeyEinzeln>("&markierten Eintrag entfernen", "&markierte Eintrag entfernen")};
 
-constexpr ListRules kRules{kColumns, kKeys, kCaptions};
+constexpr ListRules kRules{"Gefundene Fehler", kColumns, kKeys, kCaptions};
 
 constexpr int kFaultIcon = 1;
 

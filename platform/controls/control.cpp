@@ -32,6 +32,29 @@ void Control::setCaption(std::string_view caption) {
     notify(Property::Caption);
 }
 
+std::string Control::spokenName() const {
+    return spokenName_.empty() ? withoutAccessKey(caption_) : spokenName_;
+}
+
+std::string withoutAccessKey(std::string_view caption) {
+    std::string text;
+    for (std::size_t i = 0; i < caption.size(); ++i) {
+        if (caption[i] == '&' && ++i == caption.size()) break;
+        text += caption[i];
+    }
+    return text;
+}
+
+Control* Control::before() const {
+    if (!form_) return nullptr;
+    Control* last = nullptr;
+    for (Control* control : form_->controls()) {
+        if (control == this) break;
+        if (control->container() == container_) last = control;
+    }
+    return last;
+}
+
 void Control::setVisible(bool visible) {
     if (visible_ == visible) return;
     visible_ = visible;

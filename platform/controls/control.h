@@ -50,6 +50,7 @@ enum class Property {
     Interval,  // timer
     Content,   // what a frame holds needs another size
     State,     // window state of a form
+    Focus,     // the part of a list bar that has its keyboard
 };
 
 enum class MousePointer { Default = 0, Arrow = 1, Hourglass = 11 };
@@ -98,6 +99,10 @@ class Control {
 
     [[nodiscard]] const std::string& caption() const { return caption_; }
     void setCaption(std::string_view caption);
+    // What the control is called by those who don't see it, without marks of access keys: the name given
+    // here, else the caption or what stands in for it. Empty for none.
+    [[nodiscard]] virtual std::string spokenName() const;
+    void setSpokenName(std::string_view name) { spokenName_ = name; }
     [[nodiscard]] bool visible() const { return visible_; }
     void setVisible(bool visible);
     [[nodiscard]] bool enabled() const { return enabled_; }
@@ -136,6 +141,9 @@ class Control {
     virtual void userClick() {}
     // An arrow key moves the choice within a group of controls; false where there is none.
     virtual bool userArrow(bool /*backwards*/) { return false; }
+    // The keyboard asks for the control's own menu, where it has one.
+    [[nodiscard]] virtual bool hasContextMenu() const { return false; }
+    virtual void userContextMenu() {}
     // The kind can have the keyboard at all.
     [[nodiscard]] virtual bool takesFocus() const { return false; }
     // The keyboard can come here now, and does by the Tab key.
@@ -158,11 +166,15 @@ class Control {
     // For state that a peer has already shown to the user.
     void storePlace(const Place& place) { place_ = place; }
 
+    // The control right before this one in its container; null for the first.
+    [[nodiscard]] Control* before() const;
+
   private:
     Form* form_;
     Control* container_ = nullptr;
     std::string name_;
     std::string caption_;
+    std::string spokenName_;
     std::unique_ptr<ControlPeer> peer_;
     Place place_;
     int tabIndex_ = -1;
@@ -172,6 +184,9 @@ class Control {
     bool visible_ = true;
     bool enabled_ = true;
 };
+
+// The caption as it is read: "&A && B" is "A & B".
+[[nodiscard]] std::string withoutAccessKey(std::string_view caption);
 
 // Provider: makes the visible side of a control. Form::load calls it for the form first and then for its
 // controls in their order, frames before what they hold; later controls lie further back.

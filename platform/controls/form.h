@@ -62,11 +62,11 @@ class Form : public ControlOf<Form, ControlKind::Form> {
     void userMouseMove(float x, float y);
     // A task bar has come up, at the system's start or after its end; see Form_TaskbarCreated.
     void userTaskbarCreated();
-    // Tab, Shift+Tab, Return, Escape, arrows in a group of option buttons and access keys as in any dialog.
-    // `key` is a virtual key code; with `alt` it is the character on the key, upper case, so that umlauts
-    // work on any keyboard. `held` for the repetitions of a key that is held down: they click nothing, so
-    // that nothing is done twice and no question that follows is answered unseen. True when the key was used
-    // up.
+    // Tab, Shift+Tab, Return, Escape, arrows in a group of option buttons, the keys of context menus (the
+    // menu key, Shift+F10) and access keys as in any dialog. `key` is a virtual key code; with `alt` it is
+    // the character on the key, upper case, so that umlauts work on any keyboard. `held` for the repetitions
+    // of a key that is held down: they click nothing, so that nothing is done twice and no question that
+    // follows is answered unseen. True when the key was used up.
     bool userKey(int key, bool shift, bool alt, bool held = false);
 
   protected:
@@ -91,6 +91,7 @@ class Form : public ControlOf<Form, ControlKind::Form> {
     [[nodiscard]] std::vector<Control*> tabStops() const;
     bool moveFocus(bool backwards);
     bool useAccessKey(int key, bool held);
+    bool openContextMenu(bool held);
 
     std::vector<Control*> controls_;
     Control* focused_ = nullptr;

@@ -5,20 +5,10 @@
 #include "base/text_case.h"
 #include "platform/controls/button.h"
 #include "platform/controls/form.h"
+#include "platform/controls/virtual_keys.h"
 
 namespace bromvale {
 namespace {
-
-// Windows' virtual keys; its header doesn't come here.
-enum VirtualKey {
-    kTab = 0x09,     // VK_TAB
-    kReturn = 0x0D,  // VK_RETURN
-    kEscape = 0x1B,  // VK_ESCAPE
-    kLeft = 0x25,    // VK_LEFT
-    kUp = 0x26,      // VK_UP
-    kRight = 0x27,   // VK_RIGHT
-    kDown = 0x28     // VK_DOWN
-};
 
 // The character behind the first single "&" of a caption, upper case; 0 for none. "&&" is a plain "&".
 char accessKey(const Control& control) {
@@ -110,6 +100,12 @@ bool Form::useAccessKey(int key, bool held) {
     return true;
 }
 
+bool Form::openContextMenu(bool held) {
+    if (!focused_ || !focused_->hasContextMenu()) return false;
+    if (!held) focused_->userContextMenu();
+    return true;
+}
+
 bool Form::userKey(int key, bool shift, bool alt, bool held) {
     if (!loaded_ || !enabled()) return false;
     if (alt) return useAccessKey(key, held);
@@ -121,6 +117,8 @@ bool Form::userKey(int key, bool shift, bool alt, bool held) {
             return clickButton(own ? own : defaultButton(), held);
         }
         case kEscape: return clickButton(cancelButton(), held);
+        case kMenuKey: return openContextMenu(held);
+        case kF10: return shift && openContextMenu(held);
         case kLeft:
         case kUp: return focused_ && focused_->userArrow(true);
         case kRight:

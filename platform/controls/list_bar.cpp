@@ -1,5 +1,6 @@
 #include "platform/controls/list_bar.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/failure.h"
@@ -29,18 +30,19 @@ void ListBar::addItem(Item item) {
 void ListBar::setOpenBar(int bar) {
     if (openBar_ == bar || bar < 0 || bar >= static_cast<int>(bars_.size())) return;
     openBar_ = bar;
+    part_ = {bar, 0};
     notify(Property::Selection);
 }
 
 bool ListBar::userItemClick(std::string_view caption) {
     if (!reachable()) return false;
-    for (std::size_t bar = 0; bar < bars_.size(); ++bar) {
-        for (const Item& candidate : bars_[bar].items) {
-            if (candidate.caption != caption) continue;
-            setOpenBar(static_cast<int>(bar));
-            dispatchUserEvent(onItemClick, Item(candidate));
-            return true;
-        }
+    for (int bar = 0; bar < static_cast<int>(bars_.size()); ++bar) {
+        const auto found = std::ranges::find(items(bar), caption, &Item::caption);
+        if (found == items(bar).end()) continue;
+        const Item clicked = *found;
+        userPart({bar, static_cast<int>(found - items(bar).begin())}, keyboardShown_);
+        dispatchUserEvent(onItemClick, clicked);
+        return true;
     }
     return false;
 }

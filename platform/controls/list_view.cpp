@@ -185,6 +185,10 @@ void ListView::userMouseUp(int button) {
     if (reachable()) dispatchUserEvent(onMouseUp, button);
 }
 
+void ListView::userContextMenu() {
+    if (reachable()) dispatchUserEvent(onContextMenu);
+}
+
 void ListView::userDoubleClick() {
     if (reachable()) dispatchUserEvent(onDblClick);
 }

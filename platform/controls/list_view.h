@@ -58,6 +58,7 @@ class ListView : public ControlOf<ListView, ControlKind::ListView> {
     // Button 1 left, 2 right, 4 middle.
     std::function<void(int button)> onMouseUp;
     std::function<void()> onDblClick;
+    std::function<void()> onContextMenu;  // by the keyboard; the right button is a mouse button
 
     void setColumns(std::vector<Column> columns);
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
@@ -94,6 +95,8 @@ class ListView : public ControlOf<ListView, ControlKind::ListView> {
     void userKeyDown(int keyCode);
     void userMouseUp(int button);
     void userDoubleClick();
+    void userContextMenu() override;
+    [[nodiscard]] bool hasContextMenu() const override { return static_cast<bool>(onContextMenu); }
     [[nodiscard]] bool takesFocus() const override { return true; }
 
   private:

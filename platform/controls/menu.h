@@ -23,9 +23,11 @@ class MenuItem : public ControlOf<MenuItem, ControlKind::Menu> {
     std::vector<MenuItem*> children_;
 };
 
-// Opens `menu` at the mouse position from the window of `owner`, `defaultItem` (or null) in bold, and runs
-// the handler of the chosen entry before it returns. Offline the menu is recorded; the machine's script
-// chooses.
-void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem);
+class ListView;
+
+// Opens `menu` from the window of `owner`, `defaultItem` (or null) in bold, and runs the handler of the
+// chosen entry before it returns: at the mouse position or, where the keyboard asked for it, at the selected
+// row of `list`, which is brought into sight. Offline the menu is recorded; the machine's script chooses.
+void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem, const ListView* list = nullptr);
 
 }  // namespace bromvale

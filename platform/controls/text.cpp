@@ -26,6 +26,12 @@ void EditedText::userText(std::string_view text) {
     dispatchUserEvent(onChange);
 }
 
+std::string EditedText::spokenName() const {
+    const std::string own = Control::spokenName();
+    const Label* const label = own.empty() ? as<Label>(before()) : nullptr;
+    return label ? label->spokenName() : own;
+}
+
 void ComboBox::addItem(std::string_view item) {
     const auto behind = [](std::string_view added, const std::string& there) {
         return compareWithoutCase(added, there) < 0;

@@ -13,10 +13,14 @@ class Label : public ControlOf<Label, ControlKind::Label> {
     // Face of the text where it isn't the form's own; empty for that.
     [[nodiscard]] const std::string& font() const { return font_; }
     void setFont(std::string_view font) { font_ = font; }
+    // Changes of the text are told to those who don't see them; see Announcements.
+    [[nodiscard]] bool announced() const { return announced_; }
+    void setAnnounced(bool on) { announced_ = on; }
 
   private:
     Alignment alignment_ = Alignment::Left;
     std::string font_;
+    bool announced_ = false;
 };
 
 // What boxes with a text of the user's have in common.
@@ -30,6 +34,8 @@ class EditedText : public Control {
     // The user typed: the box shows `text` already.
     void userText(std::string_view text);
     [[nodiscard]] bool takesFocus() const override { return true; }
+    // The label right before the box names it: Windows itself goes by that order of the windows.
+    [[nodiscard]] std::string spokenName() const override;
 
   protected:
     std::string text_;

@@ -98,6 +98,7 @@
 #define VK_ESCAPE 0x1B
 #define VK_EXECUTE 0x2B
 #define VK_DELETE 0x2E
+#define VK_APPS 0x5D
 #define VK_F4 0x73
 #define VK_F5 0x74
 #define VK_F6 0x75

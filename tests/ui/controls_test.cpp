@@ -215,57 +215,5 @@ TEST_F(ControlsTest, AFailureBelowAnAssignmentGoesToTheAssigningRoutine) {
     EXPECT_THROW(form.box.setValue(1), Failure);
 }
 
-class ListBarTest : public ::testing::Test {
-  protected:
-    class BarForm : public Form {
-      public:
-        BarForm() : Form("bars") {}
-        ~BarForm() override { unload(); }
-        BarForm(const BarForm&) = delete;
-        ListBar bar{this, "bar"};
-
-      protected:
-        void design() override {
-            setScaleSize(3000, 3000);
-            bar.setPlace({0, 0, 1500, 3000});
-        }
-    };
-    void SetUp() override {
-        form.load();
-        EXPECT_EQ(form.bar.addBar("Eins"), 1);
-        form.bar.addItem({"1Item1", "Suche", 0, "Startet"});
-        EXPECT_EQ(form.bar.addBar("Zwei"), 2);
-        form.bar.addItem({"2Item2", "Ende", 1, "Beendet"});
-        form.bar.onItemClick = [this](const ListBar::Item& item) { clicked.push_back(item.key); };
-    }
-    BarForm form;
-    std::vector<std::string> clicked;
-};
-
-TEST_F(ListBarTest, AClickOpensTheItemsBarFirst) {
-    EXPECT_EQ(form.bar.openBar(), 0);
-    EXPECT_TRUE(form.bar.userItemClick("Ende"));
-    EXPECT_EQ(form.bar.openBar(), 1);
-    EXPECT_EQ(clicked, std::vector<std::string>{"2Item2"});
-}
-
-TEST_F(ListBarTest, ACaptionThatNoItemHasIsNoClick) {
-    EXPECT_FALSE(form.bar.userItemClick("ende"));
-    EXPECT_TRUE(clicked.empty());
-}
-
-TEST_F(ListBarTest, ADisabledBarCannotBeClicked) {
-    form.bar.setEnabled(false);
-    EXPECT_FALSE(form.bar.userItemClick("Ende"));
-    EXPECT_TRUE(clicked.empty());
-}
-
-TEST_F(ListBarTest, ABarThatDoesNotExistIsNotOpened) {
-    form.bar.setOpenBar(2);
-    EXPECT_EQ(form.bar.openBar(), 0);
-    form.bar.setOpenBar(-1);
-    EXPECT_EQ(form.bar.openBar(), 0);
-}
-
 }  // namespace
 }  // namespace bromvale::testing

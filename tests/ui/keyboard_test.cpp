@@ -187,6 +187,30 @@ TEST_F(KeyboardTest, ShowingAWindowGivesTheFirstControlTheFocus) {
     EXPECT_EQ(focused(), "first");
 }
 
+TEST_F(KeyboardTest, TheMenuKeyAndShiftF10OpenTheMenuOfAList) {
+    constexpr int kMenuKey = 0x5D;
+    constexpr int kF10 = 0x79;
+    form.list.setFocus();
+    EXPECT_FALSE(form.userKey(kMenuKey, false, false)) << "this list has none";
+    form.list.onContextMenu = counting(count);
+    EXPECT_TRUE(form.userKey(kMenuKey, false, false));
+    EXPECT_TRUE(form.userKey(kF10, true, false));
+    EXPECT_EQ(count, 2);
+    EXPECT_TRUE(form.userKey(kF10, true, false, true)) << "held down it is one order";
+    EXPECT_FALSE(form.userKey(kF10, false, false)) << "F10 alone is the system's";
+    EXPECT_EQ(count, 2);
+    form.line.setFocus();
+    EXPECT_FALSE(form.userKey(kMenuKey, false, false)) << "a text box has the system's own menu";
+    EXPECT_EQ(count, 2);
+}
+
+TEST_F(KeyboardTest, AListThatCannotBeReachedOpensNoMenu) {
+    form.list.onContextMenu = counting(count);
+    form.list.setEnabled(false);
+    form.list.userContextMenu();
+    EXPECT_EQ(count, 0);
+}
+
 TEST_F(KeyboardTest, AKeyThatIsHeldDownClicksNothingAndIsUsedUpAllTheSame) {
     form.first.onClick = counting(count);
     form.first.setFocus();

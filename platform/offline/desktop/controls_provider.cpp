@@ -72,7 +72,7 @@ FrameSize frameSize(BorderStyle style) {
     return {0, 0};
 }
 
-void showPopupMenu(Form&, MenuItem& menu, const MenuItem* defaultItem) {
+void showPopupMenu(Form&, MenuItem& menu, const MenuItem* defaultItem, const ListView*) {
     std::string captions;
     for (const MenuItem* item : menu.children()) {
         if (!item->visible()) continue;

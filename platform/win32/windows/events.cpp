@@ -5,6 +5,7 @@
 
 #include "platform/controls/form.h"
 #include "platform/win32/system/held_keys.h"
+#include "platform/win32/windows/accessibility.h"
 #include "platform/win32/windows/common_controls.h"
 #include "platform/win32/windows/scrolling.h"
 #include "platform/win32/windows/window_peer.h"
@@ -85,19 +86,34 @@ int accessCharacter(WPARAM key) {
                  : static_cast<int>(MapVirtualKeyA(static_cast<UINT>(key), MAPVK_VK_TO_CHAR) & 0xFFu);
 }
 
-// Tab, Return, Escape and access keys belong to the form. True when the message is used up.
+// What has the keyboard is seen from the first key on: Windows hides its frames where the mouse came first.
+void showFocusOf(const Form& form) {
+    constexpr WPARAM kClear = 2 | 3 << 16;  // UIS_CLEAR of UISF_HIDEFOCUS and UISF_HIDEACCEL
+    SendMessageA(form.window(), WM_CHANGEUISTATE, kClear, 0);
+}
+
+// F10 comes as a key with Alt that it is not. The menu key acts when it is released, as everywhere.
+bool isKeyOfForm(const MSG& message) {
+    if (message.wParam == VK_APPS) return message.message == WM_KEYUP;
+    return message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+}
+
+// Tab, Return, Escape, the keys of context menus and access keys belong to the form. True when the message is
+// used up.
 bool offerToForm(const MSG& message) {
-    const bool alt = message.message == WM_SYSKEYDOWN;
-    if (message.message != WM_KEYDOWN && !alt) return false;
+    if (!isKeyOfForm(message)) return false;
+    const bool alt = message.message == WM_SYSKEYDOWN && message.wParam != VK_F10;
     Form* const form = formOfWindow(message.hwnd);
     if (form == nullptr) return false;
+    showFocusOf(*form);
     if (alt && scrollByKey(*form, message.wParam)) return true;
     if (!alt && keptByControl(message.hwnd, controlOfWindow(message.hwnd), message.wParam)) return false;
     // Ctrl makes another key of it, and with Alt it is the right Alt key that types characters.
     if (pressed(VK_CONTROL)) return false;
     const int key = alt ? accessCharacter(message.wParam) : static_cast<int>(message.wParam);
+    const bool held = message.message != WM_KEYUP && heldDown(message.lParam);
     bool used = false;
-    guarded([&] { used = form->userKey(key, pressed(VK_SHIFT), alt, heldDown(message.lParam)); });
+    guarded([&] { used = form->userKey(key, pressed(VK_SHIFT), alt, held); });
     return used;
 }
 
@@ -144,6 +160,7 @@ void ServeWindows() {
     servedAt = now;
     flushDuePaints();
     for (const MessageRange& range : kWindowMessages) serveWindowMessages(range);
+    answerAssistive();
 }
 
 void WaitForEvents(unsigned milliseconds) {

@@ -1,5 +1,6 @@
 // Labels, pictures and lines: what only shows something.
 #include "platform/win32/system/icons.h"
+#include "platform/win32/windows/announcer.h"
 #include "platform/win32/windows/buffered_paint.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
@@ -47,12 +48,16 @@ class LabelPeer : public PaintedPeer {
         if (label.caption().find('&') == std::string::npos) prefix_ = DT_NOPREFIX;
         createChild({"STATIC", static_cast<DWORD>(SS_LEFT | (prefix_ != 0 ? SS_NOPREFIX : 0))});
     }
+    ~LabelPeer() override { forgetAnnouncement(label_); }
+    LabelPeer(const LabelPeer&) = delete;
+    LabelPeer& operator=(const LabelPeer&) = delete;
 
   protected:
     void apply(Property property) override {
         PaintedPeer::apply(property);
         const RECT wanted = windowRect();
         if (property == Property::Caption && !EqualRect(&wanted, &placed_)) place();
+        if (property == Property::Caption && label_.announced()) announce(label_);
     }
 
     // A label of one line that misses its width by a little, as some fonts and screens make it, takes it from

@@ -1,6 +1,4 @@
-// What mouse and keyboard do to the navigation bar.
-#include <algorithm>
-
+// What the mouse does to the navigation bar.
 #include "platform/win32/windows/common_controls.h"
 #include "platform/win32/windows/list_bar_peer.h"
 #include "platform/win32/windows/metrics.h"
@@ -33,14 +31,14 @@ void ListBarPeer::mouseMoved(POINT at) {
 }
 
 void ListBarPeer::pressed(POINT at) {
-    keyboard_ = false;
+    bar_.showKeyboard(false);
     SetFocus(window());
     if (sliding_) return;
     state_.hot = state_.pressed = hitTest(layout_, bar_.openBar(), at);
     if (state_.pressed.part == Part::None) return;
     SetCapture(window());
     if (scrollByButton(state_.pressed.part)) SetTimer(window(), kScrollTimer, kScrollStep, nullptr);
-    if (state_.pressed.part == Part::Item) focusItem_ = state_.pressed.index;
+    if (state_.pressed.part == Part::Item) bar_.userPart({state_.pressed.bar, state_.pressed.index}, false);
     refresh();
 }
 
@@ -63,12 +61,9 @@ void ListBarPeer::released(POINT at) {
     forgetPress();
     if (GetCapture() == window()) ReleaseCapture();
     if (was.part == Part::None || !(hitTest(layout_, bar_.openBar(), at) == was)) return;
-    if (was.part == Part::Header) openByUser(was.bar);
     // The click may close the program's windows; nothing of this peer is used behind it.
-    if (was.part == Part::Item) {
-        const std::string caption = bar_.item(was.bar, was.index).caption;
-        bar_.userItemClick(caption);
-    }
+    if (was.part == Part::Header) bar_.userPress({was.bar, -1});
+    if (was.part == Part::Item) bar_.userPress({was.bar, was.index});
 }
 
 bool ListBarPeer::mouseMessage(UINT message, WPARAM wParam, POINT at) {
@@ -83,54 +78,6 @@ bool ListBarPeer::mouseMessage(UINT message, WPARAM wParam, POINT at) {
         case WM_CAPTURECHANGED: forgetPress(); return true;
         case WM_MOUSEWHEEL:
             scrollBy(-static_cast<short>(HIWORD(wParam)) * scale().scaled(kScrollPixels) * 2 / WHEEL_DELTA);
-            return true;
-        default: return false;
-    }
-}
-
-void ListBarPeer::openByUser(int bar) {
-    if (bar >= 0 && bar < static_cast<int>(bar_.bars().size())) bar_.setOpenBar(bar);
-}
-
-void ListBarPeer::moveFocus(int index) {
-    keyboard_ = true;
-    focusItem_ = std::clamp(index, 0, std::max(0, itemCount() - 1));
-    refresh();
-    bringIntoView(focusItem_);
-}
-
-void ListBarPeer::clickFocused() {
-    if (itemCount() == 0) return;
-    const std::string caption = bar_.item(bar_.openBar(), focusItem_).caption;
-    bar_.userItemClick(caption);
-}
-
-bool ListBarPeer::keyPressed(WPARAM key, bool held) {
-    const bool control = GetKeyState(VK_CONTROL) < 0;
-    switch (key) {
-        case VK_UP:
-        case VK_DOWN: {
-            const int step = key == VK_UP ? -1 : 1;
-            keyboard_ = true;
-            if (control) {
-                openByUser(bar_.openBar() + step);
-            } else {
-                moveFocus(focusItem_ + step);
-            }
-            return true;
-        }
-        case VK_PRIOR:
-        case VK_NEXT:
-            keyboard_ = true;
-            openByUser(bar_.openBar() + (key == VK_PRIOR ? -1 : 1));
-            return true;
-        case VK_HOME: moveFocus(0); return true;
-        case VK_END: moveFocus(itemCount() - 1); return true;
-        case VK_RETURN:
-        case VK_SPACE:
-            if (!focusShown()) return false;
-            // A key that is held down is one order, however long that takes.
-            if (!held) clickFocused();
             return true;
         default: return false;
     }

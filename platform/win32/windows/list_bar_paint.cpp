@@ -37,6 +37,12 @@ void drawPlate(HDC dc, const RECT& icon, bool pressed, const Scale& scale) {
     fillColour(dc, plate, blended(accent, ground, pressed ? 30 : 14));
 }
 
+void drawFocus(HDC dc, const RECT& frame, int text, int ground) {
+    SetTextColor(dc, GetSysColor(text));
+    SetBkColor(dc, GetSysColor(ground));
+    DrawFocusRect(dc, &frame);
+}
+
 void paintItem(HDC dc, const ListBar& bar, const ListBarLayout::Item& placed, const ListBarState& state,
                const Scale& scale) {
     const ListBar::Item& item = bar.item(placed.bar, placed.index);
@@ -55,12 +61,10 @@ void paintItem(HDC dc, const ListBar& bar, const ListBarLayout::Item& placed, co
     SetTextColor(dc, GetSysColor(bar.enabled() ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT));
     DrawTextA(dc, item.caption.c_str(), static_cast<int>(item.caption.size()), &text,
               DT_CENTER | DT_WORDBREAK | DT_NOPREFIX);
-    if (placed.bar == bar.openBar() && placed.index == state.focusedItem) {
+    if (state.focused == ListBar::Part{placed.bar, placed.index}) {
         RECT frame = placed.text;
         InflateRect(&frame, 1, 1);
-        SetTextColor(dc, GetSysColor(COLOR_WINDOWTEXT));
-        SetBkColor(dc, GetSysColor(COLOR_WINDOW));
-        DrawFocusRect(dc, &frame);
+        drawFocus(dc, frame, COLOR_WINDOWTEXT, COLOR_WINDOW);
     }
 }
 
@@ -106,6 +110,10 @@ void paintListBar(HDC dc, const RECT& client, const ListBar& bar, const ListBarL
     for (std::size_t i = 0; i < layout.bars.size(); ++i) {
         const ListBarHit self{Part::Header, static_cast<int>(i), -1};
         paintHeader(dc, layout.bars[i].header, bar.bars()[i].caption, state.hot == self, isPressed(self));
+        if (state.focused != ListBar::Part{static_cast<int>(i), -1}) continue;
+        RECT frame = layout.bars[i].header;
+        InflateRect(&frame, -3, -3);
+        drawFocus(dc, frame, COLOR_BTNTEXT, COLOR_BTNFACE);
     }
     SelectObject(dc, oldFont);
 }

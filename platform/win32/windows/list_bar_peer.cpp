@@ -1,6 +1,7 @@
 #include "platform/win32/windows/list_bar_peer.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/win32/system/held_keys.h"
 #include "platform/win32/windows/buffered_paint.h"
@@ -33,7 +34,7 @@ ListBarPeer::ListBarPeer(ListBar& bar) : WindowPeer(bar), bar_(bar) {
     static const bool registered = registerClass(kListBarClass, CS_HREDRAW | CS_VREDRAW, nullptr);
     if (!registered) return;
     createChild({kListBarClass, WS_TABSTOP, WS_EX_CLIENTEDGE});
-    SetWindowTextA(window(), bar.name().c_str());
+    SetWindowTextA(window(), bar.spokenName().c_str());
     refresh();
 }
 
@@ -41,10 +42,6 @@ RECT ListBarPeer::clientRect() const {
     RECT rect{};
     GetClientRect(window(), &rect);
     return rect;
-}
-
-int ListBarPeer::itemCount() const {
-    return bar_.bars().empty() ? 0 : static_cast<int>(bar_.items(bar_.openBar()).size());
 }
 
 // Takes the control's state and the window's size over.
@@ -56,8 +53,8 @@ void ListBarPeer::refresh() {
         scroll_ = layout_.scrollLimit;
         layout_ = layOut(bar_, client, tops_, scroll_, scale());
     }
-    focusItem_ = std::clamp(focusItem_, 0, std::max(0, itemCount() - 1));
-    state_.focusedItem = keyboard_ && GetFocus() == window() ? focusItem_ : -1;
+    const bool seen = bar_.keyboardShown() && GetFocus() == window() && !bar_.bars().empty();
+    state_.focused = seen ? bar_.keyboardPart() : ListBar::Part{-1, -1};
     if (!sliding_) tips_.place(window(), bar_, layout_, scale());
     InvalidateRect(window(), nullptr, FALSE);
 }
@@ -71,17 +68,23 @@ void ListBarPeer::rescaled(const Scale& before) {
 }
 
 void ListBarPeer::apply(Property property) {
-    if (property == Property::Selection) slide();
+    if (property == Property::Selection && bar_.openBar() != shownBar_) slide();
+    if (property == Property::Focus) {
+        refresh();
+        bringIntoView(bar_.keyboardPart());
+    }
     if (property == Property::Items) {
         // Bars that came or went have no place to slide from.
         if (tops_.size() != bar_.bars().size()) sliding_ = false;
         refresh();
     }
+    tellFocus();
+    tellSelection();
 }
 
 void ListBarPeer::slide() {
     scroll_ = 0;
-    focusItem_ = 0;
+    tellOpened(std::exchange(shownBar_, bar_.openBar()));
     state_.hot = {};
     const bool seen = IsWindowVisible(window()) && tops_.size() == bar_.bars().size();
     if (seen) {
@@ -116,8 +119,8 @@ void ListBarPeer::scrollBy(int pixels) {
     refresh();
 }
 
-void ListBarPeer::bringIntoView(int index) {
-    const ListBarLayout::Item* const item = findItem(layout_, bar_.openBar(), index);
+void ListBarPeer::bringIntoView(ListBar::Part part) {
+    const ListBarLayout::Item* const item = findItem(layout_, part.bar, part.item);
     if (item == nullptr || sliding_) return;
     const RECT& area = layout_.bars[static_cast<std::size_t>(item->bar)].area;
     if (item->cell.top < area.top) scrollBy(static_cast<int>(item->cell.top - area.top));
@@ -166,14 +169,17 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_TIMER: ticked(wParam); return 0;
         case WM_KEYDOWN:
-            if (keyPressed(wParam, heldDown(lParam))) return 0;
+            if (bar_.userKey(static_cast<int>(wParam), GetKeyState(VK_CONTROL) < 0, heldDown(lParam)))
+                return 0;
             break;
         case WM_GETDLGCODE: return DLGC_WANTARROWS | DLGC_WANTCHARS;
         case WM_SETFOCUS:
             // Reached by Tab: the keyboard goes on.
-            keyboard_ = keyboard_ || GetKeyState(VK_TAB) < 0;
+            if (GetKeyState(VK_TAB) < 0) bar_.showKeyboard(true);
             WindowPeer::userMessage(message, wParam, lParam);
             refresh();
+            toldFocus_ = 0;
+            tellFocus();
             return 0;
         case WM_KILLFOCUS:
         case WM_ENABLE:
@@ -185,6 +191,10 @@ LRESULT ListBarPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         flush();
         if (message == itemRectMessage()) return itemCentre(static_cast<int>(wParam));
         if (message == headerRectMessage()) return headerCentre(static_cast<int>(wParam));
+        if (message == pressMessage()) {
+            bar_.userPress(partOf(static_cast<int>(wParam)));
+            return 0;
+        }
     }
     return WindowPeer::userMessage(message, wParam, lParam);
 }

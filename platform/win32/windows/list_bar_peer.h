@@ -1,6 +1,7 @@
 #pragma once
 #include <vector>
 
+#include "platform/win32/windows/accessible_parts.h"
 #include "platform/win32/windows/list_bar_layout.h"
 #include "platform/win32/windows/window_peer.h"
 
@@ -10,7 +11,8 @@ namespace bromvale {
 struct ListBarState {
     ListBarHit hot;
     ListBarHit pressed;
-    int focusedItem = -1;  // of the open bar, with a frame around its caption; -1 for none
+    // The part with a frame around its caption; none before the keyboard was used.
+    ListBar::Part focused{-1, -1};
 };
 
 void paintListBar(HDC dc, const RECT& client, const ListBar& bar, const ListBarLayout& layout,
@@ -35,7 +37,7 @@ class ListBarTips {
 };
 
 // The navigation bar: a control of its own, since Windows has none of this kind.
-class ListBarPeer : public WindowPeer {
+class ListBarPeer : public WindowPeer, private AccessibleParts {
   public:
     explicit ListBarPeer(ListBar& bar);
     LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -47,16 +49,41 @@ class ListBarPeer : public WindowPeer {
 
   protected:
     void apply(Property property) override;
-    [[nodiscard]] bool immediate(Property property) const override { return property == Property::Selection; }
+    [[nodiscard]] bool immediate(Property property) const override {
+        return property == Property::Selection || property == Property::Focus;
+    }
+
+    LRESULT accessible(WPARAM wParam, LPARAM lParam) override {
+        flush();
+        return accessible_.answer(window(), *this, wParam, lParam);
+    }
 
   private:
+    [[nodiscard]] int count() const override;
+    [[nodiscard]] AccessiblePart part(int number) const override;
+    [[nodiscard]] int focusedPart() const override;
+    [[nodiscard]] int selectedPart() const override;
+    void pressSoon(int number) override;
+    bool choosePart(int number, bool focus) override;
+
+    [[nodiscard]] ListBar::Part partOf(int number) const;
+    [[nodiscard]] int numberOf(ListBar::Part part) const;
+    [[nodiscard]] AccessiblePart wholeBar() const;
+    [[nodiscard]] AccessiblePart headerPart(int bar) const;
+    [[nodiscard]] AccessiblePart itemPart(ListBar::Part part) const;
+    // Posted with a part's number.
+    [[nodiscard]] static UINT pressMessage();
+    void tellFocus();
+    void tellSelection();
+    void tellOpened(int before);
+
     void refresh();
     void slide();
     void slideOn();
     void ticked(UINT_PTR timer);
     [[nodiscard]] RECT clientRect() const;
     void scrollBy(int pixels);
-    void bringIntoView(int index);
+    void bringIntoView(ListBar::Part part);
 
     void paint();
     void setHot(const ListBarHit& hit);
@@ -66,12 +93,7 @@ class ListBarPeer : public WindowPeer {
     void forgetPress();
     bool scrollByButton(ListBarHit::Part part);
     bool mouseMessage(UINT message, WPARAM wParam, POINT at);
-    void openByUser(int bar);
-    bool keyPressed(WPARAM key, bool held);
-    [[nodiscard]] bool focusShown() const { return state_.focusedItem >= 0; }
-    void clickFocused();
-    void moveFocus(int index);
-    [[nodiscard]] int itemCount() const;
+    [[nodiscard]] bool focusShown() const { return state_.focused.bar >= 0; }
     [[nodiscard]] LRESULT itemCentre(int number) const;
     [[nodiscard]] LRESULT headerCentre(int number) const;
     [[nodiscard]] LRESULT onScreen(const RECT& rect, const RECT& visible) const;
@@ -79,6 +101,7 @@ class ListBarPeer : public WindowPeer {
     static constexpr UINT_PTR kScrollTimer = 2;
 
     ListBar& bar_;
+    AccessibleWindow accessible_;
     ListBarTips tips_;
     ListBarLayout layout_;
     ListBarState state_;
@@ -86,9 +109,10 @@ class ListBarPeer : public WindowPeer {
     std::vector<int> slideFrom_;  // and where they were when the slide began
     DWORD slideBegan_ = 0;
     int scroll_ = 0;
-    int focusItem_ = 0;
+    int shownBar_ = 0;  // open in the window
+    int toldFocus_ = -1;
+    int toldSelection_ = -1;
     bool sliding_ = false;
-    bool keyboard_ = false;  // the last input came from it, so the focus is shown
     bool tracking_ = false;
 };
 

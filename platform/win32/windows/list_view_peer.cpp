@@ -14,6 +14,8 @@ ListViewPeer::ListViewPeer(ListView& list) : WindowPeer(list), list_(list) {
     const DWORD extended = LVS_EX_FULLROWSELECT | (themedControls() ? LVS_EX_DOUBLEBUFFER : 0u);
     send(LVM_SETEXTENDEDLISTVIEWSTYLE, extended, static_cast<LPARAM>(extended));
     const Busy here(*this);
+    // A list shows no text of its own; assistive tools read it.
+    setWindowText(list.spokenName());
     showIcons();
     apply(Property::Columns);
     apply(Property::Items);
@@ -122,6 +124,7 @@ bool ListViewPeer::notification(NMHDR* header, LRESULT& result) {
             return true;
         case LVN_KEYDOWN: list_.userKeyDown(reinterpret_cast<NMLVKEYDOWN*>(header)->wVKey); return true;
         case NM_DBLCLK: list_.userDoubleClick(); return true;
+        case NM_CUSTOMDRAW: result = drawFrame(*reinterpret_cast<const NMCUSTOMDRAW*>(header)); return true;
         default: return false;
     }
 }
@@ -147,6 +150,10 @@ LRESULT ListViewPeer::mouseMessage(const MouseEdge& edge, UINT message, WPARAM w
 
 LRESULT ListViewPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
+        case WM_SETFOCUS:
+        case WM_KILLFOCUS:
+            if (focusedRow(LVNI_FOCUSED) == 0) InvalidateRect(window(), nullptr, FALSE);
+            break;
         case WM_NOTIFY: {
             // Columns without width carry data for the program; nobody drags them open.
             const auto* const header = reinterpret_cast<const NMHEADERA*>(lParam);
@@ -161,6 +168,12 @@ LRESULT ListViewPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             if (wParam == VK_ADD && GetKeyState(VK_CONTROL) < 0) return 0;
             flush();
             break;
+        case WM_CONTEXTMENU:
+            // Without a place it is not the mouse's, whose right button opens the menu when it is released.
+            if (lParam != -1) break;
+            flush();
+            list_.userContextMenu();
+            return 0;
         case WM_MOUSEWHEEL:
         case WM_VSCROLL: flush(); break;
         case WM_SYSCOLORCHANGE:

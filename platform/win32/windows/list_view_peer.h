@@ -20,6 +20,8 @@ class ListViewPeer : public WindowPeer {
     void apply(Property property) override;
 
   private:
+    [[nodiscard]] bool wantsFrame() const;
+    LRESULT drawFrame(const NMCUSTOMDRAW& step);
     void showIcons();
     void showColumns();
     void showRows();
@@ -40,6 +42,7 @@ class ListViewPeer : public WindowPeer {
     ListView& list_;
     ReleaseCounter releases_;
     std::size_t columns_ = 0;
+    bool framed_ = false;
 };
 
 }  // namespace bromvale

@@ -92,6 +92,7 @@ void ListViewPeer::readRow(const NMLISTVIEW& change) {
     if ((differs & LVIS_SELECTED) != 0) {
         list_.userSetSelected(change.iItem + 1, (change.uNewState & LVIS_SELECTED) != 0);
     }
+    if (framed_ != wantsFrame()) InvalidateRect(window(), nullptr, FALSE);
     if ((differs & LVIS_FOCUSED) != 0 && (change.uNewState & LVIS_FOCUSED) != 0) {
         list_.userSetFocused(change.iItem + 1);
     }
@@ -102,6 +103,28 @@ void ListViewPeer::readRange(const NMLVODSTATECHANGE& change) {
     for (int row = std::max(change.iFrom, 0) + 1; row <= change.iTo + 1 && row <= list_.count(); ++row) {
         list_.userSetSelected(row, (change.uNewState & LVIS_SELECTED) != 0);
     }
+}
+
+// A list with the keyboard and no row to show it by wears the frame around all rows, an empty one too.
+bool ListViewPeer::wantsFrame() const {
+    return GetFocus() == window() && focusedRow(LVNI_FOCUSED) == 0;
+}
+
+LRESULT ListViewPeer::drawFrame(const NMCUSTOMDRAW& step) {
+    if (step.dwDrawStage == CDDS_PREPAINT) {
+        framed_ = wantsFrame();
+        return framed_ ? CDRF_NOTIFYPOSTPAINT : CDRF_DODEFAULT;
+    }
+    if (step.dwDrawStage != CDDS_POSTPAINT || !framed_) return CDRF_DODEFAULT;
+    RECT rows{};
+    RECT header{};
+    GetClientRect(window(), &rows);
+    GetClientRect(reinterpret_cast<HWND>(send(LVM_GETHEADER)), &header);
+    rows.top += header.bottom;
+    SetTextColor(step.hdc, GetSysColor(COLOR_WINDOWTEXT));
+    SetBkColor(step.hdc, GetSysColor(COLOR_WINDOW));
+    DrawFocusRect(step.hdc, &rows);
+    return CDRF_DODEFAULT;
 }
 
 }  // namespace bromvale

@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <vector>
 
 #include "platform/controls/form.h"
+#include "platform/controls/list_view.h"
 #include "platform/controls/menu.h"
-#include "platform/win32/system/windows.h"
+#include "platform/win32/windows/common_controls.h"
 #include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
@@ -18,9 +20,7 @@ class Popup {
 
     void fill(const MenuItem& menu, const MenuItem* defaultItem) { fill(menu_, menu, defaultItem); }
 
-    MenuItem* choose(HWND owner) {
-        POINT at{};
-        GetCursorPos(&at);
+    MenuItem* choose(HWND owner, POINT at) {
         const int chosen = static_cast<int>(
             TrackPopupMenu(menu_, TPM_RETURNCMD | TPM_NONOTIFY | TPM_LEFTALIGN | TPM_RIGHTBUTTON, at.x, at.y,
                            0, owner, nullptr));
@@ -51,16 +51,45 @@ class Popup {
     std::vector<MenuItem*> items_;
 };
 
+POINT mousePlace() {
+    POINT at{};
+    GetCursorPos(&at);
+    return at;
+}
+
+// Below the text of the marked row that has the focus, or of the first marked one; without any, at the upper
+// edge of the rows.
+POINT selectedPlace(HWND list) {
+    const auto next = [list](LPARAM states) {
+        return SendMessageA(list, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), states);
+    };
+    LRESULT row = next(LVNI_SELECTED | LVNI_FOCUSED);
+    if (row < 0) row = next(LVNI_SELECTED);
+    RECT place{};
+    if (row >= 0) {
+        SendMessageA(list, LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+        place.left = LVIR_LABEL;
+        SendMessageA(list, LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+    } else {
+        const auto header = reinterpret_cast<HWND>(SendMessageA(list, LVM_GETHEADER, 0, 0));
+        if (header != nullptr) GetClientRect(header, &place);
+    }
+    POINT at{std::max<LONG>(place.left, 0), place.bottom};
+    ClientToScreen(list, &at);
+    return at;
+}
+
 }  // namespace
 
-void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem) {
+void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem, const ListView* list) {
     owner.load();
     flushPaints();
     MenuItem* chosen = nullptr;
     {
         Popup popup;
         popup.fill(menu, defaultItem);
-        chosen = popup.choose(owner.window());
+        const HWND window = list != nullptr && list->peer() != nullptr ? list->peer()->window() : nullptr;
+        chosen = popup.choose(owner.window(), window != nullptr ? selectedPlace(window) : mousePlace());
     }
     // Without a message behind it a menu of the notification area doesn't close at the next click beside it.
     PostMessageA(owner.window(), WM_NULL, 0, 0);

@@ -1,6 +1,7 @@
 // Status bar, progress bar and timer.
 #include <algorithm>
 
+#include "platform/win32/windows/accessible_parts.h"
 #include "platform/win32/windows/common_controls.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
@@ -10,7 +11,7 @@ namespace bromvale {
 
 namespace {
 
-class StatusBarPeer : public WindowPeer {
+class StatusBarPeer : public WindowPeer, private AccessibleParts {
   public:
     explicit StatusBarPeer(StatusBar& bar) : WindowPeer(bar), bar_(bar) {
         createChild({STATUSCLASSNAMEA, CCS_NOPARENTALIGN | CCS_NORESIZE | SBARS_SIZEGRIP | WS_CLIPSIBLINGS});
@@ -54,8 +55,29 @@ class StatusBarPeer : public WindowPeer {
         return area;
     }
 
+    LRESULT accessible(WPARAM wParam, LPARAM lParam) override {
+        flush();
+        return tellsParts(window(), count()) ? 0 : accessible_.answer(window(), *this, wParam, lParam);
+    }
+
   private:
+    [[nodiscard]] int count() const override { return static_cast<int>(bar_.panels().size()); }
+    [[nodiscard]] AccessiblePart part(int number) const override {
+        AccessiblePart told;
+        told.state = STATE_SYSTEM_READONLY;
+        told.role = number == 0 ? ROLE_SYSTEM_STATUSBAR : ROLE_SYSTEM_STATICTEXT;
+        told.name = number == 0 ? bar_.spokenName() : bar_.panelText(number);
+        if (number == 0) {
+            GetClientRect(window(), &told.place);
+        } else {
+            send(SB_GETRECT, static_cast<WPARAM>(number - 1), reinterpret_cast<LPARAM>(&told.place));
+        }
+        MapWindowPoints(window(), nullptr, reinterpret_cast<POINT*>(&told.place), 2);
+        return told;
+    }
+
     StatusBar& bar_;
+    AccessibleWindow accessible_;
     std::vector<int> edges_;
     std::vector<std::string> texts_;
 };
@@ -64,6 +86,7 @@ class ProgressBarPeer : public WindowPeer {
   public:
     explicit ProgressBarPeer(ProgressBar& bar) : WindowPeer(bar), bar_(bar) {
         createChild({PROGRESS_CLASSA, WS_CLIPSIBLINGS});
+        setWindowText(bar.spokenName());  // never shown; assistive tools read it
         apply(Property::Range);
         apply(Property::Value);
     }

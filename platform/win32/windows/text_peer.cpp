@@ -1,5 +1,6 @@
 // Text boxes and combo boxes.
 #include "platform/win32/windows/colours.h"
+#include "platform/win32/windows/combo_field.h"
 #include "platform/win32/windows/metrics.h"
 #include "platform/win32/windows/peers.h"
 #include "platform/win32/windows/window_peer.h"
@@ -53,6 +54,7 @@ class ComboBoxPeer : public WindowPeer {
   public:
     explicit ComboBoxPeer(ComboBox& box) : WindowPeer(box), box_(box) {
         createChild({"COMBOBOX", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL});
+        nameComboField(window());
         const Busy here(*this);
         setHeight();
         fill();

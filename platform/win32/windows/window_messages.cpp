@@ -1,6 +1,7 @@
 // The way of messages from Windows to the controls.
 #include "platform/controls/form.h"
 #include "platform/events.h"
+#include "platform/win32/windows/named_object.h"
 #include "platform/win32/windows/window_peer.h"
 
 namespace bromvale {
@@ -87,6 +88,12 @@ LRESULT WindowPeer::baseMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     return CallWindowProcA(classProcedure_, window_, message, wParam, lParam);
 }
 
+// What has no caption of its own Windows can't name everywhere.
+LRESULT WindowPeer::accessible(WPARAM wParam, LPARAM lParam) {
+    if (!control_.caption().empty()) return 0;
+    return answerWithName(window_, control_.spokenName(), wParam, lParam);
+}
+
 LRESULT WindowPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     LRESULT result = 0;
     switch (message) {
@@ -102,6 +109,9 @@ LRESULT WindowPeer::userMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_GETTEXT:
         case WM_GETTEXTLENGTH:
             if (!busy_) flush();
+            break;
+        case WM_GETOBJECT:
+            if ((result = accessible(wParam, lParam)) != 0) return result;
             break;
         default:
             if (reflect(message, wParam, lParam, result)) return result;

@@ -53,6 +53,9 @@ class WindowPeer : public ControlPeer {
     // has the keyboard, this one or one inside it.
     [[nodiscard]] virtual bool keepsKey(WPARAM /*key*/, HWND /*focus*/) const { return false; }
 
+    // Answers WM_GETOBJECT, by which assistive tools ask for the window's object; 0 for Windows' own answer.
+    virtual LRESULT accessible(WPARAM wParam, LPARAM lParam);
+
     // The window's own messages. The peer may be gone when a call of userMessage or baseMessage returns.
     virtual LRESULT userMessage(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT baseMessage(UINT message, WPARAM wParam, LPARAM lParam);
