@@ -35,8 +35,42 @@ keys space
 check "space ticks it" checked chbRegKeysShow
 check "and the list is there" visible lvwRegKeys
 shot 03-results
+picture_of() { local left top right bottom; read -r left top right bottom < <(place "$1"); import -window root -crop "$((right - left))x$((bottom - top))+$left+$top" rgb:- | md5sum; }
+without=$(picture_of lvwRegKeys)
 keys shift+Tab shift+Tab shift+Tab
 check "the list stands before the buttons" equal "$(inspect focus)" lvwRegKeys
+check "it shows that it has the keyboard, though no row is chosen" [ "$(picture_of lvwRegKeys)" != "$without" ]
+shot 03a-list-with-the-keyboard
+menu_place() { inspect tops | sed -n 's/^#32768\t\([-0-9 ]*\)\t.*/\1/p'; }
+menu_opens() { local tries; for tries in $(seq 30); do [ -n "$(menu_place)" ] && return 0; sleep 0.1; done; return 1; }
+menu_closes() { local tries; for tries in $(seq 30); do [ -z "$(menu_place)" ] && return 0; sleep 0.1; done; return 1; }
+at_row() { # ROW: the menu opens below it
+    local left top right bottom menu_left menu_top rest
+    read -r left top right bottom < <(inspect row-place lvwRegKeys "$1")
+    read -r menu_left menu_top rest < <(menu_place)
+    [ "$((menu_top - bottom))" -ge -2 ] && [ "$((menu_top - bottom))" -le 4 ] && [ "$menu_left" -ge "$left" ] && [ "$menu_left" -le "$right" ]
+}
+xdotool mousemove 5 5
+keys Menu
+check "the menu key opens the list's menu without a row, too" menu_opens
+shot 03b-menu-without-a-row
+keys Escape
+check "Escape closes it" menu_closes
+keys Home Down Down Menu
+check "the menu key opens it" menu_opens
+check "at the selected row" at_row 3
+shot 03c-menu-at-the-row
+keys Escape
+check "Escape closes it again" menu_closes
+keys End shift+F10
+check "Shift+F10 opens it" menu_opens
+check "at the selected row, which is in sight" at_row "$(inspect rows lvwRegKeys | wc -l)"
+keys Escape
+menu_closes
+check "once closed the list has the keyboard" equal "$(inspect focus)" lvwRegKeys
+keys Tab
+check "which Tab takes on" [ "$(inspect focus)" != lvwRegKeys ]
+keys shift+Tab
 
 first_column() { inspect rows lvwRegKeys | cut -f 2; }
 second_column() { inspect rows lvwRegKeys | cut -f 3; }
