@@ -39,9 +39,9 @@ bool ListBar::userItemClick(std::string_view caption) {
     for (int bar = 0; bar < static_cast<int>(bars_.size()); ++bar) {
         const auto found = std::ranges::find(items(bar), caption, &Item::caption);
         if (found == items(bar).end()) continue;
-        const Item clicked = *found;
         userPart({bar, static_cast<int>(found - items(bar).begin())}, keyboardShown_);
-        dispatchUserEvent(onItemClick, clicked);
+        // A copy: the handler may do away with the bar.
+        dispatchUserEvent(onItemClick, Item(*found));
         return true;
     }
     return false;

@@ -71,5 +71,16 @@ TEST_F(ControlsTest, ACaptionIsSpokenWithoutTheMarkOfItsAccessKey) {
     EXPECT_EQ(form.line.spokenName(), "Zeile");
 }
 
+TEST_F(ControlsTest, ALabelOfAnotherFrameNamesNoField) {
+    Label there(&form, "there");
+    there.setContainer(&form.back);
+    there.setCaption("Dort:");
+    TextBox field(&form, "field");
+    field.setContainer(&form.front);
+    EXPECT_EQ(field.spokenName(), "");
+    field.setContainer(&form.back);
+    EXPECT_EQ(field.spokenName(), "Dort:");
+}
+
 }  // namespace
 }  // namespace bromvale::testing

@@ -62,7 +62,7 @@ BSTR spokenText(const std::string& text) {
 LRESULT answerWith(IAccessible& object, WPARAM flags) {
     const LRESULT answer = accessibility()->resultFromObject(__uuidof(IAccessible), flags, &object);
     findCallWindow();
-    return answer > 0 ? answer : 0;
+    return SUCCEEDED(static_cast<HRESULT>(answer)) ? answer : 0;  // a failure's code is an LRESULT, too
 }
 
 void tellAssistive(DWORD event, HWND window, LONG child) {

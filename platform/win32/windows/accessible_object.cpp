@@ -76,7 +76,7 @@ HRESULT AccessibleObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
 }
 
 HRESULT AccessibleObject::check(const VARIANT& child) const {
-    if (parts_ == nullptr) return CO_E_OBJNOTCONNECTED;
+    if (!connected()) return CO_E_OBJNOTCONNECTED;
     return child.vt == VT_I4 && child.lVal >= 0 && child.lVal <= parts_->count() ? S_OK : E_INVALIDARG;
 }
 
@@ -107,7 +107,7 @@ HRESULT AccessibleObject::number(const VARIANT& child, LONG AccessiblePart::*mem
 HRESULT AccessibleObject::get_accParent(IDispatch** parent) {
     if (parent == nullptr) return E_INVALIDARG;
     *parent = nullptr;
-    if (parts_ == nullptr) return CO_E_OBJNOTCONNECTED;
+    if (!connected()) return CO_E_OBJNOTCONNECTED;
     return accessibility()->createStandard(window_, static_cast<LONG>(OBJID_WINDOW), __uuidof(IDispatch),
                                            reinterpret_cast<void**>(parent));
 }
@@ -115,7 +115,7 @@ HRESULT AccessibleObject::get_accParent(IDispatch** parent) {
 HRESULT AccessibleObject::get_accChildCount(LONG* count) {
     if (count == nullptr) return E_INVALIDARG;
     *count = 0;
-    if (parts_ == nullptr) return CO_E_OBJNOTCONNECTED;
+    if (!connected()) return CO_E_OBJNOTCONNECTED;
     *count = parts_->count();
     return S_OK;
 }
@@ -169,13 +169,13 @@ HRESULT AccessibleObject::get_accKeyboardShortcut(VARIANT child, BSTR* shortcut)
 
 HRESULT AccessibleObject::get_accFocus(VARIANT* child) {
     if (child == nullptr) return E_INVALIDARG;
-    if (parts_ == nullptr) return CO_E_OBJNOTCONNECTED;
+    if (!connected()) return CO_E_OBJNOTCONNECTED;
     return tell(parts_->focusedPart(), child);
 }
 
 HRESULT AccessibleObject::get_accSelection(VARIANT* children) {
     if (children == nullptr) return E_INVALIDARG;
-    if (parts_ == nullptr) return CO_E_OBJNOTCONNECTED;
+    if (!connected()) return CO_E_OBJNOTCONNECTED;
     return tell(parts_->selectedPart(), children);
 }
 
@@ -238,7 +238,7 @@ HRESULT AccessibleObject::accNavigate(LONG direction, VARIANT start, VARIANT* en
 HRESULT AccessibleObject::accHitTest(LONG x, LONG y, VARIANT* child) {
     if (child == nullptr) return E_INVALIDARG;
     child->vt = VT_EMPTY;
-    if (parts_ == nullptr) return CO_E_OBJNOTCONNECTED;
+    if (!connected()) return CO_E_OBJNOTCONNECTED;
     return answered([&] {
         const auto holds = [&](int number) {
             const AccessiblePart part = parts_->part(number);

@@ -1,4 +1,6 @@
 #pragma once
+#include <atomic>
+
 #include "platform/win32/windows/accessible_parts.h"
 
 namespace bromvale {
@@ -48,6 +50,7 @@ class AccessibleObject final : public IAccessible {
 
   private:
     ~AccessibleObject() = default;
+    [[nodiscard]] bool connected() const { return parts_ != nullptr && IsWindow(window_) != FALSE; }
     [[nodiscard]] HRESULT check(const VARIANT& child) const;
     [[nodiscard]] HRESULT text(const VARIANT& child, std::string AccessiblePart::*member, BSTR* result) const;
     [[nodiscard]] HRESULT number(const VARIANT& child, LONG AccessiblePart::*member, VARIANT* result) const;
@@ -56,7 +59,7 @@ class AccessibleObject final : public IAccessible {
 
     HWND window_;
     AccessibleParts* parts_;
-    ULONG references_ = 1;
+    std::atomic<ULONG> references_ = 1;  // a tool within the process may hold it from any thread
 };
 
 }  // namespace bromvale

@@ -1,5 +1,6 @@
 #include "platform/win32/windows/named_object.h"
 
+#include <atomic>
 #include <memory>
 #include <utility>
 
@@ -105,7 +106,7 @@ class NamedObject final : public IAccessible {
     ~NamedObject() = default;
     Held inner_;
     std::string name_;
-    ULONG references_ = 1;
+    std::atomic<ULONG> references_ = 1;
 };
 
 bool sameText(BSTR first, BSTR second) {
