@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 namespace bromvale {
@@ -110,7 +111,7 @@ class NamedObject final : public IAccessible {
 };
 
 bool sameText(BSTR first, BSTR second) {
-    return first != nullptr && second != nullptr && lstrcmpW(first, second) == 0;
+    return first != nullptr && second != nullptr && std::wstring_view(first) == second;
 }
 
 bool isCalled(IAccessible& object, const std::string& name) {
