@@ -151,8 +151,8 @@ TEST_F(LayoutPlaces, TheWindowTakesPlacesFromTheRows) {
 
 TEST_F(LayoutPlaces, DisabledAtDesign) {
     EXPECT_EQ(namesWith(kDisabled),
-              "chbMarkierteKeysEntfernen chbRegKeysShow txtAppVer cmdÜbernehmen cboAutoRegFileDel "
-              "lblAutoRegFileDel2 lblAutoRegFileDel1 cboAgentType lblAgentType ");
+              "chbMarkierteKeysEntfernen chbRegKeysShow txtAppVer cmdÜbernehmen lblAutoRegFileDel1 "
+              "cboAutoRegFileDel lblAutoRegFileDel2 lblAgentType cboAgentType ");
 }
 
 TEST_F(LayoutPlaces, HiddenAtDesign) {

@@ -165,7 +165,7 @@ TEST_F(Layout, LabelsAreAlignedAsDesigned) {
         if (alignment == Alignment::Centre) centred += control->name() + " ";
     }
     EXPECT_EQ(right,
-              "lblAppVer lblErrNr lblErrDesc lblErrTxt lblErrHow lblOS lblServicePack lblEMail "
+              "lblAppVer lblErrNr lblErrDesc lblErrHow lblErrTxt lblOS lblServicePack lblEMail "
               "lblProxyAdresse lblProxyport lblAgentType ");
     EXPECT_EQ(centred, "lblScanBericht lblScanProzent lblScanTxt ");
     EXPECT_EQ(form.scan.lblStartText.font(), "Tahoma");
