@@ -15,7 +15,8 @@ set -u
 cd "$(dirname "$0")/.."
 
 native=(cmake g++ ninja-build googletest libgtest-dev libbenchmark-dev python3 clang-format clang-tidy tidy xz-utils
-        pkg-config libhivex-dev libcreg-dev libhivex-bin libwin-hivex-perl reglookup)
+        pkg-config libhivex-dev libcreg-dev libhivex-bin libwin-hivex-perl reglookup
+        bubblewrap mold)
 windows=(g++-mingw-w64-i686-win32 g++-mingw-w64-x86-64-win32 g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix
          cmake ninja-build python3 locales)
 help=(fp-utils)

@@ -1,0 +1,52 @@
+"""How long each test takes when nothing is changed: the order in which tests are asked, and the limits of their time."""
+
+import json
+
+from programs import EVERY, TREE
+
+MOST_SECONDS = 120  # of a test when nothing is changed
+
+
+def limit(seconds):
+    """A change may make a test slower, and the machine may be busy; what is beyond that doesn't end."""
+    return 5 + 10 * seconds
+
+
+def measured(workshop):
+    """suite -> {test: seconds}, for tests that pass. Measured once a build of the programs."""
+    file = TREE / "seconds.json"
+    built = max((TREE / "tests" / f"test_{suite}").stat().st_mtime for suite in EVERY if suite != "scripts")
+    if file.exists() and file.stat().st_mtime > built:
+        return json.loads(file.read_text())
+    found = {}
+    for suite in EVERY:
+        found[suite] = measure_scripts(workshop) if suite == "scripts" else measure(workshop, suite)
+        print(f"{suite}: {len(found[suite])} tests, {sum(found[suite].values()):.1f} s", flush=True)
+    file.write_text(json.dumps(found))
+    return found
+
+
+def measure(workshop, suite):
+    program = workshop.link(f"test_{suite}")
+    said, _ = workshop.shut_away(program, "--measure", MOST_SECONDS, seconds=3600)
+    seconds = {}
+    for line in said.splitlines():
+        word, _, rest = line.partition(" ")
+        name, _, took = rest.rpartition(" ")
+        if word == "passed":
+            seconds[name] = float(took)
+        else:
+            print(f"{suite}: {name} {word} without any change; it is left out", flush=True)
+    return seconds
+
+
+def measure_scripts(workshop):
+    import time
+    seconds = {}
+    for script in workshop.scripts():
+        start = time.monotonic()
+        if workshop.compare(script, MOST_SECONDS) == 0:
+            seconds[script.stem] = time.monotonic() - start
+        else:
+            print(f"scripts: {script.stem} failed without any change; it is left out", flush=True)
+    return seconds
