@@ -80,6 +80,23 @@ def of_tokens(source, found):
         yield from (Change(token.start, token.end, new) for new in constants(token) + texts(token, before))
 
 
+def enumerations(sources):
+    """Name of an enum class -> its values, of all that these sources declare."""
+    known = {}
+    for source in sources:
+        for name, body in re.findall(r"\benum class (\w+)[^{};]*\{(.*?)\}", source, re.S):
+            known[name] = re.findall(r"(?:^|,)\s*([A-Za-z_]\w*)", re.sub(r"//[^\n]*|/\*.*?\*/", "", body, flags=re.S))
+    return known
+
+
+def of_enumerations(found, known):
+    """A value stands for the one that is declared behind it, the last for the first."""
+    for scope, mark, value in zip(found, found[1:], found[2:]):
+        values = known.get(scope.text, []) if mark.text == "::" else []
+        if value.text in values and len(values) > 1:
+            yield Change(value.start, value.end, values[(values.index(value.text) + 1) % len(values)])
+
+
 def partners(found):
     """Index of an opening bracket -> index of its closing one."""
     opened, pairs = [], {}
@@ -146,11 +163,12 @@ def of_statements(found, pairs):
             at += 1
 
 
-def changes(source):
-    """All of them, in the order of the text."""
+def changes(source, known=None):
+    """All of them, in the order of the text; `known` are the enumerations."""
     found = tokens(source)
     pairs = partners(found)
     every = list(of_tokens(source, found))
+    every += of_enumerations(found, known or {})
     every += [Change(start, end, f"!({source[start:end]})") for start, end in of_conditions(found, pairs)]
     every += [Change(start, end, ";") for start, end in of_statements(found, pairs)]
     return sorted(set(every))

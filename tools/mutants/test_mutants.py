@@ -13,7 +13,7 @@ TOP = HERE.parents[1]
 sys.path.insert(0, str(HERE))
 
 import equivalent  # noqa: E402
-from changes import changes  # noqa: E402
+from changes import changes, enumerations  # noqa: E402
 from programs import EVERY, suites_for  # noqa: E402
 from tokens import tokens  # noqa: E402
 
@@ -87,6 +87,14 @@ class Constants(unittest.TestCase):
         self.assertEqual(["bool x = false;"], after("bool x = true;"))
         self.assertEqual(["char c = 'x';"], after("char c = '\\\\';"))
         self.assertEqual(["auto c = u'y';"], after("auto c = u'x';"))
+
+
+    def test_a_value_of_an_enumeration_is_the_next_one(self):
+        known = enumerations(["enum class Ending { Next, /* , */ Retry = 3,\n Leave,  // ,\n};", "enum class One : int { Only };"])
+        self.assertEqual({"Ending": ["Next", "Retry", "Leave"], "One": ["Only"]}, known)
+        for source, changed in (("f(Ending::Next)", "f(Ending::Retry)"), ("f(Ending::Leave)", "f(Ending::Next)")):
+            self.assertEqual([changed], [change.told(source)[1] for change in changes(source, known)])
+        self.assertEqual([], changes("f(One::Only, Other::Next)", known))
 
 
 class Statements(unittest.TestCase):
