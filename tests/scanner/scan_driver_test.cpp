@@ -183,6 +183,18 @@ TEST_F(ScanDriverTest, TheStepsShowTheirTextsInOrder) {
               }));
 }
 
+TEST_F(ScanDriverTest, WhileEntriesAreCheckedTheLabelSaysSo) {
+    Texts seen;
+    atEveryPump([&] {
+        const std::string& now = form().scan.lblScanTxt.caption();
+        if ((seen.empty() || seen.back() != now) && form().scan.lblScanProzent.caption() != "")
+            seen.push_back(now);
+    });
+    scan();
+    EXPECT_EQ(seen, Texts{"Registryschlüssel werden auf Fehler gescannt..."});
+    EXPECT_EQ(form().scan.lblScanTxt.caption(), "Scanvorgang erfolgreich abgeschlossen.");
+}
+
 TEST_F(ScanDriverTest, WhileItRunsTheButtonIsDisabledAndTheHourglassShows) {
     bool looked = false;
     atPump(2, [&] {

@@ -1,4 +1,5 @@
 // What only the offline machine can stage: keys that refuse, depth, counted handles.
+#include "base/failure.h"
 #include "platform/offline/machine.h"
 #include "tests/scanner/scan_fixture.h"
 
@@ -41,6 +42,36 @@ TEST_F(SearchOfflineTest, AKeyWithoutValuesLeavesOneHandleOpenAndAnyOtherNone) {
     EXPECT_EQ(offline::machine().registry.openHandles(), before);
     EXPECT_EQ(collect("Software\\Probe").size(), 21u);
     EXPECT_EQ(offline::machine().registry.openHandles(), before + 1);
+}
+
+// Two keys; the fourth pump is that of A's second value: before it came one for the root's, A, and A's first.
+class FailureInTheMidstTest : public ScanTest {
+  protected:
+    FailureInTheMidstTest() {
+        setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A", "a", "1");
+        setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A", "b", "2");
+        setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\B", "c", "3");
+    }
+    Texts collectWithFailureAt(int pump) {
+        atPump(pump, [] { raise(13); });
+        return collect("Software\\Probe");
+    }
+};
+
+TEST_F(FailureInTheMidstTest, BeforeTheFirstLineOfAKeyItCostsWhatWasCollectedSoFar) {
+    EXPECT_EQ(collectWithFailureAt(3), (Texts{
+                                           "-2147483646[Software\\Probe\\A]a=1",
+                                           "-2147483646[Software\\Probe\\A]b=2",
+                                           "-2147483646[Software\\Probe\\B]c=3",
+                                       }));
+}
+
+TEST_F(FailureInTheMidstTest, BehindTheFirstLineItCostsTheRestOfTheKey) {
+    EXPECT_EQ(collectWithFailureAt(4), (Texts{
+                                           "-2147483646[Software\\Probe]@=",
+                                           "-2147483646[Software\\Probe\\A]a=1",
+                                           "-2147483646[Software\\Probe\\B]c=3",
+                                       }));
 }
 
 TEST_F(SearchOfflineTest, AFullBufferWithoutNulIsTakenWhole) {

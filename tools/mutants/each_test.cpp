@@ -1,10 +1,13 @@
-// The entry of a test program whose tests each run in a process of their own, one after the other, so that module-level state
-// starts fresh without a start of the program for each.
+// The entry of a test program whose tests each run in a process of their own, one after the other, so that
+// module-level state starts fresh without a start of the program for each.
 //
-// Usage: PROGRAM ORDER        ORDER holds a line "SECONDS NAME" a test, in the order in which they run. The first that fails
-//                             or takes longer is told ("failed NAME", "slow NAME"), and the program ends with 1.
-//        PROGRAM --measure SECONDS   runs all tests but those of real registries and tells "passed NAME SECONDS" or another
-//                             word for each
+// Usage: PROGRAM ORDER        ORDER holds a line "SECONDS NAME" a test, in the order in which they run. The
+// first that fails
+//                             or takes longer is told ("failed NAME", "slow NAME"), and the program ends
+//                             with 1.
+//        PROGRAM --measure SECONDS   runs all tests but those of real registries and tells "passed NAME
+//        SECONDS FILE" or
+//                             another word for each
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -25,6 +28,7 @@ namespace {
 struct Planned {
     double seconds = 0;
     std::string name;
+    std::string file = {};  // that it stands in
 };
 
 std::vector<Planned> planOf(const char* file) {
@@ -40,9 +44,10 @@ std::vector<Planned> allTests(double seconds) {
     for (int i = 0; i < program.total_test_suite_count(); ++i) {
         const testing::TestSuite& suite = *program.GetTestSuite(i);
         for (int j = 0; j < suite.total_test_count(); ++j) {
-            const std::string name = std::string(suite.name()) + "." + suite.GetTestInfo(j)->name();
+            const testing::TestInfo& test = *suite.GetTestInfo(j);
+            const std::string name = std::string(suite.name()) + "." + test.name();
             if (name.find("RealRegistry") == std::string::npos && name.find("DISABLED_") == std::string::npos)
-                plan.push_back({seconds, name});
+                plan.push_back({seconds, name, test.file()});
         }
     }
     return plan;
@@ -76,7 +81,8 @@ const char* run(const Planned& test) {
             waitpid(child, &status, 0);
             return "slow";
         }
-        const timespec wait = {static_cast<std::time_t>(left), static_cast<long>((left - std::floor(left)) * 1e9)};
+        const timespec wait = {static_cast<std::time_t>(left),
+                               static_cast<long>((left - std::floor(left)) * 1e9)};
         sigtimedwait(&ended, nullptr, &wait);
     }
     kill(-child, SIGKILL);  // what it left behind
@@ -96,7 +102,7 @@ int main(int count, char** arguments) {
             const auto start = std::chrono::steady_clock::now();
             const char* const word = run(test);
             const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
-            std::printf("%s %s %.4f\n", word, test.name.c_str(), took.count());
+            std::printf("%s %s %.4f %s\n", word, test.name.c_str(), took.count(), test.file.c_str());
             std::fflush(stdout);
         }
         return 0;

@@ -1,8 +1,11 @@
 """How long each test takes when nothing is changed: the order in which tests are asked, and the limits of their time."""
 
 import json
+import os
+import re
+import time
 
-from programs import EVERY, TREE
+from programs import EVERY, TOP, TREE
 
 MOST_SECONDS = 120  # of a test when nothing is changed
 
@@ -12,8 +15,24 @@ def limit(seconds):
     return 5 + 10 * seconds
 
 
+def all_seconds(tests):
+    return sum(took for took, _ in tests.values())
+
+
+def ordered(tests, path):
+    """Those first whose source has a word of the changed source's name, then those that are quick."""
+    words = set(re.findall(r"[^_/.]+", path.rpartition("/")[2].removesuffix(".cpp")))
+
+    def rank(name):
+        took, file = tests[name]
+        others = set(re.findall(r"[^_/.]+", file.rpartition("/")[2]))
+        return -len(words & others) if took < 5 else 0, took
+
+    return sorted(tests, key=rank)
+
+
 def measured(workshop):
-    """suite -> {test: seconds}, for tests that pass. Measured once a build of the programs."""
+    """suite -> {test: [seconds, its source]}, for tests that pass. Measured once a build of the programs."""
     file = TREE / "seconds.json"
     built = max((TREE / "tests" / f"test_{suite}").stat().st_mtime for suite in EVERY if suite != "scripts")
     if file.exists() and file.stat().st_mtime > built:
@@ -21,7 +40,7 @@ def measured(workshop):
     found = {}
     for suite in EVERY:
         found[suite] = measure_scripts(workshop) if suite == "scripts" else measure(workshop, suite)
-        print(f"{suite}: {len(found[suite])} tests, {sum(found[suite].values()):.1f} s", flush=True)
+        print(f"{suite}: {len(found[suite])} tests, {all_seconds(found[suite]):.1f} s", flush=True)
     file.write_text(json.dumps(found))
     return found
 
@@ -31,22 +50,20 @@ def measure(workshop, suite):
     said, _ = workshop.shut_away(program, "--measure", MOST_SECONDS, seconds=3600)
     seconds = {}
     for line in said.splitlines():
-        word, _, rest = line.partition(" ")
-        name, _, took = rest.rpartition(" ")
+        word, name, took, file = line.split(" ", 3)
         if word == "passed":
-            seconds[name] = float(took)
+            seconds[name] = [float(took), os.path.relpath(file, TOP)]
         else:
             print(f"{suite}: {name} {word} without any change; it is left out", flush=True)
     return seconds
 
 
 def measure_scripts(workshop):
-    import time
     seconds = {}
     for script in workshop.scripts():
         start = time.monotonic()
         if workshop.compare(script, MOST_SECONDS) == 0:
-            seconds[script.stem] = time.monotonic() - start
+            seconds[script.stem] = [time.monotonic() - start, str(script)]
         else:
             print(f"scripts: {script.stem} failed without any change; it is left out", flush=True)
     return seconds

@@ -11,7 +11,6 @@ import re
 import shlex
 import shutil
 import subprocess
-import time
 
 TOP = pathlib.Path(__file__).resolve().parents[2]
 TREE = TOP / "build" / "mutants"
@@ -20,16 +19,17 @@ TOOL = "bromvale-offline"
 LINKERS = ("mold", "lld", "gold")
 MOST_MEMORY = 6 << 30  # bytes, of each process
 
-# Suites by a source's folder, the most particular folder first; then the others, those that take longest last.
+EVERY = ["core", "base", "contract", "startup", "scanner", "cleanup", "uninstall", "repair", "ui", "scripts", "offline", "rescue", "hives",
+         "internet", "proof"]
+# Whom a source's folder is first asked of, the most particular folder first.
 OWN = {
-    "platform/offline/hives/disk": ["hives", "rescue"],
-    "platform/offline/hives/cleaning": ["hives", "rescue"],
     "platform/offline/hives": ["hives", "rescue"],
+    "platform/offline/network": ["offline", "internet"],
     "platform/offline": ["offline", "contract"],
     "core/startup": ["startup"],
 }
-EVERY = ["core", "contract", "base", "startup", "scanner", "cleanup", "internet", "uninstall", "repair", "ui", "scripts", "offline", "starter",
-         "hives", "rescue", "proof"]
+# Suites of many seconds that are asked about nothing but what is theirs: those of raw hives, and one that waits for servers.
+PARTICULAR = {"rescue", "hives", "internet", "offline"}
 
 
 def suites_for(path):
@@ -38,7 +38,9 @@ def suites_for(path):
     while folder and folder not in OWN and folder not in EVERY:
         folder = folder.rpartition("/")[0]
     own = OWN.get(folder, [folder] if folder else [])
-    return own + [suite for suite in EVERY if suite not in own]
+    if own == ["hives", "rescue"]:
+        return [*own, "offline"]
+    return own + [suite for suite in EVERY if suite not in own and suite not in PARTICULAR]
 
 
 class Tree:
@@ -56,8 +58,18 @@ class Tree:
         for entry in json.loads((TREE / "compile_commands.json").read_text()):
             self.compilations[os.path.relpath(entry["file"], TOP)] = shlex.split(entry["command"])
         self.links = {target: self.link_words(target) for target in targets}
+        self.objects = self.frozen()
         self.main = TREE / "each_test.o"
         subprocess.run(["g++", "-std=c++20", "-O1", "-c", HERE / "each_test.cpp", "-o", self.main], check=True)
+
+    def frozen(self):
+        """The folder of a copy of all objects: the tree may be built anew while changes are tried."""
+        folder = TREE / "work" / "objects"
+        shutil.rmtree(folder, ignore_errors=True)
+        for word in {word for words in self.links.values() for word in words if word.endswith(".o")}:
+            (folder / word).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(TREE / word, folder / word)
+        return folder
 
     def link_words(self, target):
         said = subprocess.run(["ninja", "-C", TREE, "-t", "commands", target], check=True, capture_output=True, text=True).stdout
@@ -100,7 +112,7 @@ class Workshop:
             words.insert(1, str(self.tree.main))
         if self.tree.linker:
             words.append(f"-fuse-ld={self.tree.linker}")
-        done = subprocess.run(words, cwd=TREE, capture_output=True, text=True)
+        done = subprocess.run(words, cwd=self.tree.objects, capture_output=True, text=True)
         return program if done.returncode == 0 else None
 
     def shut_away(self, *words, seconds):
