@@ -1,11 +1,12 @@
 """How long each test takes when nothing is changed: the order in which tests are asked, and the limits of their time."""
 
+import hashlib
 import json
 import os
 import re
 import time
 
-from programs import EVERY, TOP, TREE
+from programs import EVERY, TOOL, TOP, TREE
 
 MOST_SECONDS = 120  # of a test when nothing is changed
 
@@ -32,17 +33,17 @@ def ordered(tests, path):
 
 
 def measured(workshop):
-    """suite -> {test: [seconds, its source]}, for tests that pass. Measured once a build of the programs."""
+    """suite -> {test: [seconds, its source]}, for tests that pass. Measured once for each program."""
     file = TREE / "seconds.json"
-    built = max((TREE / "tests" / f"test_{suite}").stat().st_mtime for suite in EVERY if suite != "scripts")
-    if file.exists() and file.stat().st_mtime > built:
-        return json.loads(file.read_text())
-    found = {}
+    known = json.loads(file.read_text()) if file.exists() else {}
     for suite in EVERY:
-        found[suite] = measure_scripts(workshop) if suite == "scripts" else measure(workshop, suite)
-        print(f"{suite}: {len(found[suite])} tests, {all_seconds(found[suite]):.1f} s", flush=True)
-    file.write_text(json.dumps(found))
-    return found
+        is_program = suite != "scripts"
+        mark = hashlib.sha256((TREE / (f"tests/test_{suite}" if is_program else TOOL)).read_bytes()).hexdigest()
+        if known.get(suite, [""])[0] != mark:
+            known[suite] = [mark, measure(workshop, suite) if is_program else measure_scripts(workshop)]
+            print(f"{suite}: {len(known[suite][1])} tests, {all_seconds(known[suite][1]):.1f} s", flush=True)
+            file.write_text(json.dumps(known))
+    return {suite: tests for suite, (_, tests) in known.items()}
 
 
 def measure(workshop, suite):
