@@ -52,6 +52,13 @@ TEST_F(HostDrive, NamesMatchWithoutCaseUmlautsIncluded) {
     EXPECT_EQ(found("D:\\nichts\\nichts"), "error 3");
 }
 
+TEST_F(HostDrive, WhatLiesBesideTheFolderIsNotOnTheDrive) {
+    std::ofstream(top_ / "dfremd.txt", std::ios::binary) << "x";
+    EXPECT_EQ(GetFileAttributesA("D:\\fremd.txt"), INVALID_FILE_ATTRIBUTES);
+    put("fremd.txt", "x");
+    EXPECT_NE(GetFileAttributesA("D:\\fremd.txt"), INVALID_FILE_ATTRIBUTES);
+}
+
 TEST_F(HostDrive, WhatIsWrittenIsWithTheHostAtOnce) {
     const HANDLE file = CreateFileA("D:\\Größe.txt", GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
     DWORD done = 0;

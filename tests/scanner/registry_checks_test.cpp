@@ -67,6 +67,16 @@ TEST_F(CheckRegTest, TwoObjectsWithAnEntryOfNoObjectBetweenThemAreJudgedTogether
     EXPECT_EQ(rows(), Texts{});  // alone each would be an empty key
 }
 
+TEST_F(CheckRegTest, AFileThatIsThereEndsTheJudgingOfItsObjectWithoutAReport) {
+    writeWholeFile(folder() + "da.dll", "x");
+    enter(kClsid + "\\{A}\\InprocServer32", "@", folder() + "da.dll");
+    enter(kClsid + "\\{A}\\InprocServer32", "ThreadingModel", "Both");
+    enter(kClsid + "\\{A}\\ProgID", "@", "a.b");
+    closeGroup();
+    EXPECT_EQ(rows(), Texts{});
+    EXPECT_EQ(logLines(), Texts{});
+}
+
 TEST_F(CheckRegTest, RowsCarryTheClosingEntrysHiveNameAndTheirOwnHandle) {
     enter(kClsid + "\\{A}\\InprocServer32", "@", "C:\\Fehlt\\a.dll", kHiveCurrentUser);
     enter(kClsid, "@", "", kHiveLocalMachine);

@@ -44,8 +44,9 @@ class HttpGet {
     [[nodiscard]] int status() const { return status_; }
     // What the head says of the body's length in bytes; nothing for a body in chunks.
     [[nodiscard]] std::optional<std::uint64_t> length() const { return length_; }
-    // Fills the buffer, with less (`got`) at the end of the answer, or when the patience is over but
-    // something has come. False when the line broke before, or after as long a silence.
+    // Fills the buffer from `got` on, which is 0 at first, and counts what comes: less at the end of the
+    // answer, or when the patience is over but something has come. False when the line broke before, or after
+    // as long a silence.
     [[nodiscard]] bool read(char* buffer, std::size_t size, std::size_t& got);
 
   private:

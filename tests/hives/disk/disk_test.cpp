@@ -141,6 +141,43 @@ INSTANTIATE_TEST_SUITE_P(
                  true,
                  u"C:\\Program Files"}));
 
+// Before Vista by a name below the profiles, which is that of the language; then by a path of its own.
+TEST_F(Disk, FoldersOfAllUsersAreReadFromTheRegistry) {
+    DiskPlan plan;
+    plan.generation = Generation::Xp;
+    plan.software = [](MadeHive& software) {
+        MadeKey& list = keyAt(software.root, u"Microsoft\\Windows NT\\CurrentVersion\\ProfileList");
+        for (MadeValue& value : list.values) {
+            if (value.name == u"AllUsersProfile") value = textValue(u"AllUsersProfile", u"Alle Benutzer");
+        }
+    };
+    const WindowsDisk xp = found(makeDisk(folder() / "disk", plan).root);
+    EXPECT_EQ(xp.profiles, u"C:\\Dokumente und Einstellungen");
+    EXPECT_EQ(xp.programData, u"C:\\Dokumente und Einstellungen\\Alle Benutzer");
+    EXPECT_EQ(xp.publicUser, u"");
+    EXPECT_EQ(xp.commonFiles, u"C:\\Programme\\Common Files");
+    EXPECT_EQ(xp.commonFilesX86, u"");
+}
+
+TEST_F(Disk, OfVistaAndLaterTheyHavePathsOfTheirOwn) {
+    const WindowsDisk seven = found(make(Generation::SevenX64).root);
+    EXPECT_EQ(seven.profiles, u"C:\\Users");
+    EXPECT_EQ(seven.programData, u"C:\\ProgramData");
+    EXPECT_EQ(seven.publicUser, u"C:\\Users\\Public");
+    EXPECT_EQ(seven.commonFiles, u"C:\\Program Files\\Common Files");
+}
+
+TEST_F(Disk, WithoutAListOfProfilesTheyAreWhereTheFirstNtHadThem) {
+    DiskPlan plan;
+    plan.generation = Generation::Nt4;
+    plan.software = [](MadeHive& software) {
+        keyAt(software.root, u"Microsoft\\Windows NT\\CurrentVersion\\ProfileList").values.clear();
+    };
+    const WindowsDisk disk = found(makeDisk(folder() / "disk", plan).root);
+    EXPECT_EQ(disk.profiles, u"C:\\WINNT\\Profiles");
+    EXPECT_EQ(disk.programData, u"C:\\WINNT\\Profiles\\All Users");
+}
+
 TEST_F(Disk, TheDrivesLettersTellWhatTheyStandFor) {
     const WindowsDisk disk = found(make(Generation::SevenX64).root);
     ASSERT_EQ(disk.letters.size(), 5u);

@@ -111,7 +111,6 @@ ListedHive describe(const HostFolder& folder, const CleaningRecord& record) {
     ListedHive hive;
     hive.path = folder.pathOf(record.hive);
     hive.copy = folder.pathOf(record.hiveCopy());
-    hive.list = folder.pathOf(record.list());
     hive.state = record.state;
     hive.removed = record.removed;
     hive.keys = record.keys;

@@ -13,7 +13,6 @@ namespace bromvale::offline {
 struct ListedHive {
     std::string path;  // of the host
     std::string copy;  // of the hive as it was
-    std::string list;
     CleaningState state{};
     std::size_t removed = 0;        // keys
     std::vector<std::string> keys;  // those that were announced
