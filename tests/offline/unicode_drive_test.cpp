@@ -1,5 +1,6 @@
 // Drives with real names: links, short names, paths that stand for themselves, other code pages, the 9x
 // family.
+#include <array>
 #include <filesystem>
 #include <fstream>
 
@@ -143,6 +144,23 @@ TEST_F(UnicodeDrive, ShortNamesAreMadeAsWindowsMakesThemAndStay) {
     EXPECT_EQ(shortNameOf(u"Langer Vierter.text"), u"LANGER~4.TEX") << "the third is somebody's own name";
     drives.shortNames = false;
     EXPECT_FALSE(drives.exists("C:\\Namen\\LANGER~1.TEX"));
+}
+
+TEST_F(UnicodeDrive, ShortNamesHaveALineForEachSignThatTheyMustNotHold) {
+    auto& drives = machine().drives;
+    drives.shortNames = true;
+    const std::array<std::pair<const char16_t*, const char16_t*>, 7> names{{{u"a+1.c", u"A_1~1.C"},
+                                                                            {u"b,2.c", u"B_2~1.C"},
+                                                                            {u"d;3.c", u"D_3~1.C"},
+                                                                            {u"e=4.c", u"E_4~1.C"},
+                                                                            {u"f[5.c", u"F_5~1.C"},
+                                                                            {u"g]6.c", u"G_6~1.C"},
+                                                                            {u"h#7.c", u""}}};
+    for (const auto& [name, shortName] : names) {
+        const std::u16string path = std::u16string(u"C:\\Namen\\") + name;
+        ASSERT_TRUE(drives.writeFile(path, "x"));
+        EXPECT_EQ(list(path).at(0).shortName, shortName);
+    }
 }
 
 TEST_F(UnicodeDrive, ShortNamesOfTheHostFollowTheSwitch) {
