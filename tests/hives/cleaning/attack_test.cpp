@@ -1,5 +1,6 @@
 // Somebody else changes the hive while it is being cleaned.
 #include <filesystem>
+#include <set>
 
 #include "tests/hives/cleaning/disk.h"
 
@@ -18,6 +19,7 @@ TEST_F(CleaningAttackTest, SomebodyElseAtWorkInBetween) {
     const FolderState before = state();
     ASSERT_EQ(State::Done, cleanHives(counting, cleaningOf({order}), {}).state);
     const std::string grown = before.at("SOFTWARE") + std::string(4096, 'g');
+    std::set<std::string> problems;
     for (const bool link : {false, true}) {
         for (int at = 0; at < counting.calls; at += 3) {
             SCOPED_TRACE(at);
@@ -36,6 +38,7 @@ TEST_F(CleaningAttackTest, SomebodyElseAtWorkInBetween) {
                 }
             };
             const CleaningResult result = cleanHives(files, cleaningOf({order}), {});
+            problems.insert(result.problem);
             EXPECT_EQ("another file", bytesOf(path("elsewhere")));
             // Between the last look at it and its replacement nobody can be told from nobody.
             const bool overtaken = result.state == State::Done && wasOld;
@@ -45,6 +48,8 @@ TEST_F(CleaningAttackTest, SomebodyElseAtWorkInBetween) {
             if (HasFailure()) return;
         }
     }
+    EXPECT_TRUE(problems.contains("The hive \"" + order.path +
+                                  "\" or one of its logs was changed by another program meanwhile"));
 }
 
 }  // namespace
