@@ -1,8 +1,10 @@
 #include "platform/offline/hives/child_process.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <stdexcept>
 
@@ -28,6 +30,26 @@ TEST(ChildProcess, ThatEndsOtherwiseIsNoAnswer) {
     EXPECT_EQ("ended with status 7", answered([]() -> std::string { ::_exit(7); }).problem);
     EXPECT_EQ("ended with status 1",
               answered([]() -> std::string { throw std::runtime_error("no"); }).problem);
+}
+
+TEST(ChildProcess, SaysNothingToTheUserAndLeavesNoCore) {
+    const auto work = [] {
+        static_cast<void>(::write(STDERR_FILENO, "lost", 4));
+        rlimit core{};
+        ::getrlimit(RLIMIT_CORE, &core);
+        return std::to_string(core.rlim_cur) + " " + std::to_string(core.rlim_max);
+    };
+    ::testing::internal::CaptureStderr();
+    const ChildAnswer answer = answered(work);
+    EXPECT_EQ("", ::testing::internal::GetCapturedStderr());
+    EXPECT_EQ("0 0", answer.text);
+}
+
+// What the caller does about an abort is not done in the child.
+TEST(ChildProcess, EndsAtAnAbortWhateverTheCallerDoesThen) {
+    std::signal(SIGABRT, [](int) { ::_exit(9); });
+    EXPECT_EQ("was ended by signal 6", answered([]() -> std::string { std::abort(); }).problem);
+    std::signal(SIGABRT, SIG_DFL);
 }
 
 TEST(ChildProcess, ThatDoesNotEndIsEnded) {
