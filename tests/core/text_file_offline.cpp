@@ -1,4 +1,6 @@
 // Files as a user without rights finds them; Wine run by an administrator lets everything be written.
+#include <utility>
+
 #include "base/failure.h"
 #include "core/text_file.h"
 #include "platform/offline/files/api.h"
@@ -51,6 +53,27 @@ TEST_F(TextFileAccess, AFullDiskIsFailure61AndOtherWriteFailures57) {
     EXPECT_EQ(writeFailure(), 0);
     closeFile(1);
     EXPECT_EQ(readWholeFile(folder() + "neu.txt"), "abc");
+}
+
+TEST_F(TextFileAccess, EachRefusalOfWindowsHasItsFailure) {
+    constexpr std::pair<long, int> kRefusals[] = {{ERROR_FILE_NOT_FOUND, 53},
+                                                  {ERROR_PATH_NOT_FOUND, 76},
+                                                  {ERROR_INVALID_DRIVE, 76},
+                                                  {ERROR_BAD_NETPATH, 76},
+                                                  {ERROR_BAD_NET_NAME, 76},
+                                                  {ERROR_INVALID_NAME, 52},
+                                                  {ERROR_BAD_PATHNAME, 52},
+                                                  {ERROR_SHARING_VIOLATION, 70},
+                                                  {ERROR_WRITE_PROTECT, 70},
+                                                  {39, 61},
+                                                  {112, 61},
+                                                  {ERROR_ACCESS_DENIED, 75},
+                                                  {ERROR_GEN_FAILURE, 75}};
+    for (const auto& [code, number] : kRefusals) {
+        offline::machine().faults.fail("CreateFileA", 1, code);
+        EXPECT_EQ(openFailure(FileMode::Input), number) << code;
+        EXPECT_EQ(openFailure(FileMode::Input), 0) << "the next one works";
+    }
 }
 
 TEST_F(TextFileAccess, AReadFailureIsFailure57) {

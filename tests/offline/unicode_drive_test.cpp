@@ -133,8 +133,7 @@ TEST_F(UnicodeDrive, ShortNamesAreMadeAsWindowsMakesThemAndStay) {
     EXPECT_EQ(shortNameOf(u"a+b.c"), u"A_B~1.C");
     EXPECT_EQ(shortNameOf(u"\u00DCbersicht 1.doc"), u"\u00DCBERSI~1.DOC");
     const std::u16string hash = shortNameOf(u"Zdj\u0119cie.txt");
-    EXPECT_EQ(hash.size(), 12u);
-    EXPECT_EQ(hash.substr(6), u"~1.TXT");
+    EXPECT_EQ(hash, u"VYWBMA~1.TXT");
     EXPECT_TRUE(drives.erase(u"C:\\Namen\\LANGER~1.tex"));
     EXPECT_FALSE(drives.exists("C:\\Namen\\Langer Name.text"));
     EXPECT_EQ(shortNameOf(u"Langer Nachname.text"), u"LANGER~2.TEX");

@@ -5,6 +5,7 @@ import importlib.machinery
 import importlib.util
 import pathlib
 import sys
+import tempfile
 import unittest
 
 sys.dont_write_bytecode = True
@@ -161,6 +162,13 @@ class Draws(unittest.TestCase):
         text, share = mutate.summary(["killed by a", "SURVIVED", "equivalent", "killed by b", "killed by c"])
         self.assertEqual("4 changes, 3 killed (75.0 %), 1 survived; 1 more are equivalent", text)
         self.assertEqual(75, share)
+
+    def test_the_survivors_of_an_earlier_run_are_known_by_their_lines(self):
+        said = "core: 1 tests, 0.1 s\n3 a/b.cpp:7: SURVIVED\n    - f();\n    + ;\n4 a/c.cpp:8: killed by x: failed Y.Z\na/d.cpp:9: SURVIVED\n    - g(1);\n    + g(2);\n"
+        with tempfile.NamedTemporaryFile("w", suffix=".log") as file:
+            file.write(said)
+            file.flush()
+            self.assertEqual([("a/b.cpp", "f();", ";"), ("a/d.cpp", "g(1);", "g(2);")], list(mutate.survivors(file.name)))
 
     def test_tests_of_a_like_name_come_first_then_the_quick_ones(self):
         tests = {"A": [0.2, "tests/x/other_test.cpp"], "B": [0.1, "tests/x/list_test.cpp"], "C": [0.4, "tests/x/folder_list_test.cpp"],
