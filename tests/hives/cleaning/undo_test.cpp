@@ -7,6 +7,7 @@
 
 #include <filesystem>
 
+#include "platform/offline/hives/cleaning/recovery.h"
 #include "tests/hives/cleaning/disk.h"
 
 namespace bromvale::offline {
@@ -201,6 +202,14 @@ TEST_F(CleaningUndoTest, TheListTellsWhatThereIs) {
     list = listCleanings(files, folders());
     EXPECT_EQ(CleaningState::Undone, list.cleanings.at(0).hives.at(0).state);
     EXPECT_FALSE(list.cleanings[0].canBeUndone());
+}
+
+TEST_F(CleaningUndoTest, NothingGoesOnThatIsNotUnfinished) {
+    clean({placeClean("SOFTWARE")}, "1");
+    HostFiles files;
+    const CleaningResult result = goOnWithCleaning(files, folders(), "1", {});
+    EXPECT_EQ(State::Refused, result.state);
+    EXPECT_EQ(": No cleaning \"1\" is unfinished.\n", describe(result));
 }
 
 }  // namespace
