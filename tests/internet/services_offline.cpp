@@ -201,6 +201,7 @@ TEST_F(Download, AFileThatCannotBeFetchedIsToldAndLeavesNothing) {
     ASSERT_EQ(boxes().size(), 3u);
     EXPECT_EQ(boxes()[0].text, "Die Datei konnte nicht von http://127.0.0.1:1/x geladen werden.");
     EXPECT_EQ(readWholeFile(kPath), "<missing>");
+    for (const ShownBox& box : boxes()) EXPECT_EQ(box.caption, "Dateidownload");
 }
 
 TEST(WebAddresses, AreTakenApart) {
