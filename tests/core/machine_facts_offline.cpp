@@ -1,5 +1,6 @@
 #include "core/machine_facts.h"
 
+#include "base/failure.h"
 #include "core/state.h"
 #include "platform/offline/machine.h"
 #include "tests/support/test_machine.h"
@@ -89,6 +90,22 @@ TEST_F(MachineFacts, ACallThatFailsLeavesTheTextEmpty) {
     EXPECT_EQ(ReadWinDir(), "");
     EXPECT_EQ(ReadSysDir(), "");
     EXPECT_EQ(ReadTmpDir(), "");
+}
+
+TEST_F(MachineFacts, AFailureOnTheWayIsReportedUnderTheNameOfWhatWasAsked) {
+    fillState();
+    machine().faults.observe([](std::string_view operation) {
+        for (const std::string_view asked :
+             {"GetUserNameA", "GetWindowsDirectoryA", "GetSystemDirectoryA", "GetTempPathA"}) {
+            if (operation == asked) raise(13);
+        }
+    });
+    for (const auto& ask : {ReadUserName, ReadWinDir, ReadSysDir, ReadTmpDir}) EXPECT_EQ(ask(), "");
+    machine().faults.clear();
+    std::vector<std::string> expected;
+    for (const char* name : {"ReadUserName", "ReadWinDir", "ReadWinDir", "ReadSysDir", "ReadTmpDir"})
+        expected.push_back(std::string("modMain; ") + name + "; ; 13; Typen unverträglich");
+    EXPECT_EQ(logLines(), expected);
 }
 
 // The length that was handed in comes back, and with it what the buffer was filled with.

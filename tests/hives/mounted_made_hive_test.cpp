@@ -50,6 +50,14 @@ TEST_F(MountedMadeHive, CountsWhatNobodyCouldName) {
     EXPECT_EQ(hive->unnameable(), 2u);
 }
 
+TEST_F(MountedMadeHive, PutBelowAnotherOneStandsBesideWhatThatOneHas) {
+    ASSERT_TRUE(mount("HKEY_LOCAL_MACHINE\\Software\\Hier"));
+    ASSERT_TRUE(mount("HKEY_LOCAL_MACHINE\\Software\\Hier\\Alpha"));
+    EXPECT_EQ(registry.subKeys("HKEY_LOCAL_MACHINE\\Software\\Hier\\Alpha"),
+              (Names{"Alpha", "Beta", "Tief"}));
+    EXPECT_EQ(registry.value("HKEY_LOCAL_MACHINE\\Software\\Hier\\Alpha", "")->type, 4u);
+}
+
 TEST_F(MountedMadeHive, StandsNowhereButInAHiveOfTheRegistryAndUnderNamesThatFit) {
     EXPECT_FALSE(mount("HKEY_NIRGENDS\\Software"));
     EXPECT_FALSE(mount(("HKEY_LOCAL_MACHINE\\" + std::string(300, 'x')).c_str()));

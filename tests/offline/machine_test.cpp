@@ -208,6 +208,12 @@ TEST_F(OfflineMachine, DeletingForGoodTakesAWholeFolderAndMasks) {
     EXPECT_TRUE(machine().drives.recycled.empty());
 }
 
+TEST_F(OfflineMachine, DeletingWhatIsNotThereAnswersThatTheFileIsNotFound) {
+    EXPECT_EQ(recycle(folder() + "fehlt.txt", 0), 2);
+    EXPECT_EQ(recycle(folder() + "*.fehlt", 0), 2);
+    EXPECT_EQ(recycle(folder() + "*.fehlt", FOF_ALLOWUNDO), 2);
+}
+
 TEST_F(OfflineMachine, EveryFileFunctionHasAFaultPoint) {
     writeWholeFile(folder() + "a", "x");
     machine().faults.fail("FindFirstFileA", 2, 5);

@@ -257,6 +257,14 @@ TEST_F(Disk, AHibernatedOneSaysSo) {
     EXPECT_EQ(found(made.root).hibernation, Hibernation::Doubtful);
 }
 
+TEST_F(Disk, AHibernated9xSaysSoToo) {
+    if (!hasCregReader()) GTEST_SKIP() << "built without libcreg";
+    const MadeDisk made = make(Generation::Me);
+    EXPECT_EQ(found(made.root).hibernation, Hibernation::None);
+    writeFile(made.root / "HIBERFIL.SYS", "hibr");
+    EXPECT_EQ(found(made.root).hibernation, Hibernation::Hibernated);
+}
+
 TEST_F(Disk, OneThatIsNoDriveCHasItsLetter) {
     DiskPlan plan;
     plan.letter = 'D';
