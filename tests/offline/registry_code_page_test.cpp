@@ -29,6 +29,7 @@ TEST(CodePageTest, TheBytesWithoutACharacterStandForTheirOwnNumber) {
 TEST(CodePageTest, WhatTheCodePageLacksBecomesAQuestionMark) {
     EXPECT_EQ("a?b", ansiFromUtf16(u"a\u0416b"));
     EXPECT_EQ("AA", ansiFromUtf16(u"A\uFF21")) << "the nearest letter";
+    EXPECT_EQ("A", ansiFromUtf16(u"\u0100")) << "the first beyond the bytes";
     EXPECT_EQ("?", ansiFromUtf16(u"\u0080"));
     EXPECT_EQ("??", ansiFromUtf16(u"\U0001F600"));
     EXPECT_EQ("??", ansiFromUtf8("\xF0\x9F\x98\x80"));

@@ -23,6 +23,17 @@ TEST(TextOrderOfSigns, EachComesBehindTheOneBeforeAndBeforeAllDigits) {
     }
 }
 
+TEST(TextOrderOfSigns, LettersComeBehindThemInTheOrderOfTheAlphabetAndWithoutTheirCase) {
+    const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+    EXPECT_LT(compareTexts("9z", "a"), 0);
+    for (std::size_t i = 0; i < letters.size(); ++i) {
+        const std::string small(1, letters[i]);
+        const std::string capital(1, static_cast<char>(letters[i] - 'a' + 'A'));
+        EXPECT_EQ(compareTexts(small, capital), 0) << small;
+        if (i > 0) EXPECT_LT(compareTexts(std::string(1, letters[i - 1]) + "z", small + "a"), 0) << small;
+    }
+}
+
 struct Page {
     UINT number;
     UINT longest;  // bytes of a character
