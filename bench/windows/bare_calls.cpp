@@ -1,113 +1,89 @@
-// Makes the registry, file and message-queue calls of a recorded scan, in their order and with their buffer
-// sizes, and nothing else. Prints the milliseconds that they took.
+// Makes the calls of a recorded piece of work, in their order and with their buffer sizes, and nothing else. Prints the
+// milliseconds that they took. Words that may follow:
+//     ansi     reads the registry by the ANSI functions, which a program for all systems would use
+//     writing  makes the writes and deletions alone, with the opening and closing that they need
+#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <string>
+#include <set>
+#include <string_view>
 #include <vector>
 
-#include "bench/windows/call_record.h"
+#include "bench/windows/recorded_calls.h"
 #include "platform/win32/system/windows.h"
+
+#include <objbase.h>
 
 namespace {
 
 using bench::Call;
-using bench::Record;
+using bench::Step;
 
-struct Step {
-    Record record;
-    std::string text;
-};
-
-std::vector<Step> readSteps() {
-    std::vector<Step> steps;
-    std::FILE* file = std::fopen(bench::kRecordFile, "rb");
-    if (!file) return steps;
-    Record record;
-    while (std::fread(&record, sizeof record, 1, file) == 1) {
-        std::string text(record.length, '\0');
-        if (record.length && std::fread(text.data(), 1, text.size(), file) != text.size()) break;
-        steps.push_back({record, std::move(text)});
-    }
-    std::fclose(file);
-    return steps;
+bool opensKey(Call call) {
+    return call == Call::OpenKey || call == Call::OpenKeyEx || call == Call::OpenKeyWide;
 }
 
-class Replay {
-  public:
-    explicit Replay(std::size_t count) {
-        keys_.reserve(count);
-        keys_.push_back(nullptr);
+// Of the keys those that are deleted; of the files those that are written, which are opened by the ANSI functions.
+std::vector<bool> writingSteps(const std::vector<Step>& steps) {
+    std::set<std::int32_t> deleted;
+    for (const Step& step : steps) {
+        if (step.record.call == Call::DeleteKey) deleted.insert(step.record.key);
     }
-
-    void make(const Step& step) {
-        const Record& record = step.record;
-        DWORD nameSize = record.nameSize;
-        DWORD dataSize = record.dataSize;
-        DWORD type = 0;
-        BYTE* data = record.hasData ? data_.data() : nullptr;
-        switch (record.call) {
-            case Call::OpenKey: RegOpenKeyA(key(record.key), step.text.c_str(), open()); break;
-            case Call::OpenKeyEx:
-                RegOpenKeyExA(key(record.key), step.text.c_str(), 0, record.index, open());
-                break;
-            case Call::CloseKey: RegCloseKey(key(record.key)); break;
-            case Call::EnumValue:
-                RegEnumValueA(key(record.key), record.index, name_.data(), &nameSize, nullptr, &type, data,
-                              &dataSize);
-                break;
-            case Call::EnumKey: RegEnumKeyA(key(record.key), record.index, name_.data(), nameSize); break;
-            case Call::QueryValue:
-                RegQueryValueExA(key(record.key), step.text.c_str(), nullptr, &type, data, &dataSize);
-                break;
-            case Call::FindFirst: find_ = FindFirstFileA(step.text.c_str(), &found_); break;
-            case Call::FindClose: FindClose(find_); break;
-            case Call::Peek: {
-                MSG message;
-                PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);
-                break;
-            }
-        }
+    std::vector<bool> made;
+    std::int32_t opened = 0;
+    for (const Step& step : steps) {
+        const Call call = step.record.call;
+        if (opensKey(call)) ++opened;
+        const std::int32_t key = opensKey(call) ? opened : step.record.key;
+        const bool ofKey = opensKey(call) || call == Call::CloseKey;
+        made.push_back(call == Call::DeleteKey || call == Call::OpenFile || call == Call::WriteFile ||
+                       call == Call::CloseFile || call == Call::RemoveFile || call == Call::RemoveFolder ||
+                       call == Call::ShellOperation || (ofKey && deleted.contains(key)));
     }
+    return made;
+}
 
-  private:
-    HKEY key(std::int32_t number) const {
-        if (number < 0) return reinterpret_cast<HKEY>(static_cast<std::intptr_t>(number));
-        return static_cast<std::size_t>(number) < keys_.size() ? keys_[static_cast<std::size_t>(number)]
-                                                               : nullptr;
-    }
-    HKEY* open() {
-        keys_.push_back(nullptr);
-        return &keys_.back();
-    }
+double milliseconds() {
+    LARGE_INTEGER frequency, now;
+    QueryPerformanceFrequency(&frequency);
+    QueryPerformanceCounter(&now);
+    return 1000.0 * static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
+}
 
-    std::vector<HKEY> keys_;
-    std::array<char, 4096> name_{};
-    std::array<BYTE, 65536> data_{};
-    WIN32_FIND_DATAA found_{};
-    HANDLE find_ = INVALID_HANDLE_VALUE;
-};
-
-}  // namespace
-
-int main() {
-    const std::vector<Step> steps = readSteps();
-    if (steps.empty()) {
-        std::puts("bare_calls: no record; run scan_recorder first");
-        return 1;
-    }
-    // A look into the queue of a program that shows nothing is another call: no screen has to be asked.
+// A look into the queue of a program that shows nothing is another call: no screen has to be asked.
+void showWindow() {
     CreateWindowA("STATIC", "bare_calls", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 640, 480, nullptr, nullptr,
                   nullptr, nullptr);
     MSG message;
     while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
-    Replay replay(steps.size());
-    LARGE_INTEGER frequency, begin, end;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&begin);
-    for (const Step& step : steps) replay.make(step);
-    QueryPerformanceCounter(&end);
-    std::printf("bare_calls calls=%zu ms=%.1f\n", steps.size(),
-                1000.0 * static_cast<double>(end.QuadPart - begin.QuadPart) /
-                    static_cast<double>(frequency.QuadPart));
+}
+
+bool said(int count, char** words, std::string_view word) {
+    return std::any_of(words + 1, words + count, [&](const char* said) { return word == said; });
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    const std::vector<Step> steps = bench::readSteps();
+    if (steps.empty()) {
+        std::puts("bare_calls: no record; run a recorder first");
+        return 1;
+    }
+    const std::vector<bool> made =
+        said(count, words, "writing") ? writingSteps(steps) : std::vector<bool>(steps.size(), true);
+    showWindow();
+    static_cast<void>(CoInitialize(nullptr));
+    bench::Replay replay(steps.size(), said(count, words, "ansi"));
+    const double begin = milliseconds();
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        if (made[i]) {
+            replay.make(steps[i]);
+        } else {
+            replay.leaveOut(steps[i]);
+        }
+    }
+    std::printf("bare_calls calls=%lld ms=%.1f\n",
+                static_cast<long long>(std::count(made.begin(), made.end(), true)), milliseconds() - begin);
     return 0;
 }

@@ -1,11 +1,12 @@
-// The page of the undo files, the page of the programs and the emptying of a folder in the real, visible
-// window: writes down what each took, and how long the window was at most in answering another thread, in
-// milliseconds. The folder C:\Leeren is to be filled before; its files go for good with the argument
-// "permanent".
-#include <algorithm>
+// pages_timed PAGE [permanent] [asked]: one piece of work of a page in the real, visible window, from its click to the end of
+// the painting: "backup" lists the undo files, "programs" the installed programs, "emptying" empties the folders of the
+// list, for good with the word "permanent". Writes down the milliseconds and the rows of the list; with "asked" another
+// process asks the window all the while (window_asker), and its longest answer is written down, too.
 #include <cstdio>
 #include <cstring>
+#include <string>
 
+#include "bench/windows/call_recorder.h"
 #include "core/settings.h"
 #include "core/startup/main.h"
 #include "platform/controls.h"
@@ -15,6 +16,8 @@
 
 namespace {
 
+using bromvale::frmMain;
+
 double now() {
     LARGE_INTEGER frequency, ticks;
     QueryPerformanceFrequency(&frequency);
@@ -22,56 +25,85 @@ double now() {
     return 1000.0 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
 }
 
-// Asks the window again and again whether it is alive.
-struct Asking {
-    HWND window;
-    volatile LONG going;
-    double longest;
+// The other process, from its first question to its last.
+class Asker {
+  public:
+    explicit Asker(HWND window) {
+        STARTUPINFOA startup{};
+        startup.cb = sizeof startup;
+        std::string command = "window_asker.exe " + std::to_string(reinterpret_cast<std::uintptr_t>(window));
+        asks_ = CreateEventA(nullptr, TRUE, FALSE, "window_asker asks");
+        done_ = CreateEventA(nullptr, TRUE, FALSE, "window_asker done");
+        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process_);
+        serveUntil(asks_);
+    }
+    // Microseconds.
+    DWORD longest() {
+        SetEvent(done_);
+        serveUntil(process_.hProcess);
+        DWORD longest = 0;
+        GetExitCodeProcess(process_.hProcess, &longest);
+        return longest;
+    }
+
+  private:
+    static void serveUntil(HANDLE object) {
+        while (MsgWaitForMultipleObjects(1, &object, FALSE, INFINITE, QS_ALLINPUT) != WAIT_OBJECT_0)
+            bromvale::DoEvents();
+    }
+    HANDLE asks_;
+    HANDLE done_;
+    PROCESS_INFORMATION process_{};
 };
 
-DWORD WINAPI ask(LPVOID data) {
-    auto& asking = *static_cast<Asking*>(data);
-    while (asking.going != 0) {
-        const double begin = now();
-        DWORD_PTR answer = 0;
-        SendMessageTimeoutA(asking.window, WM_NULL, 0, 0, SMTO_NORMAL, 600000, &answer);
-        asking.longest = std::max(asking.longest, now() - begin);
-        Sleep(20);
-    }
+double timed(void (*act)()) {
+    const double begin = now();
+    startRecording();
+    act();
+    bromvale::DoEvents();  // the painting belongs to it
+    stopRecording();
+    return now() - begin;
+}
+
+int none() {
     return 0;
 }
 
-void measure(std::FILE* out, const char* what, void (*act)()) {
-    Asking asking{bromvale::frmMain().window(), 1, 0};
-    const HANDLE thread = CreateThread(nullptr, 0, ask, &asking, 0, nullptr);
-    const double begin = now();
-    act();
-    bromvale::DoEvents();  // the painting belongs to it
-    const double taken = now() - begin;
-    InterlockedExchange(&asking.going, 0);
-    while (WaitForSingleObject(thread, 0) == WAIT_TIMEOUT) bromvale::DoEvents();
-    CloseHandle(thread);
-    std::fprintf(out, "%s ms=%.1f longest-without-answer ms=%.1f ", what, taken, asking.longest);
+struct Work {
+    const char* name;
+    void (*act)();
+    int (*rows)();
+};
+const Work kWork[] = {
+    {"backup", [] { frmMain().backup.mnuPopUpBackupZeigen_Click(); }, [] { return frmMain().backup.lvwBackup.count(); }},
+    {"programs", [] { frmMain().programs.mnuPopUpDeinstall_Click(); },
+     [] { return frmMain().programs.lvwDeinstall.count(); }},
+    {"emptying", [] { frmMain().cleanup.cmdInhaltLöschen_Click(); }, none},
+};
+
+void measure(const Work& work, bool asked, std::FILE* out) {
+    if (!asked) {
+        std::fprintf(out, "ms=%.1f", timed(work.act));
+    } else {
+        Asker asker(frmMain().window());
+        const double taken = timed(work.act);
+        std::fprintf(out, "ms=%.1f longest=%.1f", taken, asker.longest() / 1000.0);
+    }
+    std::fprintf(out, " rows=%d\n", work.rows());
 }
 
 }  // namespace
 
-int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR arguments, int) {
-    using namespace bromvale;
-    Main();
-    DoEvents();
-    DelFilePermanent = std::strstr(arguments, "permanent") != nullptr ? 1 : 0;
-    std::FILE* out = std::fopen("pages_timed.txt", "w");
-    if (out != nullptr) {
-        measure(out, "backup", [] { frmMain().backup.mnuPopUpBackupZeigen_Click(); });
-        std::fprintf(out, "rows=%d\n", frmMain().backup.lvwBackup.count());
-        measure(out, "programs", [] { frmMain().programs.mnuPopUpDeinstall_Click(); });
-        std::fprintf(out, "rows=%d\n", frmMain().programs.lvwDeinstall.count());
-        measure(out, DelFilePermanent == 1 ? "emptying for good" : "emptying into the recycle bin",
-                [] { frmMain().cleanup.cmdInhaltLöschen_Click(); });
-        std::fprintf(out, "\n");
-        std::fclose(out);
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR words, int) {
+    bromvale::Main();
+    bromvale::DoEvents();
+    bromvale::DelFilePermanent = std::strstr(words, "permanent") != nullptr ? 1 : 0;
+    std::FILE* const out = std::fopen("pages_timed.txt", "w");
+    for (const Work& work : kWork) {
+        if (out != nullptr && std::strncmp(words, work.name, std::strlen(work.name)) == 0)
+            measure(work, std::strstr(words, "asked") != nullptr, out);
     }
+    if (out != nullptr) std::fclose(out);
     TerminateProcess(GetCurrentProcess(), 0);
     return 0;
 }

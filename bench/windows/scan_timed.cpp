@@ -2,17 +2,12 @@
 // the milliseconds between the click and the end of its handler, and ends.
 #include <cstdio>
 
+#include "bench/windows/call_recorder.h"
 #include "core/startup/main.h"
 #include "platform/controls.h"
 #include "platform/events.h"
 #include "platform/win32/system/windows.h"
 #include "ui/frm_main.h"
-#ifdef RECORD_CALLS
-#include "bench/windows/call_recorder.h"
-#else
-static void startRecording() {}
-static void stopRecording() {}
-#endif
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     using namespace bromvale;

@@ -1,0 +1,106 @@
+# shellcheck shell=bash
+# Sourced by bench/run: the removal of rows that were found on a real registry, beside the bare writes and deletions.
+
+# 3,000, 6,000 and 12,000 rows: what each takes, and how it grows.
+removal_sizes() { echo "${ROWS:-3000 6000 12000}"; }
+
+# The registry of a real machine; where there is none, a made one of that size and shape.
+registry_to_clean() {
+    local data=${BROMVALE_SHARED_DATA_DIR:-$top/../shared/data}
+    if [ -f "$data/win7-x86-hklm.reg.xz" ]; then
+        [ -f "$out/win7.reg" ] || xz -dc "$data/win7-x86-hklm.reg.xz" >"$out/win7.reg"
+        registry=$out/win7.reg
+    else
+        [ -f "$out/made.reg" ] || build/native/bench/write_full_registry "$out/made.reg" || return 1
+        registry=$out/made.reg
+    fi
+}
+
+# Lines of "rows, ms of the program, ms of the bare calls, kilobytes before, kilobytes at most" in a file to figures.
+removal_figures() { # WHERE FILE COLUMN-OF-BARE WORDS-FOR-BARE
+    local rows
+    for rows in $(removal_sizes); do
+        awk -v rows="$rows" '$1 == rows' "$2" >"$2.$rows"
+        figure "$rows rows removed $1, against $4" "$(median_of 2 "$2.$rows") ms" "$(ratio_of 2 "$3" "$2.$rows")" 1.3
+    done
+}
+removal_growth() { # WHERE FILE
+    local least most
+    least=$(removal_sizes | awk '{ print $1 }') most=$(removal_sizes | awk '{ print $NF }')
+    figure "$most rows removed $1, milliseconds a row against those of $least rows" "$(median_of 2 "$2.$most") ms" \
+        "$(awk -v a="$(median_of 2 "$2.$most")" -v b="$(median_of 2 "$2.$least")" -v m="$most" -v l="$least" \
+            'BEGIN { printf "%.2f", a / m / (b / l) }')" 1.3
+    figure "$most rows removed $1, peak memory" \
+        "$(awk '{ printf "%.1f MB, of which the removal %.1f MB\n", $(NF) / 1024, ($(NF) - $(NF - 1)) / 1024 }' "$2.$most" | median)" '' ''
+}
+
+value_of() { sed -n "s/.*\\b$1=\\([0-9.]*\\).*/\\1/p"; } # NAME
+
+removal_offline() {
+    local work=$out/removal i rows took bare mode
+    for mode in all marked; do
+        : >"$work.$mode"
+        for i in $(seq "$rounds"); do
+            for rows in $(removal_sizes); do
+                rm -rf "$work.drive" && mkdir -p "$work.drive/Programme/Bromvale/Backup"
+                took=$(build/native/bench/offline_removal "$registry" "$work.drive" "$rows" "$mode")
+                bare=$(build/native/bench/offline_removal "$registry" "$work.drive" "$rows" bare)
+                echo "$rows $(value_of ms <<<"$took") $(value_of ms <<<"$bare") $(value_of before <<<"$took")" \
+                    "$(value_of most <<<"$took")" >>"$work.$mode"
+            done
+        done
+        removal_figures "offline ($mode)" "$work.$mode" 3 'the bare writes and deletions'
+        removal_growth "offline ($mode)" "$work.$mode"
+    done
+}
+
+# The complete copy of a removal puts all keys back, byte for byte.
+put_back() {
+    local copy
+    for copy in Backup/Vollst*.reg; do [ ! -f "$copy" ] || import_registry "$copy"; done
+    rm -rf Backup
+    mkdir Backup
+}
+
+removal_under_wine() {
+    local work i rows took same writing
+    start_bench_desktop benchremoval || return 1
+    import_registry "$registry" || return 1
+    work=$(program_folder)
+    mkdir -p "$work/Backup"
+    cp build/bench/bench/{removal_timed,removal_recorder,bare_calls}.exe "$work/"
+    cp "$out/removal.rows" "$work/rows.txt"
+    cd "$work" || return 1
+    : >"$out/removal.wine"
+    for rows in $(removal_sizes); do
+        put_back
+        in_wine wine removal_recorder.exe "$rows" 2>/dev/null
+        for i in $(seq "$rounds"); do
+            put_back
+            in_wine wine removal_timed.exe "$rows" 2>/dev/null
+            took=$(cat removal_timed.txt)
+            # The copy that bare calls write is the same.
+            put_back
+            same=$(number_of ms bare_calls.exe)
+            put_back
+            writing=$(number_of ms bare_calls.exe writing)
+            echo "$rows $(value_of ms <<<"$took") $same $writing $(value_of before <<<"$took") $(value_of most <<<"$took")" \
+                >>"$out/removal.wine"
+        done
+    done
+    removal_figures 'under Wine' "$out/removal.wine" 3 'the same calls'
+    removal_figures 'under Wine' "$out/removal.wine" 4 'the bare writes and deletions'
+    removal_growth 'under Wine' "$out/removal.wine"
+}
+
+bench_removal() {
+    scripts/install-tools.sh native windows desktop || return 1
+    . scripts/wine-env.sh
+    cmake --preset native -DBUILD_TESTING=OFF >/dev/null &&
+        cmake --build --preset native --target offline_removal write_full_registry || return 1
+    cmake --preset bench >/dev/null && cmake --build --preset bench || return 1
+    registry_to_clean || return 1
+    removal_offline
+    build/native/bench/offline_removal "$registry" "$out/removal.drive" 12000 rows >"$out/removal.rows"
+    removal_under_wine
+}
