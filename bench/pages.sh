@@ -35,38 +35,58 @@ start_bench_desktop() { # NAME
     start_desktop
     # A pointer over a button makes Wine send it a message every 10 ms.
     xdotool mousemove 1279 1023
+    WINE_SERVER_PID=$(server_of_prefix)
+    export WINE_SERVER_PID
 }
 
-# Runs PROGRAM and prints the number behind NAME= in its answer: what it prints, or what it writes into its file.
-number_of() { # NAME PROGRAM WORD...
-    local name=$1 answer
-    shift
+# The server's own folder is named by the prefix.
+server_of_prefix() {
+    local pid
+    for pid in $(pgrep wineserver); do
+        [ "$(basename "$(readlink "/proc/$pid/cwd")")" != "server-$(stat -c %D-%i "$prefix" | sed 's/-/ /' |
+            while read -r device inode; do printf '%s-%x' "$device" "$inode"; done)" ] || echo "$pid"
+    done
+}
+
+# Runs PROGRAM and prints what it answers, or has written into its file, as "MILLISECONDS THOSE-OF-THE-PROCESSOR".
+times_of() { # PROGRAM WORD...
+    local answer
     answer=$(in_wine wine "$@" 2>/dev/null | tr -d '\r')
     [ -n "$answer" ] || answer=$(cat "${1%.exe}.txt")
-    sed -n "s/.*\\b$name=\\([0-9.]*\\).*/\\1/p" <<<"$answer"
+    echo "$(value_of ms <<<"$answer") $(value_of cpu <<<"$answer")"
+}
+value_of() { sed -n "s/.*\b$1=\([0-9.]*\).*/\1/p"; } # NAME
+
+# The longest answer of the window in three rounds, milliseconds.
+longest_answer() { # PREPARE WORD...
+    local i
+    for i in 1 2 3; do
+        "$1"
+        in_wine wine pages_timed.exe "${@:2}" asked 2>/dev/null
+        value_of longest <pages_timed.txt
+    done | sort -n | tail -1
 }
 
 # The program and the bare calls by turns, so that what else the machine does meets both; then the program while another
-# process asks its window.
-time_page() { # TITLE PREPARE TARGET-OF-BARE WORD...
-    local title=$1 prepare=$2 words=("${@:3}") name i took same writing
-    name=${title// /-}
+# process asks its window. Ratios are those of the processor's time: on a machine that others use, too, the clock tells more of
+# them than of the program.
+time_page() { # TITLE PREPARE WORD...
+    local title=$1 prepare=$2 words=("${@:3}") file i longest
+    file=$out/${title// /-}
     "$prepare"; in_wine wine pages_recorder.exe "${words[@]}" 2>/dev/null
-    : >"$out/$name"
+    : >"$file"
     for i in $(seq "$rounds"); do
-        "$prepare"; took=$(number_of ms pages_timed.exe "${words[@]}")
-        "$prepare"; same=$(number_of ms bare_calls.exe)
-        writing=$same
-        [ "${words[0]}" != emptying ] || { "$prepare"; writing=$(number_of ms bare_calls.exe writing); }
-        echo "$took $same $writing" >>"$out/$name"
+        {
+            "$prepare"; times_of pages_timed.exe "${words[@]}"
+            "$prepare"; times_of bare_calls.exe
+            [ "${words[0]}" != emptying ] || { "$prepare"; times_of bare_calls.exe writing; }
+        } | paste -sd ' ' >>"$file"
     done
-    : >"$out/$name.asked"
-    for i in $(seq 3); do "$prepare"; number_of longest pages_timed.exe "${words[@]}" asked >>"$out/$name.asked"; done
-    took=$(median_of 1 "$out/$name") same=$(ratio_of 1 2 "$out/$name") writing=$(ratio_of 1 3 "$out/$name")
-    figure "$title under Wine, against the same calls" "$took ms" "$same" 1.3
-    [ "${words[0]}" != emptying ] || figure "$title under Wine, against the bare deletions" "$took ms" "$writing" 1.3
-    figure "$title under Wine, longest answer of the window" "$(sort -n "$out/$name.asked" | tail -1) ms" \
-        "$(sort -n "$out/$name.asked" | tail -1 | awk '{ printf "%.2f", $1 / 100 }')" 1
+    figure "$title under Wine, against the same calls" "$(median_of 1 "$file") ms" "$(ratio_of 2 4 "$file")" 1.3
+    [ "${words[0]}" != emptying ] ||
+        figure "$title under Wine, against the bare deletions" "$(median_of 2 "$file") ms of the processor" "$(ratio_of 2 6 "$file")" 1.3
+    longest=$(longest_answer "$prepare" "${words[@]}")
+    figure "$title under Wine, longest answer of the window" "$longest ms" "$(awk "BEGIN { printf \"%.2f\", $longest / 100 }")" 1
 }
 
 nothing_to_prepare() { :; }
@@ -83,6 +103,7 @@ bench_pages() {
     many_undo_files "$work/Backup"
     cp build/bench/bench/{pages_timed,pages_recorder,bare_calls,window_asker}.exe "$work/" && cd "$work" || return 1
     printf 'C:\\Leeren\r\n' >liste.txt
+    figure 'Longest answer of the idle window under Wine, for comparison' "$(longest_answer nothing_to_prepare nothing) ms" '' ''
     time_page '5,000 undo files listed' nothing_to_prepare backup
     time_page '3,000 programs listed' nothing_to_prepare programs
     time_page '10,000 files emptied for good' prepare_emptying emptying permanent

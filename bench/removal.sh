@@ -16,18 +16,19 @@ registry_to_clean() {
     fi
 }
 
-# Lines of "rows, ms of the program, ms of the bare calls, kilobytes before, kilobytes at most" in a file to figures.
+# Figures of a file with lines of rows, milliseconds of the processor of the program, of the same calls, of the bare writes and
+# deletions, kilobytes before and at most.
 removal_figures() { # WHERE FILE COLUMN-OF-BARE WORDS-FOR-BARE
     local rows
     for rows in $(removal_sizes); do
         awk -v rows="$rows" '$1 == rows' "$2" >"$2.$rows"
-        figure "$rows rows removed $1, against $4" "$(median_of 2 "$2.$rows") ms" "$(ratio_of 2 "$3" "$2.$rows")" 1.3
+        figure "$rows rows removed $1, against $4" "$(median_of 2 "$2.$rows") ms of the processor" "$(ratio_of 2 "$3" "$2.$rows")" 1.3
     done
 }
 removal_growth() { # WHERE FILE
     local least most
     least=$(removal_sizes | awk '{ print $1 }') most=$(removal_sizes | awk '{ print $NF }')
-    figure "$most rows removed $1, milliseconds a row against those of $least rows" "$(median_of 2 "$2.$most") ms" \
+    figure "$most rows removed $1, milliseconds a row against those of $least rows" "$(median_of 2 "$2.$most") ms of the processor" \
         "$(awk -v a="$(median_of 2 "$2.$most")" -v b="$(median_of 2 "$2.$least")" -v m="$most" -v l="$least" \
             'BEGIN { printf "%.2f", a / m / (b / l) }')" 1.3
     figure "$most rows removed $1, peak memory" \
@@ -37,7 +38,7 @@ removal_growth() { # WHERE FILE
 value_of() { sed -n "s/.*\\b$1=\\([0-9.]*\\).*/\\1/p"; } # NAME
 
 removal_offline() {
-    local work=$out/removal i rows took bare mode
+    local work=$out/removal i rows took same bare mode
     for mode in all marked; do
         : >"$work.$mode"
         for i in $(seq "$rounds"); do
@@ -45,11 +46,13 @@ removal_offline() {
                 rm -rf "$work.drive" && mkdir -p "$work.drive/Programme/Bromvale/Backup"
                 took=$(build/native/bench/offline_removal "$registry" "$work.drive" "$rows" "$mode")
                 bare=$(build/native/bench/offline_removal "$registry" "$work.drive" "$rows" bare)
-                echo "$rows $(value_of ms <<<"$took") $(value_of ms <<<"$bare") $(value_of before <<<"$took")" \
+                same=$(build/native/bench/offline_removal "$registry" "$work.drive" "$rows" same)
+                echo "$rows $(value_of ms <<<"$took") $(value_of ms <<<"$same") $(value_of ms <<<"$bare") $(value_of before <<<"$took")" \
                     "$(value_of most <<<"$took")" >>"$work.$mode"
             done
         done
-        removal_figures "offline ($mode)" "$work.$mode" 3 'the bare writes and deletions'
+        removal_figures "offline ($mode)" "$work.$mode" 3 'the same calls'
+        removal_figures "offline ($mode)" "$work.$mode" 4 'the bare writes and deletions'
         removal_growth "offline ($mode)" "$work.$mode"
     done
 }
@@ -81,10 +84,10 @@ removal_under_wine() {
             took=$(cat removal_timed.txt)
             # The copy that bare calls write is the same.
             put_back
-            same=$(number_of ms bare_calls.exe)
+            same=$(times_of bare_calls.exe)
             put_back
-            writing=$(number_of ms bare_calls.exe writing)
-            echo "$rows $(value_of ms <<<"$took") $same $writing $(value_of before <<<"$took") $(value_of most <<<"$took")" \
+            writing=$(times_of bare_calls.exe writing)
+            echo "$rows $(value_of cpu <<<"$took") ${same#* } ${writing#* } $(value_of before <<<"$took") $(value_of most <<<"$took")" \
                 >>"$out/removal.wine"
         done
     done

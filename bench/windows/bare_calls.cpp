@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bench/windows/recorded_calls.h"
+#include "bench/windows/stopwatch.h"
 #include "platform/win32/system/windows.h"
 
 #include <objbase.h>
@@ -43,13 +44,6 @@ std::vector<bool> writingSteps(const std::vector<Step>& steps) {
     return made;
 }
 
-double milliseconds() {
-    LARGE_INTEGER frequency, now;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&now);
-    return 1000.0 * static_cast<double>(now.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
-
 // A look into the queue of a program that shows nothing is another call: no screen has to be asked.
 void showWindow() {
     CreateWindowA("STATIC", "bare_calls", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 640, 480, nullptr, nullptr,
@@ -75,7 +69,7 @@ int main(int count, char** words) {
     showWindow();
     static_cast<void>(CoInitialize(nullptr));
     bench::Replay replay(steps.size(), said(count, words, "ansi"));
-    const double begin = milliseconds();
+    const bench::Stopwatch watch;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         if (made[i]) {
             replay.make(steps[i]);
@@ -83,7 +77,7 @@ int main(int count, char** words) {
             replay.leaveOut(steps[i]);
         }
     }
-    std::printf("bare_calls calls=%lld ms=%.1f\n",
-                static_cast<long long>(std::count(made.begin(), made.end(), true)), milliseconds() - begin);
+    const std::string taken = watch.taken();
+    std::printf("bare_calls calls=%lld %s\n", static_cast<long long>(std::count(made.begin(), made.end(), true)), taken.c_str());
     return 0;
 }

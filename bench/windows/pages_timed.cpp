@@ -1,12 +1,13 @@
 // pages_timed PAGE [permanent] [asked]: one piece of work of a page in the real, visible window, from its click to the end of
 // the painting: "backup" lists the undo files, "programs" the installed programs, "emptying" empties the folders of the
-// list, for good with the word "permanent". Writes down the milliseconds and the rows of the list; with "asked" another
+// list, for good with the word "permanent", "nothing" waits a second. Writes down the milliseconds and the rows of the list; with "asked" another
 // process asks the window all the while (window_asker), and its longest answer is written down, too.
 #include <cstdio>
 #include <cstring>
 #include <string>
 
 #include "bench/windows/call_recorder.h"
+#include "bench/windows/stopwatch.h"
 #include "core/settings.h"
 #include "core/startup/main.h"
 #include "platform/controls.h"
@@ -17,13 +18,6 @@
 namespace {
 
 using bromvale::frmMain;
-
-double now() {
-    LARGE_INTEGER frequency, ticks;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&ticks);
-    return 1000.0 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 // The other process, from its first question to its last.
 class Asker {
@@ -56,13 +50,18 @@ class Asker {
     PROCESS_INFORMATION process_{};
 };
 
-double timed(void (*act)()) {
-    const double begin = now();
+std::string timed(void (*act)()) {
+    const bench::Stopwatch watch;
     startRecording();
     act();
     bromvale::DoEvents();  // the painting belongs to it
     stopRecording();
-    return now() - begin;
+    return watch.taken();
+}
+
+// What an answer takes on this machine while nothing is done.
+void waitASecond() {
+    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < 1000; bromvale::DoEvents()) bromvale::WaitForEvents(50);
 }
 
 int none() {
@@ -78,16 +77,17 @@ const Work kWork[] = {
     {"backup", [] { frmMain().backup.mnuPopUpBackupZeigen_Click(); }, [] { return frmMain().backup.lvwBackup.count(); }},
     {"programs", [] { frmMain().programs.mnuPopUpDeinstall_Click(); },
      [] { return frmMain().programs.lvwDeinstall.count(); }},
+    {"nothing", waitASecond, none},
     {"emptying", [] { frmMain().cleanup.cmdInhaltLöschen_Click(); }, none},
 };
 
 void measure(const Work& work, bool asked, std::FILE* out) {
     if (!asked) {
-        std::fprintf(out, "ms=%.1f", timed(work.act));
+        std::fprintf(out, "%s", timed(work.act).c_str());
     } else {
         Asker asker(frmMain().window());
-        const double taken = timed(work.act);
-        std::fprintf(out, "ms=%.1f longest=%.1f", taken, asker.longest() / 1000.0);
+        const std::string taken = timed(work.act);
+        std::fprintf(out, "%s longest=%.1f", taken.c_str(), asker.longest() / 1000.0);
     }
     std::fprintf(out, " rows=%d\n", work.rows());
 }

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "bench/windows/call_recorder.h"
+#include "bench/windows/stopwatch.h"
 #include "core/startup/main.h"
 #include "platform/controls.h"
 #include "platform/events.h"
@@ -18,13 +19,6 @@
 #include <psapi.h>
 
 namespace {
-
-double now() {
-    LARGE_INTEGER frequency, ticks;
-    QueryPerformanceFrequency(&frequency);
-    QueryPerformanceCounter(&ticks);
-    return 1000.0 * static_cast<double>(ticks.QuadPart) / static_cast<double>(frequency.QuadPart);
-}
 
 unsigned long mostKilobytes() {
     PROCESS_MEMORY_COUNTERS counters{};
@@ -56,13 +50,13 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR words, int) {
     DoEvents();
     const unsigned long before = mostKilobytes();
     const int rows = page.lvwRegKeys.count();
-    const double begin = now();
+    const bench::Stopwatch watch;
     startRecording();
     page.ProblemeEntfernen();
     stopRecording();
-    const double taken = now() - begin;
+    const std::string taken = watch.taken();
     if (std::FILE* const out = std::fopen("removal_timed.txt", "w")) {
-        std::fprintf(out, "ms=%.1f rows=%d left=%d before=%lu most=%lu\n", taken, rows, page.lvwRegKeys.count(), before,
+        std::fprintf(out, "%s rows=%d left=%d before=%lu most=%lu\n", taken.c_str(), rows, page.lvwRegKeys.count(), before,
                      mostKilobytes());
         std::fclose(out);
     }

@@ -1,6 +1,7 @@
 #include "platform/controls/list_view.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "base/failure.h"
@@ -133,15 +134,41 @@ void ListView::textChanged(int column) {
     notify(Property::Items);
 }
 
-// Sorting waits until somebody looks at the order: a scan adds thousands of rows between two looks.
+// Sorting waits until somebody looks at the order: a scan adds thousands of rows between two looks. Keys are
+// made once a row; without the memory for them the texts are compared themselves.
 void ListView::sortNow() const {
     if (!sortDue_) return;
     sortDue_ = false;
-    const auto before = [this](const std::unique_ptr<ListItem>& a, const std::unique_ptr<ListItem>& b) {
-        const int order = compareTexts(a->column(sortKey_), b->column(sortKey_));
-        return sortOrder_ == SortOrder::Ascending ? order < 0 : order > 0;
+    const bool ascending = sortOrder_ == SortOrder::Ascending;
+    try {
+        sortByKeys(ascending);
+    } catch (const std::bad_alloc&) {
+        const auto before = [&](const std::unique_ptr<ListItem>& a, const std::unique_ptr<ListItem>& b) {
+            const int order = compareTexts(a->column(sortKey_), b->column(sortKey_));
+            return ascending ? order < 0 : order > 0;
+        };
+        std::stable_sort(rows_.begin(), rows_.end(), before);
+    }
+}
+
+// The rows are touched once nothing can fail any more.
+void ListView::sortByKeys(bool ascending) const {
+    struct Keyed {
+        std::string key;
+        std::size_t place;
     };
-    std::stable_sort(rows_.begin(), rows_.end(), before);
+    std::vector<Keyed> keys;
+    keys.reserve(rows_.size());
+    for (const auto& row : rows_) keys.push_back({orderKey(row->column(sortKey_)), keys.size()});
+    std::vector<std::unique_ptr<ListItem>> sorted;
+    sorted.reserve(rows_.size());
+    const auto before = [&](const Keyed& a, const Keyed& b) {
+        const int order = a.key.compare(b.key);
+        return ascending ? order < 0 : order > 0;
+    };
+    std::stable_sort(keys.begin(), keys.end(), before);
+    for (const Keyed& keyed : keys) sorted.push_back(std::move(rows_[keyed.place]));
+    rows_.swap(sorted);
 }
 
 void ListView::markOnly(const ListItem* only) {

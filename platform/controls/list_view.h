@@ -107,6 +107,7 @@ class ListView : public ControlOf<ListView, ControlKind::ListView> {
     void textChanged(int column);
     void sortAnew();
     void sortNow() const;
+    void sortByKeys(bool ascending) const;
 
     std::vector<Column> columns_;
     mutable std::vector<std::unique_ptr<ListItem>> rows_;

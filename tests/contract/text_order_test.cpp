@@ -1,7 +1,9 @@
 // The order of rows is the list view's own on Windows; the offline machine gives the same.
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/text_order.h"
 
@@ -45,6 +47,27 @@ TEST_P(TextOrder, IsTheListsOwnInBothDirections) {
     const Pair& pair = GetParam();
     EXPECT_EQ(sign(compareTexts(pair.first, pair.second)), pair.order);
     EXPECT_EQ(sign(compareTexts(pair.second, pair.first)), -pair.order);
+}
+
+TEST_P(TextOrder, IsThatOfTheKeys) {
+    const Pair& pair = GetParam();
+    EXPECT_EQ(sign(orderKey(pair.first).compare(orderKey(pair.second))), pair.order);
+    EXPECT_EQ(sign(orderKey(pair.second).compare(orderKey(pair.first))), -pair.order);
+}
+
+// All pairs of the texts above, and each as one part of a longer text.
+TEST(TextOrderOfKeys, IsThatOfTheTexts) {
+    std::vector<std::string> texts;
+    for (const Pair& pair : kPairs) {
+        for (const std::string_view text : {pair.first, pair.second}) {
+            texts.emplace_back(text);
+            texts.push_back("[HKEY_LOCAL_MACHINE\\Software\\" + std::string(text) + "\\{0-1}]");
+        }
+    }
+    for (const std::string& a : texts) {
+        for (const std::string& b : texts)
+            EXPECT_EQ(sign(orderKey(a).compare(orderKey(b))), sign(compareTexts(a, b))) << a << " and " << b;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Pairs, TextOrder, ::testing::ValuesIn(kPairs),

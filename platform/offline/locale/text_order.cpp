@@ -117,14 +117,13 @@ bool isJoiner(char c) {
     return c == '-' || c == '\'' || c == '\x96' || c == '\x97';
 }
 
+int countJoiners(std::string_view text) {
+    return static_cast<int>(std::count_if(text.begin(), text.end(), isJoiner));
+}
+
 // Of texts that are alike but for hyphens and apostrophes: the one without comes first.
 int compareJoiners(std::string_view a, std::string_view b) {
-    const auto count = [](std::string_view text) {
-        int joiners = 0;
-        for (const char c : text) joiners += isJoiner(c) ? 1 : 0;
-        return joiners;
-    };
-    return count(a) - count(b);
+    return countJoiners(a) - countJoiners(b);
 }
 
 }  // namespace
@@ -143,6 +142,22 @@ int compareTexts(std::string_view a, std::string_view b) {
         if (marks == 0) marks = weightA.mark - weightB.mark;
     }
     return marks != 0 ? marks : compareJoiners(a, b);
+}
+
+// The places, the marks, and the number of hyphens and apostrophes; no place is 0, which ends each part.
+std::string orderKey(std::string_view text) {
+    std::string key;
+    std::string marks;
+    key.reserve(2 * text.size() + 6);
+    Reader reader(text);
+    for (Weight weight = reader.next(); weight.place != 0; weight = reader.next()) {
+        key += static_cast<char>(weight.place);
+        marks += static_cast<char>(weight.mark);
+    }
+    key.append(1, '\0').append(marks).append(1, '\0');
+    const auto joiners = static_cast<std::uint32_t>(countJoiners(text));
+    for (const unsigned shift : {24u, 16u, 8u, 0u}) key += static_cast<char>(joiners >> shift);
+    return key;
 }
 
 }  // namespace bromvale

@@ -11,4 +11,22 @@ int compareTexts(std::string_view a, std::string_view b) {
     return result == 0 ? 0 : result - CSTR_EQUAL;
 }
 
+// An empty text has no key, and comes first without one.
+std::string orderKey(std::string_view text) {
+    const auto asked = [&](std::string& key) {
+        return LCMapStringA(LOCALE_USER_DEFAULT, LCMAP_SORTKEY | NORM_IGNORECASE, text.data(),
+                            static_cast<int>(text.size()), key.data(), static_cast<int>(key.size()));
+    };
+    if (text.empty()) return {};
+    std::string key(8 * text.size() + 16, '\0');
+    int size = asked(key);
+    if (size == 0) {
+        std::string none;
+        key.resize(static_cast<std::size_t>(asked(none)));
+        size = asked(key);
+    }
+    key.resize(static_cast<std::size_t>(size));
+    return key;
+}
+
 }  // namespace bromvale
