@@ -9,7 +9,8 @@ namespace bromvale {
 // texts that are otherwise equal, and signs come before digits before letters. Below 0, 0 or above 0.
 [[nodiscard]] int compareTexts(std::string_view a, std::string_view b);
 
-// Bytes that stand in the same order, compared as unsigned numbers. To sort a long list by them takes a tenth of the time.
+// Bytes that stand in the same order, compared as unsigned numbers. To sort a long list by them takes a tenth
+// of the time.
 [[nodiscard]] std::string orderKey(std::string_view text);
 
 }  // namespace bromvale

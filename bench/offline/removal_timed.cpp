@@ -1,8 +1,9 @@
 // The removal of rows that a scan of a registry found, on the offline machine, whose drive C is a folder:
-//     removal_timed FILE.reg FOLDER ROWS         all of the first ROWS rows; "marked" behind it: as marked ones
-//     removal_timed FILE.reg FOLDER ROWS bare    the same writes and deletions alone, of the files that a removal left in FOLDER
-//     removal_timed FILE.reg FOLDER ROWS same    these with the reading of each key before it goes
-//     removal_timed FILE.reg FOLDER ROWS rows    prints the rows: key line, name, value and hive, with tabs between them
+//     removal_timed FILE.reg FOLDER ROWS         all of the first ROWS rows; "marked" behind it: as marked
+//     ones removal_timed FILE.reg FOLDER ROWS bare    the same writes and deletions alone, of the files that
+//     a removal left in FOLDER removal_timed FILE.reg FOLDER ROWS same    these with the reading of each key
+//     before it goes removal_timed FILE.reg FOLDER ROWS rows    prints the rows: key line, name, value and
+//     hive, with tabs between them
 // Prints milliseconds of the processor, rows, and the most kilobytes of memory before and after the work.
 #include <sys/resource.h>
 
@@ -22,10 +23,10 @@
 #include "core/startup/main.h"
 #include "core/state.h"
 #include "core/text_file.h"
-#include "platform/offline/machine.h"
 #include "platform/exact/registry.h"
 #include "platform/exact/whole_key.h"
 #include "platform/files.h"
+#include "platform/offline/machine.h"
 #include "platform/registry.h"
 #include "ui/frm_main.h"
 
@@ -50,7 +51,8 @@ void timed(int rows, Work work) {
     const long before = mostKilobytes();
     const double start = milliseconds();
     work();
-    std::printf("ms=%.1f rows=%d before=%ld most=%ld\n", milliseconds() - start, rows, before, mostKilobytes());
+    std::printf("ms=%.1f rows=%d before=%ld most=%ld\n", milliseconds() - start, rows, before,
+                mostKilobytes());
 }
 
 void keepFirst(ListView& list, int rows) {
@@ -68,7 +70,9 @@ void remove(int rows, bool marked) {
 
 // What Wine's tools would read otherwise is left out.
 void print(int rows) {
-    const auto isOdd = [](char c) { return static_cast<unsigned char>(c) < ' ' || static_cast<unsigned char>(c) > '~'; };
+    const auto isOdd = [](char c) {
+        return static_cast<unsigned char>(c) < ' ' || static_cast<unsigned char>(c) > '~';
+    };
     const ListView& list = frmMain().scan.lvwRegKeys;
     for (int row = 1; row <= list.count() && rows > 0; ++row) {
         std::string line;
@@ -88,7 +92,8 @@ void print(int rows) {
 std::vector<std::string> recordsOf(const std::string& bytes, const std::string& start) {
     std::vector<std::string> records;
     std::size_t from = 0;
-    for (std::size_t at = bytes.find(start); at != std::string::npos; at = bytes.find(start, from + start.size())) {
+    for (std::size_t at = bytes.find(start); at != std::string::npos;
+         at = bytes.find(start, from + start.size())) {
         records.push_back(bytes.substr(from, at - from));
         from = at;
     }
@@ -118,7 +123,9 @@ struct BareKey {
 
 void readBarely(const BareKey& bare) {
     HKEY key = nullptr;
-    if (openExactKey(bare.root, bare.subKey.c_str(), KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS, key) != ERROR_SUCCESS) return;
+    if (openExactKey(bare.root, bare.subKey.c_str(), KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS, key) !=
+        ERROR_SUCCESS)
+        return;
     WholeKey<char16_t> whole;
     static_cast<void>(readWholeKey(key, whole));
     static_cast<void>(RegCloseKey(key));
@@ -137,8 +144,8 @@ void makeBareCalls(const std::string& folder, bool reading) {
     const std::vector<std::string> undo = recordsOf(fileIn(folder, "R"), "[HKEY_");
     const std::vector<std::string> copies = recordsOf(fileIn(folder, "Vollst"), "[\0H\0K\0E\0Y\0_\0"s);
     const auto create = [](const std::string& path) {
-        return CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
+        return CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                           OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
     };
     std::vector<BareKey> keys(undo.begin() + 1, undo.end());
     timed(static_cast<int>(keys.size()), [&] {
@@ -150,7 +157,8 @@ void makeBareCalls(const std::string& folder, bool reading) {
                 WriteFile(undoFile, undo[i].data(), static_cast<DWORD>(undo[i].size()), &written, nullptr);
             if (reading && i < keys.size()) readBarely(keys[i]);
             if (i < copies.size())
-                WriteFile(copyFile, copies[i].data(), static_cast<DWORD>(copies[i].size()), &written, nullptr);
+                WriteFile(copyFile, copies[i].data(), static_cast<DWORD>(copies[i].size()), &written,
+                          nullptr);
             if (i < keys.size()) deleteBarely(keys[i]);
         }
         CloseHandle(undoFile);
@@ -161,7 +169,8 @@ void makeBareCalls(const std::string& folder, bool reading) {
 int run(char** words, const std::string& what) {
     Options options;
     std::string drive = "C:=" + std::string(words[2]);
-    char* arguments[] = {words[0], const_cast<char*>("--registry"), words[1], const_cast<char*>("--drive"), drive.data()};
+    char* arguments[] = {words[0], const_cast<char*>("--registry"), words[1], const_cast<char*>("--drive"),
+                         drive.data()};
     if (readOptions(5, arguments, options)) return 2;
     setUpMachine(options);
     if (!loadRegistries(options)) return 2;

@@ -1,5 +1,5 @@
-// Makes the calls of a recorded piece of work, in their order and with their buffer sizes, and nothing else. Prints the
-// milliseconds that they took. Words that may follow:
+// Makes the calls of a recorded piece of work, in their order and with their buffer sizes, and nothing else.
+// Prints the milliseconds that they took. Words that may follow:
 //     ansi     reads the registry by the ANSI functions, which a program for all systems would use
 //     writing  makes the writes and deletions alone, with the opening and closing that they need
 #include <algorithm>
@@ -24,7 +24,8 @@ bool opensKey(Call call) {
     return call == Call::OpenKey || call == Call::OpenKeyEx || call == Call::OpenKeyWide;
 }
 
-// Of the keys those that are deleted; of the files those that are written, which are opened by the ANSI functions.
+// Of the keys those that are deleted; of the files those that are written, which are opened by the ANSI
+// functions.
 std::vector<bool> writingSteps(const std::vector<Step>& steps) {
     std::set<std::int32_t> deleted;
     for (const Step& step : steps) {
@@ -78,6 +79,7 @@ int main(int count, char** words) {
         }
     }
     const std::string taken = watch.taken();
-    std::printf("bare_calls calls=%lld %s\n", static_cast<long long>(std::count(made.begin(), made.end(), true)), taken.c_str());
+    std::printf("bare_calls calls=%lld %s\n",
+                static_cast<long long>(std::count(made.begin(), made.end(), true)), taken.c_str());
     return 0;
 }

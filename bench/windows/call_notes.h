@@ -4,8 +4,8 @@
 #include "bench/windows/call_record.h"
 #include "platform/win32/system/windows.h"
 
-// What the recorder's functions write down with. Nothing is written before startRecording and after stopRecording;
-// calls of several threads are written one after the other.
+// What the recorder's functions write down with. Nothing is written before startRecording and after
+// stopRecording; calls of several threads are written one after the other.
 namespace bench {
 
 void put(Record record, std::string_view text = {});
@@ -28,7 +28,8 @@ Function functionOf(FARPROC address) {
 
 }  // namespace bench
 
-// The linker has calls of an imported function go through __wrap___imp_NAME, which is defined below as a pointer to `recorder`.
+// The linker has calls of an imported function go through __wrap___imp_NAME, which is defined below as a
+// pointer to `recorder`.
 #define REAL(name) __real___imp_##name
 #define RECORDED(name, recorder)                      \
     extern "C" decltype(&::name) __real___imp_##name; \

@@ -13,8 +13,8 @@ namespace {
 
 HANDLE WINAPI findFirst(LPCSTR path, LPWIN32_FIND_DATAA data);
 BOOL WINAPI findClose(HANDLE search);
-HANDLE WINAPI createFile(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
-                         DWORD flags, HANDLE pattern);
+HANDLE WINAPI createFile(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                         DWORD disposition, DWORD flags, HANDLE pattern);
 BOOL WINAPI closeFile(HANDLE file);
 BOOL WINAPI writeFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED overlapped);
 DWORD WINAPI setFilePointer(HANDLE file, LONG low, PLONG high, DWORD method);
@@ -50,8 +50,8 @@ BOOL WINAPI findClose(HANDLE search) {
     return REAL(FindClose)(search);
 }
 
-HANDLE WINAPI createFile(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
-                         DWORD flags, HANDLE pattern) {
+HANDLE WINAPI createFile(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                         DWORD disposition, DWORD flags, HANDLE pattern) {
     const HANDLE file = REAL(CreateFileA)(path, access, share, security, disposition, flags, pattern);
     put({Call::OpenFile, static_cast<std::uint8_t>(share), 0, 0, access, disposition, flags}, path);
     bench::opened(file);

@@ -1,7 +1,8 @@
-// pages_timed PAGE [permanent] [asked]: one piece of work of a page in the real, visible window, from its click to the end of
-// the painting: "backup" lists the undo files, "programs" the installed programs, "emptying" empties the folders of the
-// list, for good with the word "permanent", "nothing" waits a second. Writes down the milliseconds and the rows of the list; with "asked" another
-// process asks the window all the while (window_asker), and its longest answer is written down, too.
+// pages_timed PAGE [permanent] [asked]: one piece of work of a page in the real, visible window, from its
+// click to the end of the painting: "backup" lists the undo files, "programs" the installed programs,
+// "emptying" empties the folders of the list, for good with the word "permanent", "nothing" waits a second.
+// Writes down the milliseconds and the rows of the list; with "asked" another process asks the window all the
+// while (window_asker), and its longest answer is written down, too.
 #include <cstdio>
 #include <cstring>
 #include <string>
@@ -28,7 +29,8 @@ class Asker {
         std::string command = "window_asker.exe " + std::to_string(reinterpret_cast<std::uintptr_t>(window));
         asks_ = CreateEventA(nullptr, TRUE, FALSE, "window_asker asks");
         done_ = CreateEventA(nullptr, TRUE, FALSE, "window_asker done");
-        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process_);
+        CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
+                       &process_);
         serveUntil(asks_);
     }
     // Microseconds.
@@ -61,7 +63,8 @@ std::string timed(void (*act)()) {
 
 // What an answer takes on this machine while nothing is done.
 void waitASecond() {
-    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < 1000; bromvale::DoEvents()) bromvale::WaitForEvents(50);
+    for (const DWORD begin = GetTickCount(); GetTickCount() - begin < 1000; bromvale::DoEvents())
+        bromvale::WaitForEvents(50);
 }
 
 int none() {
@@ -74,7 +77,8 @@ struct Work {
     int (*rows)();
 };
 const Work kWork[] = {
-    {"backup", [] { frmMain().backup.mnuPopUpBackupZeigen_Click(); }, [] { return frmMain().backup.lvwBackup.count(); }},
+    {"backup", [] { frmMain().backup.mnuPopUpBackupZeigen_Click(); },
+     [] { return frmMain().backup.lvwBackup.count(); }},
     {"programs", [] { frmMain().programs.mnuPopUpDeinstall_Click(); },
      [] { return frmMain().programs.lvwDeinstall.count(); }},
     {"nothing", waitASecond, none},

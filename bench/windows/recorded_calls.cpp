@@ -16,7 +16,8 @@ LPCWSTR wide(const Step& step) {
 
 std::string narrowed(const Step& step) {
     std::string text(2 * step.text.size() + 2, '\0');
-    WideCharToMultiByte(CP_ACP, 0, wide(step), -1, text.data(), static_cast<int>(text.size()), nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, 0, wide(step), -1, text.data(), static_cast<int>(text.size()), nullptr,
+                        nullptr);
     return text;
 }
 
@@ -48,7 +49,8 @@ Replay::Replay(std::size_t steps, bool ansi) : ansi_(ansi) {
 
 HKEY Replay::key(std::int32_t number) const {
     if (number < 0) return reinterpret_cast<HKEY>(static_cast<std::intptr_t>(number));
-    return static_cast<std::size_t>(number) < keys_.size() ? keys_[static_cast<std::size_t>(number)] : nullptr;
+    return static_cast<std::size_t>(number) < keys_.size() ? keys_[static_cast<std::size_t>(number)]
+                                                           : nullptr;
 }
 
 HANDLE Replay::file(std::int32_t number) const {
@@ -59,7 +61,8 @@ HANDLE Replay::file(std::int32_t number) const {
 void Replay::make(const Step& step) {
     if (step.record.call < Call::EnumValue) return callRegistry(step);
     if (step.record.call < Call::FindFirst)
-        return step.record.call == Call::QueryInfoWide || !ansi_ ? readRegistryWide(step) : readRegistry(step);
+        return step.record.call == Call::QueryInfoWide || !ansi_ ? readRegistryWide(step)
+                                                                 : readRegistry(step);
     if (step.record.call < Call::OpenFile) return searchFiles(step);
     if (step.record.call < Call::Peek) return callFiles(step);
     MSG message;
@@ -97,7 +100,8 @@ void Replay::readRegistry(const Step& step) {
     const Record& record = step.record;
     const HKEY of = key(record.key);
     BYTE* const data = record.hasData != 0 ? data_.data() : nullptr;
-    const bool asIs = record.call == Call::EnumValue || record.call == Call::QueryValue || record.call == Call::EnumKey;
+    const bool asIs =
+        record.call == Call::EnumValue || record.call == Call::QueryValue || record.call == Call::EnumKey;
     DWORD nameSize = asIs ? record.nameSize : kAnsiName;
     DWORD dataSize = asIs ? record.dataSize : kAnsiData;
     DWORD type = 0;
@@ -134,8 +138,8 @@ void Replay::readRegistryWide(const Step& step) {
             break;
         case Call::QueryValueWide: RegQueryValueExW(of, wide(step), nullptr, &type, data, &dataSize); break;
         case Call::QueryInfoWide:
-            RegQueryInfoKeyW(of, nullptr, nullptr, nullptr, &facts[0], nullptr, nullptr, &facts[1], &facts[2], &facts[3],
-                             nullptr, &written);
+            RegQueryInfoKeyW(of, nullptr, nullptr, nullptr, &facts[0], nullptr, nullptr, &facts[1], &facts[2],
+                             &facts[3], nullptr, &written);
             break;
         default: readRegistry(step); break;
     }

@@ -19,8 +19,8 @@ struct Step {
 // Makes calls anew, one after the other, on handles of its own.
 class Replay {
   public:
-    // With `ansi` the wide functions that read the registry are replaced by the ANSI ones that they stand for, with the
-    // buffer sizes of those (the limits of a scan).
+    // With `ansi` the wide functions that read the registry are replaced by the ANSI ones that they stand
+    // for, with the buffer sizes of those (the limits of a scan).
     Replay(std::size_t steps, bool ansi);
     void make(const Step& step);
     // Later calls keep their handles.

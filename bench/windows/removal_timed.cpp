@@ -1,6 +1,7 @@
-// removal_timed ROWS [marked]: puts the first rows of rows.txt (key line, name, value and hive, with tabs between them) into the
-// result list of the real, visible window and removes them, all or, with the word "marked", as marked ones. Writes down the
-// milliseconds and the most kilobytes of memory before and after it.
+// removal_timed ROWS [marked]: puts the first rows of rows.txt (key line, name, value and hive, with tabs
+// between them) into the result list of the real, visible window and removes them, all or, with the word
+// "marked", as marked ones. Writes down the milliseconds and the most kilobytes of memory before and after
+// it.
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -56,8 +57,8 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR words, int) {
     stopRecording();
     const std::string taken = watch.taken();
     if (std::FILE* const out = std::fopen("removal_timed.txt", "w")) {
-        std::fprintf(out, "%s rows=%d left=%d before=%lu most=%lu\n", taken.c_str(), rows, page.lvwRegKeys.count(), before,
-                     mostKilobytes());
+        std::fprintf(out, "%s rows=%d left=%d before=%lu most=%lu\n", taken.c_str(), rows,
+                     page.lvwRegKeys.count(), before, mostKilobytes());
         std::fclose(out);
     }
     TerminateProcess(GetCurrentProcess(), 0);

@@ -7,9 +7,9 @@
 
 namespace bench {
 
-// What a piece of work took: milliseconds, and those of the processor in this process and in Wine's server together, whose
-// process is named by the variable WINE_SERVER_PID. What other programs do on the machine makes the first longer and leaves the
-// second alone.
+// What a piece of work took: milliseconds, and those of the processor in this process and in Wine's server
+// together, whose process is named by the variable WINE_SERVER_PID. What other programs do on the machine
+// makes the first longer and leaves the second alone.
 class Stopwatch {
   public:
     // "ms=12.3 cpu=4.5"
@@ -31,7 +31,8 @@ class Stopwatch {
         FILETIME created, ended, kernel, user;
         GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
         return (kernel.dwLowDateTime + 4294967296.0 * kernel.dwHighDateTime + user.dwLowDateTime +
-                4294967296.0 * user.dwHighDateTime) / 1e4;
+                4294967296.0 * user.dwHighDateTime) /
+               1e4;
     }
     // The host tells nanoseconds.
     static double serverProcessor() {

@@ -29,7 +29,8 @@ LONG WINAPI enumKey(HKEY key, DWORD index, LPWSTR name, LPDWORD size, LPDWORD re
 
 LONG WINAPI enumValue(HKEY key, DWORD index, LPWSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
                       LPBYTE data, LPDWORD dataSize) {
-    put({Call::EnumValueWide, data != nullptr, 0, keyNumber(key), index, *nameSize, dataSize ? *dataSize : 0});
+    put({Call::EnumValueWide, data != nullptr, 0, keyNumber(key), index, *nameSize,
+         dataSize ? *dataSize : 0});
     return real.enumValue(key, index, name, nameSize, reserved, type, data, dataSize);
 }
 
@@ -58,8 +59,8 @@ BOOL WINAPI findNext(HANDLE search, LPWIN32_FIND_DATAW data) {
     return real.findNextFile(search, data);
 }
 
-HANDLE WINAPI createFile(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
-                         DWORD flags, HANDLE pattern) {
+HANDLE WINAPI createFile(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                         DWORD disposition, DWORD flags, HANDLE pattern) {
     const HANDLE file = real.createFile(path, access, share, security, disposition, flags, pattern);
     putWide({Call::OpenFileWide, static_cast<std::uint8_t>(share), 0, 0, access, disposition, flags}, path);
     bench::opened(file);

@@ -1,6 +1,6 @@
-// window_asker WINDOW: asks a window of another process every 5 ms whether it is alive, from the moment that it sets the event
-// "window_asker asks" until the event "window_asker done" is set. Ends with the longest time that an answer took, in
-// microseconds, as its exit code.
+// window_asker WINDOW: asks a window of another process every 5 ms whether it is alive, from the moment that
+// it sets the event "window_asker asks" until the event "window_asker done" is set. Ends with the longest
+// time that an answer took, in microseconds, as its exit code.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
@@ -20,7 +20,8 @@ LONGLONG microseconds() {
 
 int main(int count, char** words) {
     if (count < 2) return 1;
-    const auto window = reinterpret_cast<HWND>(static_cast<std::uintptr_t>(std::strtoull(words[1], nullptr, 10)));
+    const auto window =
+        reinterpret_cast<HWND>(static_cast<std::uintptr_t>(std::strtoull(words[1], nullptr, 10)));
     const HANDLE asks = OpenEventA(EVENT_MODIFY_STATE, FALSE, "window_asker asks");
     const HANDLE done = OpenEventA(SYNCHRONIZE, FALSE, "window_asker done");
     LONGLONG longest = 0;

@@ -130,7 +130,8 @@ int compareJoiners(std::string_view a, std::string_view b) {
 
 // The same bytes have the same weights, and the paths of a list have most of theirs in common.
 int compareTexts(std::string_view a, std::string_view b) {
-    const auto same = static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
+    const auto same =
+        static_cast<std::size_t>(std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
     Reader readerA(a.substr(same));
     Reader readerB(b.substr(same));
     int marks = 0;
