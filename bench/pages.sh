@@ -95,7 +95,7 @@ prepare_emptying() { rm -rf "$wine_home/.local/share/Trash"; fill_folder "$prefi
 bench_pages() {
     scripts/install-tools.sh windows desktop || return 1
     . scripts/wine-env.sh
-    cmake --preset bench >/dev/null && cmake --build --preset bench || return 1
+    built bench || return 1
     start_bench_desktop benchpages || return 1
     many_programs "$out/programs.reg" && import_registry "$out/programs.reg"
     local work

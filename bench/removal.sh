@@ -31,8 +31,8 @@ removal_growth() { # WHERE FILE
     figure "$most rows removed $1, milliseconds a row against those of $least rows" "$(median_of 2 "$2.$most") ms of the processor" \
         "$(awk -v a="$(median_of 2 "$2.$most")" -v b="$(median_of 2 "$2.$least")" -v m="$most" -v l="$least" \
             'BEGIN { printf "%.2f", a / m / (b / l) }')" 1.3
-    figure "$most rows removed $1, peak memory" \
-        "$(awk '{ printf "%.1f MB, of which the removal %.1f MB\n", $(NF) / 1024, ($(NF) - $(NF - 1)) / 1024 }' "$2.$most" | median)" '' ''
+    figure "$most rows removed $1, peak memory" "$(awk -v most="$(median_of 6 "$2.$most")" -v before="$(median_of 5 "$2.$most")" \
+        'BEGIN { printf "%.1f MB, of which the removal %.1f MB", most / 1024, (most - before) / 1024 }')" '' ''
 }
 
 value_of() { sed -n "s/.*\\b$1=\\([0-9.]*\\).*/\\1/p"; } # NAME
@@ -99,9 +99,8 @@ removal_under_wine() {
 bench_removal() {
     scripts/install-tools.sh native windows desktop || return 1
     . scripts/wine-env.sh
-    cmake --preset native -DBUILD_TESTING=OFF >/dev/null &&
-        cmake --build --preset native --target offline_removal write_full_registry || return 1
-    cmake --preset bench >/dev/null && cmake --build --preset bench || return 1
+    built native offline_removal write_full_registry || return 1
+    built bench || return 1
     registry_to_clean || return 1
     removal_offline
     build/native/bench/offline_removal "$registry" "$out/removal.drive" 12000 rows >"$out/removal.rows"
