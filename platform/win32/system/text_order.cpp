@@ -25,8 +25,7 @@ std::string orderKey(std::string_view text) {
         key.resize(static_cast<std::size_t>(asked(none)));
         size = asked(key);
     }
-    key.resize(static_cast<std::size_t>(size));
-    return key;
+    return {key, 0, static_cast<std::size_t>(size)};  // without the room that was left
 }
 
 }  // namespace bromvale
