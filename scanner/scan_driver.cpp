@@ -64,6 +64,7 @@ void Scan::run() {
 // The group that the last scan left behind is not touched: its object is judged in this one.
 void Scan::prepare() {
     kStartButton.started();
+    ScanAbort = false;
     page_.cmdStart.setEnabled(false);
     window_.setMousePointer(MousePointer::Hourglass);
     window_.ProgressBar_.setRange(0, 100);

@@ -127,6 +127,7 @@ void ProgramsPage::ShowDeinstall() {
 void ProgramsPage::mnuPopUpDeinstall_Click() {
     show();
     ShowDeinstall();
+    window.setMousePointer(MousePointer::Default);
 }
 
 void ProgramsPage::cmdDeinstallRefresh_Click() {

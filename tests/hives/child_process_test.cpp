@@ -19,7 +19,7 @@ ChildAnswer answered(const std::function<std::string()>& work) {
 
 TEST(ChildProcess, GivesItsAnswerOfAnyLength) {
     const std::string text(1'000'000, 'x');
-    const ChildAnswer answer = answered([&] { return text; });
+    const ChildAnswer answer = answered([&] { return std::string(text); });
     EXPECT_TRUE(text == answer.text);
     EXPECT_EQ("", answer.problem);
     EXPECT_EQ("", answered([] { return std::string(); }).text);

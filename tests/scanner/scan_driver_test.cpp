@@ -187,7 +187,7 @@ TEST_F(ScanDriverTest, WhileEntriesAreCheckedTheLabelSaysSo) {
     Texts seen;
     atEveryPump([&] {
         const std::string& now = form().scan.lblScanTxt.caption();
-        if ((seen.empty() || seen.back() != now) && form().scan.lblScanProzent.caption() != "")
+        if ((seen.empty() || seen.back() != now) && !form().scan.lblScanProzent.caption().empty())
             seen.push_back(now);
     });
     scan();

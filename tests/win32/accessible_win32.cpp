@@ -204,7 +204,7 @@ struct Listener {
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
     static void CALLBACK keep(HWINEVENTHOOK, DWORD event, HWND of, LONG object, LONG part, DWORD, DWORD) {
-        if (of == window && object == OBJID_CLIENT && part != CHILDID_SELF) told.push_back({event, part});
+        if (of == window && object == OBJID_CLIENT && part != CHILDID_SELF) told.emplace_back(event, part);
     }
     static inline HWND window = nullptr;
     static inline std::vector<std::pair<DWORD, LONG>> told;

@@ -174,6 +174,7 @@ bool HttpGet::nextPart() {
 
 bool HttpGet::read(char* buffer, std::size_t size, std::size_t& got) {
     const Deadline patience(patience_);
+    got = 0;
     silence_ = patience;
     while (got < size && !ended_) {
         if (left_ == std::uint64_t{0}) {
