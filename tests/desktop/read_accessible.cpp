@@ -15,26 +15,15 @@
 #include <vector>
 
 #include "accessible_facts.h"
+#include "helper_text.h"
 #include "windows_by_name.h"
 
 namespace {
 
 using Arguments = std::vector<std::string>;
 
-std::wstring wide(const std::string& ansi) {
-    const int length = static_cast<int>(ansi.size());
-    std::wstring result(ansi.size(), L'\0');
-    const int size = MultiByteToWideChar(CP_ACP, 0, ansi.data(), length, result.data(), length);
-    result.resize(static_cast<std::size_t>(size));
-    return result;
-}
-
 void print(const std::wstring& line) {
-    const int units = static_cast<int>(line.size());
-    const int size = WideCharToMultiByte(CP_UTF8, 0, line.data(), units, nullptr, 0, nullptr, nullptr);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, line.data(), units, bytes.data(), size, nullptr, nullptr);
-    std::printf("%s\n", bytes.c_str());
+    std::printf("%s\n", utf8(line).c_str());
     std::fflush(stdout);
 }
 
