@@ -192,7 +192,7 @@ int showEvents(const Arguments& arguments) {
         SetWinEventHook(EVENT_MIN, EVENT_MAX, nullptr, keepEvent, process, 0, WINEVENT_OUTOFCONTEXT);
     if (hook == nullptr) return 1;
     print(L"listening");
-    const DWORD quiet = static_cast<DWORD>(std::atoi(arguments[0].c_str()) * 1000);
+    const DWORD quiet = 1000 * std::strtoul(arguments[0].c_str(), nullptr, 10);
     for (DWORD last = GetTickCount(); GetTickCount() - last < quiet;) {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);

@@ -7,7 +7,8 @@ program=build/win64/here/Bromvale.exe
 trap 'stop_web; stop_all' EXIT
 prepare_example
 settings EMail 'kunde@bromvale.de' ScreenSave 1
-# Neither the class nor the file is there.
+# Neither the class nor the file is there; an earlier run in this tree has left one.
+rm -f "$prefix/drive_c/windows/system32/vbalIml6.ocx"
 in_wine "$wine_loader" reg delete 'HKLM\Software\Classes\CLSID\{396F7AC9-A0DD-11D3-93EC-00C0DFE7442A}' /f >/dev/null 2>&1
 start_web "$(program_version)" || stop_here "the server does not start"
 start_program
