@@ -7,12 +7,12 @@
 #include "platform/offline/machine.h"
 #endif
 #include "platform/exact/text.h"
-#include "tests/support/test_machine.h"
+#include "tests/contract/on_drives.h"
 
 namespace bromvale::testing {
 namespace {
 
-class ExactFiles : public TestMachine {
+class ExactFiles : public OnDrives {
   protected:
 #ifndef _WIN32
     // A system that tells final paths.
@@ -45,7 +45,9 @@ class ExactFiles : public TestMachine {
     }
 };
 
-TEST_F(ExactFiles, ANameOfTheCodePageComesAsItIsWithItsFacts) {
+BROMVALE_ON_DRIVES(ExactFiles);
+
+TEST_P(ExactFiles, ANameOfTheCodePageComesAsItIsWithItsFacts) {
     writeWholeFile(folder() + "Übung.txt", "12345");
     FoundEntry entry;
     ASSERT_EQ(findEntry(folder() + "übung.TXT", entry), 0u);
@@ -62,7 +64,7 @@ TEST_F(ExactFiles, ANameOfTheCodePageComesAsItIsWithItsFacts) {
     EXPECT_EQ(entry.attributes, found.dwFileAttributes);
 }
 
-TEST_F(ExactFiles, ANameBeyondTheCodePageCarriesItsMarksBesideItsTwin) {
+TEST_P(ExactFiles, ANameBeyondTheCodePageCarriesItsMarksBesideItsTwin) {
     writeWholeFile(wideText(folder()) + u"Zdj\u0119cie.txt", "x");
     writeWholeFile(folder() + "Zdjecie.txt", "12");
     EXPECT_EQ(find(folder() + "Zdj*"), (Names{exactText(u"Zdj\u0119cie.txt"), "Zdjecie.txt"}));
@@ -74,7 +76,7 @@ TEST_F(ExactFiles, ANameBeyondTheCodePageCarriesItsMarksBesideItsTwin) {
     EXPECT_EQ(entry.size, 2u);
 }
 
-TEST_F(ExactFiles, WideSeparatorsDotsAndWildcardsArePartsOfNames) {
+TEST_P(ExactFiles, WideSeparatorsDotsAndWildcardsArePartsOfNames) {
     for (const char16_t* name : {u"a\uFF3Cb", u"\uFF0E\uFF0E", u"\uFF0A", u"a\u2215b", u"a\uFF1Ab"}) {
         writeWholeFile(wideText(folder()) + name, "x");
         FoundEntry entry;
@@ -85,7 +87,7 @@ TEST_F(ExactFiles, WideSeparatorsDotsAndWildcardsArePartsOfNames) {
     EXPECT_EQ(find(folder() + "*").size(), 5u);
 }
 
-TEST_F(ExactFiles, AFolderBeyondTheCodePageIsListedByItsMarks) {
+TEST_P(ExactFiles, AFolderBeyondTheCodePageIsListedByItsMarks) {
     makeFolderOnDisk(wideText(folder()) + u"Zdj\u0119cia");
     makeFolderOnDisk(folder() + "Zdjecia");
     writeWholeFile(wideText(folder()) + u"Zdj\u0119cia\\\u0142.txt", "x");
@@ -93,7 +95,7 @@ TEST_F(ExactFiles, AFolderBeyondTheCodePageIsListedByItsMarks) {
     EXPECT_EQ(find(folder() + "Zdjecia\\*"), Names{});
 }
 
-TEST_F(ExactFiles, TheFolderItselfAndTheOneAboveHaveNoShortNames) {
+TEST_P(ExactFiles, TheFolderItselfAndTheOneAboveHaveNoShortNames) {
     makeFolderOnDisk(wideText(folder()) + u"Zdj\u0119cia");
     FolderSearch search(mark(u"Zdj\u0119cia\\*"));
     FoundEntry entry;
@@ -105,7 +107,7 @@ TEST_F(ExactFiles, TheFolderItselfAndTheOneAboveHaveNoShortNames) {
     }
 }
 
-TEST_F(ExactFiles, AnErrorIsToldFromTheEndOfTheList) {
+TEST_P(ExactFiles, AnErrorIsToldFromTheEndOfTheList) {
     EXPECT_EQ(find(folder() + "*"), Names{});
     EXPECT_EQ(errorOf(folder() + "fehlt"), 2u);
     EXPECT_EQ(errorOf(folder() + "fehlt\\*"), 3u);
@@ -114,7 +116,7 @@ TEST_F(ExactFiles, AnErrorIsToldFromTheEndOfTheList) {
     EXPECT_EQ(findEntry(mark(u"Zdj\u0119cia\\a.txt"), entry), 3u);
 }
 
-TEST_F(ExactFiles, APathFitsWithItsNulIntoTheLongestOneOfAll) {
+TEST_P(ExactFiles, APathFitsWithItsNulIntoTheLongestOneOfAll) {
     EXPECT_TRUE(fitsPath(std::string(259, 'a')));
     EXPECT_FALSE(fitsPath(std::string(260, 'a')));
     EXPECT_TRUE(fitsPath(std::string(258, 'a') + exactText(u"\u0119")));
@@ -123,7 +125,7 @@ TEST_F(ExactFiles, APathFitsWithItsNulIntoTheLongestOneOfAll) {
 
 // --- final paths ---
 
-TEST_F(ExactFiles, AFinalPathEndsInTheTrueNameWhateverTheCase) {
+TEST_P(ExactFiles, AFinalPathEndsInTheTrueNameWhateverTheCase) {
     ASSERT_TRUE(tellsFinalPaths()) << "no final paths here";
     makeFolderOnDisk(wideText(folder()) + u"Zdj\u0119cia");
     writeWholeFile(wideText(folder()) + u"Zdj\u0119cia\\Brief.txt", "x");

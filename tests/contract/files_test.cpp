@@ -1,12 +1,12 @@
 // Opening, reading, writing, deleting.
 #include "platform/files.h"
 #include "platform/machine.h"
-#include "tests/support/test_machine.h"
+#include "tests/contract/on_drives.h"
 
 namespace bromvale::testing {
 namespace {
 
-class Files : public TestMachine {
+class Files : public OnDrives {
   protected:
     static HANDLE open(const std::string& path, DWORD access, DWORD disposition,
                        DWORD share = FILE_SHARE_READ) {
@@ -22,7 +22,9 @@ class Files : public TestMachine {
     }
 };
 
-TEST_F(Files, AFileIsMovedToAFreeNameOnly) {
+BROMVALE_ON_DRIVES(Files);
+
+TEST_P(Files, AFileIsMovedToAFreeNameOnly) {
     writeWholeFile(folder() + "a", "inhalt");
     writeWholeFile(folder() + "b", "anderer");
     makeFolderOnDisk(folder() + "Ordner");
@@ -41,7 +43,7 @@ TEST_F(Files, AFileIsMovedToAFreeNameOnly) {
     EXPECT_EQ(filesIn(folder() + "Ordner\\", "*"), std::vector<std::string>{"C"});
 }
 
-TEST_F(Files, DispositionsOnMissingAndExistingFiles) {
+TEST_P(Files, DispositionsOnMissingAndExistingFiles) {
     struct Row {
         DWORD disposition;
         DWORD missing;
@@ -59,7 +61,7 @@ TEST_F(Files, DispositionsOnMissingAndExistingFiles) {
     }
 }
 
-TEST_F(Files, OpeningTellsByTheLastErrorThatAFileWasThere) {
+TEST_P(Files, OpeningTellsByTheLastErrorThatAFileWasThere) {
     writeWholeFile(folder() + "da", "");
     CloseHandle(open(folder() + "da", GENERIC_WRITE, OPEN_ALWAYS));
     EXPECT_EQ(GetLastError(), 183u);
@@ -68,7 +70,7 @@ TEST_F(Files, OpeningTellsByTheLastErrorThatAFileWasThere) {
     CloseHandle(file);
 }
 
-TEST_F(Files, WhatCannotBeOpened) {
+TEST_P(Files, WhatCannotBeOpened) {
     makeFolderOnDisk(folder() + "ordner");
     struct Row {
         std::string path;
@@ -80,7 +82,7 @@ TEST_F(Files, WhatCannotBeOpened) {
     }
 }
 
-TEST_F(Files, AFileThatIsWrittenIsSharedAsItsOpenerSays) {
+TEST_P(Files, AFileThatIsWrittenIsSharedAsItsOpenerSays) {
     const std::string path = folder() + "a";
     const HANDLE writer = open(path, GENERIC_WRITE, CREATE_NEW, FILE_SHARE_READ);
     ASSERT_NE(writer, INVALID_HANDLE_VALUE);
@@ -94,7 +96,7 @@ TEST_F(Files, AFileThatIsWrittenIsSharedAsItsOpenerSays) {
     EXPECT_NE(DeleteFileA(path.c_str()), 0);
 }
 
-TEST_F(Files, WritingReadingAndSeeking) {
+TEST_P(Files, WritingReadingAndSeeking) {
     const HANDLE file = open(folder() + "a", GENERIC_READ | GENERIC_WRITE, CREATE_NEW);
     DWORD done = 0;
     ASSERT_NE(WriteFile(file, "abcdef", 6, &done, nullptr), 0);
@@ -116,7 +118,7 @@ TEST_F(Files, WritingReadingAndSeeking) {
     EXPECT_EQ(readWholeFile(folder() + "a"), "abcXYf");
 }
 
-TEST_F(Files, AccessIsLimitedToWhatWasAskedFor) {
+TEST_P(Files, AccessIsLimitedToWhatWasAskedFor) {
     writeWholeFile(folder() + "a", "abc");
     char buffer[4];
     DWORD done = 0;
@@ -130,7 +132,7 @@ TEST_F(Files, AccessIsLimitedToWhatWasAskedFor) {
     CloseHandle(writer);
 }
 
-TEST_F(Files, FoldersAreMadeAndRemoved) {
+TEST_P(Files, FoldersAreMadeAndRemoved) {
     const std::string path = folder() + "Ordner";
     EXPECT_NE(CreateDirectoryA(path.c_str(), nullptr), 0);
     EXPECT_EQ(CreateDirectoryA(path.c_str(), nullptr), 0);
@@ -146,7 +148,7 @@ TEST_F(Files, FoldersAreMadeAndRemoved) {
     EXPECT_EQ(GetLastError(), 2u);
 }
 
-TEST_F(Files, DeletingWhatIsNoFile) {
+TEST_P(Files, DeletingWhatIsNoFile) {
     makeFolderOnDisk(folder() + "Ordner");
     writeWholeFile(folder() + "a", "x");
     EXPECT_EQ(DeleteFileA((folder() + "Ordner").c_str()), 0);
@@ -159,7 +161,7 @@ TEST_F(Files, DeletingWhatIsNoFile) {
     EXPECT_EQ(GetLastError(), 3u);
 }
 
-TEST_F(Files, AttributesTellFoldersAndWhatIsMissing) {
+TEST_P(Files, AttributesTellFoldersAndWhatIsMissing) {
     makeFolderOnDisk(folder() + "Ordner");
     writeWholeFile(folder() + "a", "x");
     EXPECT_EQ(GetFileAttributesA((folder() + "Ordner").c_str()) & FILE_ATTRIBUTE_DIRECTORY,
@@ -171,7 +173,7 @@ TEST_F(Files, AttributesTellFoldersAndWhatIsMissing) {
     EXPECT_EQ(GetLastError(), 2u);
 }
 
-TEST_F(Files, AReadOnlyFileIsReadAndNotDeleted) {
+TEST_P(Files, AReadOnlyFileIsReadAndNotDeleted) {
     const std::string path = folder() + "a";
     writeWholeFile(path, "x");
     ASSERT_NE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY), 0);
@@ -182,7 +184,7 @@ TEST_F(Files, AReadOnlyFileIsReadAndNotDeleted) {
     EXPECT_NE(DeleteFileA(path.c_str()), 0);
 }
 
-TEST_F(Files, OpenFileAndTheTimeOfTheLastWrite) {
+TEST_P(Files, OpenFileAndTheTimeOfTheLastWrite) {
     writeWholeFile(folder() + "a", "x");
     OFSTRUCT opened{};
     const HFILE number = OpenFile((folder() + "a").c_str(), &opened, OF_READ);
@@ -203,7 +205,7 @@ TEST_F(Files, OpenFileAndTheTimeOfTheLastWrite) {
     EXPECT_EQ(time.wMonth, now.wMonth);
 }
 
-TEST_F(Files, FileTimesAreTicksSince1601) {
+TEST_P(Files, FileTimesAreTicksSince1601) {
     const FILETIME ticks{0xC3C2A480u, 0x01DD5CB1u};
     SYSTEMTIME time{};
     ASSERT_NE(FileTimeToSystemTime(&ticks, &time), 0);
@@ -220,7 +222,7 @@ TEST_F(Files, FileTimesAreTicksSince1601) {
     EXPECT_EQ(time.wDayOfWeek, 1);  // a Monday
 }
 
-TEST_F(Files, TheCurrentDirectoryIsSetAndTold) {
+TEST_P(Files, TheCurrentDirectoryIsSetAndTold) {
     makeFolderOnDisk(folder() + "Ordner");
     ASSERT_NE(SetCurrentDirectoryA((folder() + "Ordner\\").c_str()), 0);
     char buffer[MAX_PATH];

@@ -2,12 +2,12 @@
 #include <algorithm>
 
 #include "platform/files.h"
-#include "tests/support/test_machine.h"
+#include "tests/contract/on_drives.h"
 
 namespace bromvale::testing {
 namespace {
 
-class FindFiles : public TestMachine {
+class FindFiles : public OnDrives {
   protected:
     // Names in the order in which they come; the last error as a text where nothing does.
     std::vector<std::string> find(const std::string& path) {
@@ -26,14 +26,16 @@ class FindFiles : public TestMachine {
     using Names = std::vector<std::string>;
 };
 
-TEST_F(FindFiles, AFileIsFoundByItsNameWithoutCase) {
+BROMVALE_ON_DRIVES(FindFiles);
+
+TEST_P(FindFiles, AFileIsFoundByItsNameWithoutCase) {
     writeWholeFile(folder() + "Übung.txt", "x");
     EXPECT_EQ(find(folder() + "Übung.txt"), Names{"Übung.txt"});
     EXPECT_EQ(find(folder() + "ÜBUNG.TXT"), Names{"Übung.txt"});
     EXPECT_EQ(find(folder() + "übung.TXT"), Names{"Übung.txt"});
 }
 
-TEST_F(FindFiles, AFolderIsFoundLikeAFile) {
+TEST_P(FindFiles, AFolderIsFoundLikeAFile) {
     makeFolderOnDisk(folder() + "Ordner");
     WIN32_FIND_DATAA data{};
     const HANDLE search = FindFirstFileA((folder() + "ordner").c_str(), &data);
@@ -43,7 +45,7 @@ TEST_F(FindFiles, AFolderIsFoundLikeAFile) {
     FindClose(search);
 }
 
-TEST_F(FindFiles, WhatIsMissingGivesTwoAndAMissingFolderThree) {
+TEST_P(FindFiles, WhatIsMissingGivesTwoAndAMissingFolderThree) {
     EXPECT_EQ(find(folder() + "nichts.txt"), Names{"error 2"});
     EXPECT_EQ(find(folder() + "nichts\\datei.txt"), Names{"error 3"});
     EXPECT_EQ(find(folder() + "nichts\\*"), Names{"error 3"});
@@ -52,30 +54,30 @@ TEST_F(FindFiles, WhatIsMissingGivesTwoAndAMissingFolderThree) {
     EXPECT_EQ(find(""), Names{"error 3"});
 }
 
-TEST_F(FindFiles, ATrailingBackslashFindsNothing) {
+TEST_P(FindFiles, ATrailingBackslashFindsNothing) {
     makeFolderOnDisk(folder() + "Ordner");
     EXPECT_EQ(find(folder() + "Ordner"), Names{"Ordner"});
     EXPECT_EQ(find(folder() + "Ordner\\"), Names{"error 2"});
 }
 
-TEST_F(FindFiles, ARootIsNotFound) {
+TEST_P(FindFiles, ARootIsNotFound) {
     EXPECT_EQ(find("C:\\"), Names{"error 2"});
 }
 
-TEST_F(FindFiles, DoubledBackslashesCountAsOne) {
+TEST_P(FindFiles, DoubledBackslashesCountAsOne) {
     makeFolderOnDisk(folder() + "Ordner");
     writeWholeFile(folder() + "Ordner\\a.txt", "x");
     EXPECT_EQ(find(folder() + "Ordner\\\\a.txt"), Names{"a.txt"});
     EXPECT_EQ(find(folder() + "\\Ordner\\\\\\a.txt"), Names{"a.txt"});
 }
 
-TEST_F(FindFiles, ForwardSlashesSeparateToo) {
+TEST_P(FindFiles, ForwardSlashesSeparateToo) {
     makeFolderOnDisk(folder() + "Ordner");
     writeWholeFile(folder() + "Ordner\\a.txt", "x");
     EXPECT_EQ(find(folder() + "Ordner/a.txt"), Names{"a.txt"});
 }
 
-TEST_F(FindFiles, DotsLeadThroughFolders) {
+TEST_P(FindFiles, DotsLeadThroughFolders) {
     makeFolderOnDisk(folder() + "Ordner");
     writeWholeFile(folder() + "a.txt", "x");
     EXPECT_EQ(find(folder() + "Ordner\\..\\a.txt"), Names{"a.txt"});
@@ -83,13 +85,13 @@ TEST_F(FindFiles, DotsLeadThroughFolders) {
     EXPECT_EQ(find(folder() + "Ordner\\."), Names{"Ordner"});
 }
 
-TEST_F(FindFiles, TrailingDotsAndBlanksOfANameDoNotCount) {
+TEST_P(FindFiles, TrailingDotsAndBlanksOfANameDoNotCount) {
     writeWholeFile(folder() + "a.txt", "x");
     EXPECT_EQ(find(folder() + "a.txt."), Names{"a.txt"});
     EXPECT_EQ(find(folder() + "a.txt  "), Names{"a.txt"});
 }
 
-TEST_F(FindFiles, ARelativePathStartsAtTheCurrentDirectory) {
+TEST_P(FindFiles, ARelativePathStartsAtTheCurrentDirectory) {
     writeWholeFile(folder() + "a.txt", "x");
     ASSERT_NE(SetCurrentDirectoryA(folder().c_str()), 0);
     EXPECT_EQ(find("a.txt"), Names{"a.txt"});
@@ -97,27 +99,27 @@ TEST_F(FindFiles, ARelativePathStartsAtTheCurrentDirectory) {
     EXPECT_EQ(find("nichts.txt"), Names{"error 2"});
 }
 
-TEST_F(FindFiles, AMaskFindsDotAndDoubleDotFirst) {
+TEST_P(FindFiles, AMaskFindsDotAndDoubleDotFirst) {
     for (const char* name : {"zwei.txt", "Eins.txt", "drei"}) writeWholeFile(folder() + name, "x");
     const Names all{".", "..", "drei", "Eins.txt", "zwei.txt"};
     EXPECT_EQ(find(folder() + "*"), all);
     EXPECT_EQ(find(folder() + "*.*"), all);
 }
 
-TEST_F(FindFiles, AnEmptyFolderHoldsItsTwoDots) {
+TEST_P(FindFiles, AnEmptyFolderHoldsItsTwoDots) {
     makeFolderOnDisk(folder() + "leer");
     const Names dots{".", ".."};
     EXPECT_EQ(find(folder() + "leer\\*"), dots);
     EXPECT_EQ(find(folder() + "leer\\*.reg"), Names{"error 2"});
 }
 
-TEST_F(FindFiles, ARootHasNoDots) {
+TEST_P(FindFiles, ARootHasNoDots) {
     const Names names = find("C:\\*");
     EXPECT_EQ(std::count(names.begin(), names.end(), "."), 0);
     EXPECT_EQ(std::count(names.begin(), names.end(), ".."), 0);
 }
 
-TEST_F(FindFiles, MasksOfEveryKind) {
+TEST_P(FindFiles, MasksOfEveryKind) {
     for (const char* name : {"a.txt", "ab.txt", "abc.txt", "a.reg", "b", "Datei.REG", "x.tar.gz"}) {
         writeWholeFile(folder() + name, "x");
     }
@@ -141,14 +143,14 @@ TEST_F(FindFiles, MasksOfEveryKind) {
     for (const Row& row : rows) EXPECT_EQ(find(folder() + row.mask), row.names) << row.mask;
 }
 
-TEST_F(FindFiles, AnUnknownServerGives53) {
+TEST_P(FindFiles, AnUnknownServerGives53) {
     const Names names = find("\\\\gibtesnicht-bromvale\\frei\\datei.txt");
     // Windows says 53; a server that is known but has no such share gives 67.
     EXPECT_TRUE(names == Names{"error 53"} || names == Names{"error 67"} || names == Names{"error 3"})
         << names[0];
 }
 
-TEST_F(FindFiles, ForbiddenCharactersFindNothing) {
+TEST_P(FindFiles, ForbiddenCharactersFindNothing) {
     writeWholeFile(folder() + "a", "x");
     for (const char* name : {"a|b", "\"a\"", "a:b:c", "\"a", "a<b", "a>b"}) {
         const std::string first = find(folder() + name).front();
@@ -156,14 +158,14 @@ TEST_F(FindFiles, ForbiddenCharactersFindNothing) {
     }
 }
 
-TEST_F(FindFiles, AFileIsNoFolder) {
+TEST_P(FindFiles, AFileIsNoFolder) {
     writeWholeFile(folder() + "a.txt", "x");
     EXPECT_EQ(find(folder() + "a.txt\\b.txt").front().substr(0, 6), "error ");
     EXPECT_EQ(find(folder() + "a.txt\\*").front().substr(0, 6), "error ");
     EXPECT_EQ(find(folder() + "a.txt\\"), Names{"error 2"});
 }
 
-TEST_F(FindFiles, SizeAndAttributesAreTold) {
+TEST_P(FindFiles, SizeAndAttributesAreTold) {
     writeWholeFile(folder() + "a.txt", "12345");
     WIN32_FIND_DATAA data{};
     const HANDLE search = FindFirstFileA((folder() + "a.txt").c_str(), &data);

@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "platform/files.h"
+#include "tests/contract/on_drives.h"
 #include "tests/contract/unicode_machine.h"
-#include "tests/support/test_machine.h"
 
 namespace bromvale::testing {
 namespace {
@@ -16,7 +16,7 @@ std::u16string textOf(const WCHAR* text) {
     return reinterpret_cast<const char16_t*>(text);
 }
 
-class UnicodeFiles : public TestMachine {
+class UnicodeFiles : public OnDrives {
   protected:
     ~UnicodeFiles() override { removeWideThings(); }
     [[nodiscard]] std::u16string wideFolder() const { return {folder().begin(), folder().end()}; }
@@ -60,7 +60,9 @@ class UnicodeFiles : public TestMachine {
     }
 };
 
-TEST_F(UnicodeFiles, AListingGivesTheNearestLettersAndTheWideOneTheTruth) {
+BROMVALE_ON_DRIVES(UnicodeFiles);
+
+TEST_P(UnicodeFiles, AListingGivesTheNearestLettersAndTheWideOneTheTruth) {
     for (const char16_t* name : {u"Zdj\u0119cie.txt", u"a\uFF3Cb.txt", u"\u0416.txt"})
         writeWideFile(wideFolder() + name, "x");
     EXPECT_EQ(filesIn(folder(), "*"), (std::vector<std::string>{"?.txt", "Zdjecie.txt", "a\\b.txt"}));
@@ -68,7 +70,7 @@ TEST_F(UnicodeFiles, AListingGivesTheNearestLettersAndTheWideOneTheTruth) {
               (std::vector<std::u16string>{u"Zdj\u0119cie.txt", u"a\uFF3Cb.txt", u"\u0416.txt"}));
 }
 
-TEST_F(UnicodeFiles, AnAnsiPathReachesOnlyWhatItNamesExactly) {
+TEST_P(UnicodeFiles, AnAnsiPathReachesOnlyWhatItNamesExactly) {
     writeWideFile(wideFolder() + u"\u0142ap.exe", "x");
     EXPECT_EQ(foundA(folder() + "lap.exe"), "error 2");
     EXPECT_EQ(foundW(wideFolder() + u"\u0142ap.exe"), u"\u0142ap.exe");
@@ -79,7 +81,7 @@ TEST_F(UnicodeFiles, AnAnsiPathReachesOnlyWhatItNamesExactly) {
     EXPECT_EQ(foundW(wideFolder() + u"lap.exe"), u"lap.exe");
 }
 
-TEST_F(UnicodeFiles, WideSeparatorsAndDotsAreLettersOfAName) {
+TEST_P(UnicodeFiles, WideSeparatorsAndDotsAreLettersOfAName) {
     makeWideFolder(wideFolder() + u"\uFF0E\uFF0E");
     writeWideFile(wideFolder() + u"\uFF0E\uFF0E\\a\uFF0Fb", "x");
     writeWideFile(wideFolder() + u"c\u2024", "x");
@@ -89,7 +91,7 @@ TEST_F(UnicodeFiles, WideSeparatorsAndDotsAreLettersOfAName) {
     EXPECT_EQ(namesIn(wideFolder() + u"\uFF0E\uFF0E\\"), std::vector<std::u16string>{u"a\uFF0Fb"});
 }
 
-TEST_F(UnicodeFiles, AHandleTellsTheWholePath) {
+TEST_P(UnicodeFiles, AHandleTellsTheWholePath) {
     makeWideFolder(wideFolder() + u"Zdj\u0119cia");
     writeWideFile(wideFolder() + u"Zdj\u0119cia\\a.txt", "x");
     const std::u16string folderPath = u"\\\\?\\" + wideFolder() + u"Zdj\u0119cia";
@@ -99,7 +101,7 @@ TEST_F(UnicodeFiles, AHandleTellsTheWholePath) {
     EXPECT_EQ(finalPathOf(wideFolder() + u"Zdjecia"), u"error");
 }
 
-TEST_F(UnicodeFiles, AFolderIsOpenedOnlyWhereThatIsAskedFor) {
+TEST_P(UnicodeFiles, AFolderIsOpenedOnlyWhereThatIsAskedFor) {
     makeFolderOnDisk(folder() + "Ordner");
     SetLastError(0);
     const HANDLE file =
@@ -108,7 +110,7 @@ TEST_F(UnicodeFiles, AFolderIsOpenedOnlyWhereThatIsAskedFor) {
     EXPECT_EQ(GetLastError(), 5u);
 }
 
-TEST_F(UnicodeFiles, AShortNameIsFoundAndLeadsToItsEntry) {
+TEST_P(UnicodeFiles, AShortNameIsFoundAndLeadsToItsEntry) {
     switchShortNamesOn();
     for (const char16_t* name :
          {u"Zdj\u0119cie eins.text", u"Zdj\u0119cie zwei.text", u"Ein langer Name.txt"}) {

@@ -37,6 +37,33 @@ TEST(TextOrderOfSigns, LettersComeBehindThemInTheOrderOfTheAlphabetAndWithoutThe
     }
 }
 
+// Plain, then with marks; each letter with its capital, which is equal.
+constexpr std::string_view kMarked[] = {
+    "0\xBC\xBD\xBE", "1\xB9", "2\xB2",    "3\xB3", "aªáàâäãå", "cç",    "dð",  "eéèêë", "f\x83",
+    "iíìîï",         "nñ",    "oºóòôöõø", "sš",    "tþ\x99",   "uúùûü", "yýÿ", "zž"};
+
+TEST(TextOrderOfSigns, MarkedLettersFollowThePlainOneInTheirOrder) {
+    for (const std::string_view letters : kMarked) {
+        for (std::size_t i = 1; i < letters.size(); ++i) {
+            const std::string before(1, letters[i - 1]);
+            const std::string letter(1, letters[i]);
+            EXPECT_LT(compareTexts(before, letter), 0) << letters << i;
+            EXPECT_GT(compareTexts(before + "b", letter + "a"), 0) << letters << i;
+        }
+        for (const char letter : letters) {
+            std::string capital(1, letter);
+            CharUpperBuffA(capital.data(), 1);
+            EXPECT_EQ(compareTexts(std::string(1, letter), capital), 0) << letter;
+        }
+    }
+}
+
+TEST(TextOrderOfSigns, LigaturesStandWhereTheirLettersStand) {
+    EXPECT_EQ(compareTexts("æÆ", "aeae"), 0);
+    EXPECT_EQ(compareTexts("\x9C\x8C", "oeoe"), 0);
+    EXPECT_EQ(compareTexts("ß", "ss"), 0);
+}
+
 struct Page {
     UINT number;
     UINT longest;  // bytes of a character

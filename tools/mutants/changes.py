@@ -163,6 +163,16 @@ def of_statements(found, pairs):
             at += 1
 
 
+def of_memory_ahead(found, pairs):
+    """Places of the calls that only ask for memory before it is needed: without them all is as before."""
+    for at, token in enumerate(found[:-2]):
+        if token.text == "reserve" and at and found[at - 1].text in (".", "->") and at + 1 in pairs:
+            first = at
+            while first and found[first - 1].text not in (";", "{", "}", ")"):
+                first -= 1
+            yield found[first].start, found[pairs[at + 1]].end
+
+
 def changes(source, known=None):
     """All of them, in the order of the text; `known` are the enumerations."""
     found = tokens(source)
@@ -171,4 +181,5 @@ def changes(source, known=None):
     every += of_enumerations(found, known or {})
     every += [Change(start, end, f"!({source[start:end]})") for start, end in of_conditions(found, pairs)]
     every += [Change(start, end, ";") for start, end in of_statements(found, pairs)]
-    return sorted(set(every))
+    ahead = list(of_memory_ahead(found, pairs))
+    return sorted(each for each in set(every) if not any(start <= each.start < end for start, end in ahead))

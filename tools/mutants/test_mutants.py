@@ -117,6 +117,11 @@ class Statements(unittest.TestCase):
         self.assertIn("auto f() const -> std::string { ; return s; }", after("auto f() const -> std::string { work(); return s; }"))
         self.assertIn("try { ; } catch (const E&) { no(); }", after("void f() {\ntry { work(); } catch (const E&) { no(); }\n}"))
 
+    def test_memory_that_is_only_asked_for_ahead_stays(self):
+        self.assertEqual([], in_code("text.reserve(2 * size + 6);"))
+        self.assertEqual([";"], in_code("g();\ntext.reserve(1);"))
+        self.assertEqual(["if (!(a)) list.reserve(1);"], in_code("if (a) list.reserve(1);"))
+
     def test_results_and_what_is_no_statement_stay(self):
         self.assertEqual([], in_code("return a;"))
         self.assertEqual([], in_code("using std::max;"))
