@@ -94,6 +94,21 @@ TEST_F(FilesOfWindows, AReadOnlyFileIsNotOpenedForWriting) {
     EXPECT_EQ(openError(folder() + "a", GENERIC_READ), 0u);
 }
 
+TEST_F(FilesOfWindows, AReadOnlyFileIsNotEmptied) {
+    const std::string path = folder() + "a";
+    writeWholeFile(path, "x");
+    ASSERT_NE(SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY), 0);
+    for (const DWORD disposition : {DWORD{CREATE_ALWAYS}, DWORD{TRUNCATE_EXISTING}}) {
+        SetLastError(0);
+        EXPECT_EQ(CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, disposition, 0, nullptr),
+                  INVALID_HANDLE_VALUE);
+        EXPECT_EQ(GetLastError(), 5u);
+    }
+    EXPECT_EQ(readWholeFile(path), "x");
+    EXPECT_EQ(CreateFileA(path.c_str(), GENERIC_READ, 0, nullptr, 77, 0, nullptr), INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetLastError(), 87u);
+}
+
 TEST_F(FilesOfWindows, MasksKeepTheirMeaningFromDos) {
     struct Row {
         const char* mask;
