@@ -62,7 +62,7 @@ class Listing {
     explicit Listing(ProgramsPage& page) : window_(page.window), list_(page.lvwDeinstall) {}
     void run() {
         routine_.started();
-        static_cast<void>(clear() && collect(1) && collect(2) && sort() && fill());
+        if (clear() && collect(1) && collect(2) && sort()) fill();
         quietly([&] { window_.StatusBar_.setPanelText(kStatusPanel, "Status"); });
         window_.setMousePointer(MousePointer::Default);
         routine_.ended();
@@ -103,13 +103,12 @@ class Listing {
     }
 
     // Events were served meanwhile: should the user have asked for the list once more, it is filled already.
-    [[nodiscard]] bool fill() {
-        if (!clear()) return false;
+    void fill() {
+        if (!clear()) return;
         ProgramRows rows(list_);
         for (std::size_t i = 1; i < entries_.size(); ++i) {
-            if (!routine_.step([&] { rows.take(ScanLine(entries_[i]).entry()); })) return false;
+            if (!routine_.step([&] { rows.take(ScanLine(entries_[i]).entry()); })) return;
         }
-        return true;
     }
 
     MainWindow& window_;

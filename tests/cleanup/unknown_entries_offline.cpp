@@ -53,6 +53,28 @@ TEST_F(UnknownEntries, AFolderThatIsKeptIsToldByTheLog) {
               "0; ");
 }
 
+TEST_F(UnknownEntries, AFileThatIsNotSurelyTheListedOneIsToldByTheLog) {
+    switchTracingOn();
+    put("C:\\Leeren\\a.txt");
+    machine().faults.failFrom("GetFinalPathNameByHandleW", 1, ERROR_ACCESS_DENIED);
+    emptyForGood();
+    EXPECT_EQ(
+        logOf("FileDel").back(),
+        "Die Datei C:\\Leeren\\a.txt bleibt stehen: ob ihr Name zu ihr selbst führt, ist nicht bekannt; 0; ");
+}
+
+TEST_F(UnknownEntries, AFileWithoutANameThatReachesItIsToldByTheLog) {
+    switchTracingOn();
+    machine().drives.shortNames = false;
+    machine().drives.writeFile(u"C:\\Leeren\\\u041F", "x");
+    for (const bool forGood : {false, true}) {
+        forGood ? emptyForGood() : emptyLeeren();
+        EXPECT_EQ(logOf("FileDel").back(),
+                  "Die Datei C:\\Leeren\\? bleibt stehen: ihr Name ist nicht genau bekannt, und "
+                  "kein Kurzname führt zu ihr; 0; ");
+    }
+}
+
 TEST_F(UnknownEntries, AFolderBelowThatVanishesMeanwhileKeepsNothing) {
     failListingOf(ERROR_PATH_NOT_FOUND);
     unsigned searches = 0;

@@ -150,6 +150,28 @@ TEST_F(TwoHalves, AProgramOf32BitsIsLedToItsHalfOfTheRegistry) {
     EXPECT_TRUE(machine().registry.exists("HKEY_CURRENT_USER\\Software\\Bromvale"));
 }
 
+// As 64-bit systems before Windows 7 had them.
+TEST_F(TwoHalves, BeforeWindows7AllClassesAreApart) {
+    setHalves(Halves::SeenBy32);
+    machine().otherHalf.classesApart = true;
+    constexpr KeyRow kOlderKeys[] = {
+        {"Software\\Classes\\CLSID\\{A}", "HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\Classes\\CLSID\\{A}"},
+        {"software\\classes\\TypeLib\\{A}",
+         "HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\Classes\\TypeLib\\{A}"},
+        {"Software\\Wow6432Node\\x", "HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\x"},
+        {"Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\a.exe",
+         "HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\Microsoft\\Windows\\CurrentVersion\\App Paths\\a.exe"},
+        {"System\\x", "HKEY_LOCAL_MACHINE\\System\\x"},
+    };
+    for (const auto& [named, real] : kOlderKeys) {
+        makeKey(HKEY_LOCAL_MACHINE, named);
+        EXPECT_TRUE(machine().registry.exists(real)) << named;
+    }
+    makeKey(HKEY_CURRENT_USER, "Software\\Classes\\Interface\\{A}");
+    EXPECT_TRUE(
+        machine().registry.exists("HKEY_CURRENT_USER\\Software\\Classes\\Wow6432Node\\Interface\\{A}"));
+}
+
 TEST_F(TwoHalves, AProgramOf64BitsSeesWhatLiesThere) {
     for (const auto& [named, real] : kKeys) {
         makeKey(HKEY_LOCAL_MACHINE, named);

@@ -146,6 +146,20 @@ TEST_F(CommandStartOfflineTest, AUserWhoRefusesTheRightsGivesTheFailureOfTheStar
     EXPECT_EQ(offline::machine().events.count(offline::EventKind::ShellExecute), 1u);
 }
 
+TEST_F(CommandStartOfflineTest, TheShellHasStartedWhatItAnswersAbove32) {
+    for (const long answer : {32L, 33L}) {
+        offline::machine().faults.fail("CreateProcessA", 1, kElevationRequired);
+        offline::machine().faults.fail("ShellExecuteA", 1, answer);
+        bool failed = false;
+        try {
+            startCommand("C:\\x.exe", 1);
+        } catch (const Failure&) {
+            failed = true;
+        }
+        EXPECT_EQ(failed, answer == 32) << answer;
+    }
+}
+
 TEST_F(CommandStartOfflineTest, AnyOtherErrorIsNoMatterForTheShell) {
     offline::machine().faults.fail("CreateProcessA", 1, ERROR_ACCESS_DENIED);
     EXPECT_THROW(startCommand("C:\\x.exe", 1), Failure);

@@ -86,6 +86,37 @@ TEST_F(HostDrive, AWrittenFileCarriesTheMachinesTime) {
     EXPECT_EQ(time.wMinute, 8);
 }
 
+TEST_F(HostDrive, WhateverChangesAFileGivesItTheMachinesTime) {
+    machine().drives.addMemory('E');
+    for (const char* path : {"D:\\a.txt", "E:\\a.txt"}) {
+        const auto year = [path] {
+            WIN32_FIND_DATAA data{};
+            FindClose(FindFirstFileA(path, &data));
+            SYSTEMTIME time{};
+            FileTimeToSystemTime(&data.ftLastWriteTime, &time);
+            return time.wYear;
+        };
+        const auto change = [path](bool truncates) {
+            const HANDLE file = CreateFileA(path, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+            DWORD done = 0;
+            EXPECT_NE(truncates ? SetEndOfFile(file) : WriteFile(file, "xyz", 3, &done, nullptr), 0);
+            CloseHandle(file);
+        };
+        machine().clock.set(2001, 5, 6, 7, 8, 9);
+        writeWholeFile(path, "abc");
+        EXPECT_EQ(year(), 2001) << path;
+        machine().clock.set(2002, 5, 6, 7, 8, 9);
+        change(true);
+        EXPECT_EQ(year(), 2002) << path;
+        machine().clock.set(2003, 5, 6, 7, 8, 9);
+        change(false);
+        EXPECT_EQ(year(), 2003) << path;
+        machine().clock.set(2004, 5, 6, 7, 8, 9);
+        CloseHandle(CreateFileA(path, GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+        EXPECT_EQ(year(), 2003) << path;
+    }
+}
+
 TEST_F(HostDrive, TheRecycleBinStandsBesideTheFolder) {
     put("a.txt", "x");
     SHFILEOPSTRUCTA operation{};

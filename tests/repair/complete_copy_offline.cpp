@@ -1,4 +1,5 @@
 // The complete copy on other systems, and with names beyond the code page.
+#include "platform/offline/files/other_half.h"
 #include "tests/repair/complete_copy_systems_offline.h"
 
 namespace bromvale::testing {
@@ -100,6 +101,17 @@ TEST_F(CompleteCopyOfflineTest, NoHandleStaysOpen) {
         form().scan.ProblemeEntfernen();
         EXPECT_EQ(registry().openHandles(), before) << system;
     }
+}
+
+// A 32-bit program that the system shows an old version of itself, on a 64-bit Windows.
+TEST_F(CompleteCopyOfflineTest, NamesWhereAKeyReallyLiesInTheOldFormToo) {
+    runOn("Windows NT4");
+    offline::setHalves(offline::Halves::SeenBy32);
+    addKey("A");
+    form().scan.ProblemeEntfernen();
+    EXPECT_TRUE(isGone("A"));
+    EXPECT_EQ(completeCopy(),
+              "REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Wow6432Node\\Probe\\A]\r\n@=\"Wert A\"\r\n");
 }
 
 // --- characters that the code page lacks ---

@@ -148,5 +148,14 @@ TEST_F(AutomaticRemoval, AFolderThatTakesNoFilesIsToldOnThePage) {
     EXPECT_EQ(form().scan.cmdStart.caption(), "&Entfernen");
 }
 
+TEST_F(RemovalObstacles, ARowThatCannotBeReadIsNoneOfTheMachine) {
+    takeRights(Rights::Token::Standard);
+    list().clear();
+    add("[HKEY_LOCAL_MACHINE\\Software\\Probe\\A]", "@", "Wert A", "keine Zahl");
+    click();
+    for (const std::string& text : asked()) EXPECT_NE(text, kRights);
+    EXPECT_FALSE(isGone("A"));
+}
+
 }  // namespace
 }  // namespace bromvale::testing

@@ -12,7 +12,7 @@ enum class EventKind {
     MessageBox,    // text, caption, number = style, answer = button
     ShellExecute,  // text = file, caption = verb, number = show command
     Run,           // text = command line
-    Restart,       // number = flags of ExitWindowsEx
+    Restart,       // number = flags of ExitWindowsEx, answer = its reason
     Privilege,     // text = privilege that was switched on
     TrayAdd,       // text = tool-tip, number = callback message
     TrayModify,

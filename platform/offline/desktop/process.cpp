@@ -92,10 +92,10 @@ BOOL AdjustTokenPrivileges(HANDLE, BOOL, PTOKEN_PRIVILEGES wanted, DWORD, PTOKEN
     return TRUE;
 }
 
-BOOL ExitWindowsEx(UINT flags, DWORD) {
+BOOL ExitWindowsEx(UINT flags, DWORD reason) {
     if (failsHere("ExitWindowsEx")) return FALSE;
     if (machine().os().isNt() && !machine().shutdownPrivilege) return failed(ERROR_PRIVILEGE_NOT_HELD);
-    machine().events.record({EventKind::Restart, "", "", flags});
+    machine().events.record({EventKind::Restart, "", "", flags, static_cast<int>(reason)});
     return TRUE;
 }
 
