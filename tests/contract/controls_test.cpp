@@ -121,6 +121,22 @@ TEST_F(Controls, ATimerTicksWhenItsTimeIsOver) {
     EXPECT_EQ(ticks, 1);
 }
 
+TEST_F(Controls, ATimerThatWasMissedTicksOnceAndAgainAfterItsTime) {
+    int ticks = 0;
+    form_.timer.onTimer = [&] { ++ticks; };
+    form_.timer.setInterval(200);
+    form_.timer.setEnabled(true);
+    DoEvents();
+    WaitForEvents(700);
+    // A wait may end early, at any event.
+    for (int i = 0; i < 100 && ticks == 0; ++i) {
+        DoEvents();
+        WaitForEvents(10);
+    }
+    for (int i = 0; i < 3; ++i) DoEvents();
+    EXPECT_EQ(ticks, 1);
+}
+
 TEST_F(Controls, ALoopThatServesEventsOftenServesThemSoon) {
     int ticks = 0;
     form_.timer.onTimer = [&] { ++ticks; };

@@ -150,6 +150,7 @@ const Row kBadRows[] = {
     {"KeyAtTheEndWithoutLineBreak", kAnsi + "[-HKEY_CURRENT_USER\\Kept]", "x.reg:4: " + kCut},
     {"ValueBeforeAKey", "REGEDIT4\r\n\"v\"=\"a\"\r\n", "x.reg:2: a value before the first key"},
     {"OpenText", kAnsi + "\"v\"=\"a\r\n\r\n", "x.reg:4: text without closing quote"},
+    {"OpenEscape", kAnsi + "\"v\"=\"a\\", "x.reg:4: text without closing quote"},
     {"OpenName", kAnsi + "\"v\r\n", "x.reg:4: text without closing quote"},
     {"OpenTextEatsTheNext", kAnsi + "\"v\"=\"a\r\n\"w\"=\"b\"\r\n",
      "x.reg:4: unexpected text behind the text"},
