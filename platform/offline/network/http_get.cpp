@@ -56,7 +56,7 @@ std::optional<WebAddress> webAddress(std::string_view url) {
     const bool possible = !address.host.empty() && address.port > 0 && address.port < 65536 &&
                           address.host.find_first_of(" \r\n\t") == std::string::npos;
     if (!possible) return std::nullopt;
-    address.path = url.starts_with('/') || end < url.size() ? std::string(url.substr(end)) : std::string("/");
+    address.path = url.substr(end);
     if (!address.path.starts_with('/')) address.path.insert(0, "/");
     for (std::size_t at = 0; (at = address.path.find(' ', at)) != std::string::npos;)
         address.path.replace(at, 1, "%20");
