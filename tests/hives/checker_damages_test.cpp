@@ -1,6 +1,7 @@
 // One damage for each thing that the strict checker looks at: that fault alone is found.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <span>
 
 #include "platform/offline/hives/checker.h"
@@ -227,6 +228,57 @@ TEST(HiveChecker, FindsEachFaultOfValues) {
 
 TEST(HiveChecker, FindsEachFaultOfSecurity) {
     expectFaults(kSecurity);
+}
+
+// Whoever repairs a hive by hand looks there.
+TEST(HiveChecker, NamesTheByteOfEachFault) {
+    struct Row {
+        std::size_t place;
+        std::function<void(DamagedHive&)> make;
+    };
+    const std::string bytes = bytesOf(exampleHive());
+    DamagedHive h(bytes);
+    const std::size_t second = kBinsStart + h.at(kBinsStart + bin::kSize);
+    const std::size_t lists = h.list(u"li") + kEntries;
+    const std::size_t free = h.node(u"li\\a\u00e4") - kCellHeaderSize;
+    const std::size_t className = h.cell(h.key(u"values").className);
+    const Row rows[] = {
+        {bb::kFormat, [](DamagedHive& d) { d.put(bb::kFormat, 2); }},
+        {bb::kSecondSequence, [](DamagedHive& d) { d.put(bb::kFirstSequence, 2); }},
+        {bb::kBinsSize, [](DamagedHive& d) { d.put(bb::kBinsSize, 0); }},
+        {second, [=](DamagedHive& d) { d.put(second, "hbim"); }},
+        {second, [=](DamagedHive& d) { d.put(second + bin::kOffset, 0); }},
+        {second, [=](DamagedHive& d) { d.put(second + bin::kSize, 0); }},
+        {second + bin::kHeaderSize, [=](DamagedHive& d) { d.put(second + bin::kHeaderSize, 0); }},
+        {free + kCellHeaderSize, [](DamagedHive& d) { d.put(d.node(u"li\\a\u00e4"), "nx"); }},
+        {free, [=](DamagedHive& d) { d.put(free, 0 - d.at(free)); }},
+        {kBinsStart, [=](DamagedHive& d) { d.put(lists, 0xFFFFFFF0u); }},
+        {kBinsStart,
+         [=](DamagedHive& d) { d.put(lists, static_cast<std::uint32_t>(d.size() - kBinsStart)); }},
+        {h.node(u"li") + kCellHeaderSize,
+         [=](DamagedHive& d) { d.put(lists, d.key(u"li").cell + 2 * kCellHeaderSize); }},
+        {className - kCellHeaderSize,
+         [](DamagedHive& d) {
+             d.put(d.node(u"values") + nk::kClassName, kNil);
+             d.put16(d.node(u"values") + nk::kClassNameSize, 0);
+         }},
+        {lists + 8, [=](DamagedHive& d) { d.put(d.node(u"li\\c\u00e4") + nk::kName, "A"); }},
+        {h.list(u"lh") + kEntries + 12, [](DamagedHive& d) { d.put(d.list(u"lh") + kEntries + 12, 4711); }},
+        {h.list(u"lf") + kEntries + 12, [](DamagedHive& d) { d.put(d.list(u"lf") + kEntries + 12, "x"); }}};
+    for (const Row& row : rows) {
+        DamagedHive hive(bytes);
+        row.make(hive);
+        hive.finish();
+        const HiveCheck check = checkHive(HiveBytes(hive.bytes()));
+        ASSERT_FALSE(check.whole()) << &row - rows;
+        EXPECT_EQ(row.place, check.faults[0].place) << &row - rows << ": " << check.faults[0].what;
+    }
+}
+
+TEST(HiveChecker, CountsKeysAndValues) {
+    const HiveCheck check = checkHive(HiveBytes(bytesOf(exampleHive())));
+    EXPECT_EQ(26u, check.keys);
+    EXPECT_EQ(5u, check.values);
 }
 
 TEST(HiveChecker, KeepsAHundredFaultsAndCountsAll) {

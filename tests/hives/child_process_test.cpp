@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -63,6 +64,80 @@ TEST(ChildProcess, ChangesNothingHere) {
     int number = 1;
     EXPECT_EQ("2", answered([&] { return std::to_string(++number); }).text);
     EXPECT_EQ(1, number);
+}
+
+// Once more than a pipe holds at a time, and from a child that takes its time.
+TEST(ChildProcess, IsWaitedForWhileItSaysNothing) {
+    const ChildAnswer answer = answered([] {
+        ::usleep(30'000);
+        return std::string("late");
+    });
+    EXPECT_EQ("late", answer.text);
+    EXPECT_EQ("", answer.problem);
+}
+
+TEST(ChildProcess, LeavesNoPipeOpenAndNoChildBehind) {
+    const int before = ::dup(STDIN_FILENO);
+    ::close(before);
+    EXPECT_EQ("x", answered([] { return std::string("x"); }).text);
+    EXPECT_EQ("did not end in time", answerOfChild(
+                                         []() -> std::string {
+                                             for (;;) ::pause();
+                                         },
+                                         milliseconds(1))
+                                         .problem);
+    const int after = ::dup(STDIN_FILENO);
+    ::close(after);
+    EXPECT_EQ(before, after);
+    EXPECT_EQ(-1, ::waitpid(-1, nullptr, WNOHANG));
+}
+
+TEST(ChildProcess, ThatSomebodyElseHasWaitedForSaysSo) {
+    std::signal(SIGCHLD, SIG_IGN);
+    const ChildAnswer answer = answered([] { return std::string("text"); });
+    std::signal(SIGCHLD, SIG_DFL);
+    EXPECT_EQ("text", answer.text);
+    EXPECT_EQ("can't be waited for: No child processes", answer.problem);
+}
+
+TEST(ChildProcess, ThatCannotBeStartedSaysWhy) {
+    rlimit files{};
+    ASSERT_EQ(0, ::getrlimit(RLIMIT_NOFILE, &files));
+    const rlimit few{3, files.rlim_max};
+    ASSERT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &few));
+    const ChildAnswer answer = answered([] { return std::string("text"); });
+    ASSERT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &files));
+    EXPECT_EQ("", answer.text);
+    EXPECT_EQ("can't be started: Too many open files", answer.problem);
+}
+
+// Who may start no process more, and isn't root.
+TEST(ChildProcess, ThatCannotBeForkedSaysWhyAndLeavesNoPipeOpen) {
+    const std::string told = answered([] {
+                                 const rlimit none{};
+                                 if (::geteuid() == 0) static_cast<void>(::setresuid(65534, 65534, 65534));
+                                 ::setrlimit(RLIMIT_NPROC, &none);
+                                 const int before = ::dup(STDIN_FILENO);
+                                 ::close(before);
+                                 const ChildAnswer answer = answered([] { return std::string("text"); });
+                                 const int after = ::dup(STDIN_FILENO);
+                                 return answer.problem + (before == after ? "" : ", and leaves files open");
+                             }).text;
+    EXPECT_EQ("can't be started: Resource temporarily unavailable", told);
+}
+
+// Where nothing can be opened its standard error stays what it was, and the answer comes.
+TEST(ChildProcess, AnswersWithoutFilesToSpare) {
+    rlimit files{};
+    ASSERT_EQ(0, ::getrlimit(RLIMIT_NOFILE, &files));
+    const int next = ::dup(STDIN_FILENO);
+    ::close(next);
+    const rlimit few{static_cast<rlim_t>(next) + 2, files.rlim_max};
+    ASSERT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &few));
+    const ChildAnswer answer = answered([] { return std::string("text"); });
+    ASSERT_EQ(0, ::setrlimit(RLIMIT_NOFILE, &files));
+    EXPECT_EQ("text", answer.text);
+    EXPECT_EQ("", answer.problem);
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
 // Logs of the new format: which are used, in which order, how far.
+#include <tuple>
+
 #include "platform/offline/hives/hive.h"
 #include "tests/hives/hive_files.h"
 #include "tests/hives/hive_states.h"
@@ -132,6 +134,58 @@ TEST(NewLog, AnEntryWithRightHashesAndAnImpossiblePageIsBad) {
     const Replayed result = replayed(hive, {{kLog1, newLog(hive, 5, {stepTo(1, 5)}) + bad}});
     expectState(result, 1, 5, "LOG1");
     EXPECT_EQ("LOG1 ends early: what should be entry 6 has a page behind the bins", result.replay.problem);
+}
+
+// An entry with other numbers in its header and the hashes that follow.
+std::string entryWith(std::string entry,
+                      std::initializer_list<std::pair<std::size_t, std::uint32_t>> numbers) {
+    const auto put = [&entry](std::size_t at, auto number) {
+        entry.replace(at, sizeof number, reinterpret_cast<const char*>(&number), sizeof number);
+    };
+    for (const auto& [at, number] : numbers) put(at, number);
+    const std::string_view all(entry);
+    put(log_entry::kHash1, marvin32(all.substr(log_entry::kPages)));
+    put(log_entry::kHash2, marvin32(all.substr(0, log_entry::kHash2)));
+    return entry;
+}
+
+TEST(NewLog, AnEntryWithRightHashesThatCannotBeIsBad) {
+    const std::string hive = dirtyState(0, 5);
+    const std::string good = bytesOf(stepTo(2, 6));
+    const auto size = static_cast<std::uint32_t>(good.size());
+    constexpr std::size_t kFirstPage = log_entry::kPages;
+    const std::tuple<std::size_t, std::uint32_t, const char*> cases[] = {
+        {log_entry::kSize, 0u, "has an impossible length"},
+        {log_entry::kSize, 256u, "has an impossible length"},
+        {log_entry::kSize, size - 256, "has an impossible length"},
+        {log_entry::kBinsSize, 0u, "names an impossible size of bins"},
+        {log_entry::kBinsSize, 8191u, "names an impossible size of bins"},
+        {log_entry::kBinsSize, 0x7FFFF000u + 4096, "names an impossible size of bins"},
+        {kFirstPage, 0xFFFFF000u, "has a page behind the bins"},
+        {kFirstPage + 4, 0x7FFFF000u, "the file ends, or its cell does, before what it is said to hold"},
+        {log_entry::kPageCount, 0x10000u, "the file ends, or its cell does, before what it is said to hold"}};
+    for (const auto& [at, number, what] : cases) {
+        SCOPED_TRACE(what);
+        const std::string log = newLog(hive, 5, {stepTo(1, 5)}) + entryWith(good, {{at, number}});
+        const Replayed result = replayed(hive, {{kLog1, log}});
+        expectState(result, 1, 5, "LOG1");
+        EXPECT_EQ(std::string("LOG1 ends early: what should be entry 6 ") + what, result.replay.problem);
+    }
+}
+
+// The last page of the bins is one of them; a byte further is none.
+TEST(NewLog, APageMayEndWhereTheBinsEnd) {
+    const std::string hive = dirtyState(0, 5);
+    const std::string good = bytesOf(stepTo(1, 5));
+    const HiveBytes entry(good);
+    const std::size_t pages = entry.u32(log_entry::kPageCount);
+    const std::size_t last = log_entry::kPages + (pages - 1) * 8;
+    ASSERT_EQ(entry.u32(log_entry::kBinsSize), entry.u32(last) + entry.u32(last + 4));
+    const std::string first = newLog(hive, 5, {});
+    expectState(replayed(hive, {{kLog1, first + good}}), 1, 5, "LOG1");
+    expectRefused(replayed(hive, {{kLog1, first + entryWith(good, {{last, entry.u32(last) + 1}})}}), hive,
+                  "LOG1 ends early: what should be entry 5 has a page behind the bins; no log has an entry "
+                  "that fits");
 }
 
 TEST(NewLog, TheOtherLogMustFollowWithoutAGap) {

@@ -130,6 +130,45 @@ TEST(OldLog, ThatNamesNoSectorOrHasNoMapIsRefused) {
     expectRefused(replayed(hive, {{kLog1, log}}), hive, "LOG1 names an impossible size of bins");
 }
 
+TEST(OldLog, OfImpossibleSizesIsRefused) {
+    const std::string hive = dirtyState(0, 5);
+    const auto expect = [&](std::size_t at, std::uint32_t number, const std::string& problem) {
+        std::string log = oldLogOfStep(0, 1, 6);
+        setInBaseBlock(log, at, number);
+        expectRefused(replayed(hive, {{kLog1, log}}), hive, problem);
+    };
+    expect(base_block::kClusteringFactor, 9, "LOG1 has an impossible size of sectors");
+    expect(base_block::kClusteringFactor, 8, "LOG1 says nothing of what has changed");
+    expect(base_block::kBinsSize, 0, "LOG1 names an impossible size of bins");
+    expect(base_block::kBinsSize, 4095, "LOG1 names an impossible size of bins");
+    expect(base_block::kBinsSize, 0x7FFFF000u + 4096, "LOG1 names an impossible size of bins");
+    expect(base_block::kBinsSize, 0x7FFFF000u, "LOG1 is too short");
+}
+
+TEST(OldLog, TellsHowManySectorsItHas) {
+    const std::string before = hiveState(0);
+    std::string after = before;
+    for (const std::size_t at : {kBinsStart + 600, kBinsStart + 4000, kBinsStart + 2000})
+        after[at] = static_cast<char>(after[at] ^ 1);
+    const Replayed result = replayed(dirtyState(0, 5), {{kLog1, oldLog(before, after, 6)}});
+    EXPECT_EQ(3u, result.replay.entries);
+    EXPECT_TRUE(std::string_view(after).substr(kBinsStart) ==
+                std::string_view(result.image).substr(kBinsStart));
+    EXPECT_EQ(6u, result.replay.firstSequence);
+    EXPECT_EQ(6u, result.replay.lastSequence);
+}
+
+TEST(OldLog, ThatIsWrongIsToldBesideOthersThatDoNotMatch) {
+    const std::string hive = dirtyState(0, 5);
+    const std::string cut = oldLogOfStep(0, 1, 6).substr(0, 600);
+    const std::string other = oldLogOfStep(0, 2, 6, kTime + 1);
+    expectRefused(replayed(hive, {{kLog1, other}, {kLog2, cut}}), hive,
+                  "LOG2 is too short; LOG1 has another time than the hive");
+    const std::string torn = tornState(0);
+    expectRefused(replayed(torn, {{kLog1, cut}}), torn,
+                  "the hive's base block is damaged; LOG1 is too short");
+}
+
 TEST(LogFiles, LogBesideTheOthersIsALeftover) {
     const std::string hive = dirtyState(0, 5);
     const std::string leftover = oldLogOfStep(0, 1, 6);
