@@ -1,6 +1,7 @@
 // The users of a disk: those of the machine's list and those whose folders alone are there.
 #include <algorithm>
 
+#include "platform/offline/hives/hive.h"
 #include "tests/hives/disk/disk_files.h"
 
 namespace bromvale::offline {
@@ -148,6 +149,138 @@ TEST_F(DiskUsers, AProfileBehindALinkThatLeadsOutIsNotTouched) {
     EXPECT_EQ(userOf(disk, u"Otto")->problem,
               "the profile's folder lies behind a link that leads out of the disk");
     EXPECT_EQ(disk.users[1].hive->problem, "it is a link that leads out of the disk");
+}
+
+TEST_F(DiskUsers, EachReasonIsToldWordForWord) {
+    const MadeDisk made = makeWith({{u"S-1-5-21-7", u"E:\\Profile\\Otto"},
+                                    {u"S-1-5-21-8", u"C:\\Users\\Weg"},
+                                    {u"S-1-5-21-9", u"C:\\Users\\Leer"},
+                                    {u"S-1-5-21-10", u"C:\\Users\\Datei"},
+                                    {u"S-1-5-21-11", u"C:\\Users\\Kaputt"},
+                                    {u"S-1-5-21-12", u"C:\\Users\\Schaden"}});
+    fs::create_directories(made.root / "Users/Leer");
+    writeFile(made.root / "Users/Datei", "x");
+    const std::string broken = fs::canonical(made.root).string() + "/Users/Kaputt/NTUSER.DAT";
+    writeFile(broken, "regf");
+    std::string bytes = bytesOf(made.users[0].hive);
+    const Hive hive{HiveBytes(bytes)};
+    const HiveKey explorer =
+        hive.key(cellOf(bytes, u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer"));
+    bytes[hive.cell(hive.values(explorer)[0]).place()] = 'x';
+    const std::string damaged = fs::canonical(made.root).string() + "/Users/Schaden/NTUSER.DAT";
+    writeFile(damaged, bytes);
+    const WindowsDisk disk = found(made.root);
+    const auto problemOf = [&](std::u16string_view name) { return userOf(disk, name)->problem; };
+    EXPECT_EQ(problemOf(u"Otto"), "the profile lies on a drive that is not at hand: E:\\Profile\\Otto");
+    EXPECT_EQ(problemOf(u"Weg"), "the profile's folder is not there");
+    EXPECT_EQ(problemOf(u"Leer"), "the profile has no NTUSER.DAT");
+    EXPECT_EQ(problemOf(u"Datei"), "the profile's folder is a file");
+    EXPECT_EQ(problemOf(u"Kaputt"), broken + " can't be used: the file is shorter than a first sector");
+    EXPECT_EQ(problemOf(u"Schaden"), damaged + " is damaged: an offset leads to no value");
+    EXPECT_EQ(userOf(disk, u"Datei")->folder, "");
+}
+
+// Neither by the list nor by their folders.
+TEST_F(DiskUsers, ServicesAreNone) {
+    const std::u16string services[] = {u"S-1-5-18",   u"S-1-5-19",   u"S-1-5-20",  u"S-1-5-80-1",
+                                       u"S-1-5-82-1", u"S-1-5-83-1", u"S-1-5-90-1", u"S-1-5-96-1"};
+    const std::u16string users[] = {u"S-1-5-21-9", u"S-1-5-180", u"S-1-5-81-1", u"S-1-5-8"};
+    DiskPlan plan;
+    plan.generation = Generation::Seven;
+    plan.software = [&](MadeHive& software) {
+        MadeKey& list = keyAt(software.root, kProfileList);
+        list.subKeys.clear();
+        for (const auto& sid : services)
+            keyAt(list, sid).values = {textValue(u"ProfileImagePath", u"C:\\Users\\x" + sid, 2)};
+        for (const auto& sid : users)
+            keyAt(list, sid).values = {textValue(u"ProfileImagePath", u"C:\\Users\\x" + sid, 2)};
+        keyAt(list, u"S-1-5-21-10");
+    };
+    const MadeDisk made = makeDisk(folder() / "disk", plan);
+    const std::string hive = bytesOf(made.users[0].hive);
+    for (const auto& sid : services)
+        writeFile(made.root / "Users" / ("x" + std::string(sid.begin(), sid.end())) / "NTUSER.DAT", hive);
+    const WindowsDisk disk = found(made.root);
+    std::vector<std::u16string> names;
+    for (const DiskUser& user : disk.users) names.push_back(user.name);
+    std::ranges::sort(names);
+    EXPECT_EQ(names, (std::vector<std::u16string>{u"J\u00FCrgen Gro\u00DF", u"xS-1-5-180", u"xS-1-5-21-9", u"xS-1-5-8",
+                                                  u"xS-1-5-81-1", u"\u0141ukasz"}))
+        << "those of no list by their folders";
+}
+
+TEST_F(DiskUsers, TemplatesAreNone) {
+    DiskPlan plan;
+    plan.generation = Generation::Seven;
+    plan.software = [](MadeHive& software) {
+        keyAt(software.root, kProfileList).values = {
+            textValue(u"ProfilesDirectory", u"%SystemDrive%\\Users", 2),
+            textValue(u"DefaultUserProfile", u"Standard"), textValue(u"AllUsersProfile", u"Alle"),
+            textValue(u"Default", u"C:\\Users\\Vorgabe"), textValue(u"Public", u"C:\\Users\\Gemein\\")};
+    };
+    const MadeDisk made = makeDisk(folder() / "disk", plan);
+    const std::string hive = bytesOf(made.users[0].hive);
+    fs::remove(made.root / "Users/Default User");
+    for (const char* const name : {"Default", "DEFAULT USER", "All Users", "public", "LocalService", "NetworkService",
+                                   "standard", "Alle", "Vorgabe", "Gemein"})
+        writeFile(made.root / "Users" / name / "NTUSER.DAT", hive);
+    EXPECT_EQ(found(made.root).users.size(), 2u);
+    writeFile(made.root / "Users/Defaults/NTUSER.DAT", hive);
+    EXPECT_EQ(found(made.root).users.size(), 3u);
+}
+
+TEST_F(DiskUsers, AreLookedForBesideThoseOfTheListButNotInTheRootOfADrive) {
+    const MadeDisk made = makeWith({{u"S-1-5-21-7", u"C:\\Profile\\Otto"}, {u"S-1-5-21-8", u"C:\\Eva"}});
+    const std::string hive = bytesOf(made.users[0].hive);
+    for (const char* const name : {"Profile/Otto", "Profile/Beate", "Eva", "Adam"})
+        writeFile(made.root / name / "NTUSER.DAT", hive);
+    const WindowsDisk disk = found(made.root);
+    EXPECT_EQ(disk.users.size(), 5u);
+    ASSERT_NE(userOf(disk, u"Beate"), nullptr);
+    EXPECT_EQ(userOf(disk, u"Beate")->profile, u"C:\\Profile\\Beate");
+    EXPECT_EQ(userOf(disk, u"Adam"), nullptr);
+}
+
+TEST_F(DiskUsers, WithoutAListAreThoseOfTheProfilesFolder) {
+    DiskPlan plan;
+    plan.generation = Generation::Seven;
+    plan.software = [](MadeHive& software) { keyAt(software.root, kProfileList).subKeys.clear(); };
+    const MadeDisk made = makeDisk(folder() / "disk", plan);
+    const WindowsDisk disk = found(made.root);
+    ASSERT_EQ(disk.users.size(), 2u);
+    EXPECT_EQ(disk.users[0].sid, made.users[0].sid) << "by the classes";
+    EXPECT_EQ(disk.users[0].account, u"jgross");
+}
+
+TEST_F(DiskUsers, AMandatoryOneIsKnownByItsFolderToo) {
+    const MadeDisk made = makeWith({{u"S-1-5-21-7", u"C:\\Users\\Otto.MAN"}, {u"S-1-5-21-8", u"C:\\Users\\.man"}});
+    const std::string hive = bytesOf(made.users[0].hive);
+    writeFile(made.root / "Users/Otto.MAN/NTUSER.DAT", hive);
+    writeFile(made.root / "Users/.man/NTUSER.DAT", hive);
+    const WindowsDisk disk = found(made.root);
+    EXPECT_TRUE(userOf(disk, u"Otto.MAN")->mandatory);
+    EXPECT_FALSE(userOf(disk, u".man")->mandatory);
+}
+
+// Wherever they lie two folders deep, the first that is one; before Vista nothing else tells.
+TEST_F(DiskUsers, ClassesTwoFoldersDeepAreFoundBehindOthers) {
+    DiskPlan plan;
+    plan.generation = Generation::Xp;
+    plan.user = [](MadeHive& user, std::size_t) {
+        keyAt(user.root, u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders").values.clear();
+    };
+    const MadeDisk made = makeDisk(folder() / "disk", plan);
+    const fs::path user = made.users[0].folder;
+    fs::create_directories(user / "Anderes/Leer");
+    fs::create_directories(user / "Anderes/Weiter/Microsoft");
+    writeFile(user / "Anderes/datei", "x");
+    writeFile(user / "datei", "x");
+    writeFile(user / "Zuletzt/Ordner/Microsoft/Windows/UsrClass.dat", classesOf(u"S-1-5-21-9"));
+    const WindowsDisk disk = found(made.root);
+    ASSERT_TRUE(disk.users[0].classes);
+    EXPECT_EQ(disk.users[0].classes->path, fs::canonical(made.users[0].classes));
+    EXPECT_EQ(disk.users[0].classes->role, HiveRole::UserClasses);
+    EXPECT_EQ(disk.users[0].hive->role, HiveRole::User);
 }
 
 }  // namespace
