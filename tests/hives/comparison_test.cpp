@@ -77,6 +77,34 @@ TEST_F(Comparison, ByOurOwnReaderFindsWhatTheSecondDoesNotKnow) {
     expectChange("other flags", [](MadeKey& b) { b.wideName = true; });
 }
 
+// Control characters would reach the terminal.
+TEST_F(Comparison, NamesOddCharactersByTheirNumbers) {
+    const auto hive = [](std::uint64_t time, std::uint32_t type) {
+        MadeHive made = exampleHive();
+        made.root.subKeys[1].name = u"C \x1B[31m\x1F\x7F\u00e4~";
+        made.root.subKeys[1].lastWritten = time;
+        made.root.subKeys[1].values = {{u"a\n b", type, "x"}};
+        return fileOf(made);
+    };
+    expectDifference("\\C \\x1B[31m\\x1F\\x7F\xC3\xA4~: another time", hive(1, 1), hive(2, 1));
+    expectDifference("\\C \\x1B[31m\\x1F\\x7F\xC3\xA4~: the value \"a\\x0A b\" has another type", hive(1, 1),
+                     hive(1, 2));
+}
+
+TEST_F(Comparison, OfSecurityThatIsNoneThrows) {
+    const std::string hive = fileOf(exampleHive());
+    std::string damaged = hive;
+    const HiveBytes node = Hive(HiveBytes(hive)).cell(Hive(HiveBytes(hive)).root().security);
+    damaged[node.place()] = 'x';
+    try {
+        static_cast<void>(own(hive, damaged));
+        ADD_FAILURE() << "no damage";
+    } catch (const HiveDamage& damage) {
+        EXPECT_STREQ("an offset leads to no security", damage.what());
+        EXPECT_EQ(node.place(), damage.place);
+    }
+}
+
 TEST_F(Comparison, KeysThatAreToGoMustBeGone) {
     const std::string before = fileOf(exampleHive());
     const std::string without =

@@ -229,6 +229,71 @@ TEST(HiveDeletion, RefusesWhatIsNoKeyOfTheTree) {
     EXPECT_THROW(deleteKeys(image, {{key}}), HiveDamage);
 }
 
+// What is told where a key can't be taken, and the byte of the file that it names.
+std::string damageOf(DamagedHive& damaged, const std::vector<Cell>& keys) {
+    HiveImage image(damaged.bytes());
+    try {
+        deleteKeys(image, keys);
+        return "none";
+    } catch (const HiveDamage& damage) {
+        return std::to_string(damage.place) + ": " + damage.what();
+    }
+}
+
+TEST(HiveDeletion, SaysWhatIsWrongWhereAKeyCannotBeTaken) {
+    const std::string bytes = bytesOf(exampleHive());
+    const Cell key = cellOf(bytes, u"lf\\b\u00e4");
+    const auto expect = [&](const char* what, Cell cell,
+                            const std::function<std::size_t(DamagedHive&)>& make) {
+        DamagedHive hive(bytes);
+        const std::size_t place = make(hive);
+        EXPECT_EQ(std::to_string(place) + ": " + what, damageOf(hive, {cell}));
+    };
+    const Cell root = cellOf(bytes, u"");
+    expect("the root can't be deleted", root, [&](DamagedHive&) { return kBinsStart + root; });
+    expect("a key is not in its parent's list", key, [&](DamagedHive& h) {
+        h.put(h.list(u"lf") + key_list::kEntries + 8, cellOf(bytes, u"lf\\a\u00e4"));
+        return kBinsStart + cellOf(bytes, u"lf");
+    });
+    expect("a key is not in its parent's list", key, [&](DamagedHive& h) {
+        h.put(h.node(u"lf") + key_node::kSubKeyCount, 0u);
+        return kBinsStart + cellOf(bytes, u"lf");
+    });
+    expect("a list of sub keys has an unknown signature", key, [](DamagedHive& h) {
+        const std::size_t place = h.list(u"lf");
+        h.put(place, "lx");
+        return place;
+    });
+    expect("security counts fewer keys than have it", key, [](DamagedHive& h) {
+        const std::size_t place = h.security(u"");
+        h.put(place + security_node::kUseCount, 0u);
+        return place;
+    });
+    expect("security counts fewer keys than have it", key, [](DamagedHive& h) {
+        const std::size_t place = h.security(u"");
+        h.put(place, "sx");
+        return place;
+    });
+    expect("an offset leads to no cell that is in use", cellOf(bytes, u"values"), [](DamagedHive& h) {
+        const std::size_t place = h.security(u"");  // in the ring
+        const std::size_t size = place - kCellHeaderSize;
+        h.put(h.security(u"values") + security_node::kNext,
+              static_cast<std::uint32_t>(size - kBinsStart + 4));
+        return size + 4;
+    });
+}
+
+// Deep enough that a walk that counts wrongly would stop.
+TEST(HiveDeletion, AHiveFullOfKeysCanBeAskedAbout) {
+    MadeHive hive;
+    hive.root.subKeys.resize(1);
+    hive.root.subKeys[0].name = u"top";
+    for (char16_t name = u'\u4e00'; name < u'\u4e00' + 400; ++name)
+        hive.root.subKeys[0].subKeys.emplace_back().name = std::u16string(1, name);
+    const std::string bytes = bytesOf(hive);
+    EXPECT_EQ(std::nullopt, whyUndeletable(HiveBytes(bytes), cellOf(bytes, u"top")));
+}
+
 std::string whyNot(const std::string& bytes, std::u16string_view path) {
     return whyUndeletable(HiveBytes(bytes), cellOf(bytes, path)).value_or("");
 }

@@ -20,6 +20,11 @@ HiveFilesTest::~HiveFilesTest() {
     fs::remove_all(folder_, error);
 }
 
+fs::path HiveFilesTest::memory() {
+    const fs::path shared = "/dev/shm";
+    return fs::is_directory(shared) ? shared : fs::temp_directory_path();
+}
+
 std::string HiveFilesTest::write(const std::string& name, std::string_view bytes) const {
     const fs::path file = folder_ / name;
     fs::create_directories(file.parent_path());

@@ -15,6 +15,8 @@ class HiveFilesTest : public ::testing::Test {
   protected:
     explicit HiveFilesTest(const std::filesystem::path& parent = std::filesystem::temp_directory_path());
     ~HiveFilesTest() override;
+    // A folder in memory, where waiting for the disk costs nothing.
+    [[nodiscard]] static std::filesystem::path memory();
 
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_; }
     // Returns the whole path (UTF-8).

@@ -132,6 +132,20 @@ TEST_F(HiveImageTest, ThatNoMemoryHoldsIsAnError) {
     EXPECT_EQ("abcd", image.bytes().all());
 }
 
+TEST_F(HiveImageTest, LeavesNothingMapped) {
+    const std::string file = write("hive", "abc");
+    const auto isMapped = [&] { return bytesOf("/proc/self/maps").find(file) != std::string::npos; };
+    {
+        HiveImage image;
+        ASSERT_EQ(std::nullopt, image.open(file));
+        EXPECT_TRUE(isMapped());
+        ASSERT_EQ(std::nullopt, image.open(write("other", "x")));
+        EXPECT_FALSE(isMapped());
+        ASSERT_EQ(std::nullopt, image.open(file));
+    }
+    EXPECT_FALSE(isMapped());
+}
+
 // No file stays open, whatever became of it: after so many the next one could not be.
 TEST_F(HiveImageTest, LeavesNoFileOpen) {
     const std::string file = write("hive", "abc");

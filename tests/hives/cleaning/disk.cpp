@@ -37,11 +37,6 @@ int TroubledFiles::failureAfter(std::string_view call, const std::string& name) 
     return isTrouble() && after ? number : 0;
 }
 
-fs::path CleaningTest::memory() {
-    const fs::path shared = "/dev/shm";
-    return fs::is_directory(shared) ? shared : fs::temp_directory_path();
-}
-
 FolderState CleaningTest::state() const {
     FolderState state;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder())) {

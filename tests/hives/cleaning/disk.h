@@ -45,8 +45,6 @@ using FolderState = std::map<std::string, std::string>;
 class CleaningTest : public HiveFilesTest {
   protected:
     using HiveFilesTest::HiveFilesTest;
-    // A folder in memory, where waiting for the disk costs nothing.
-    [[nodiscard]] static std::filesystem::path memory();
 
     static constexpr const char* kStamp = "2026-11-22_09-16-05";
 

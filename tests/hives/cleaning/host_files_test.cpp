@@ -244,6 +244,14 @@ TEST_F(HostFilesCalls, HandlesCloseWhatTheyHold) {
     EXPECT_EQ(next, again);
 }
 
+// A program that is started meanwhile has none of them.
+TEST_F(HostFilesCalls, HandlesAreNotInherited) {
+    const HostHandle created = files_.create(folder_, "new");
+    const HostHandle opened = files_.openFile(folder_, "file");
+    for (const HostHandle* const handle : {&folder_, &created, &opened})
+        EXPECT_EQ(FD_CLOEXEC, ::fcntl(handle->number(), F_GETFD));
+}
+
 class HostFolderTest : public HostFilesCalls {
   protected:
     HostFolder folder{files_, HiveFilesTest::folder().string()};

@@ -1,4 +1,5 @@
 // What stops a cleaning or an undo in its middle, word for word, and what it has told until then.
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <filesystem>
@@ -13,6 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 using State = CleaningResult::State;
+
+struct CleaningProgressStop : HostFailure {
+    CleaningProgressStop() : HostFailure("tell", "user", EIO) {}
+};
 
 // Does something once, before the first call of that name for that file.
 class InterruptedFiles : public HostFiles {
@@ -238,6 +243,116 @@ TEST_F(CleaningStopTest, AnUndoWhoseFolderCannotBeReadIsUnfinishedWithTheReason)
     const CleaningResult result = undoCleaning(files, none, kStamp, {}, {}, false, {});
     EXPECT_EQ(State::Unfinished, result.state);
     EXPECT_EQ("open folder \"" + path("none") + "\": No such file or directory", result.problem);
+}
+
+// The first hive has taken its place when the second is seen to be another one.
+TEST_F(CleaningStopTest, ASecondHiveThatWasChangedMeanwhileTakesNoPlace) {
+    const HiveToClean user = placeClean("user/NTUSER.DAT");
+    const HiveToClean software = placeDirty("SOFTWARE");
+    HostFiles files;
+    const CleaningResult result =
+        cleanHives(files, cleaningOf({user, software}), [&](const std::string&, const std::string& step) {
+            if (step.starts_with("Cleaned")) write("SOFTWARE.LOG2", "other");
+        });
+    EXPECT_EQ(
+        "The hive \"" + software.path + "\" or one of its logs was changed by another program meanwhile",
+        result.problem);
+    EXPECT_EQ(State::Unfinished, result.state);
+}
+
+TEST_F(CleaningStopTest, OldLogsThatCannotBeReplayedStopAForcedUndo) {
+    const HiveToClean order = placeDirty("SOFTWARE");
+    HostFiles files;
+    ASSERT_EQ("", describe(cleanHives(files, cleaningOf({order}), {})));
+    HostFolder folder(files, HiveFilesTest::folder().string());
+    CleaningRecord record = findRecords(folder).records.at(0);
+    const std::string copy = "SOFTWARE.LOG1.bromvale-" + record.stamp;
+    write(copy, "no log");
+    record.logs[0].print = printOf("no log");
+    storeRecord(folder, record);
+    write("SOFTWARE", "no hive");
+    const CleaningResult result = undoCleaning(files, folders(), kStamp, {}, {}, true, {});
+    EXPECT_EQ("The logs of the old hive \"" + path(kCopy) + "\" can't be replayed", result.problem);
+    EXPECT_EQ(State::Unfinished, result.state);
+}
+
+TEST_F(CleaningStopTest, WhatABrokenOffUndoHasLeftGoesWithTheNextOne) {
+    const HiveToClean order = placeClean("SOFTWARE");
+    HostFiles files;
+    ASSERT_EQ("", describe(cleanHives(files, cleaningOf({order}), {})));
+    write(std::string(kCopy) + ".replayed", "half");
+    ASSERT_EQ("", describe(undoCleaning(files, folders(), kStamp, {}, {}, false, {})));
+    EXPECT_FALSE(fs::exists(path(std::string(kCopy) + ".replayed")));
+    EXPECT_EQ(3u, state().size());
+}
+
+// Everything that reaches the disk, in its order: names without what is the same in all of them.
+class OrderedFiles : public HostFiles {
+  public:
+    std::vector<std::string> calls;
+
+  protected:
+    int failureBefore(std::string_view call, const std::string& name) override {
+        constexpr std::string_view kWriting[] = {"create", "sync", "rename", "link", "remove"};
+        if (std::ranges::find(kWriting, call) == std::end(kWriting)) return 0;
+        std::string file = name;
+        if (const std::size_t at = file.find(".bromvale-2026-11-22_09-16-05"); at != file.npos)
+            file.replace(at, 29, "~");
+        calls.push_back(std::string(call) + " " + (name.starts_with('/') ? "folder" : file));
+        return 0;
+    }
+};
+
+using Calls = std::vector<std::string>;
+
+TEST_F(CleaningStopTest, WhatACleaningDoesComesToTheDiskInThisOrder) {
+    HiveToClean order = placeClean("H");
+    write("H.LOG1", "");
+    order.logs.push_back({LogName::Log1, path("H.LOG1"), printOf("")});
+    OrderedFiles files;
+    ASSERT_EQ("", describe(cleanHives(files, cleaningOf({order}), {})));
+    EXPECT_EQ(
+        (Calls{// its list before anything else
+               "create H~.list.new", "sync H~.list.new", "rename H~.list.new", "sync folder",
+               // copies
+               "create H~", "sync H~", "create H.LOG1~", "sync H.LOG1~", "create H~.reg", "sync H~.reg",
+               "sync folder",
+               // the hive after its replay, and without the keys
+               "create H~.replayed", "sync H~.replayed", "create H~.new", "sync H~.new", "remove H~.replayed",
+               // proved
+               "create H~.list.new", "sync H~.list.new", "rename H~.list.new", "sync folder",
+               // in its place; only then the logs go
+               "rename H~.new", "sync folder", "rename H.LOG1", "sync folder",
+               // done
+               "create H~.list.new", "sync H~.list.new", "rename H~.list.new", "sync folder"}),
+        files.calls);
+    files.calls.clear();
+    ASSERT_EQ("", describe(undoCleaning(files, folders(), kStamp, {}, {}, false, {})));
+    EXPECT_EQ((Calls{"create H~.list.new", "sync H~.list.new", "rename H~.list.new", "sync folder",
+                     // a second name for what is there
+                     "link H",
+                     // the logs first
+                     "rename H.LOG1~", "sync folder", "rename H~", "sync folder", "remove H~.aside",
+                     "create H~.list.new", "sync H~.list.new", "rename H~.list.new", "sync folder"}),
+              files.calls);
+}
+
+TEST_F(CleaningStopTest, WhatIsTakenBackLeavesTheDiskInThisOrder) {
+    HiveToClean order = placeClean("H");
+    write("H.LOG1", "");
+    order.logs.push_back({LogName::Log1, path("H.LOG1"), printOf("")});
+    OrderedFiles files;
+    const CleaningResult result =
+        cleanHives(files, cleaningOf({order}), [&](const auto&, const std::string& step) {
+            if (step.ends_with("keys taken out")) {
+                files.calls.clear();
+                throw CleaningProgressStop();
+            }
+        });
+    EXPECT_EQ(State::TakenBack, result.state);
+    EXPECT_EQ((Calls{"remove H~.replayed", "remove H~.new", "sync folder", "remove H~.reg", "remove H.LOG1~",
+                     "remove H~", "sync folder", "remove H~.list", "sync folder"}),
+              files.calls);
 }
 
 }  // namespace

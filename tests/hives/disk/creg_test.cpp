@@ -132,6 +132,70 @@ TEST_F(Creg, WhatIsNoSuchRegistrySaysSo) {
     EXPECT_EQ(std::get<std::string>(readCreg((folder() / "none").string())), "No such file or directory");
 }
 
+// Our words, and the library's own behind them.
+TEST_F(Creg, WhatTheLibraryRefusesIsTold) {
+    const std::string good = cregBytes(example());
+    const auto changed = [&](std::size_t at, char byte) {
+        std::string bytes = good;
+        bytes[at] = byte;
+        return problem(bytes);
+    };
+    EXPECT_TRUE(changed(16, 0).starts_with("it can't be opened (libcreg_file_open: ")) << changed(16, 0);
+    EXPECT_EQ(changed(8, 0), "its root can't be read (no reason is told)");
+    const std::string counted = changed(cregEntry(1) - 1, 0);
+    EXPECT_TRUE(counted.starts_with("a key's values can't be counted (libcreg_key_get_number_of_values: "))
+        << counted;
+    EXPECT_TRUE(counted.ends_with(")"));
+    EXPECT_EQ(changed(32, 'x'), "the list of keys is missing");
+}
+
+MadeCregKey keysInEachOther(std::size_t depth) {
+    MadeCregKey root;
+    MadeCregKey* key = &root;
+    for (; depth > 0; --depth) key = &key->subKeys.emplace_back(MadeCregKey{"k", {}, {}});
+    return root;
+}
+
+TEST_F(Creg, KeysLieAsDeepInEachOtherAsWindowsAllows) {
+    EXPECT_EQ(tree(cregBytes(keysInEachOther(512))).keys, 513u);
+    EXPECT_EQ(problem(cregBytes(keysInEachOther(513))), "keys lie deeper in each other than Windows allows");
+}
+
+TEST_F(Creg, NamesAreAsLongAsWindowsAllows) {
+    const auto named = [](std::size_t size) {
+        MadeCregKey root;
+        root.at("k").values = {{std::string(size, 'n'), 1, "x"}};
+        return cregBytes(root);
+    };
+    EXPECT_EQ(tree(named(4095)).root.subKeys.at(0).values.at(0).name, std::u16string(4095, u'n'));
+    EXPECT_EQ(problem(named(4097)), "a name is longer than Windows allows");
+}
+
+TEST_F(Creg, TheRootHasNoNameAndKeysHaveTheirs) {
+    const CregTree read = tree(cregBytes(example()));
+    EXPECT_EQ(read.root.name, u"");
+    EXPECT_EQ(read.root.subKeys.at(0).name, u"Software");
+    EXPECT_EQ(read.root.find(u""), &read.root);
+    EXPECT_EQ(read.root.find(u"software\\classes"), &read.root.subKeys[0].subKeys.at(1));
+}
+
+// Keys without a name or with a backslash, and what lies below them, and values of names that are too long.
+TEST(CregRegistry, CountsWhatItCouldNotTake) {
+    CregKey root;
+    root.subKeys.resize(4);
+    root.subKeys[0].subKeys.resize(1);
+    root.subKeys[1].name = u"a\\b";
+    root.subKeys[2].name = std::u16string(300, u'x');
+    root.subKeys[3].name = u"gut";
+    root.subKeys[3].subKeys.resize(1);
+    root.subKeys[3].values = {{u"", 1, std::string("mit\0", 4)}, {std::u16string(20000, u'v'), 1, "x"}};
+    Registry& registry = machine().registry;
+    registry.clear();
+    EXPECT_EQ(addCreg(registry, u"HKEY_LOCAL_MACHINE", root), 5u);
+    EXPECT_EQ(registry.subKeys("HKEY_LOCAL_MACHINE"), std::vector<std::string>{"gut"});
+    EXPECT_EQ(registry.value(u"HKEY_LOCAL_MACHINE\\gut", u"")->data, std::string("mit\0", 4));
+}
+
 TEST_F(Creg, ACutOrMutatedFileIsReadOrRefused) {
     const std::string good = cregBytes(example());
     for (std::size_t size = 0; size < good.size(); size += size < 512 ? 16 : 256)

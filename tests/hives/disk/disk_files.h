@@ -13,6 +13,7 @@ namespace bromvale::offline {
 
 class DiskTest : public HiveFilesTest {
   protected:
+    using HiveFilesTest::HiveFilesTest;
     MadeDisk make(Generation generation) const {
         DiskPlan plan;
         plan.generation = generation;

@@ -11,6 +11,7 @@ constexpr std::u16string_view kWindows = u"Microsoft\\Windows\\CurrentVersion";
 
 class DiskSystem : public DiskTest {
   protected:
+    DiskSystem() : DiskTest(memory()) {}
     [[nodiscard]] WindowsDisk diskWith(Generation generation, const std::function<void(MadeHive&)>& software,
                                        const std::function<void(MadeHive&)>& system = {}) const {
         DiskPlan plan;
@@ -31,10 +32,12 @@ class DiskSystem : public DiskTest {
 
 TEST_F(DiskSystem, ElevenIsKnownByItsBuildAlone) {
     const auto productOf = [&](std::u16string_view build, std::u16string_view name) {
-        return diskWith(Generation::Ten, [&](MadeHive& software) {
-                   put(keyAt(software.root, kNt), textValue(u"CurrentBuildNumber", build));
-                   put(keyAt(software.root, kNt), textValue(u"ProductName", name));
-               }).product;
+        return diskWith(Generation::Ten,
+                        [&](MadeHive& software) {
+                            put(keyAt(software.root, kNt), textValue(u"CurrentBuildNumber", build));
+                            put(keyAt(software.root, kNt), textValue(u"ProductName", name));
+                        })
+            .product;
     };
     EXPECT_EQ(productOf(u"21999", u"Windows 10 Pro"), u"Windows 10 Pro");
     EXPECT_EQ(productOf(u"22000", u"Windows 10 Pro"), u"Windows 11 Pro");
@@ -90,7 +93,8 @@ TEST_F(DiskSystem, TheFoldersOf32BitsStandInEitherHalf) {
     disk = diskWith(Generation::SevenX64, [](MadeHive& software) {
         take(keyAt(software.root, kWindows), u"ProgramFilesDir (x86)");
         keyAt(software.root, u"Wow6432Node\\Microsoft\\Windows\\CurrentVersion").values = {
-            textValue(u"ProgramFilesDir", u"%SystemDrive%\\p32", 2), textValue(u"CommonFilesDir", u"C:\\c32")};
+            textValue(u"ProgramFilesDir", u"%SystemDrive%\\p32", 2),
+            textValue(u"CommonFilesDir", u"C:\\c32")};
     });
     EXPECT_EQ(disk.programFiles, u"C:\\Program Files");
     EXPECT_EQ(disk.programFilesX86, u"C:\\p32");
@@ -105,13 +109,14 @@ TEST_F(DiskSystem, TheControlSetIsThatOfTheNextStart) {
         unsigned expected;
         const char* warning;
     };
-    const Row rows[] = {{1, 2, 2, 1, ""},
-                        {10, 2, 2, 10, ""},
-                        {999, 2, 2, 999, ""},
-                        {1000, 2, 1, 2, "SYSTEM has no current control set; that of \"Default\" is taken."},
-                        {0, 7, 1, 1, "SYSTEM has no current control set; that of \"LastKnownGood\" is taken."},
-                        {0, 0, 0, 0, "SYSTEM names no control set that it has."},
-                        {7, 8, 9, 0, "SYSTEM names no control set that it has."}};
+    const Row rows[] = {
+        {1, 2, 2, 1, ""},
+        {10, 2, 2, 10, ""},
+        {999, 2, 2, 999, ""},
+        {1000, 2, 1, 2, "SYSTEM has no current control set; that of \"Default\" is taken."},
+        {0, 7, 1, 1, "SYSTEM has no current control set; that of \"LastKnownGood\" is taken."},
+        {0, 0, 0, 0, "SYSTEM names no control set that it has."},
+        {7, 8, 9, 0, "SYSTEM names no control set that it has."}};
     for (const Row& row : rows) {
         const WindowsDisk disk = diskWith(Generation::Seven, {}, [&](MadeHive& system) {
             keyAt(system.root, u"Select").values = {numberValue(u"Current", row.current),
@@ -132,7 +137,8 @@ TEST_F(DiskSystem, TheControlSetIsThatOfTheNextStart) {
 TEST_F(DiskSystem, WhatTheProcessorIsDecidesWhereItIsTold) {
     const auto with = [&](Generation generation, const char16_t* processor) {
         return diskWith(generation, {}, [&](MadeHive& system) {
-            MadeKey& environment = keyAt(system.root, u"ControlSet002\\Control\\Session Manager\\Environment");
+            MadeKey& environment =
+                keyAt(system.root, u"ControlSet002\\Control\\Session Manager\\Environment");
             take(environment, u"PROCESSOR_ARCHITECTURE");
             if (processor != nullptr) put(environment, textValue(u"PROCESSOR_ARCHITECTURE", processor));
         });
@@ -198,10 +204,12 @@ TEST_F(DiskSystem, WhatStandsBehindALetterIsKnownByItsName) {
     const WindowsDisk disk = diskWith(Generation::Seven, {}, [&](MadeHive& system) {
         MadeKey& mounted = keyAt(system.root, u"MountedDevices");
         mounted.values.clear();
-        for (std::size_t i = std::size(rows); i-- > 0;) mounted.values.push_back({rows[i].name, 3, rows[i].data});
+        for (std::size_t i = std::size(rows); i-- > 0;)
+            mounted.values.push_back({rows[i].name, 3, rows[i].data});
         mounted.values.push_back({u"\\DosDevices\\L:", 3, std::string(4097, 'x')});
-        for (const char16_t* const name : {u"\\DosDevices\\@:", u"\\DosDevices\\[:", u"\\DosDevices\\MM",
-                                           u"\\DosDevicex\\M:", u"\\DosDevices\\M:\\", u"\\DosDevices\\M", u"M:"})
+        for (const char16_t* const name :
+             {u"\\DosDevices\\@:", u"\\DosDevices\\[:", u"\\DosDevices\\MM", u"\\DosDevicex\\M:",
+              u"\\DosDevices\\M:\\", u"\\DosDevices\\M", u"M:"})
             mounted.values.push_back({name, 3, "x"});
     });
     ASSERT_EQ(disk.letters.size(), std::size(rows));

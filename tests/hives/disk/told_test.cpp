@@ -12,6 +12,7 @@ namespace fs = std::filesystem;
 
 class DiskTold : public DiskTest {
   protected:
+    DiskTold() : DiskTest(memory()) {}
     void expectTold(const fs::path& path, const std::string& what, const std::string& why,
                     const std::string& help) const {
         const DiskProblem told = problem(path);
@@ -84,10 +85,11 @@ TEST_F(DiskTold, WhatAFolderIsThatHoldsNoWindows) {
 
 TEST_F(DiskTold, WhatAFileIs) {
     const std::string image = write("image", "\xEB\x58\x90-FVE-FS-");
-    expectTold(image, image + " is a volume that BitLocker has encrypted.",
-               "Without its key nothing on it can be read.",
-               "Unlock it with the recovery key (cryptsetup bitlkOpen, or dislocker), mount what comes of it, and "
-               "give that folder.");
+    expectTold(
+        image, image + " is a volume that BitLocker has encrypted.",
+        "Without its key nothing on it can be read.",
+        "Unlock it with the recovery key (cryptsetup bitlkOpen, or dislocker), mount what comes of it, and "
+        "give that folder.");
     for (const char* const content : {"", "-FVE-FS-", "\xEB\x58\x90-FVE-FS", "\xEB\x58\x90NTFS    "}) {
         write("image", content);
         expectTold(image, image + " is no folder.", "What is looked at is a disk that is mounted.",
@@ -118,7 +120,8 @@ TEST_F(DiskTold, SeveralWindowsWithTheirFolders) {
     const MadeDisk xp = make(Generation::Xp);
     const MadeDisk two = make(Generation::W2000);
     EXPECT_EQ(problem(xp.root).text(),
-              "There are 2 Windows on this disk.\nEach has its own registry, and what is right in one is wrong in the "
+              "There are 2 Windows on this disk.\nEach has its own registry, and what is right in one is "
+              "wrong in the "
               "other.\nGive the folder of the one that is meant:\n  " +
                   fs::canonical(xp.windows).string() + "\n  " + fs::canonical(two.windows).string() + "\n");
 }
@@ -126,16 +129,19 @@ TEST_F(DiskTold, SeveralWindowsWithTheirFolders) {
 constexpr const char* kSoftwareTells =
     "It tells which Windows this is, where its folders are and who its users are.";
 constexpr const char* kSoftwareHelp =
-    "Look at the disk's state first (SMART, chkdsk from a Windows setup medium). A copy of the hive may lie in "
+    "Look at the disk's state first (SMART, chkdsk from a Windows setup medium). A copy of the hive may lie "
+    "in "
     "System32/config/RegBack, in a restore point or in a backup; single hives can be read with --hive.";
 
 TEST_F(DiskTold, AWindowsWithoutItsSoftware) {
     const MadeDisk made = seven();
     writeFile(made.software, "");
-    expectTold(made.root, "The hive " + fs::canonical(made.software).string() + " can't be used: the file is empty.",
+    expectTold(made.root,
+               "The hive " + fs::canonical(made.software).string() + " can't be used: the file is empty.",
                kSoftwareTells, kSoftwareHelp);
     fs::remove(made.software);
-    const std::string without = "The Windows in " + fs::canonical(made.windows).string() + " has no hive SOFTWARE.";
+    const std::string without =
+        "The Windows in " + fs::canonical(made.windows).string() + " has no hive SOFTWARE.";
     expectTold(made.root, without, kSoftwareTells, kSoftwareHelp);
     // By what it holds, where the names are others; what has an end is a copy.
     fs::rename(made.system, made.config / "sys");
@@ -147,8 +153,8 @@ TEST_F(DiskTold, AWindowsWithoutItsSoftware) {
     writeFile(made.config / "sys", "regx");
     EXPECT_EQ(problem(made.root).what, made.root.string() + " has a Windows folder without a registry.");
     writeFile(made.config / "software", "");
-    EXPECT_EQ(problem(made.root).what,
-              "The hive " + (fs::canonical(made.config) / "software").string() + " can't be used: the file is empty.");
+    EXPECT_EQ(problem(made.root).what, "The hive " + (fs::canonical(made.config) / "software").string() +
+                                           " can't be used: the file is empty.");
 }
 
 TEST_F(DiskTold, HivesThatAreMissingOrUnusableAreWarnings) {
@@ -183,10 +189,11 @@ TEST_F(DiskTold, WhatCannotBeReadOfTheHivesIsToldAndTheRestCounts) {
     expect(true, u"MountedDevices", {"The list of drives" + why});
     expect(false, u"Microsoft\\Windows\\CurrentVersion", {"The folders" + why});
     const std::string windows = fs::canonical(seven().windows).string();
-    expect(false, u"Microsoft\\Windows NT\\CurrentVersion",
-           {"The folder of Windows" + why,
-            "Windows calls its folder by no name, but it lies in " + windows + "; it is taken for C:\\Windows.",
-            "The version" + why});
+    expect(
+        false, u"Microsoft\\Windows NT\\CurrentVersion",
+        {"The folder of Windows" + why,
+         "Windows calls its folder by no name, but it lies in " + windows + "; it is taken for C:\\Windows.",
+         "The version" + why});
     const MadeDisk made = seven([](DiskPlan& plan) {
         plan.system = [](MadeHive& hive) {
             keyAt(hive.root, u"ControlSet002\\Control\\Session Manager\\Power").values = {
@@ -203,8 +210,9 @@ TEST_F(DiskTold, WhatCannotBeReadOfTheUsersIsTold) {
     MadeDisk made = seven();
     spoilValue(made.software, list + u"\\S-1-5-21-1-2-3-1001");
     WindowsDisk disk = found(made.root);
-    EXPECT_EQ(disk.warnings, std::vector<std::string>{
-                                 "An entry of the list of users can't be read: an offset leads to no value."});
+    EXPECT_EQ(disk.warnings,
+              std::vector<std::string>{
+                  "An entry of the list of users can't be read: an offset leads to no value."});
     EXPECT_EQ(disk.users.size(), 2u) << "the folder is there";
     made = seven();
     spoilKey(made.software, list + u"\\S-1-5-21-1-2-3-1001");

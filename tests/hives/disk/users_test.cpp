@@ -57,6 +57,9 @@ TEST_F(DiskUsers, AMandatoryProfileSaysSo) {
     fs::rename(made.users[0].hive, made.users[0].folder / "ntuser.man");
     const WindowsDisk disk = found(made.root);
     EXPECT_TRUE(disk.users[0].mandatory);
+    EXPECT_EQ(disk.users[0].problem, "");
+    EXPECT_EQ(disk.users[0].account, u"jgross");
+    EXPECT_EQ(disk.users[0].hive->role, HiveRole::User);
     EXPECT_EQ(disk.users[0].hive->path, fs::canonical(made.users[0].folder / "ntuser.man"));
     EXPECT_FALSE(disk.users[1].mandatory);
 }
@@ -182,7 +185,7 @@ TEST_F(DiskUsers, EachReasonIsToldWordForWord) {
 
 // Neither by the list nor by their folders.
 TEST_F(DiskUsers, ServicesAreNone) {
-    const std::u16string services[] = {u"S-1-5-18",   u"S-1-5-19",   u"S-1-5-20",  u"S-1-5-80-1",
+    const std::u16string services[] = {u"S-1-5-18",   u"S-1-5-19",   u"S-1-5-20",   u"S-1-5-80-1",
                                        u"S-1-5-82-1", u"S-1-5-83-1", u"S-1-5-90-1", u"S-1-5-96-1"};
     const std::u16string users[] = {u"S-1-5-21-9", u"S-1-5-180", u"S-1-5-81-1", u"S-1-5-8"};
     DiskPlan plan;
@@ -204,8 +207,8 @@ TEST_F(DiskUsers, ServicesAreNone) {
     std::vector<std::u16string> names;
     for (const DiskUser& user : disk.users) names.push_back(user.name);
     std::ranges::sort(names);
-    EXPECT_EQ(names, (std::vector<std::u16string>{u"J\u00FCrgen Gro\u00DF", u"xS-1-5-180", u"xS-1-5-21-9", u"xS-1-5-8",
-                                                  u"xS-1-5-81-1", u"\u0141ukasz"}))
+    EXPECT_EQ(names, (std::vector<std::u16string>{u"J\u00FCrgen Gro\u00DF", u"xS-1-5-180", u"xS-1-5-21-9",
+                                                  u"xS-1-5-8", u"xS-1-5-81-1", u"\u0141ukasz"}))
         << "those of no list by their folders";
 }
 
@@ -221,8 +224,8 @@ TEST_F(DiskUsers, TemplatesAreNone) {
     const MadeDisk made = makeDisk(folder() / "disk", plan);
     const std::string hive = bytesOf(made.users[0].hive);
     fs::remove(made.root / "Users/Default User");
-    for (const char* const name : {"Default", "DEFAULT USER", "All Users", "public", "LocalService", "NetworkService",
-                                   "standard", "Alle", "Vorgabe", "Gemein"})
+    for (const char* const name : {"Default", "DEFAULT USER", "All Users", "public", "LocalService",
+                                   "NetworkService", "standard", "Alle", "Vorgabe", "Gemein"})
         writeFile(made.root / "Users" / name / "NTUSER.DAT", hive);
     EXPECT_EQ(found(made.root).users.size(), 2u);
     writeFile(made.root / "Users/Defaults/NTUSER.DAT", hive);
@@ -253,7 +256,8 @@ TEST_F(DiskUsers, WithoutAListAreThoseOfTheProfilesFolder) {
 }
 
 TEST_F(DiskUsers, AMandatoryOneIsKnownByItsFolderToo) {
-    const MadeDisk made = makeWith({{u"S-1-5-21-7", u"C:\\Users\\Otto.MAN"}, {u"S-1-5-21-8", u"C:\\Users\\.man"}});
+    const MadeDisk made =
+        makeWith({{u"S-1-5-21-7", u"C:\\Users\\Otto.MAN"}, {u"S-1-5-21-8", u"C:\\Users\\.man"}});
     const std::string hive = bytesOf(made.users[0].hive);
     writeFile(made.root / "Users/Otto.MAN/NTUSER.DAT", hive);
     writeFile(made.root / "Users/.man/NTUSER.DAT", hive);
@@ -262,12 +266,23 @@ TEST_F(DiskUsers, AMandatoryOneIsKnownByItsFolderToo) {
     EXPECT_FALSE(userOf(disk, u".man")->mandatory);
 }
 
+TEST_F(DiskUsers, ClassesOfVistaAreKnownWithoutTheUsersHive) {
+    const MadeDisk made = make(Generation::Seven);
+    writeFile(made.users[0].folder / "AAA/BBB/Microsoft/Windows/UsrClass.dat",
+              bytesOf(made.users[0].classes));
+    writeFile(made.users[0].hive, "regf");
+    const WindowsDisk disk = found(made.root);
+    ASSERT_TRUE(disk.users[0].classes);
+    EXPECT_EQ(disk.users[0].classes->path, fs::canonical(made.users[0].classes));
+}
+
 // Wherever they lie two folders deep, the first that is one; before Vista nothing else tells.
 TEST_F(DiskUsers, ClassesTwoFoldersDeepAreFoundBehindOthers) {
     DiskPlan plan;
     plan.generation = Generation::Xp;
     plan.user = [](MadeHive& user, std::size_t) {
-        keyAt(user.root, u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders").values.clear();
+        keyAt(user.root, u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders")
+            .values.clear();
     };
     const MadeDisk made = makeDisk(folder() / "disk", plan);
     const fs::path user = made.users[0].folder;
