@@ -77,6 +77,14 @@ TEST(NewLog, NumbersBeginAnewBehindTheLast) {
     expectState(replayed(hive, {{kLog1, later}, {kLog2, earlier}}), 4, 1, "LOG2 and LOG1");
 }
 
+// Zeros are no entry, though their number would be due.
+TEST(NewLog, ZerosBehindTheLastNumberAreAnOrdinaryEnd) {
+    const std::string log = logOfSteps(1, 1, 0xFFFFFFFFu) + std::string(4096, '\0');
+    const Replayed result = replayed(dirtyState(0, 0xFFFFFFFFu), {{kLog1, log}});
+    expectState(result, 1, 0xFFFFFFFFu, "LOG1");
+    EXPECT_EQ("", result.replay.problem);
+}
+
 TEST(NewLog, AStaleOneIsSkipped) {
     const std::string hive = dirtyState(2, 7);
     const std::string stale = logOfSteps(1, 2, 5);

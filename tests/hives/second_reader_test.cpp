@@ -43,6 +43,17 @@ TEST_F(SecondReader, KnowsItsLimits) {
     EXPECT_EQ(PassedOver{.data = 1}, passedOver());
 }
 
+TEST_F(SecondReader, KnowsDataOfNoBytes) {
+    if (!hasSecondReader()) GTEST_SKIP();
+    MadeHive hive = exampleHive();
+    hive.root.subKeys[1].values = {{u"Empty", 3, ""}, {u"Text", 1, ""}, {u"Full", 3, "abcd"}};
+    const std::string before = fileOf(hive);
+    expectSame(before, before);
+    EXPECT_EQ(PassedOver{}, passedOver());
+    hive.root.subKeys[1].values[0].data = "x";
+    expectDifference("\\C: the value \"Empty\" has data of another length", before, fileOf(hive));
+}
+
 // The number as two characters, so that all sort as they are counted.
 std::u16string numbered(std::size_t number) {
     return {static_cast<char16_t>(0x4E00 + number / 1000), static_cast<char16_t>(0x4E00 + number % 1000)};

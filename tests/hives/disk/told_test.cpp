@@ -1,4 +1,5 @@
 // What a user reads where no Windows is found or a part of it can't be read, word for word.
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -114,6 +115,31 @@ TEST_F(DiskTold, WhatCannotBeRead) {
     }
     ASSERT_TRUE(!root || ::setresuid(0, 0, 0) == 0);
     fs::permissions(locked, fs::perms::owner_all);
+}
+
+// One that may read it may not always hide that he did.
+TEST_F(DiskTold, WhatAFileOfSomebodyElseIs) {
+    const std::string image = write("image", "\xEB\x58\x90-FVE-FS-");
+    ASSERT_EQ(0, ::chmod(folder().c_str(), 0755));
+    const bool root = ::geteuid() == 0;
+    ASSERT_TRUE(!root || ::seteuid(65534) == 0);
+    EXPECT_EQ(problem(image).what, image + " is a volume that BitLocker has encrypted.");
+    ASSERT_TRUE(!root || ::seteuid(0) == 0);
+}
+
+TEST_F(DiskTold, LookingLeavesNoTraceInTheTimesAndNoFileOpen) {
+    const std::string image = write("image", "\xEB\x58\x90-FVE-FS-");
+    const timespec old[2] = {{1'000'000'000, 0}, {1'100'000'000, 0}};
+    ASSERT_EQ(0, ::utimensat(AT_FDCWD, image.c_str(), old, 0));
+    const int before = ::dup(STDIN_FILENO);
+    ::close(before);
+    static_cast<void>(problem(image));
+    const int after = ::dup(STDIN_FILENO);
+    ::close(after);
+    EXPECT_EQ(after, before);
+    struct stat state {};
+    ASSERT_EQ(0, ::stat(image.c_str(), &state));
+    EXPECT_EQ(state.st_atim.tv_sec, 1'000'000'000);
 }
 
 TEST_F(DiskTold, SeveralWindowsWithTheirFolders) {
