@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/offline/hives/deletion.h"
+#include "tests/hives/hive_faults.h"
 #include "tests/hives/made_hive.h"
 
 namespace bromvale::offline {
@@ -62,6 +64,34 @@ TEST_F(HiveValues, AreFoundWithTheirCell) {
     EXPECT_EQ(u"Bytes", value->name());
     EXPECT_EQ(hive.values(hive.key(cellOf(bytes_, u"Key"))).back(), value->cell);
     EXPECT_FALSE(valueAt(hive, u"", u"Bytes"));
+}
+
+// In the value's own field, in a cell, in pieces from 1.4 on: each way begins where the one before ends.
+TEST(HiveData, OfEveryLengthIsReadCheckedAndTakenOut) {
+    for (const std::uint32_t minor : {3u, 4u, 5u}) {
+        MadeHive made;
+        made.minorVersion = minor;
+        made.root.list.kind = key_list::kNames;
+        MadeKey& key = made.root.subKeys.emplace_back();
+        key.name = u"Key";
+        for (const std::size_t size : {0, 1, 3, 4, 5, 8, 16343, 16344, 16345, 32688, 32689}) {
+            MadeValue& value = key.values.emplace_back();
+            value.type = 3;
+            for (std::size_t i = 0; i < size; ++i) value.data += static_cast<char>(i * 31 + i / 16344);
+            value.name = u"v" + std::u16string(1, static_cast<char16_t>(u'a' + key.values.size()));
+        }
+        const std::string bytes = bytesOf(made);
+        EXPECT_EQ("", faultsOf(bytes)) << minor;
+        const Hive hive{HiveBytes(bytes)};
+        const Cell cell = cellOf(bytes, u"Key");
+        const std::vector<Cell> values = hive.values(hive.key(cell));
+        ASSERT_EQ(key.values.size(), values.size());
+        for (std::size_t i = 0; i < values.size(); ++i)
+            EXPECT_TRUE(key.values[i].data == hive.data(hive.value(values[i]))) << minor << " " << i;
+        HiveImage image(bytes);
+        EXPECT_EQ(1u, deleteKeys(image, {{cell}}));
+        EXPECT_EQ("", faultsOf(image.bytes().all())) << minor;
+    }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/offline/hives/cleaning/work.h"
 #include "platform/offline/hives/key_names.h"
 
 namespace bromvale::offline {
@@ -28,6 +29,15 @@ TEST(LogNames, OnlyLettersAreTheSameInAnyCase) {
     EXPECT_FALSE(sameHostName("[", "{"));
     EXPECT_FALSE(sameHostName("\xC4", "\xE4"));
     EXPECT_FALSE(sameHostName("A", "AA"));
+}
+
+TEST(HivePaths, AreAFolderAndAName) {
+    using Parts = std::pair<std::string, std::string>;
+    EXPECT_EQ((Parts{"/disk/config", "SOFTWARE"}), splitPath("/disk/config/SOFTWARE"));
+    EXPECT_EQ((Parts{"/", "SOFTWARE"}), splitPath("/SOFTWARE"));
+    EXPECT_EQ((Parts{"a", "b"}), splitPath("a/b"));
+    EXPECT_EQ((Parts{".", "SOFTWARE"}), splitPath("SOFTWARE"));
+    EXPECT_EQ((Parts{"a", ""}), splitPath("a/"));
 }
 
 TEST(KeyNames, AreUpperCasedAsWindowsDoesIt) {

@@ -1,6 +1,9 @@
 // Logs of the new format: which are used, in which order, how far.
+#include <sys/resource.h>
+
 #include <tuple>
 
+#include "platform/offline/hives/child_process.h"
 #include "platform/offline/hives/hive.h"
 #include "tests/hives/hive_files.h"
 #include "tests/hives/hive_states.h"
@@ -179,6 +182,26 @@ TEST(NewLog, AnEntryWithRightHashesThatCannotBeIsBad) {
         expectState(result, 1, 5, "LOG1");
         EXPECT_EQ(std::string("LOG1 ends early: what should be entry 6 ") + what, result.replay.problem);
     }
+}
+
+// The most that bins may have, where so much can't be had: the hive stays what it was.
+TEST(NewLog, ThatMakesAHiveLargerThanTheMemoryIsRefused) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs all addresses";
+#else
+    const ChildAnswer answer = answerOfChild(
+        [] {
+            const std::string hive = dirtyState(0, 5);
+            const std::string entry = entryWith(bytesOf(stepTo(1, 5)), {{log_entry::kBinsSize, 0x7FFFF000u}});
+            const rlimit little{rlim_t{1} << 30, RLIM_INFINITY};
+            ::setrlimit(RLIMIT_AS, &little);
+            const Replayed result = replayed(hive, {{kLog1, newLog(hive, 5, {}) + entry}});
+            return (result.image == hive ? "" : "changed: ") + result.replay.problem;
+        },
+        std::chrono::seconds(60));
+    EXPECT_EQ("there is too little memory for the hive as its log says it is", answer.text);
+    EXPECT_EQ("", answer.problem);
+#endif
 }
 
 // The last page of the bins is one of them; a byte further is none.

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <fstream>
 
 #include "platform/offline/hives/cleaning/host_folder.h"
 #include "tests/hives/hive_files.h"
@@ -274,6 +275,23 @@ TEST_F(HostFolderTest, ReadsPlainFilesAlone) {
     EXPECT_EQ("abcdefghi", folder.read("longer"));
     write("empty", "");
     EXPECT_EQ("", folder.read("empty"));
+}
+
+// By another one, between the look at its size and its bytes.
+TEST_F(HostFolderTest, ReadsAFileThatGrowsMeanwhileToItsEnd) {
+    class GrowingFiles : public HostFiles {
+      public:
+        std::string file;
+
+      protected:
+        int failureBefore(std::string_view call, const std::string&) override {
+            if (call == "open") std::ofstream(file, std::ios::app) << std::string(1000, 'g');
+            return 0;
+        }
+    };
+    GrowingFiles files;
+    files.file = folder.pathOf("file");
+    EXPECT_EQ("abc" + std::string(1000, 'g'), HostFolder(files, folder.path()).read("file"));
 }
 
 TEST_F(HostFolderTest, HoldsAFileOfThatPrintAlone) {
