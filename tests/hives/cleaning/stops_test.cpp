@@ -286,10 +286,23 @@ TEST_F(CleaningStopTest, WhatABrokenOffUndoHasLeftGoesWithTheNextOne) {
     EXPECT_EQ(3u, state().size());
 }
 
+TEST_F(CleaningStopTest, HalfOfWhatStandsInBetweenIsNoHindrance) {
+    const HiveToClean order = placeDirty("SOFTWARE");
+    const FolderState before = state();
+    HostFiles files;
+    ASSERT_EQ("", describe(cleanHives(files, cleaningOf({order}), {})));
+    write("SOFTWARE", "no hive");
+    write(std::string(kCopy) + ".replayed", "half");
+    ASSERT_EQ("", describe(undoCleaning(files, folders(), kStamp, {}, {}, true, {})));
+    EXPECT_FALSE(fs::exists(path(std::string(kCopy) + ".replayed")));
+    for (const auto& [name, bytes] : before) EXPECT_TRUE(bytes == bytesOf(path(name))) << name;
+}
+
 // Everything that reaches the disk, in its order: names without what is the same in all of them.
 class OrderedFiles : public HostFiles {
   public:
     std::vector<std::string> calls;
+    std::string failing;
 
   protected:
     int failureBefore(std::string_view call, const std::string& name) override {
@@ -299,7 +312,7 @@ class OrderedFiles : public HostFiles {
         if (const std::size_t at = file.find(".bromvale-2026-11-22_09-16-05"); at != file.npos)
             file.replace(at, 29, "~");
         calls.push_back(std::string(call) + " " + (name.starts_with('/') ? "folder" : file));
-        return 0;
+        return calls.back() == failing ? EIO : 0;
     }
 };
 
@@ -353,6 +366,23 @@ TEST_F(CleaningStopTest, WhatIsTakenBackLeavesTheDiskInThisOrder) {
     EXPECT_EQ((Calls{"remove H~.replayed", "remove H~.new", "sync folder", "remove H~.reg", "remove H.LOG1~",
                      "remove H~", "sync folder", "remove H~.list", "sync folder"}),
               files.calls);
+}
+
+TEST_F(CleaningStopTest, WhereItsListNeverCameToBeNothingElseIsTouched) {
+    const HiveToClean order = placeClean("H");
+    const FolderState before = state();
+    OrderedFiles files;
+    files.failing = "rename H~.list.new";
+    std::vector<std::string> steps;
+    const CleaningResult result =
+        cleanHives(files, cleaningOf({order}),
+                   [&](const std::string&, const std::string& step) { steps.push_back(step); });
+    EXPECT_EQ(State::TakenBack, result.state);
+    EXPECT_TRUE(steps.empty());
+    EXPECT_EQ((Calls{"create H~.list.new", "sync H~.list.new", "rename H~.list.new", "remove H~.list.new",
+                     "sync folder"}),
+              files.calls);
+    EXPECT_EQ(before, state());
 }
 
 }  // namespace
