@@ -88,6 +88,20 @@ TEST_F(MountedMadeHive, NotesWhatIsDamagedAndKeepsTheRest) {
     expect(list, list, "HKEY_CURRENT_USER\\Alpha: a list of sub keys has an unknown signature", {}, 1);
 }
 
+TEST_F(MountedMadeHive, ASubKeyWhoseNameCannotBeReadIsMissingAlone) {
+    std::string bytes(hive->image().bytes().all());
+    const std::size_t node = hive->hive().cell(cellOf(bytes, u"Alpha")).place();
+    bytes[node + key_node::kNameSize + 1] = 1;  // longer than its cell
+    hive = std::make_shared<MountedHive>(HiveImage(bytes));
+    ASSERT_TRUE(mount("HKEY_CURRENT_USER"));
+    EXPECT_EQ(registry.subKeys("HKEY_CURRENT_USER"), Names{"Beta"});
+    EXPECT_EQ(hive->damageCount(), 1u);
+    EXPECT_EQ(
+        hive->damages(),
+        Names{"HKEY_CURRENT_USER: the file ends, or its cell does, before what it is said to hold (byte " +
+              std::to_string(node + key_node::kName) + ")"});
+}
+
 TEST_F(MountedMadeHive, KeepsAHundredDamagesAndCountsAll) {
     MadeHive made;
     for (char16_t name = u'\u4e00'; name < u'\u4e00' + 150; ++name) {

@@ -234,7 +234,7 @@ TEST_F(HostFilesCalls, HandlesCloseWhatTheyHold) {
     {
         HostHandle one = files_.openFile(folder_, "file");
         HostHandle other = std::move(one);
-        EXPECT_EQ(-1, one.number());
+        EXPECT_EQ(-1, one.number());  // NOLINT(bugprone-use-after-move): it is what is asked
         EXPECT_EQ(next, other.number());
         one = std::move(other);
         EXPECT_EQ(next, one.number());
