@@ -193,7 +193,9 @@ TEST(NewLog, ThatMakesAHiveLargerThanTheMemoryIsRefused) {
         [] {
             const std::string hive = dirtyState(0, 5);
             const std::string entry = entryWith(bytesOf(stepTo(1, 5)), {{log_entry::kBinsSize, 0x7FFFF000u}});
-            const rlimit little{rlim_t{1} << 30, RLIM_INFINITY};
+            rlimit little{};
+            ::getrlimit(RLIMIT_AS, &little);
+            little.rlim_cur = rlim_t{1} << 30;
             ::setrlimit(RLIMIT_AS, &little);
             const Replayed result = replayed(hive, {{kLog1, newLog(hive, 5, {}) + entry}});
             return (result.image == hive ? "" : "changed: ") + result.replay.problem;

@@ -1,4 +1,6 @@
 // What the registry of Windows 95 to ME tells, and what is said where it tells nothing.
+#include <tuple>
+
 #include "platform/offline/hives/disk/creg.h"
 #include "tests/hives/disk/disk_files.h"
 
@@ -56,14 +58,15 @@ TEST_F(Disk9x, AVersionIsThreeNumbersOfWhichTwoAreInTheBuildAgain) {
     const std::tuple<const char*, DWORD, DWORD, DWORD> rows[] = {
         {"4.10.2222", 4, 10, 0x040A08AE},        {"4.90", 4, 90, 0x045A0000}, {"", 0, 0, 0}, {"x", 0, 0, 0},
         {"259.258.65537", 259, 258, 0x03020001}, {"4 9/8", 4, 9, 0x04090008}};
-    for (const auto& [text, major, minor, build] : rows) {
+    for (const auto& row : rows) {
+        const char* const text = std::get<0>(row);
         const WindowsDisk disk = found(madeWith([&](MadeCregKey& machine) {
                                            put(machine, {"VersionNumber", 1, text});
                                        }).root);
         EXPECT_EQ(disk.version.platform, 1u);
-        EXPECT_EQ(disk.version.major, major) << text;
-        EXPECT_EQ(disk.version.minor, minor) << text;
-        EXPECT_EQ(disk.version.build, build) << text;
+        EXPECT_EQ(disk.version.major, std::get<1>(row)) << text;
+        EXPECT_EQ(disk.version.minor, std::get<2>(row)) << text;
+        EXPECT_EQ(disk.version.build, std::get<3>(row)) << text;
     }
 }
 
