@@ -1,6 +1,7 @@
 #include "base/registry_file_text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 namespace bromvale {
@@ -63,6 +64,24 @@ bool isLineBreakOrEnd(Char c) {
     return unit == 0 || unit == '\r' || unit == '\n' || (sizeof(Char) == 1 && unit == kEndOfTextFile);
 }
 
+// Of one byte.
+struct Digits {
+    std::array<char, 2> both;
+    [[nodiscard]] std::string_view view() const { return {both.data(), both.size()}; }
+};
+Digits digitsOf(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return {{kHexDigits[byte >> 4], kHexDigits[byte & 0xF]}};
+}
+
+// Puts a unit where there is room for it; where the next one goes.
+template <class Char>
+char* put(char* to, Char c) {
+    *to++ = static_cast<char>(c);
+    if constexpr (sizeof(Char) == 2) *to++ = static_cast<char>(c >> 8);
+    return to;
+}
+
 }  // namespace
 
 template <class Char>
@@ -71,7 +90,7 @@ std::string RegistryFileText<Char>::header() {
     if constexpr (sizeof(Char) == 1) {
         file.ascii("REGEDIT4\r\n");
     } else {
-        file.unit(0xFEFF);
+        file.units(View(u"\xFEFF"));
         file.ascii("Windows Registry Editor Version 5.00\r\n");
     }
     return file.bytes_;
@@ -80,7 +99,7 @@ std::string RegistryFileText<Char>::header() {
 template <class Char>
 void RegistryFileText<Char>::key(View path) {
     ascii("\r\n[");
-    for (const Char c : path) unit(c);
+    units(path);
     ascii("]\r\n");
 }
 
@@ -90,14 +109,12 @@ void RegistryFileText<Char>::value(View name, std::uint32_t type, std::string_vi
     if (name.empty()) {
         ascii("@");
     } else {
-        quoted(name);
+        quoted(name, name.size());
     }
     ascii("=");
     if (isPlainText(type, data)) {
-        const Units<Char> units(data);
-        std::basic_string<Char> text;
-        for (std::size_t i = 0; i + 1 < units.size(); ++i) text += units[i];
-        quoted(text);
+        const Units<Char> text(data);
+        quoted(text, text.size() - 1);
     } else if (type == kNumber && data.size() == 4) {
         number(data);
     } else {
@@ -108,7 +125,7 @@ void RegistryFileText<Char>::value(View name, std::uint32_t type, std::string_vi
 
 template <class Char>
 bool RegistryFileText<Char>::holdsKey(View path) const {
-    return std::none_of(path.begin(), path.end(), isLineBreakOrEnd<Char>);
+    return std::none_of(path.begin(), path.end(), [](Char c) { return isLineBreakOrEnd(c); });
 }
 
 template <class Char>
@@ -141,62 +158,69 @@ bool RegistryFileText<Char>::isPlainText(std::uint32_t type, std::string_view da
     return true;
 }
 
+// Room for that many more units, to be filled by put: thousands of keys are written, unit by unit.
 template <class Char>
-void RegistryFileText<Char>::unit(Char c) {
-    bytes_ += static_cast<char>(c);
-    if constexpr (sizeof(Char) == 2) bytes_ += static_cast<char>(c >> 8);
+char* RegistryFileText<Char>::roomFor(std::size_t count) {
+    const std::size_t start = bytes_.size();
+    bytes_.resize(start + count * sizeof(Char));
+    return bytes_.data() + start;
+}
+
+template <class Char>
+void RegistryFileText<Char>::units(View text) {
+    char* to = roomFor(text.size());
+    for (const Char c : text) to = put(to, c);
 }
 
 template <class Char>
 void RegistryFileText<Char>::ascii(std::string_view text) {
-    for (const char c : text) unit(static_cast<Char>(c));
+    char* to = roomFor(text.size());
+    for (const char c : text) to = put(to, static_cast<Char>(c));
 }
 
 template <class Char>
-void RegistryFileText<Char>::quoted(View text) {
-    ascii("\"");
-    for (const Char c : text) {
-        if (c == '"' || c == '\\') unit('\\');
-        unit(c);
+template <class Text>
+void RegistryFileText<Char>::quoted(const Text& text, std::size_t size) {
+    constexpr Char kQuote = '"';
+    constexpr Char kEscape = '\\';
+    char* to = put(roomFor(2 * size + 2), kQuote);
+    for (std::size_t i = 0; i < size; ++i) {
+        const Char c = text[i];
+        if (c == kQuote || c == kEscape) to = put(to, kEscape);
+        to = put(to, c);
     }
-    ascii("\"");
+    to = put(to, kQuote);
+    bytes_.resize(static_cast<std::size_t>(to - bytes_.data()));
 }
 
 template <class Char>
 void RegistryFileText<Char>::number(std::string_view data) {
     ascii("dword:");
-    for (std::size_t i = 4; i-- > 0;) {
-        const auto byte = static_cast<unsigned char>(data[i]);
-        unit(static_cast<Char>(kHexDigits[byte >> 4]));
-        unit(static_cast<Char>(kHexDigits[byte & 0xF]));
-    }
+    for (std::size_t i = 4; i-- > 0;) ascii(digitsOf(data[i]).view());
 }
 
 template <class Char>
 void RegistryFileText<Char>::hex(std::uint32_t type, std::string_view data, std::size_t column) {
-    const std::size_t start = bytes_.size();
-    ascii("hex");
+    std::string line = "hex";
     if (type != kBinary) {
         char digits[8];
-        const auto end = std::to_chars(digits, digits + sizeof digits, type, 16).ptr;
-        ascii("(");
-        ascii({digits, static_cast<std::size_t>(end - digits)});
-        ascii(")");
+        const auto* const end = std::to_chars(digits, digits + sizeof digits, type, 16).ptr;
+        line.append("(").append(std::string_view(digits, static_cast<std::size_t>(end - digits))).append(")");
     }
-    ascii(":");
-    column += (bytes_.size() - start) / sizeof(Char);
+    line += ':';
+    column += line.size();
     for (std::size_t i = 0; i < data.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(data[i]);
-        unit(static_cast<Char>(kHexDigits[byte >> 4]));
-        unit(static_cast<Char>(kHexDigits[byte & 0xF]));
+        line += digitsOf(data[i]).view();
         column += 3;
         if (i + 1 == data.size()) break;
-        ascii(",");
+        line += ',';
         if (column + 3 >= kColumns) {
-            ascii("\\\r\n  ");
+            ascii(line);
+            line = "\\\r\n  ";
             column = 2;
         }
     }
+    ascii(line);
 }
 
 template class RegistryFileText<char>;

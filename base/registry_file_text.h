@@ -40,9 +40,11 @@ class RegistryFileText {
 
   private:
     [[nodiscard]] bool isPlainText(std::uint32_t type, std::string_view data) const;
+    [[nodiscard]] char* roomFor(std::size_t count);
+    void units(View text);
     void ascii(std::string_view text);
-    void unit(Char c);
-    void quoted(View text);
+    template <class Text>
+    void quoted(const Text& text, std::size_t size);
     void number(std::string_view data);
     void hex(std::uint32_t type, std::string_view data, std::size_t column);
 

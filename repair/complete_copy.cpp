@@ -74,13 +74,12 @@ KeyCopy CompleteCopy::save(std::int32_t hive, std::string_view subKey) {
     const OpenedKey key(hive, subKey);
     if (meansNoKey(key.status())) return KeyCopy::NoKey;
     if (key.status() != ERROR_SUCCESS) return KeyCopy::Unreadable;
-    std::string record;
-    switch (keyRecord(key.get(), hive, subKey, record)) {
+    switch (keyRecord(key.get(), hive, subKey, record_)) {
         case KeyRecord::Unreadable: return KeyCopy::Unreadable;
         case KeyRecord::NoForm: return KeyCopy::NoForm;
         case KeyRecord::Whole: break;
     }
-    write(record);
+    write(record_);
     return KeyCopy::Whole;
 }
 
@@ -96,7 +95,11 @@ void CompleteCopy::write(std::string_view record) {
         openFile(path, FileMode::Append, file);
         file_ = file;
     }
-    writeWholeOrNothing(file_, isEmptyFile(file_) ? keyFileHeader().append(record) : std::string(record));
+    if (isEmptyFile(file_)) {
+        writeWholeOrNothing(file_, keyFileHeader().append(record));
+    } else {
+        writeWholeOrNothing(file_, record);
+    }
 }
 
 void deleteCopied(KeyCopy copy, const Tags& tags, std::int32_t hive, std::string_view subKey,

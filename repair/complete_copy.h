@@ -34,6 +34,7 @@ class CompleteCopy {
     void write(std::string_view record);
 
     std::string stamp_;
+    std::string record_;  // keeps its memory from key to key
     int file_ = 0;
 };
 

@@ -1,5 +1,6 @@
 #include "repair/key_record.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
@@ -36,11 +37,10 @@ bool isText(DWORD type) {
 // The hive's name and the sub key without empty elements, which no key has.
 std::string namedPath(std::int32_t hive, std::string_view subKey) {
     std::string path(HiveName(hive));
-    while (!subKey.empty()) {
-        const std::size_t end = std::min(subKey.find('\\'), subKey.size());
-        if (end > 0) path.append("\\").append(subKey.substr(0, end));
-        subKey.remove_prefix(std::min(end + 1, subKey.size()));
-    }
+    path.append("\\").append(subKey);
+    const auto areBoth = [](char a, char b) { return a == '\\' && b == '\\'; };
+    path.erase(std::unique(path.begin(), path.end(), areBoth), path.end());
+    if (path.back() == '\\') path.pop_back();
     return path;
 }
 
@@ -63,14 +63,17 @@ std::optional<std::string> narrowPath(HKEY key, std::int32_t hive, std::string_v
     return path;
 }
 
-// The record of keys that lie at or below `top`, with what it begins with in `file`.
+// The record of keys that lie at or below `top`, written by the empty `file`.
 template <class Char>
 KeyRecord recordOf(const std::vector<WholeKey<Char>>& keys, const std::optional<std::basic_string<Char>>& top,
                    RegistryFileText<Char> file, std::string& record) {
     if (!top) return KeyRecord::NoForm;
+    record.clear();
+    file.bytes() = std::move(record);
     for (const WholeKey<Char>& key : keys) {
-        if (!file.holdsKey(*top + key.path)) return KeyRecord::NoForm;
-        file.key(*top + key.path);
+        const std::basic_string<Char> path = *top + key.path;
+        if (!file.holdsKey(path)) return KeyRecord::NoForm;
+        file.key(path);
         for (const WholeValue<Char>& value : key.values) {
             if (!file.holdsName(value.name) || !file.holdsData(value.type, value.data))
                 return KeyRecord::NoForm;

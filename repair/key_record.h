@@ -15,7 +15,8 @@ namespace bromvale {
 enum class KeyRecord { Whole, Unreadable, NoForm };
 
 // All that goes with an opened key, in the form of this system's registry editor, under the names that it has
-// in that editor. `record` is of use only where the answer is Whole.
+// in that editor. What `record` held before is gone, its memory is used again. It is of use only where the
+// answer is Whole.
 [[nodiscard]] KeyRecord keyRecord(HKEY key, std::int32_t hive, std::string_view subKey, std::string& record);
 
 }  // namespace bromvale

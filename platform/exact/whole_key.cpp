@@ -1,6 +1,7 @@
 #include "platform/exact/whole_key.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "platform/wide.h"
@@ -45,24 +46,35 @@ LONG enumValue(HKEY key, DWORD index, char* name, DWORD& nameSize, DWORD& type, 
     return RegEnumValueA(key, index, name, &nameSize, nullptr, &type, data, &dataSize);
 }
 
-// The buffers are never smaller than this, whatever a key says of its longest name and data.
-constexpr DWORD kLeastName = 512;
-constexpr DWORD kLeastData = 4096;
+// A buffer that is never smaller than `Least`, whatever a key says of its longest name or data. Nearly all
+// are no longer than that and need no memory of their own: thousands of keys are read one after the other.
+template <class Char, DWORD Least>
+class Buffer {
+  public:
+    explicit Buffer(DWORD size) : size_(std::max(size, Least)), more_(size > Least ? size : 0, Char()) {}
+    [[nodiscard]] DWORD size() const { return size_; }
+    [[nodiscard]] Char* data() { return more_.empty() ? usual_.data() : more_.data(); }
+
+  private:
+    DWORD size_;
+    std::array<Char, Least> usual_;  // bare on purpose: what is read of it was written before
+    std::basic_string<Char> more_;
+};
 
 template <class Char>
 bool readValues(HKEY key, const Facts& facts, std::vector<WholeValue<Char>>& values) {
-    std::basic_string<Char> name(std::max(facts.longestName + 2, kLeastName), Char());
-    std::string data(std::max(facts.longestData + 2, kLeastData), '\0');
+    Buffer<Char, 512> name(facts.longestName + 2);
+    Buffer<char, 4096> data(facts.longestData + 2);
     values.reserve(facts.values);
     for (DWORD index = 0;; ++index) {
-        auto nameSize = static_cast<DWORD>(name.size());
-        auto dataSize = static_cast<DWORD>(data.size());
+        DWORD nameSize = name.size();
+        DWORD dataSize = data.size();
         DWORD type = 0;
         const LONG status = enumValue(key, index, name.data(), nameSize, type,
                                       reinterpret_cast<BYTE*>(data.data()), dataSize);
         if (status == ERROR_NO_MORE_ITEMS) return index == facts.values;
         if (status != ERROR_SUCCESS || nameSize > name.size() || dataSize > data.size()) return false;
-        values.push_back({name.substr(0, nameSize), type, data.substr(0, dataSize)});
+        values.push_back({{name.data(), nameSize}, type, {data.data(), dataSize}});
     }
 }
 
