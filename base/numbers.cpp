@@ -1,9 +1,12 @@
 #include "base/numbers.h"
 
 #include <array>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <limits>
+#include <optional>
+#include <system_error>
 
 #include "base/failure.h"
 #include "base/number_parser.h"
@@ -11,8 +14,20 @@
 namespace bromvale {
 namespace {
 
+// Bare digits with or without a minus before them mean the same in every language: what the user's one has
+// for numbers need not be asked.
+template <class Integer>
+std::optional<Integer> bareInteger(std::string_view text) {
+    Integer value = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, value);
+    if (read.ec != std::errc() || read.ptr != end) return std::nullopt;
+    return value;
+}
+
 template <class Integer>
 Integer toInteger(std::string_view text) {
+    if (const auto bare = bareInteger<Integer>(text)) return *bare;
     const auto number = parseNumber(text);
     if (!number) raise(13);
     using Limits = std::numeric_limits<Integer>;
