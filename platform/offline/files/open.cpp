@@ -96,11 +96,10 @@ DWORD openFile(std::string_view path, DWORD access, DWORD share, DWORD dispositi
         return error;
     if (wanted.empties && existed) (void)object.file->truncate(0);
     object.path = location.text();
+    object.toldPath = ansiFromStored(object.path);
     object.truePath = truePath(location, LinkAtEnd::IsMeant);
-    if (!existed || wanted.empties) {
-        machine().events.record(
-            {EventKind::FileMade, ansiFromStored(object.path), existed ? "geleert" : "", 0, 0});
-    }
+    if (!existed || wanted.empties)
+        machine().events.record({EventKind::FileMade, object.toldPath, existed ? "geleert" : "", 0, 0});
     object.access = access;
     object.share = share;
     handle = machine().kernelObjects.open(std::move(object));

@@ -1,6 +1,5 @@
 // Reading and writing files that are open, and their times.
 #include "platform/offline/files/api.h"
-#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/machine.h"
 
 using namespace bromvale::offline;
@@ -37,11 +36,8 @@ BOOL WriteFile(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLA
     if (const DWORD error = object->file->write(object->position, bytes, size)) return failed(error);
     object->position += size;
     if (written != nullptr) *written = size;
-    machine().events.record({EventKind::FileWritten,
-                             ansiFromStored(object->path),
-                             {static_cast<const char*>(bytes), size},
-                             size,
-                             0});
+    machine().events.record(
+        {EventKind::FileWritten, object->toldPath, {static_cast<const char*>(bytes), size}, size, 0});
     return TRUE;
 }
 

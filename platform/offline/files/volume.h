@@ -71,6 +71,7 @@ inline constexpr DWORD kWriting = GENERIC_WRITE | GENERIC_ALL;
 struct KernelObject {
     std::unique_ptr<OpenedFile> file{};
     std::string path{};
+    std::string toldPath{};  // of a file: as events tell it
     std::string truePath{};  // past links and short names; a folder's object has this and `path` only
     std::uint64_t position = 0;
     DWORD access = 0;

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "platform/offline/locale/code_page_tables.h"
+#include "platform/offline/locale/stored_text.h"
 #include "platform/offline/locale/utf8.h"
 
 namespace bromvale::offline {
@@ -113,6 +114,7 @@ AnsiConversion ansiFromWide(std::u16string_view wide, UINT codePage, bool bestFi
 WideConversion wideFromAnsi(std::string_view ansi, UINT codePage) {
     if (codePage == CP_UTF8) return wideFromUtf8(ansi);
     if (codePage == 932) return wideFrom932(ansi);
+    if (isAscii(ansi)) return {{ansi.begin(), ansi.end()}, false};
     WideConversion result;
     result.text.resize(ansi.size());
     std::transform(ansi.begin(), ansi.end(), result.text.begin(), codePage == 1250 ? wideOf1250 : wideOf);

@@ -77,6 +77,19 @@ Weights makeWeights() {
     return weights;
 }
 
+const Weights& allWeights() {
+    static const Weights weights = makeWeights();
+    return weights;
+}
+
+Weight weightOf(const Weights& weights, char c) {
+    return weights[static_cast<unsigned char>(c)];
+}
+
+bool isAscii(char c) {
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
 // Ligatures stand where their letters stand.
 std::string_view lettersOf(const char& c) {
     switch (c) {
@@ -95,20 +108,20 @@ class Reader {
     explicit Reader(std::string_view text) : text_(text) {}
     // Place 0 at the end.
     Weight next() {
-        static const Weights weights = makeWeights();
         for (;;) {
             if (letters_.empty()) {
                 if (text_.empty()) return {};
                 letters_ = lettersOf(text_.front());
                 text_.remove_prefix(1);
             }
-            const Weight weight = weights[static_cast<unsigned char>(letters_.front())];
+            const Weight weight = weightOf(weights_, letters_.front());
             letters_.remove_prefix(1);
             if (weight.place != 0) return weight;
         }
     }
 
   private:
+    const Weights& weights_ = allWeights();
     std::string_view text_;
     std::string_view letters_;
 };
@@ -146,16 +159,28 @@ int compareTexts(std::string_view a, std::string_view b) {
 }
 
 // The places, the marks, and the number of hyphens and apostrophes; no place is 0, which ends each part.
+// Written into room that is there already: a list has thousands of long paths.
 std::string orderKey(std::string_view text) {
-    std::string key;
-    std::string marks;
-    key.reserve(2 * text.size() + 6);
-    Reader reader(text);
-    for (Weight weight = reader.next(); weight.place != 0; weight = reader.next()) {
-        key += static_cast<char>(weight.place);
-        marks += static_cast<char>(weight.mark);
+    constexpr std::size_t kEnds = 6;
+    const Weights& weights = allWeights();
+    std::string key(2 * text.size() + kEnds, '\0');  // a ligature has two letters
+    std::string marks(2 * text.size(), '\0');
+    std::size_t count = 0;
+    const auto add = [&](char letter) {
+        const Weight weight = weightOf(weights, letter);
+        key[count] = static_cast<char>(weight.place);
+        marks[count] = static_cast<char>(weight.mark);
+        if (weight.place != 0) ++count;  // else the next one takes its room
+    };
+    for (const char& c : text) {
+        if (isAscii(c)) {
+            add(c);  // no ligature, as nearly all
+        } else {
+            for (const char letter : lettersOf(c)) add(letter);
+        }
     }
-    key.append(1, '\0').append(marks).append(1, '\0');
+    key.resize(count);
+    key.append(1, '\0').append(marks, 0, count).append(1, '\0');
     const auto joiners = static_cast<std::uint32_t>(countJoiners(text));
     for (const unsigned shift : {24u, 16u, 8u, 0u}) key += static_cast<char>(joiners >> shift);
     return key;
