@@ -33,6 +33,21 @@ TEST_F(SecondReader, KnowsCharactersOfTwoUnits) {
     EXPECT_EQ(PassedOver{}, passedOver());
 }
 
+TEST_F(SecondReader, KnowsHalvesOfPairsWhereverTheyStand) {
+    if (!hasSecondReader()) GTEST_SKIP();
+    const std::pair<std::u16string, std::size_t> names[] = {
+        {u"\xd800", 1},       {u"\xdc00x", 1},      {u"\xdfff", 1},       {u"\xdbffx", 1},
+        {u"\xd800\xd800", 1}, {u"\xd800\xe000", 1}, {u"\xd800\xdc00", 0}, {u"\xdbff\xdfff\xdc00", 1},
+        {u"\xd7ff\xe000", 0}};
+    for (const auto& [name, count] : names) {
+        MadeHive hive = exampleHive();
+        hive.root.subKeys.back().name = name;
+        const std::string before = fileOf(hive);
+        expectSame(before, before);
+        EXPECT_EQ(PassedOver{.names = count}, passedOver()) << &name - &names[0].first;
+    }
+}
+
 TEST_F(SecondReader, KnowsItsLimits) {
     if (!hasSecondReader()) GTEST_SKIP();
     MadeHive hive = exampleHive();
