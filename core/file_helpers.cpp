@@ -2,6 +2,7 @@
 
 #include "base/c_text.h"
 #include "core/routine.h"
+#include "platform/events.h"
 #include "platform/exact/other_view.h"
 #include "platform/files.h"
 
@@ -20,6 +21,7 @@ void FindFileAPI(std::string& path, std::string_view pattern, std::vector<FoundE
     entries.clear();
     kRoutine.step([&] {
         walkFolder(std::string(path).append(pattern), [&](const FoundEntry& found) {
+            ServeWindows();  // a folder may hold as many files as a disk
             entries.push_back(found);
             return true;
         });

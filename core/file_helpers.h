@@ -10,7 +10,7 @@ namespace bromvale {
 // Lists what a folder holds. `path` gains a trailing backslash where it has none. `entries` ends in one
 // without a name, so that its upper bound is the number of those that were found. Where the code page lacks a
 // character a name carries marks (platform/exact/text.h), and its plain text names something else. Failures
-// are reported, never thrown.
+// are reported, never thrown. The windows are served meanwhile.
 void FindFileAPI(std::string& path, std::string_view pattern, std::vector<FoundEntry>& entries);
 
 // Files and folders alike, wildcards work. One FindFirstFileA whose handle is not closed.
