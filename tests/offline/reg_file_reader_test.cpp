@@ -47,6 +47,7 @@ const std::string kVersion5 = "Windows Registry Editor Version 5.00\r\n\r\n[HKEY
 const Row kGoodRows[] = {
     {"HeaderAlone", "REGEDIT4", ""},
     {"HeaderOf5AloneWithBlanks", "Windows Registry Editor Version 5.00 \t", ""},
+    {"HeaderWithOneBlank", "REGEDIT4 \r\n", ""},
     {"Text", kAnsi + "\"v\"=\"abc\"\r\n", kKey + "  v|1|61626300\n"},
     {"DefaultValue", kAnsi + "@=\"abc\"\r\n", kKey + "  |1|61626300\n"},
     {"ValueNamedAt", kAnsi + "\"@\"=\"a\"\r\n", kKey + "  @|1|6100\n"},

@@ -75,6 +75,16 @@ TEST_F(FollowUpTest, RebootAfterDeleteRestartsAndClosesAndAutoCloseClosesAgain) 
     EXPECT_EQ(restarts[0].number, 6u);
 }
 
+TEST_F(FollowUpTest, ARestartClosesTheWindowWhateverTheOtherSettingsSay) {
+    form().show();
+    AutoEntfernen = 1;
+    RebootAfterDelete = 1;
+    scan();
+    EXPECT_EQ(events(EventKind::Restart), 1u);
+    EXPECT_EQ(events(EventKind::End), 1u);
+    EXPECT_FALSE(form().loaded());
+}
+
 TEST_F(FollowUpTest, WithMarkedRowsThereIsNeitherRestartNorClose) {
     scan();
     form().scan.chbRegKeysShow.setValue(1);

@@ -113,6 +113,18 @@ TEST_F(CleaningUndoTest, ALogThatHasAppearedCountsAsAChange) {
     expectRefused(undo(), RefusalKind::ChangedSinceCleaning);
 }
 
+TEST_F(CleaningUndoTest, ALogThatHasAppearedIsKeptAsideWhereTheHiveComesBackByForce) {
+    const HiveToClean order = placeClean("SOFTWARE");
+    const FolderState before = state();
+    clean({order});
+    write("SOFTWARE.LOG2", "neu");
+    EXPECT_EQ("", describe(undo(kStamp, true)));
+    const std::string aside = path("SOFTWARE.LOG2.bromvale-2026-11-22_09-16-05.aside");
+    EXPECT_EQ("neu", bytesOf(aside));
+    fs::remove(aside);
+    expectBack(before);
+}
+
 TEST_F(CleaningUndoTest, ADamagedOrMissingHiveComesBackByForce) {
     const HiveToClean order = placeDirty("SOFTWARE");
     const FolderState before = state();
