@@ -1,6 +1,6 @@
 #pragma once
 #include "platform/files.h"
-#include "platform/folder_dialog.h"
+#include "platform/item_lists.h"
 #include "platform/machine.h"
 #include "platform/registry.h"
 
@@ -22,7 +22,7 @@ struct WideFunctions {
     decltype(&::GetWindowsDirectoryW) windowsDirectory;
     decltype(&::ExpandEnvironmentStringsW) expandEnvironmentStrings;
     decltype(&::GetShortPathNameW) shortPathName;
-    decltype(&::SHGetPathFromIDListW) pathFromIdList;
+    BOOL(WINAPI* pathFromIdList)(PCIDLIST_ABSOLUTE list, WCHAR* path);
     // Null before Windows Vista.
     DWORD(WINAPI* finalPathName)(HANDLE file, WCHAR* path, DWORD size, DWORD flags);
 };

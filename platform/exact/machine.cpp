@@ -6,6 +6,7 @@
 
 #include "platform/exact/text.h"
 #include "platform/files.h"
+#include "platform/folder_dialog.h"
 #include "platform/machine.h"
 #include "platform/wide.h"
 

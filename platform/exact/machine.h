@@ -1,7 +1,7 @@
 #pragma once
 #include <string>
 
-#include "platform/folder_dialog.h"
+#include "platform/item_lists.h"
 
 namespace bromvale {
 
