@@ -164,7 +164,7 @@ TEST_F(Comparison, OfMutatedHivesEnds) {
     const std::uint32_t rounds = std::min(hiveRounds(100), 5000u);
     for (std::uint32_t round = 0; round < rounds; ++round) {
         std::string mutated = hive;
-        const std::size_t at = kBinsStart + std::size_t{round * 2654435761u} % (mutated.size() - kBinsStart);
+        const std::size_t at = kBinsStart + std::size_t{round} * 2654435761u % (mutated.size() - kBinsStart);
         mutated[at] = static_cast<char>(mutated[at] ^ 1 << (round % 8));
         try {
             static_cast<void>(own(hive, mutated));

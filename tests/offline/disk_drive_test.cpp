@@ -151,6 +151,17 @@ TEST_F(DiskDrive, CirclesOfLinksEnd) {
     EXPECT_FALSE(machine().drives.exists(u"D:\\self\\x"));
 }
 
+TEST_F(DiskDrive, AWalkOfThousandsOfStepsIsACircle) {
+    put("Users/deep", "");
+    const auto walk = [](int rounds) {
+        std::string path = "Users";
+        for (int i = 0; i < rounds; ++i) path += "\\..\\Users";
+        return path;
+    };
+    EXPECT_EQ(find(walk(2047)).path, (root_ / "Users").string());
+    EXPECT_EQ(find(walk(2048)).state, InsidePath::State::Circle);
+}
+
 TEST_F(DiskDrive, NamesMatchWithoutCaseAndTheOneAsWrittenComesFirst) {
     put("Größe/\xC5\x81ukasz.TXT", "l");
     put("b/X.txt", "upper");

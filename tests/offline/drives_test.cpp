@@ -143,6 +143,15 @@ TEST_F(DrivesTest, FilesAreWrittenReadDatedAndErased) {
     EXPECT_FALSE(drives().makeFolder(WideText("Q:\\a")));
 }
 
+TEST_F(DrivesTest, AttributesAreToldAsTheyWereSetAndNoneIsNormal) {
+    drives().writeFile(WideText("C:\\a"), "x");
+    EXPECT_EQ(GetFileAttributesA("C:\\a"), static_cast<DWORD>(FILE_ATTRIBUTE_ARCHIVE));
+    ASSERT_NE(SetFileAttributesA("C:\\a", FILE_ATTRIBUTE_READONLY), 0);
+    EXPECT_EQ(GetFileAttributesA("C:\\a"), static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    ASSERT_NE(SetFileAttributesA("C:\\a", FILE_ATTRIBUTE_NORMAL), 0);
+    EXPECT_EQ(GetFileAttributesA("C:\\a"), static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL));
+}
+
 TEST_F(DrivesTest, ProtectionIsOfAFolderAndWhatLiesBelow) {
     const auto isProtected = [](const char* path) {
         Location location;

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 
 #include "platform/files.h"
@@ -38,7 +39,8 @@ class ProcessTest : public TestMachine {
     static std::string told(DWORD size, const Get& get) {
         std::string buffer(size, '.');
         const DWORD answer = get(buffer.data(), size);
-        return buffer.c_str() + std::string(" ") + std::to_string(answer);
+        buffer.resize(std::min(buffer.find('\0'), buffer.size()));
+        return buffer + " " + std::to_string(answer);
     }
 };
 

@@ -27,6 +27,15 @@ TEST_F(RegistryTest, AKeyWithoutAFormIsLeftOutWithWhatLiesBelow) {
     EXPECT_EQ(leftOut, 1u);
 }
 
+TEST_F(RegistryTest, AWantedKeyStandsThereWithoutValuesToo) {
+    registry().createKey(u"HKEY_CURRENT_USER\\K\\Leer");
+    std::size_t leftOut = 9;
+    const std::vector<std::u16string> keys{u"HKEY_CURRENT_USER\\K"};
+    EXPECT_EQ(narrow(regFileOf(registry(), keys, leftOut)),
+              kHead + "\r\n[HKEY_CURRENT_USER\\K]\r\n\r\n[HKEY_CURRENT_USER\\K\\Leer]\r\n");
+    EXPECT_EQ(leftOut, 0u);
+}
+
 TEST_F(RegistryTest, AValueWithoutAFormIsLeftOutAlone) {
     const std::u16string key = u"HKEY_CURRENT_USER\\K";
     registry().setText(key, std::u16string(u"a\0b", 3), u"x");

@@ -206,7 +206,8 @@ TEST_F(CallTest, ChangesAreToldAsARegistryFileWritesThem) {
     };
     set("a", REG_SZ, "abc", 3);
     set(nullptr, REG_SZ, "abc", 2);
-    set("n", REG_DWORD, "\x9F\1\0\0", 4);
+    constexpr char kNumber[] = {'\x9F', 1, 0, 0};
+    set("n", REG_DWORD, kNumber, sizeof kNumber);
     set("x", REG_EXPAND_SZ, "a", 1);
     set("l", REG_BINARY, "", 0);
     EXPECT_EQ(RegDeleteValueA(made, "A"), ERROR_SUCCESS);

@@ -42,7 +42,8 @@ TEST_F(BackupServing, TheWindowsAreServedForEachFileThatIsListed) {
     for (const char* name : {"a.reg", "b.reg", "c.reg"}) undoFile(name);
     const auto before = offline::machine().pump.windowServings();
     form().backup.ReadBackupFiles();
-    EXPECT_GE(offline::machine().pump.windowServings() - before, 3u);
+    // Once when the folder is listed and once when the row is there.
+    EXPECT_GE(offline::machine().pump.windowServings() - before, 6u);
 }
 
 TEST_P(BackupFaultsTest, AFolderThatCannotBeReadGivesAnEmptyList) {

@@ -70,6 +70,16 @@ TEST_F(StartUp, AMissingProgramFilesDirGivesABackslash) {
     EXPECT_EQ(ProgramFilesDir, "\\");
 }
 
+// With the marks of what the code page lacks; its ANSI text names another folder.
+TEST_F(StartUp, AProgramFilesDirBeyondTheCodePageIsKnownExactly) {
+    machine().registry.setText(u"HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion",
+                               u"ProgramFilesDir", u"C:\\Prog\u0141");
+    set("AutoScan", "0");
+    Main();
+    EXPECT_EQ(ProgramFilesDir, exactText(u"C:\\Prog\u0141") + "\\");
+    EXPECT_NE(ProgramFilesDir, "C:\\ProgL\\");
+}
+
 TEST_F(StartUp, TheFirstRecordLandsInTheCurrentDirectoryAndAllLaterOnesInTheProgramFolder) {
     SetCurrentDirectoryA("C:\\WINDOWS\\TEMP");
     machine().commandLine = "-d";

@@ -101,6 +101,24 @@ TEST_F(Tray, AChosenEntryRuns) {
     EXPECT_EQ(boxes()[0].text, "Bromvale 1.0.0");
 }
 
+TEST_F(Tray, WithoutAChoiceInStoreTheMachinesUserIsAsked) {
+    int asked = 0;
+    machine().menuChoices = {"Mnu"};
+    machine().askForMenuChoice = [&asked] {
+        ++asked;
+        return std::string("mnuPopUpAbout");
+    };
+    report(kRightUp);
+    EXPECT_EQ(asked, 0);
+    EXPECT_TRUE(boxes().empty()) << "no entry has that name";
+    report(kRightUp);
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(boxes().size(), 1u);
+    machine().askForMenuChoice = nullptr;
+    report(kRightUp);
+    EXPECT_EQ(boxes().size(), 1u) << "nobody chooses";
+}
+
 TEST_F(Tray, QuitEndsTheProcessAndTheIconGoes) {
     machine().menuChoices = {"mnuPopUpQuit"};
     EXPECT_THROW(report(kRightUp), offline::ProcessEnded);
