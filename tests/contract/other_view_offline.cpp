@@ -7,6 +7,7 @@
 #include "platform/files.h"
 #include "platform/offline/files/other_half.h"
 #include "platform/offline/machine.h"
+#include "platform/other_view_api.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {
@@ -66,6 +67,21 @@ TEST_F(TwoHalves, PathsMayBeWrittenAsRegistryTextsHoldThem) {
             EXPECT_EQ(OtherView(folder + name).path(), "") << folder;
         }
     }
+}
+
+TEST_F(TwoHalves, ATurnedViewIsTurnedBackByWhoTurnedItFirst) {
+    setHalves(Halves::SeenBy32);
+    PVOID first = &first;
+    PVOID second = nullptr;
+    EXPECT_NE(otherViewFunctions().disableRedirection(&first), 0);
+    EXPECT_EQ(first, nullptr);
+    EXPECT_NE(otherViewFunctions().disableRedirection(&second), 0);
+    EXPECT_NE(second, nullptr);
+    EXPECT_TRUE(found("C:\\WINDOWS\\System32\\nur64.dll"));
+    EXPECT_NE(otherViewFunctions().revertRedirection(second), 0);
+    EXPECT_TRUE(found("C:\\WINDOWS\\System32\\nur64.dll"));
+    EXPECT_NE(otherViewFunctions().revertRedirection(first), 0);
+    EXPECT_FALSE(found("C:\\WINDOWS\\System32\\nur64.dll"));
 }
 
 TEST_F(TwoHalves, WhereThereIsOneFolderOnlyThereIsNoOtherView) {

@@ -173,8 +173,8 @@ TEST_F(DrivesTest, WhatIsNotHereIsElsewhereWhereSoMuchIsKnown) {
     EXPECT_FALSE(drives().isElsewhere("Q:\\a"));
     drives().othersAreElsewhere = true;
     drives().addShare("server", "freigabe");
-    for (const char* path : {"Q:\\a", "q:", "\\\\niemand\\x\\a", "//niemand/x", "\\\\server", "\\\\?\\Q:\\a",
-                             "\\\\?\\UNC\\niemand\\x", "\\\\?\\Volume{1}\\a", "\\\\.\\C:"})
+    for (const char* path : {"Q:\\a", "q:", "\\\\niemand\\x\\a", "//niemand/x", "\\\\server", "\\\\",
+                             "\\\\?\\Q:\\a", "\\\\?\\UNC\\niemand\\x", "\\\\?\\Volume{1}\\a", "\\\\.\\C:"})
         EXPECT_TRUE(drives().isElsewhere(path)) << path;
     for (const char* path :
          {"C:\\a", "c:", "a", "\\a", "", "\\\\server\\freigabe\\a", "\\\\?\\C:\\a", "1:\\a", "?"})

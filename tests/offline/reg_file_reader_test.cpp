@@ -72,6 +72,7 @@ const Row kGoodRows[] = {
     {"TypedBytes", kAnsi + "\"v\"=hex(0):\r\n\"q\"=hex(b):01,02\r\n\"t\"=hex(00000063):ff\r\n",
      kKey + "  v|0|\n  q|11|0102\n  t|99|ff\n"},
     {"ContinuedBytes", kAnsi + "\"v\"=hex:01,\\\r\n  02,\\ \r\n\t03\r\n", kKey + "  v|3|010203\n"},
+    {"ContinuedOverAnEmptyLine", kAnsi + "\"v\"=hex:01,\\\r\n  \\\r\n  02\r\n", kKey + "  v|3|0102\n"},
     {"ContinuedBehindTheColon", kAnsi + "\"v\"=hex(3):\\\r\n  02\r\n", kKey + "  v|3|02\n"},
     {"AnsiBytesOfTexts", kAnsi + "\"v\"=hex(2):61,fc,00\r\n\"m\"=hex(7):61,00,00\r\n",
      kKey + "  v|2|61fc00\n  m|7|610000\n"},

@@ -375,6 +375,7 @@ TEST_F(HostFolderTest, TheSameFolderIsOpenedOnceUnderWhateverPath) {
     EXPECT_EQ(&first, &folders.at(folder.pathOf("again")));
     EXPECT_EQ(&first, &folders.at(folder.pathOf("again")));
     EXPECT_NE(&first, &folders.at(folder.pathOf("below")));
+    EXPECT_EQ(&first, &folders.at(folder.pathOf("again/.")));
     EXPECT_EQ(2u, folders.all().size());
     EXPECT_EQ(nullptr, folders.lockAll());
     HostFolders others(files_);

@@ -86,6 +86,24 @@ TEST_F(DiskUsers, ClassesAreFoundWhereverTheUsersHiveSays) {
     EXPECT_EQ(disk.users[0].account, u"jgross");
 }
 
+// Deeper than it is looked for without the hive.
+TEST_F(DiskUsers, ClassesAreFoundBelowTheUsersProfileThatTheHiveNamesByAVariable) {
+    DiskPlan plan;
+    plan.generation = Generation::Xp;
+    plan.user = [](MadeHive& user, std::size_t) {
+        keyAt(user.root, u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders")
+            .values = {textValue(u"Local AppData", u"%USERPROFILE%\\Eins\\Zwei\\Drei", 2)};
+    };
+    const MadeDisk made = makeDisk(folder() / "disk", plan);
+    const fs::path moved = made.users[0].folder / "Eins/Zwei/Drei/Microsoft/Windows/UsrClass.dat";
+    fs::create_directories(moved.parent_path());
+    fs::rename(made.users[0].classes, moved);
+    const WindowsDisk disk = found(made.root);
+    ASSERT_FALSE(disk.users.empty());
+    ASSERT_TRUE(disk.users[0].classes);
+    EXPECT_EQ(disk.users[0].classes->path, fs::canonical(moved));
+}
+
 TEST_F(DiskUsers, ClassesOfSomebodyElseAreNotTheUsers) {
     const MadeDisk made = make(Generation::Seven);
     writeFile(made.users[0].classes, classesOf(u"S-1-5-21-666"));
