@@ -1,4 +1,5 @@
 // Adding a folder to the list, and what the page starts or opens.
+#include "cleanup/browse_for_folder.h"
 #include "tests/cleanup/cleanup_fixture.h"
 #include "tests/support/recorded_offline.h"
 
@@ -26,6 +27,12 @@ TEST_F(FolderChoosing, TheDialogsTitleSaysWhatItIsFor) {
               "Wähle den Ordner, aus den die Dateien gelöscht werden sollen.");
     EXPECT_EQ(machine().lastRequests.folderDialog.ulFlags, 1u);
     EXPECT_EQ(machine().lastRequests.folderDialog.hwndOwner, form().window());
+}
+
+TEST_F(FolderChoosing, TheDialogBelongsToTheWindowThatAsks) {
+    auto* const owner = reinterpret_cast<WindowHandle>(std::uintptr_t{0x1234});
+    EXPECT_EQ(BrowseForFolder(owner), "");
+    EXPECT_EQ(machine().lastRequests.folderDialog.hwndOwner, owner);
 }
 
 TEST_F(FolderChoosing, ACancelledDialogOnlyReadsTheListAnew) {

@@ -21,6 +21,14 @@ struct SystemRow {
 const char* const kFour = "REGEDIT4\r\n\r\n";
 const char* const kFive = "Windows Registry Editor Version 5.00\r\n\r\n";
 
+// The buffer holds a hundred bytes with the NUL; what is longer is not told at all.
+TEST_F(MachineFacts, AUsersNameMayHaveNinetyNineCharacters) {
+    machine().user = std::string(99, 'x');
+    EXPECT_EQ(ReadUserName(), std::string(99, 'x'));
+    machine().user = std::string(100, 'x');
+    EXPECT_EQ(ReadUserName(), "");
+}
+
 TEST_F(MachineFacts, NamesOfTheSystems) {
     const SystemRow rows[] = {
         {{2, 4, 0, 1381}, "Windows NT4", "1381", kFour},

@@ -55,6 +55,21 @@ TEST_F(TextFileAccess, AFullDiskIsFailure61AndOtherWriteFailures57) {
     EXPECT_EQ(readWholeFile(folder() + "neu.txt"), "abc");
 }
 
+TEST_F(TextFileAccess, NothingIsWrittenWhereThePlaceCannotBeTold) {
+    openFile(folder() + "neu.txt", FileMode::Append, 1);
+    offline::machine().faults.fail("SetFilePointer", 1, ERROR_GEN_FAILURE);
+    int number = 0;
+    try {
+        writeWholeOrNothing(1, "abc");
+    } catch (const Failure& failure) {
+        number = failure.number;
+    }
+    EXPECT_EQ(number, 57);
+    writeWholeOrNothing(1, "x");
+    closeFile(1);
+    EXPECT_EQ(readWholeFile(folder() + "neu.txt"), "x");
+}
+
 TEST_F(TextFileAccess, EachRefusalOfWindowsHasItsFailure) {
     constexpr std::pair<long, int> kRefusals[] = {{ERROR_FILE_NOT_FOUND, 53},
                                                   {ERROR_PATH_NOT_FOUND, 76},

@@ -177,6 +177,25 @@ TEST_F(DiskDrive, NamesMatchWithoutCaseAndTheOneAsWrittenComesFirst) {
     EXPECT_EQ(content(u"D:\\B\\X.TXT"), "upper");
 }
 
+TEST_F(DiskDrive, WhatIsMovedIsSeenInAnyCaseAtOnce) {
+    put("Ordner/alt.txt", "x");
+    machine().drives.makeFolder(u"D:\\Ordner\\unten");
+    EXPECT_FALSE(machine().drives.exists(u"D:\\ORDNER\\UNTEN\\NEU.TXT"));
+    EXPECT_TRUE(machine().drives.exists(u"D:\\ORDNER\\ALT.TXT"));
+    ASSERT_NE(MoveFileA("D:\\Ordner\\alt.txt", "D:\\Ordner\\unten\\neu.txt"), 0);
+    EXPECT_TRUE(machine().drives.exists(u"D:\\ORDNER\\UNTEN\\NEU.TXT"));
+    EXPECT_FALSE(machine().drives.exists(u"D:\\ORDNER\\ALT.TXT"));
+}
+
+TEST_F(DiskDrive, NothingLiesBelowAFile) {
+    put("Datei.txt", "x");
+    WIN32_FIND_DATAA data{};
+    for (const char* path : {"D:\\Datei.txt\\a", "D:\\DATEI.TXT\\a", "D:\\Datei.txt\\a\\b"}) {
+        EXPECT_EQ(FindFirstFileA(path, &data), INVALID_HANDLE_VALUE) << path;
+        EXPECT_EQ(GetLastError(), 3u) << path;
+    }
+}
+
 TEST_F(DiskDrive, WhatIsMadeAndErasedIsSeenAtOnce) {
     EXPECT_FALSE(machine().drives.exists(u"D:\\NEU\\a.txt"));
     EXPECT_TRUE(machine().drives.writeFile(u"D:\\Neu\\A.txt", "x"));

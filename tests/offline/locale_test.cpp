@@ -69,6 +69,12 @@ TEST_F(LocaleTest, EachTellsItsSigns) {
     }
 }
 
+TEST_F(LocaleTest, YearsHaveTwoDigitsOrFour) {
+    EXPECT_EQ(date(3, 5, "y|yy|yyy|yyyy|yyyyy"), "26|26|2026|2026|2026");
+    EXPECT_EQ(date(3, 5, "d|dd|M|MM"), "5|05|3|03");
+    EXPECT_EQ(date(3, 5, "gg|g"), "|");
+}
+
 // Twelve o'clock is no nought, whichever half of the day it is.
 TEST_F(LocaleTest, TheEnglishOneCountsTwelveHours) {
     machine().locale = offline::englishLocale();

@@ -244,6 +244,14 @@ TEST_F(CallTest, ThoseWhoSetUpAMachineAreToldWhatDoesNotGo) {
               (std::vector<std::string>{"K", std::string(255, 'k')}));
 }
 
+TEST_F(CallTest, KeysThatNobodyReadFromAFileHaveNoOrigin) {
+    const RegistryTree& tree = registry().tree();
+    EXPECT_EQ(tree.originOf(nullptr).source, nullptr);
+    EXPECT_EQ(tree.originOf(registry().seenAt(u"HKEY_CURRENT_USER\\K")).source, nullptr);
+    EXPECT_EQ(registry().seenAt(u"HKEY_CURRENT_USER\\fehlt"), nullptr);
+    EXPECT_EQ(registry().seenAt(u"HKEY_NIRGENDS\\K"), nullptr);
+}
+
 // A handle of a hive is a 32-bit number, which a caller may have widened either way.
 TEST_F(CallTest, OnlyTheHivesOwnNumbersAreHives) {
     const auto isHive = [](std::int64_t number) {

@@ -81,6 +81,18 @@ TEST_F(UnicodeDrive, ADanglingLinkIsListedAsALinkAndGoesAsOne) {
     EXPECT_TRUE(fs::is_empty(top_ / "d" / "leer"));
 }
 
+TEST_F(UnicodeDrive, AShortPathEndsAsThePathDoes) {
+    machine().drives.makeFolder(u"C:\\Ordner");
+    const auto shortOf = [](const char16_t* path) {
+        WCHAR buffer[64] = {};
+        const DWORD size = GetShortPathNameW(path, buffer, 64);
+        return std::u16string(buffer, size);
+    };
+    EXPECT_EQ(shortOf(u"C:\\"), u"C:\\");
+    EXPECT_EQ(shortOf(u"C:\\Ordner"), u"C:\\Ordner");
+    EXPECT_EQ(shortOf(u"C:\\Ordner\\"), u"C:\\Ordner\\");
+}
+
 TEST_F(UnicodeDrive, ALinkOfTheHostLeadsToItsTargetWhereverThatLies) {
     fs::create_directories(top_ / "d" / "Ziel" / "unten");
     fs::create_directories(top_ / "draussen");
@@ -89,7 +101,7 @@ TEST_F(UnicodeDrive, ALinkOfTheHostLeadsToItsTargetWhereverThatLies) {
     EXPECT_EQ(finalPathOf(u"D:\\verweis\\unten"), u"\\\\?\\D:\\Ziel\\unten");
     EXPECT_EQ(finalPathOf(u"D:\\verweis"), u"\\\\?\\D:\\Ziel");
     EXPECT_EQ(finalPathOf(u"D:\\verweis", FILE_FLAG_OPEN_REPARSE_POINT), u"\\\\?\\D:\\Verweis");
-    EXPECT_EQ(finalPathOf(u"D:\\hinaus").substr(0, 11), u"\\\\?\\UNC\\hos");
+    EXPECT_EQ(finalPathOf(u"D:\\hinaus").substr(0, 13), u"\\\\?\\UNC\\host\\");
 }
 
 TEST_F(UnicodeDrive, ALinkInMemoryShowsItsTargetAndGoesAlone) {

@@ -30,6 +30,22 @@ TEST_F(CompleteCopyOfflineTest, OnThe9xFamilySoDoesOneWithAnUnreadableKeyBelow) 
     EXPECT_EQ(filesIn(BackupPath, "V*.reg"), Texts{});
 }
 
+TEST_F(CompleteCopyOfflineTest, AKeyWhoseValuesCannotBeReadStaysAndTheLogSaysThat) {
+    for (const char* system : {"Windows XP", "Windows NT4"}) {
+        runOn(system);
+        addKey("A");
+        static_cast<void>(form());
+        offline::faults().fail("RegEnumValueA", 1, ERROR_ACCESS_DENIED);
+        form().scan.ProblemeEntfernen();
+        offline::faults().clear();
+        EXPECT_FALSE(isGone("A")) << system;
+        ASSERT_FALSE(logLines().empty());
+        EXPECT_TRUE(logLines().back().ends_with(
+            "Der Schlüssel kann nicht vollständig gelesen und daher nicht gesichert werden."))
+            << logLines().back();
+    }
+}
+
 // Each call of the reading fails once, with every error that it may have: the key stays, or it is whole in
 // the copy.
 TEST_F(CompleteCopyOfflineTest, WhateverReadingFailsTheKeyStays) {

@@ -122,6 +122,7 @@ TEST_F(CleaningUndoTest, ALogThatHasAppearedIsKeptAsideWhereTheHiveComesBackByFo
     const std::string aside = path("SOFTWARE.LOG2.bromvale-2026-11-22_09-16-05.aside");
     EXPECT_EQ("neu", bytesOf(aside));
     fs::remove(aside);
+    fs::remove(path("SOFTWARE.bromvale-2026-11-22_09-16-05.aside"));
     expectBack(before);
 }
 

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/offline/hives/disk/open_hive.h"
+#include "tests/hives/hive_files.h"
 #include "tests/hives/made_hive.h"
 
 namespace bromvale::offline {
@@ -34,6 +35,17 @@ TEST(HiveContents, OfAUsersClassesAreKnownByTheRootsName) {
     EXPECT_EQ(HiveContent::UserClasses, contentWith({u"Select"}, u"S_Classes"));
     EXPECT_EQ(HiveContent::Unknown, contentWith({}, u"_Classes"));
     EXPECT_EQ(HiveContent::Unknown, contentWith({}, u"S_Classes2"));
+}
+
+class HiveFileTest : public HiveFilesTest {};
+
+TEST_F(HiveFileTest, OneWhoseRootCannotBeReadIsNoneAndSaysWhy) {
+    std::string bytes = offline::bytesOf(MadeHive());
+    bytes[kBinsStart + Hive{HiveBytes(bytes)}.base().root + kCellHeaderSize] = 'x';
+    write("SOFTWARE", bytes);
+    const OpenHive open = openHive((folder() / "SOFTWARE").string(), {});
+    EXPECT_FALSE(open.hive);
+    EXPECT_NE(open.problem, "");
 }
 
 }  // namespace

@@ -101,6 +101,15 @@ TEST_F(DiskSystem, TheFoldersOf32BitsStandInEitherHalf) {
     EXPECT_EQ(disk.commonFilesX86, u"C:\\c32");
 }
 
+TEST_F(DiskSystem, A32BitWindowsHasNoFoldersBesidesItsOwn) {
+    const WindowsDisk disk = diskWith(Generation::Xp, [](MadeHive& software) {
+        put(keyAt(software.root, kWindows), textValue(u"ProgramFilesDir (x86)", u"C:\\p86"));
+        put(keyAt(software.root, kWindows), textValue(u"CommonFilesDir (x86)", u"C:\\c86"));
+    });
+    EXPECT_EQ(disk.programFilesX86, u"");
+    EXPECT_EQ(disk.commonFilesX86, u"");
+}
+
 TEST_F(DiskSystem, TheControlSetIsThatOfTheNextStart) {
     struct Row {
         std::uint32_t current;

@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/offline/hives/disk/disk_parts.h"
 #include "platform/offline/hives/hive.h"
 #include "tests/hives/disk/disk_files.h"
 
@@ -256,6 +257,15 @@ TEST_F(DiskTold, AFolderThatWindowsCallsOtherwise) {
               std::vector<std::string>{"Windows calls its folder \"C:\\Windows\", but it lies in " +
                                        fs::canonical(made.root / "Kopie").string() +
                                        "; it is taken for C:\\Kopie."});
+}
+
+TEST_F(DiskTold, TheEntryAsWrittenComesBeforeThoseOfOtherCase) {
+    for (const char* const name : {"SOFTWARE", "Software", "software", "soft"})
+        writeFile(folder() / name, "x");
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(namesLike(folder().string(), "software"), (Names{"software", "SOFTWARE", "Software"}));
+    EXPECT_EQ(namesLike(folder().string(), "Software"), (Names{"Software", "SOFTWARE", "software"}));
+    EXPECT_EQ(namesLike(folder().string(), "SoftWare"), (Names{"SOFTWARE", "Software", "software"}));
 }
 
 }  // namespace
