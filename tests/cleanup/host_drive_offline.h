@@ -1,11 +1,11 @@
 #pragma once
 // A drive that is a folder of the host, where links can be made and names be of any kind.
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
 #include "tests/cleanup/cleanup_fixture.h"
+#include "tests/support/host_folder_offline.h"
 #include "tests/support/recorded_offline.h"
 
 namespace bromvale::testing {
@@ -16,15 +16,12 @@ namespace fs = std::filesystem;
 class HostDriveTest : public CleanupTest {
   protected:
     HostDriveTest() {
-        std::string pattern = (fs::temp_directory_path() / "bromvale-drive-XXXXXX").string();
-        host_ = ::mkdtemp(pattern.data());
         fs::create_directories(drive() / "Leeren");
         offline::machine().drives.addFolder('D', drive().string());
     }
-    ~HostDriveTest() override { fs::remove_all(host_); }
 
-    [[nodiscard]] fs::path drive() const { return host_ / "laufwerk"; }
-    [[nodiscard]] fs::path bin() const { return host_ / "laufwerk.Papierkorb"; }
+    [[nodiscard]] fs::path drive() const { return host_.path() / "laufwerk"; }
+    [[nodiscard]] fs::path bin() const { return host_.path() / "laufwerk.Papierkorb"; }
     [[nodiscard]] bool onHost(const fs::path& name) const { return fs::exists(drive() / name); }
     void write(const fs::path& name) const {
         fs::create_directories((drive() / name).parent_path());
@@ -38,7 +35,7 @@ class HostDriveTest : public CleanupTest {
     static void emptyDrive() { empty("D:\\Leeren"); }
 
   private:
-    fs::path host_;
+    const HostFolder host_;
 };
 
 }  // namespace bromvale::testing

@@ -1,15 +1,17 @@
 #include <filesystem>
+#include <optional>
 
 #include "platform/offline/machine.h"
 #include "tests/contract/on_drives.h"
+#include "tests/support/host_folder_offline.h"
 
 namespace bromvale::testing {
 namespace {
 
 namespace fs = std::filesystem;
 
-fs::path& hostFolder() {
-    static fs::path folder;
+std::optional<HostFolder>& hostFolder() {
+    static std::optional<HostFolder> folder;
     return folder;
 }
 
@@ -21,10 +23,8 @@ std::vector<std::string> kindsOfDrives() {
 
 void putDrive(const std::string& kind, const std::string& folder) {
     if (kind == "Memory") return;
-    std::string pattern = (fs::temp_directory_path() / "bromvale-drive-XXXXXX").string();
-    hostFolder() = mkdtemp(pattern.data());
     auto& drives = offline::machine().drives;
-    const std::string host = (hostFolder() / "C").string();
+    const std::string host = (hostFolder().emplace().path() / "C").string();
     fs::create_directory(host);
     kind == "Disk" ? drives.addDisk('C', host) : drives.addFolder('C', host);
     drives.makeFolder(folder);
@@ -32,9 +32,7 @@ void putDrive(const std::string& kind, const std::string& folder) {
 
 // The bin of such a drive stands beside its folder.
 void removeDrive() {
-    if (hostFolder().empty()) return;
-    std::error_code ignored;
-    fs::remove_all(hostFolder(), ignored);
+    hostFolder().reset();
 }
 
 }  // namespace bromvale::testing

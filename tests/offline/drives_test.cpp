@@ -11,6 +11,7 @@
 #include "platform/offline/files/short_names.h"
 #include "platform/offline/machine.h"
 #include "platform/shell.h"
+#include "tests/support/host_folder_offline.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {
@@ -244,14 +245,8 @@ TEST_F(DrivesTest, AShortNameMayBeOfWhatBeginsAlike) {
 class HostErrors : public DrivesTest {
   protected:
     HostErrors() {
-        std::string pattern = (fs::temp_directory_path() / "bromvale-drive-XXXXXX").string();
-        top_ = mkdtemp(pattern.data());
         fs::create_directory(top_ / "d");
         drives().addFolder('D', (top_ / "d").string());
-    }
-    ~HostErrors() override {
-        std::error_code ignored;
-        fs::remove_all(top_, ignored);
     }
     template <class Answer>
     static DWORD errorOf(Answer answer, Answer failure) {
@@ -261,7 +256,8 @@ class HostErrors : public DrivesTest {
     static HANDLE make(const std::string& path) {
         return CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr);
     }
-    fs::path top_;
+    const HostFolder host_;
+    const fs::path& top_ = host_.path();
 };
 
 TEST_F(HostErrors, AreThoseOfWindows) {

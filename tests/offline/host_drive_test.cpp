@@ -6,6 +6,7 @@
 #include "platform/files.h"
 #include "platform/offline/machine.h"
 #include "platform/shell.h"
+#include "tests/support/host_folder_offline.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {
@@ -17,14 +18,8 @@ namespace fs = std::filesystem;
 class HostDrive : public TestMachine {
   protected:
     HostDrive() {
-        std::string pattern = (fs::temp_directory_path() / "bromvale-drive-XXXXXX").string();
-        top_ = mkdtemp(pattern.data());
         fs::create_directory(top_ / "d");
         machine().drives.addFolder('D', (top_ / "d").string());
-    }
-    ~HostDrive() override {
-        std::error_code ignored;
-        fs::remove_all(top_, ignored);
     }
     void put(const std::string& name, const std::string& bytes) const {
         fs::create_directories((top_ / "d" / name).parent_path());
@@ -37,7 +32,8 @@ class HostDrive : public TestMachine {
         FindClose(search);
         return data.cFileName;
     }
-    fs::path top_;
+    const HostFolder host_;
+    const fs::path& top_ = host_.path();
 };
 
 TEST_F(HostDrive, NamesMatchWithoutCaseUmlautsIncluded) {

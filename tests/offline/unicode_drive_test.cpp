@@ -9,6 +9,7 @@
 #include "platform/machine.h"
 #include "platform/offline/machine.h"
 #include "platform/registry.h"
+#include "tests/support/host_folder_offline.h"
 #include "tests/support/test_machine.h"
 
 namespace bromvale::testing {
@@ -27,14 +28,8 @@ struct Found {
 class UnicodeDrive : public TestMachine {
   protected:
     UnicodeDrive() {
-        std::string pattern = (fs::temp_directory_path() / "bromvale-unicode-XXXXXX").string();
-        top_ = mkdtemp(pattern.data());
         fs::create_directory(top_ / "d");
         machine().drives.addFolder('D', (top_ / "d").string());
-    }
-    ~UnicodeDrive() override {
-        std::error_code ignored;
-        fs::remove_all(top_, ignored);
     }
     static std::vector<Found> list(const std::u16string& mask) {
         std::vector<Found> result;
@@ -63,7 +58,8 @@ class UnicodeDrive : public TestMachine {
         return buffer;
     }
     using Names = std::vector<std::u16string>;
-    fs::path top_;
+    const HostFolder host_;
+    const fs::path& top_ = host_.path();
 };
 
 TEST_F(UnicodeDrive, ADanglingLinkIsListedAsALinkAndGoesAsOne) {
