@@ -59,7 +59,7 @@ const ListItem& ListView::item(int row) const {
 
 ListItem& ListView::append(std::unique_ptr<ListItem> added) {
     ListItem& row = *added;
-    rows_.push_back(std::move(added));
+    rows_.closed().push_back(std::move(added));
     sortDue_ = sorted_;
     notify(Property::Items);
     return row;
@@ -79,7 +79,7 @@ ListItem& ListView::add(std::initializer_list<std::string_view> columns, int sma
 void ListView::remove(int row) {
     const std::size_t at = position(row);
     const bool hadFocus = rows_[at].get() == focused_;
-    rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(at));
+    rows_.erase(at);
     // As in the system's own list, the focus stays at its place: the row that moved up has it, behind the end
     // the last.
     if (hadFocus) focused_ = rows_.empty() ? nullptr : rows_[std::min(at, rows_.size() - 1)].get();
@@ -97,8 +97,9 @@ void ListView::clear() {
 int ListView::selectedItem() const {
     if (!focused_) return 0;
     sortNow();
+    const auto& rows = rows_.closed();
     const auto has = [this](const std::unique_ptr<ListItem>& row) { return row.get() == focused_; };
-    return static_cast<int>(std::find_if(rows_.begin(), rows_.end(), has) - rows_.begin()) + 1;
+    return static_cast<int>(std::find_if(rows.begin(), rows.end(), has) - rows.begin()) + 1;
 }
 
 void ListView::setSortKey(int key) {
@@ -147,7 +148,8 @@ void ListView::sortNow() const {
             const int order = compareTexts(a->column(sortKey_), b->column(sortKey_));
             return ascending ? order < 0 : order > 0;
         };
-        std::stable_sort(rows_.begin(), rows_.end(), before);
+        auto& rows = rows_.closed();
+        std::stable_sort(rows.begin(), rows.end(), before);
     }
 }
 
@@ -157,22 +159,23 @@ void ListView::sortByKeys(bool ascending) const {
         std::string key;
         std::size_t place;
     };
+    auto& rows = rows_.closed();
     std::vector<Keyed> keys;
-    keys.reserve(rows_.size());
-    for (const auto& row : rows_) keys.push_back({orderKey(row->column(sortKey_)), keys.size()});
+    keys.reserve(rows.size());
+    for (const auto& row : rows) keys.push_back({orderKey(row->column(sortKey_)), keys.size()});
     std::vector<std::unique_ptr<ListItem>> sorted;
-    sorted.reserve(rows_.size());
+    sorted.reserve(rows.size());
     const auto before = [&](const Keyed& a, const Keyed& b) {
         const int order = a.key.compare(b.key);
         return ascending ? order < 0 : order > 0;
     };
     std::stable_sort(keys.begin(), keys.end(), before);
-    for (const Keyed& keyed : keys) sorted.push_back(std::move(rows_[keyed.place]));
-    rows_.swap(sorted);
+    for (const Keyed& keyed : keys) sorted.push_back(std::move(rows[keyed.place]));
+    rows.swap(sorted);
 }
 
 void ListView::markOnly(const ListItem* only) {
-    for (const auto& row : rows_) row->selected_ = row.get() == only;
+    for (const auto& row : rows_.closed()) row->selected_ = row.get() == only;
 }
 
 void ListView::userSelect(const std::vector<int>& rows) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/controls/control_of.h"
+#include "platform/controls/gap_vector.h"
 
 namespace bromvale {
 
@@ -110,7 +111,7 @@ class ListView : public ControlOf<ListView, ControlKind::ListView> {
     void sortByKeys(bool ascending) const;
 
     std::vector<Column> columns_;
-    mutable std::vector<std::unique_ptr<ListItem>> rows_;
+    mutable GapVector<std::unique_ptr<ListItem>> rows_;  // a removal of marked rows takes them out one by one
     const ListItem* focused_ = nullptr;
     const ImageList* images_ = nullptr;
     int sortKey_ = 0;

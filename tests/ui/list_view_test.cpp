@@ -1,4 +1,10 @@
 // The report list: order, sorting, selection, removal.
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
 #include "tests/ui/sample_form.h"
 
 namespace bromvale::testing {
@@ -117,6 +123,45 @@ TEST_F(ListViewTest, TheFocusOfARemovedRowGoesToTheOneThatMovesUpOrToTheLast) {
     EXPECT_EQ(form.list.selectedItem(), 1);
     form.list.remove(1);
     EXPECT_EQ(form.list.selectedItem(), 0);
+}
+
+// Rows are added, marked, sorted and looked at in between: the list says the same as one that is kept beside it.
+TEST_F(ListViewTest, RowsThatGoFromAnyPlaceLeaveTheOthersInTheirOrder) {
+    std::mt19937 chance(7);
+    const auto below = [&](std::size_t most) { return static_cast<std::size_t>(chance() % most); };
+    std::vector<std::string> expected;
+    for (int step = 0; step < 2000; ++step) {
+        const std::size_t deed = below(40);
+        if (expected.size() < 5 || deed < 8) {
+            for (std::size_t i = below(24); i > 0; --i) {
+                expected.push_back(std::to_string(step) + "." + std::to_string(i));
+                form.list.add(expected.back(), 1);
+            }
+        } else if (deed < 36) {
+            const std::size_t at = below(expected.size());
+            // As the removal of marked rows does: some that stand one behind another, and some further on.
+            for (std::size_t i = 0; i < 3 && at + i < expected.size(); ++i) {
+                form.list.remove(static_cast<int>(at + i + 1));
+                expected.erase(expected.begin() + static_cast<std::ptrdiff_t>(at + i));
+            }
+        } else if (deed < 38) {
+            const std::size_t at = below(expected.size());
+            form.list.userSelect({static_cast<int>(at + 1)});
+            ASSERT_EQ(form.list.selectedItem(), static_cast<int>(at + 1)) << step;
+        } else if (deed == 38) {
+            form.list.setSortOrder(SortOrder::Ascending);
+            form.list.setSortOrder(SortOrder::Descending);
+            std::sort(expected.begin(), expected.end(), std::greater<>());
+            ASSERT_EQ(form.list.item(1).text(), expected.front()) << step;
+            form.list.setSorted(false);
+        } else {
+            form.list.clear();
+            expected.clear();
+        }
+        std::string all;
+        for (const std::string& name : expected) all += name + " ";
+        ASSERT_EQ(order(), all) << step;
+    }
 }
 
 TEST_F(ListViewTest, ClearingForgetsRowsAndFocus) {
