@@ -21,6 +21,7 @@ page() { # NAME ITEM
 pages() {
     bar_group 1
     page scan 1
+    page backup 2
     bar_group 2
     page programs 6
     page cleanup 7

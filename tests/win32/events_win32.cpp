@@ -66,6 +66,88 @@ TEST_F(RealWindows, ChoosingAnEntryOfAComboBoxSetsItsTextThenClicks) {
     EXPECT_EQ(textOf(form.cboKind), "Windows XP");
 }
 
+// The field of the box that the user types into.
+HWND fieldOf(HWND box) {
+    return FindWindowExA(box, nullptr, "EDIT", nullptr);
+}
+
+TEST_F(RealWindows, TypingIntoAComboBoxFiresPerCharacter) {
+    std::vector<std::string> texts;
+    form.cboKind.onChange = [&] { texts.push_back(form.cboKind.text()); };
+    const HWND field = fieldOf(windowOf(form.cboKind));
+    SendMessageA(field, WM_CHAR, 'X', 1);
+    SendMessageA(field, WM_CHAR, 'P', 1);
+    EXPECT_EQ(texts, (std::vector<std::string>{"X", "XP"}));
+}
+
+TEST_F(RealWindows, TheFocusInAComboBoxesFieldIsTheBoxes) {
+    form.cmdOk.setFocus();
+    SetFocus(fieldOf(windowOf(form.cboKind)));
+    DoEvents();
+    EXPECT_EQ(form.focused(), &form.cboKind);
+}
+
+// An open list is closed by Return and Escape, which reach the window's buttons only behind it.
+TEST_F(RealWindows, ReturnAndEscapeCloseTheListOfAComboBoxFirst) {
+    std::vector<std::string> clicked;
+    form.cmdOk.onClick = [&] { clicked.emplace_back("ok"); };
+    form.cmdStop.onClick = [&] { clicked.emplace_back("stop"); };
+    form.cboKind.addItem("Windows 98");
+    idle();
+    form.cboKind.setFocus();
+    const HWND field = fieldOf(windowOf(form.cboKind));
+    for (const WPARAM key : {VK_RETURN, VK_ESCAPE}) {
+        send(form.cboKind, CB_SHOWDROPDOWN, TRUE);
+        ASSERT_NE(send(form.cboKind, CB_GETDROPPEDSTATE), 0);
+        for (int i = 0; i < 2; ++i) {
+            PostMessageA(field, WM_KEYDOWN, key, 1);
+            DoEvents();
+            EXPECT_EQ(send(form.cboKind, CB_GETDROPPEDSTATE), 0);
+            EXPECT_EQ(clicked.size(), (key == VK_RETURN ? 0u : 1u) + static_cast<std::size_t>(i));
+        }
+    }
+    EXPECT_EQ(clicked, (std::vector<std::string>{"ok", "stop"}));
+}
+
+// A box whose text code changes isn't marked like one that the user is in.
+TEST_F(RealWindows, ATextThatCodeSetsIsNotMarked) {
+    const auto marked = [&] {
+        DWORD from = 0;
+        DWORD to = 0;
+        send(form.cboKind, CB_GETEDITSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+        return to - from;
+    };
+    form.cmdOk.setFocus();
+    form.cboKind.setText("Windows 98");
+    idle();
+    EXPECT_EQ(marked(), 0u);
+    form.cboKind.addItem("Windows 98");
+    idle();
+    EXPECT_EQ(textOf(form.cboKind), "Windows 98");
+    EXPECT_EQ(marked(), 0u);
+    form.cboKind.setPlace({240, 3500, 3000, 315});
+    idle();
+    EXPECT_EQ(marked(), 0u);
+}
+
+TEST_F(RealWindows, AGreyedComboBoxHasItsFieldGreyToo) {
+    const HWND field = fieldOf(windowOf(form.cboKind));
+    const HDC dc = GetDC(field);
+    const auto ground = [&] {
+        SetBkColor(dc, RGB(1, 2, 3));
+        const LRESULT brush =
+            send(form.cboKind, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(field));
+        return std::pair(brush, GetBkColor(dc));
+    };
+    const auto plain = ground();
+    form.cboKind.setBackColor(BackColor::Greyed);
+    const auto greyed = ground();
+    EXPECT_NE(greyed.first, plain.first);
+    EXPECT_EQ(greyed.first, reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_INACTIVEBORDER)));
+    EXPECT_EQ(greyed.second, GetSysColor(COLOR_INACTIVEBORDER));
+    ReleaseDC(field, dc);
+}
+
 TEST_F(RealWindows, TabGoesThroughTheTabOrderAndRoundItsEnd) {
     form.cmdOk.setFocus();
     EXPECT_EQ(GetFocus(), windowOf(form.cmdOk));

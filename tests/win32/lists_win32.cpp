@@ -256,4 +256,41 @@ TEST_F(RealBar, TheKeyboardMovesAndClicks) {
     EXPECT_EQ(defaults, 0);
 }
 
+// A bar that shows one or two of its five items, the third to the seventh.
+class LowBar : public RealBar {
+  protected:
+    void SetUp() override {
+        RealBar::SetUp();
+        for (const char* key : {"4", "5", "6", "7"}) form.Bar.addItem({key, key, 2, ""});
+        form.Bar.setHeight(2100);
+        form.Bar.setOpenBar(1);
+        waitUntilOpen(3);
+        ASSERT_NE(itemAt(3), 0);
+        ASSERT_EQ(itemAt(7), 0);
+    }
+};
+
+TEST_F(LowBar, TheKeyboardBringsAnItemIntoView) {
+    form.Bar.setFocus();
+    for (int i = 0; i < 6; ++i) press(form.Bar, VK_DOWN);
+    EXPECT_NE(itemAt(7), 0);
+    EXPECT_EQ(itemAt(3), 0);
+    for (int i = 0; i < 6; ++i) press(form.Bar, VK_UP);
+    EXPECT_NE(itemAt(3), 0);
+}
+
+TEST_F(LowBar, TheWheelScrollsItAndStopsAtItsEnds) {
+    const auto turn = [&](int notches) {
+        send(form.Bar, WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-notches * WHEEL_DELTA)));
+    };
+    turn(100);
+    EXPECT_NE(itemAt(7), 0);
+    turn(-1);
+    turn(1);
+    EXPECT_NE(itemAt(7), 0) << "it was at its end";
+    turn(-100);
+    EXPECT_NE(itemAt(3), 0);
+    EXPECT_EQ(itemAt(7), 0);
+}
+
 }  // namespace bromvale::testing

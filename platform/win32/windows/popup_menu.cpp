@@ -11,14 +11,17 @@ namespace bromvale {
 
 namespace {
 
+// The entries that are shown, in one level.
 class Popup {
   public:
-    Popup() : menu_(CreatePopupMenu()) {}
+    Popup(const MenuItem& menu, const MenuItem* defaultItem) : menu_(CreatePopupMenu()) {
+        for (MenuItem* item : menu.children()) {
+            if (item->visible()) append(*item, item == defaultItem);
+        }
+    }
     ~Popup() { DestroyMenu(menu_); }
     Popup(const Popup&) = delete;
     Popup& operator=(const Popup&) = delete;
-
-    void fill(const MenuItem& menu, const MenuItem* defaultItem) { fill(menu_, menu, defaultItem); }
 
     MenuItem* choose(HWND owner, POINT at) {
         const int chosen = static_cast<int>(
@@ -28,23 +31,14 @@ class Popup {
     }
 
   private:
-    // Numbers count from 1 over all levels; 0 stands for "nothing chosen".
-    void fill(HMENU into, const MenuItem& menu, const MenuItem* defaultItem) {
-        for (MenuItem* item : menu.children()) {
-            if (!item->visible()) continue;
-            items_.push_back(item);
-            UINT_PTR id = items_.size();
-            UINT flags = item->enabled() ? MF_STRING : MF_STRING | MF_GRAYED;
-            if (item->caption() == "-") flags = MF_SEPARATOR;
-            if (!item->children().empty()) {
-                const HMENU below = CreatePopupMenu();
-                fill(below, *item, defaultItem);
-                flags |= MF_POPUP;
-                id = reinterpret_cast<UINT_PTR>(below);
-            }
-            AppendMenuA(into, flags, id, item->caption().c_str());
-            if (item == defaultItem) SetMenuDefaultItem(into, static_cast<UINT>(id), FALSE);
-        }
+    // Numbers count from 1; 0 stands for "nothing chosen".
+    void append(MenuItem& item, bool isDefault) {
+        items_.push_back(&item);
+        const auto id = static_cast<UINT>(items_.size());
+        UINT flags = item.enabled() ? MF_STRING : MF_STRING | MF_GRAYED;
+        if (item.caption() == "-") flags = MF_SEPARATOR;
+        AppendMenuA(menu_, flags, id, item.caption().c_str());
+        if (isDefault) SetMenuDefaultItem(menu_, id, FALSE);
     }
 
     HMENU menu_;
@@ -86,8 +80,7 @@ void showPopupMenu(Form& owner, MenuItem& menu, const MenuItem* defaultItem, con
     flushPaints();
     MenuItem* chosen = nullptr;
     {
-        Popup popup;
-        popup.fill(menu, defaultItem);
+        Popup popup(menu, defaultItem);
         const HWND window = list != nullptr && list->peer() != nullptr ? list->peer()->window() : nullptr;
         chosen = popup.choose(owner.window(), window != nullptr ? selectedPlace(window) : mousePlace());
     }
