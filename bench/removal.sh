@@ -66,7 +66,7 @@ put_back() {
 }
 
 removal_under_wine() {
-    local work i rows took same writing
+    local work i rows took marked same writing
     start_bench_desktop benchremoval || return 1
     import_registry "$registry" || return 1
     work=$(program_folder)
@@ -75,6 +75,7 @@ removal_under_wine() {
     cp "$out/removal.rows" "$work/rows.txt"
     cd "$work" || return 1
     : >"$out/removal.wine"
+    : >"$out/removal.wine_marked"
     for rows in $(removal_sizes); do
         put_back
         in_wine wine removal_recorder.exe "$rows" 2>/dev/null
@@ -82,6 +83,9 @@ removal_under_wine() {
             put_back
             in_wine wine removal_timed.exe "$rows" 2>/dev/null
             took=$(cat removal_timed.txt)
+            put_back
+            in_wine wine removal_timed.exe "$rows" marked 2>/dev/null
+            marked=$(cat removal_timed.txt)
             # The copy that bare calls write is the same.
             put_back
             same=$(times_of bare_calls.exe)
@@ -89,11 +93,15 @@ removal_under_wine() {
             writing=$(times_of bare_calls.exe writing)
             echo "$rows $(value_of cpu <<<"$took") ${same#* } ${writing#* } $(value_of before <<<"$took") $(value_of most <<<"$took")" \
                 >>"$out/removal.wine"
+            echo "$rows $(value_of cpu <<<"$marked") ${same#* } ${writing#* } $(value_of before <<<"$marked") $(value_of most <<<"$marked")" \
+                >>"$out/removal.wine_marked"
         done
     done
     removal_figures 'under Wine' "$out/removal.wine" 3 'the same calls'
     removal_figures 'under Wine' "$out/removal.wine" 4 'the bare writes and deletions'
     removal_growth 'under Wine' "$out/removal.wine"
+    removal_figures 'under Wine (marked)' "$out/removal.wine_marked" 3 'the same calls'
+    removal_growth 'under Wine (marked)' "$out/removal.wine_marked"
 }
 
 bench_removal() {
