@@ -124,10 +124,8 @@ std::string ReadTmpDir() {
 
 void OS() {
     OSVERSIONINFOA info{};
-    routine("OS").step([&] {
-        info.dwOSVersionInfoSize = 148;
-        GetVersionExA(&info);
-    });
+    info.dwOSVersionInfoSize = 148;
+    GetVersionExA(&info);
     OSName = "Unbekanntes Betriebssystem";
     RegFileHeader = kHeader4;
     // On the 9x family the high 16 bits hold the version once more.

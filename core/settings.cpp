@@ -27,17 +27,17 @@ constexpr std::string_view kModule = "modKeyFunc";
 // it. Two values are only written, with the whole text of something that the running program knows.
 struct Setting {
     const char* name;
-    const char* defaultText;
-    DWORD length;
-    std::int16_t* number;
-    std::string* text;
-    void (*after)();
-    const std::string* whole;
+    const char* defaultText = nullptr;
+    DWORD length = {};
+    std::int16_t* number = nullptr;
+    std::string* text = nullptr;
+    void (*after)() = nullptr;
+    const std::string* whole = nullptr;
 };
 using After = void (*)();
 constexpr Setting number(const char* name, const char* defaultText, DWORD length, std::int16_t& variable,
                          After after = nullptr) {
-    return {name, defaultText, length, &variable, nullptr, after, nullptr};
+    return {.name = name, .defaultText = defaultText, .length = length, .number = &variable, .after = after};
 }
 // 0 or 1, and 0 from the start.
 constexpr Setting flag(const char* name, std::int16_t& variable, After after = nullptr) {
@@ -45,10 +45,10 @@ constexpr Setting flag(const char* name, std::int16_t& variable, After after = n
 }
 constexpr Setting text(const char* name, const char* defaultText, DWORD length, std::string& variable,
                        After after = nullptr) {
-    return {name, defaultText, length, nullptr, &variable, after, nullptr};
+    return {.name = name, .defaultText = defaultText, .length = length, .text = &variable, .after = after};
 }
 constexpr Setting whole(const char* name, const std::string& text) {
-    return {name, nullptr, 0, nullptr, nullptr, nullptr, &text};
+    return {.name = name, .whole = &text};
 }
 
 void keepLogging() {

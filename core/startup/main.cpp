@@ -218,10 +218,11 @@ constexpr std::array kNormalRoad{runFirstRunAction, deleteOldUndoFiles, tellThat
 Ending makeFolderList(const Failure& failure, int number) {
     if (!takesFiles(AppPath)) return Ending::Leave;
     const std::string path = AppPath + "liste.txt";
-    Report{Ending::Retry, kStyleExclamation, kHide, path + " musste angelegt werden."}(kTags, failure);
+    const Ending again =
+        Report{Ending::Retry, kStyleExclamation, kHide, path + " musste angelegt werden."}(kTags, failure);
     openFile(path, FileMode::Output, number);
     closeFile(number);
-    return Ending::Retry;
+    return again;
 }
 
 void tellThatMemoryIsShort() {

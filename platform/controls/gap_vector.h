@@ -6,9 +6,9 @@
 
 namespace bromvale {
 
-// A vector whose free places are one gap, which goes to where an element is taken out. Taking elements out one
-// after another from front to back is so linear in all of them together, where a vector moves up all that is
-// behind each of them. Taking out asks for no memory.
+// A vector whose free places are one gap, which goes to where an element is taken out. Taking elements out
+// one after another from front to back is so linear in all of them together, where a vector moves up all that
+// is behind each of them. Taking out asks for no memory.
 template <class T>
 class GapVector {
   public:
@@ -38,7 +38,9 @@ class GapVector {
 
   private:
     void moveGap(std::size_t to) {
-        const auto place = [this](std::size_t at) { return slots_.begin() + static_cast<std::ptrdiff_t>(at); };
+        const auto place = [this](std::size_t at) {
+            return slots_.begin() + static_cast<std::ptrdiff_t>(at);
+        };
         if (width_ != 0 && to < gap_) std::move_backward(place(to), place(gap_), place(gap_ + width_));
         if (width_ != 0 && to > gap_) std::move(place(gap_ + width_), place(to + width_), place(gap_));
         gap_ = to;

@@ -6,7 +6,8 @@
 
 namespace bromvale {
 
-// An entry of a pop-up menu, or with children such a menu, which has one level. The caption "-" is a separator line.
+// An entry of a pop-up menu, or with children such a menu, which has one level. The caption "-" is a
+// separator line.
 class MenuItem : public ControlOf<MenuItem, ControlKind::Menu> {
   public:
     using ControlOf::ControlOf;

@@ -249,6 +249,14 @@ TEST_F(Links, AreRemovedAsLinksWhateverTheSetting) {
     }
 }
 
+// Each entry below a folder is looked at before that goes.
+TEST_F(Links, AreLookedForWhileTheWindowsAreServed) {
+    for (int i = 0; i < 100; ++i) write("Leeren/unten/" + std::to_string(i) + ".txt");
+    const auto before = offline::machine().pump.windowServings();
+    emptyDrive();
+    EXPECT_GE(offline::machine().pump.windowServings() - before, 100u);
+}
+
 TEST_F(Links, ToFoldersNeverReachTheShell) {
     link("Ziel", "Leeren/Ordner");
     machine().faults.startCounting();

@@ -89,6 +89,14 @@ TEST_F(MachineFacts, NamesAndFolders) {
     EXPECT_EQ(ReadSysDir(), "C:\\WINDOWS\\SYSTEM");
 }
 
+// The length that it would need comes back, and so all that the buffer was filled with.
+TEST_F(MachineFacts, ASystemFolderThatDoesNotFitIsAsManyBlanksAsThereIsRoom) {
+    machine().otherHalf.windows = "C:\\" + std::string(260, 'w');
+    EXPECT_EQ(ReadSysDir(), std::string(255, ' '));
+    machine().otherHalf.windows = "C:\\" + std::string(254 - 3 - 9, 'w');
+    EXPECT_EQ(ReadSysDir(), machine().otherHalf.windows + "\\SYSTEM32");
+}
+
 TEST_F(MachineFacts, ACallThatFailsLeavesTheTextEmpty) {
     machine().faults.fail("GetUserNameA", 1, 5);
     machine().faults.fail("GetWindowsDirectoryA", 1, 5);

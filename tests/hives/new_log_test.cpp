@@ -240,6 +240,13 @@ TEST(NewLog, ThatEndsEarlyIsNotFollowedByTheOther) {
         result.replay.problem);
 }
 
+// What was taken out of both is told by the names of those that gave something.
+TEST(NewLog, ThatFollowsWithoutAGoodEntryIsNotNamed) {
+    const std::string hive = dirtyState(0, 5);
+    const std::string empty = newLog(hive, 7, {}) + std::string(4096, '\0');
+    expectState(replayed(hive, {{kLog1, logOfSteps(1, 2, 5)}, {kLog2, empty}}), 2, 6, "LOG1");
+}
+
 TEST(NewLog, WhoseFirstEntryDoesNotFitIsRefused) {
     const std::string hive = dirtyState(0, 5);
     expectRefused(replayed(hive, {{kLog1, newLog(hive, 5, {stepTo(1, 6), stepTo(2, 7)})}}), hive,

@@ -116,6 +116,28 @@ TEST_F(DrivesTest, DrivesComeAndGo) {
     EXPECT_TRUE(drives().has('Z'));
     drives().remove('Z');
     EXPECT_FALSE(drives().has('Z'));
+    EXPECT_FALSE(drives().has('A'));
+    drives().addMemory('a');
+    EXPECT_TRUE(drives().has('A'));
+}
+
+// A way of links that a file can be opened by is one whose end is told.
+TEST_F(DrivesTest, TheLastOfManyLinksLeadsWhereTheFirstDoes) {
+    drives().makeFolder("C:\\Ziel");
+    std::string target = "C:\\Ziel";
+    for (int i = 1; i <= 17; ++i) {
+        const std::string link = "C:\\L" + std::to_string(i);
+        ASSERT_TRUE(drives().linkFolder(link, target));
+        target = link;
+        const HANDLE folder =
+            CreateFileA(link.c_str(), 0, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        ASSERT_EQ(folder != INVALID_HANDLE_VALUE, i <= 16) << i;
+        if (i > 16) break;
+        WCHAR path[MAX_PATH] = {};
+        GetFinalPathNameByHandleW(folder, path, MAX_PATH, 0);
+        EXPECT_EQ(std::u16string_view(path), u"\\\\?\\C:\\Ziel") << i;
+        CloseHandle(folder);
+    }
 }
 
 TEST_F(DrivesTest, FilesAreWrittenReadDatedAndErased) {

@@ -1,4 +1,5 @@
 // What Main reads, refuses and leaves in the log, whichever road it takes.
+#include "core/startup/arguments.h"
 #include "core/text_file.h"
 #include "platform/events.h"
 #include "platform/exact/text.h"
@@ -121,7 +122,13 @@ TEST_F(StartUp, AProgramFolderThatNoNameReachesIsToldAndEndsTheStart) {
     machine().drives.makeFolder(u"C:\\Paw\u0142owski");
     Main();
     ASSERT_EQ(boxes().size(), 1u);
-    EXPECT_NE(boxes()[0].text.find("C:\\Pawlowski"), std::string::npos);
+    EXPECT_EQ(
+        boxes()[0].text,
+        "Der Name des Ordners, in dem Bromvale liegt, enthält Zeichen, die das Programm auf diesem System "
+        "nicht verwenden kann:\r\nC:\\Pawlowski\\\r\n\r\nDas Protokoll und die Sicherungsdateien könnten "
+        "dort nicht angelegt werden. Verschieben Sie das Programm in einen anderen Ordner und starten Sie "
+        "es erneut.");
+    EXPECT_EQ(boxes()[0].style, 48u);
     EXPECT_TRUE(loadedForms().empty());
 }
 
@@ -142,7 +149,11 @@ TEST_F(StartUp, A9xSystemOfSeveralBytesACharacterIsRefused) {
     machine().textRules.codePage = 932;
     Main();
     ASSERT_EQ(boxes().size(), 1u);
-    EXPECT_NE(boxes()[0].text.find("mehreren Bytes"), std::string::npos);
+    EXPECT_EQ(
+        boxes()[0].text,
+        "Bromvale kann auf diesem System nicht arbeiten: Seine Schriftzeichen bestehen aus mehreren Bytes, "
+        "und die Namen von Schlüsseln und Dateien wären nicht sicher zu lesen.");
+    EXPECT_EQ(boxes()[0].style, 48u);
     EXPECT_TRUE(loadedForms().empty());
 }
 
@@ -153,6 +164,17 @@ TEST_F(StartUp, AnUnknownSystemPasses) {
     EXPECT_EQ(OSName, "Unbekanntes Betriebssystem");
     EXPECT_TRUE(boxes().empty());
     EXPECT_EQ(formNames(), Lines{"frmMain"});
+}
+
+// The way to the program stands before its arguments, in quotes where it has blanks.
+TEST_F(StartUp, AFolderWithBlanksIsNoArgument) {
+    for (const char* path : {"C:\\Programme\\Bromvale 1 -d", "C:\\Programme\\Bromvale"}) {
+        machine().setAppPath(path);
+        machine().commandLine = "-d";
+        EXPECT_EQ(arguments(), "-d") << path;
+        machine().commandLine = "";
+        EXPECT_EQ(arguments(), "") << path;
+    }
 }
 
 class OtherCommandLine : public StartUp, public ::testing::WithParamInterface<const char*> {};

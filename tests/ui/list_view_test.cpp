@@ -125,7 +125,8 @@ TEST_F(ListViewTest, TheFocusOfARemovedRowGoesToTheOneThatMovesUpOrToTheLast) {
     EXPECT_EQ(form.list.selectedItem(), 0);
 }
 
-// Rows are added, marked, sorted and looked at in between: the list says the same as one that is kept beside it.
+// Rows are added, marked, sorted and looked at in between: the list says the same as one that is kept beside
+// it.
 TEST_F(ListViewTest, RowsThatGoFromAnyPlaceLeaveTheOthersInTheirOrder) {
     std::mt19937 chance(7);
     const auto below = [&](std::size_t most) { return static_cast<std::size_t>(chance() % most); };

@@ -98,6 +98,28 @@ TEST_F(UninstallerTest, ReturnClearDeleteAndADoubleClickUninstall) {
     EXPECT_EQ(started().size(), 4u);
 }
 
+// The question stands, and behind it the list loses its rows.
+TEST_F(UninstallerTest, RowsThatGoMeanwhileAreReportedAndTheOthersAskedAbout) {
+    makeFolders({"Alpha", "Beta"});
+    installed("Alpha");
+    installed("Beta");
+    openPage();
+    list().userSelect({1, 2});
+    offline::machine().events.sink = [](const offline::Event& event) {
+        if (event.kind == EventKind::MessageBox) list().clear();
+    };
+    switchTracingOn();
+    answer(IDYES);
+    click();
+    offline::machine().events.sink = nullptr;
+    EXPECT_EQ(started(), Texts{commandOf("Alpha")});
+    EXPECT_EQ(boxes().size(), 1u);
+    EXPECT_EQ(
+        logOf("cmdDeinstall_Click"),
+        (Texts{"started; 0; ", "Alpha soll deinstalliert werden; 0; ",
+               "Es wurde keine Datei gewählt.; 35600; Index liegt außerhalb der Grenzen", "endet; 0; "}));
+}
+
 TEST_F(UninstallerTest, TheStartIsTraced) {
     makeFolders({"Alpha"});
     installed("Alpha");

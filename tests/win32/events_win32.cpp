@@ -135,8 +135,8 @@ TEST_F(RealWindows, AGreyedComboBoxHasItsFieldGreyToo) {
     const HDC dc = GetDC(field);
     const auto ground = [&] {
         SetBkColor(dc, RGB(1, 2, 3));
-        const LRESULT brush =
-            send(form.cboKind, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc), reinterpret_cast<LPARAM>(field));
+        const LRESULT brush = send(form.cboKind, WM_CTLCOLOREDIT, reinterpret_cast<WPARAM>(dc),
+                                   reinterpret_cast<LPARAM>(field));
         return std::pair(brush, GetBkColor(dc));
     };
     const auto plain = ground();

@@ -42,8 +42,9 @@ class HostFile : public OpenedFile {
 
     DWORD read(std::uint64_t position, void* buffer, DWORD size, DWORD& done) override {
         const ssize_t count = ::pread(file_, buffer, size, static_cast<off_t>(position));
-        done = count < 0 ? 0 : static_cast<DWORD>(count);
-        return outcome(count < 0 ? -1 : 0);
+        if (count < 0) return lastErrorOf(errno);
+        done = static_cast<DWORD>(count);
+        return 0;
     }
     DWORD write(std::uint64_t position, const void* bytes, DWORD size) override {
         dirty_ = true;

@@ -6,14 +6,14 @@
 namespace bromvale::offline {
 namespace {
 
-constexpr int kMostLinks = 16;
+constexpr int kMostLinks = 16;  // as many as the drives in memory follow
 constexpr std::string_view kLiteralPath = "\\\\?\\";
 
 std::string followed(const Location& location, LinkAtEnd linkAtEnd, int links);
 
 std::string followed(std::string_view path, LinkAtEnd linkAtEnd, int links) {
     Location location;
-    if (links == kMostLinks) return {};
+    if (links > kMostLinks) return {};
     const DWORD error = machine().drives.locateStored(path, location);
     // Off the machine's drives a link's target is known by name only.
     if (error != 0) return path.starts_with("\\\\") ? std::string(path) : std::string();

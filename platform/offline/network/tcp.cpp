@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <memory>
 
 namespace bromvale::offline {
 
@@ -14,15 +15,15 @@ Tcp::Tcp(const std::string& host, int port) {
     addrinfo hints{};
     hints.ai_family = AF_INET;
     hints.ai_socktype = SOCK_STREAM;
-    addrinfo* found = nullptr;
-    if (getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &found) != 0) return;
+    addrinfo* list = nullptr;
+    if (getaddrinfo(host.c_str(), std::to_string(port).c_str(), &hints, &list) != 0) return;
+    const std::unique_ptr<addrinfo, void (*)(addrinfo*)> found(list, freeaddrinfo);
     socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (socket_ >= 0) {
         const int result = ::connect(socket_, found->ai_addr, found->ai_addrlen);
         if (result == 0) state_ = State::Connected;
         if (result != 0 && errno == EINPROGRESS) state_ = State::Connecting;
     }
-    freeaddrinfo(found);
 }
 
 Tcp::~Tcp() {
