@@ -237,6 +237,18 @@ class Answers : public Services {
     }
 };
 
+TEST_F(Answers, ThatCannotBeReadGiveNothing) {
+    const RecordingServer server("raw", "HTTP/1.1 200 OK\r\n\r\nabc");
+    WebAnswer page("http://" + server.host() + "/", "Bromvale");
+    machine().faults.fail("InternetReadFile", 1, 5);
+    std::size_t got = 99;
+    char byte = '.';
+    EXPECT_FALSE(page.read(&byte, 1, got));
+    EXPECT_EQ(got, 0u);
+    EXPECT_TRUE(page.read(&byte, 1, got));
+    EXPECT_EQ(byte, 'a');
+}
+
 TEST_F(Answers, OfEveryKindAreRead) {
     const struct {
         const char* bytes;
