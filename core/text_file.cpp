@@ -205,7 +205,6 @@ int openFileCount() {
 }
 
 void makeFolder(std::string_view path) {
-    if (path.empty()) raise(76);
     if (CreateDirectoryA(CText(path).get(), nullptr) == 0) raiseFor(GetLastError(), kPathFailures, 75);
 }
 

@@ -43,7 +43,6 @@ bool previousInstanceRuns() {
 // What this mutex is held for has an end by itself; the wait has one all the same.
 RightsQuestion::RightsQuestion() {
     if (emptiesFolders() || !couldHaveMoreRights() || isRunning()) return;
-    SetLastError(ERROR_SUCCESS);
     asking_ = CreateMutexA(nullptr, FALSE, kAsking);
     if (asking_ != nullptr && GetLastError() != ERROR_ALREADY_EXISTS) {
         handedOver_ = startWithMoreRights(isRunning);

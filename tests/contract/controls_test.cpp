@@ -137,6 +137,47 @@ TEST_F(Controls, ATimerThatWasMissedTicksOnceAndAgainAfterItsTime) {
     EXPECT_EQ(ticks, 1);
 }
 
+TEST_F(Controls, TimersOfOneIntervalTickEachAtItsTime) {
+    std::string ticks;
+    const auto wait = [] {
+        WaitForEvents(10);
+        DoEvents();
+    };
+    SmallForm other;
+    other.load();
+    form_.timer.onTimer = [&] { ticks += 'a'; };
+    other.timer.onTimer = [&] { ticks += 'b'; };
+    form_.timer.setInterval(400);
+    form_.timer.setEnabled(true);
+    DoEvents();
+    for (int i = 0; i < 4; ++i) wait();
+    other.timer.setInterval(400);
+    other.timer.setEnabled(true);
+    DoEvents();
+    for (int i = 0; i < 200 && ticks.empty(); ++i) wait();
+    EXPECT_EQ(ticks, "a");
+    form_.timer.setEnabled(false);
+    for (int i = 0; i < 200 && ticks.size() < 2; ++i) wait();
+    EXPECT_EQ(ticks, "ab");
+    other.unload();
+}
+
+TEST_F(Controls, AnotherIntervalCountsFromItsAssignment) {
+    int ticks = 0;
+    form_.timer.onTimer = [&] { ++ticks; };
+    form_.timer.setInterval(60'000);
+    form_.timer.setEnabled(true);
+    DoEvents();
+    form_.timer.setInterval(50);
+    DoEvents();
+    EXPECT_EQ(ticks, 0);
+    for (int i = 0; i < 100 && ticks == 0; ++i) {
+        WaitForEvents(10);
+        DoEvents();
+    }
+    EXPECT_EQ(ticks, 1);
+}
+
 TEST_F(Controls, ALoopThatServesEventsOftenServesThemSoon) {
     int ticks = 0;
     form_.timer.onTimer = [&] { ++ticks; };

@@ -154,10 +154,21 @@ TEST_F(TextFile, NamesMayHoldUmlauts) {
     closeFile(1);
 }
 
+TEST_F(TextFile, TheStartOfAFileIsWhatItHasAtMost) {
+    writeWholeFile(folder() + "kurz", "abc");
+    const auto start = fileStart(folder() + "kurz", 10);
+    ASSERT_TRUE(start.has_value());
+    EXPECT_EQ(start->bytes, "abc");
+    EXPECT_EQ(start->size, 3u);
+    EXPECT_EQ(fileStart(folder() + "kurz", 2)->bytes, "ab");
+    EXPECT_FALSE(fileStart(folder() + "fehlt", 2).has_value());
+}
+
 TEST_F(TextFile, MakingAFolder) {
     EXPECT_EQ(failureNumber([&] { makeFolder(folder() + "neu"); }), 0);
     EXPECT_EQ(failureNumber([&] { makeFolder(folder() + "neu"); }), 75);
     EXPECT_EQ(failureNumber([&] { makeFolder(folder() + "fehlt\\neu"); }), 76);
+    EXPECT_EQ(failureNumber([&] { makeFolder(""); }), 76);
     EXPECT_EQ(filesIn(folder(), "*"), Lines{"neu"});
 }
 

@@ -220,6 +220,17 @@ TEST(WebAddresses, AreTakenApart) {
     }
 }
 
+TEST_F(Services, AQuestionThatCannotBeAskedIsANo) {
+    const RecordingServer server("reply", "   ");
+    WebHost = server.host();
+    machine().faults.observe([](std::string_view operation) {
+        if (operation == "MessageBoxA") raise(7);
+    });
+    LiveUpdate();
+    machine().faults.clear();
+    EXPECT_EQ(server.requests().size(), 1u);
+}
+
 class Answers : public Services {
   protected:
     // What a read of up to `count` gives, and "<broken>" where it fails; "<none>" for no answer at all.

@@ -134,6 +134,14 @@ TEST_F(DiskDrive, NamesThatAreNoNamesLeadNowhere) {
     EXPECT_EQ(find("").path, root_.string());
 }
 
+TEST_F(DiskDrive, NamesOfTheHostAreThoseOfOneEntry) {
+    for (const std::string_view name : {"", ".", "..", "a/b", "/"})
+        EXPECT_FALSE(offline::isPlainName(name)) << name;
+    EXPECT_FALSE(offline::isPlainName(std::string_view("a\0b", 3)));
+    for (const std::string_view name : {"a", "...", "#", ".a", "a.", "a\\b"})
+        EXPECT_TRUE(offline::isPlainName(name)) << name;
+}
+
 TEST_F(DiskDrive, CirclesOfLinksEnd) {
     link("a", "b");
     link("b", "a");

@@ -121,6 +121,18 @@ TEST_F(DrivesTest, DrivesComeAndGo) {
     EXPECT_TRUE(drives().has('A'));
 }
 
+TEST_F(DrivesTest, AMaskBehindADriveIsOfItsCurrentFolder) {
+    drives().writeFile("C:\\Ordner\\a.txt", "x");
+    drives().writeFile("C:\\b.txt", "x");
+    ASSERT_NE(SetCurrentDirectoryA("C:\\Ordner"), 0);
+    WIN32_FIND_DATAA found{};
+    const HANDLE search = FindFirstFileA("C:*.txt", &found);
+    ASSERT_NE(search, INVALID_HANDLE_VALUE);
+    EXPECT_STREQ(found.cFileName, "a.txt");
+    EXPECT_EQ(FindNextFileA(search, &found), 0);
+    FindClose(search);
+}
+
 // A way of links that a file can be opened by is one whose end is told.
 TEST_F(DrivesTest, TheLastOfManyLinksLeadsWhereTheFirstDoes) {
     drives().makeFolder("C:\\Ziel");

@@ -59,6 +59,18 @@ TEST_F(ShellTest, AnotherOperationOrNoListIsRefused) {
     EXPECT_EQ(names(), Names{"a"});
 }
 
+TEST_F(ShellTest, TheWindowsAreServedWhileItWorks) {
+    writeWholeFile(folder() + "a", "x");
+    const std::string list = folder() + "a" + '\0';
+    SHFILEOPSTRUCTA operation{};
+    operation.wFunc = FO_DELETE;
+    operation.pFrom = list.c_str();
+    const auto before = machine().pump.windowServings();
+    EXPECT_EQ(SHFileOperationServing(operation), 0);
+    EXPECT_EQ(machine().pump.windowServings(), before + 1);
+    EXPECT_EQ(names(), Names{});
+}
+
 TEST_F(ShellTest, AMaskTakesFoldersToo) {
     makeFolderOnDisk(folder() + "a.dir");
     writeWholeFile(folder() + "a.dir\\x", "x");

@@ -25,6 +25,15 @@ TEST(TextOrderOfSigns, EachComesBehindTheOneBeforeAndBeforeAllDigits) {
     }
 }
 
+TEST(TextOrderOfSigns, ABlankThatJoinsComesBehindThePlainOneAtTheSamePlace) {
+    EXPECT_LT(compareTexts(" ", "\xA0"), 0);
+    EXPECT_GT(compareTexts(" b",
+                           "\xA0"
+                           "a"),
+              0);
+    EXPECT_LT(compareTexts("\xA0", "\t"), 0);
+}
+
 TEST(TextOrderOfSigns, LettersComeBehindThemInTheOrderOfTheAlphabetAndWithoutTheirCase) {
     const std::string letters = "abcdefghijklmnopqrstuvwxyz";
     EXPECT_LT(compareTexts("9z", "a"), 0);

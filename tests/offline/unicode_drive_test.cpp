@@ -269,6 +269,15 @@ TEST_F(UnicodeDrive, The9xFamilyHasNoWideFunctions) {
     EXPECT_EQ(GetLastError(), 120u);
     WCHAR path[MAX_PATH];
     EXPECT_EQ(GetModuleFileNameW(nullptr, path, MAX_PATH), 0u);
+    EXPECT_EQ(ExpandEnvironmentStringsW(u"%windir%", path, MAX_PATH), 0u);
+    EXPECT_EQ(GetShortPathNameW(u"D:\\", path, MAX_PATH), 0u);
+    EXPECT_EQ(GetWindowsDirectoryW(path, MAX_PATH), 0u);
+    EXPECT_EQ(FindNextFileW(nullptr, &data), 0);
+    EXPECT_EQ(CreateFileW(u"D:\\zdjecie.txt", GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr),
+              INVALID_HANDLE_VALUE);
+    EXPECT_EQ(GetFinalPathNameByHandleW(nullptr, path, MAX_PATH, 0), 0u);
+    EXPECT_EQ(SHGetPathFromIDListW(nullptr, path), 0);
+    EXPECT_EQ(GetLastError(), 120u);
 }
 
 TEST_F(UnicodeDrive, WideCallsShareTheFaultPointsOfTheirBrothers) {

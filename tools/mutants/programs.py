@@ -24,6 +24,7 @@ EVERY = ["core", "base", "contract", "startup", "scanner", "cleanup", "uninstall
 # Whom a source's folder is first asked of, the most particular folder first.
 OWN = {
     "platform/offline/hives": ["hives", "rescue"],
+    "platform/offline/registry": ["offline", "contract", "hives"],
     "platform/offline/network": ["offline", "internet"],
     "platform/offline": ["offline", "contract"],
     "core/startup": ["startup"],

@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <fstream>
+
 #include "platform/offline/hives/disk/disk_parts.h"
 #include "platform/offline/hives/hive.h"
 #include "tests/hives/disk/disk_files.h"
@@ -11,6 +13,14 @@ namespace bromvale::offline {
 namespace {
 
 namespace fs = std::filesystem;
+
+TEST_F(DiskTest, TheStartOfAFileIsWhatItHasAtMost) {
+    std::ofstream(folder() / "short") << "abc";
+    EXPECT_EQ(startOf((folder() / "short").string(), 10), "abc");
+    EXPECT_EQ(startOf((folder() / "short").string(), 2), "ab");
+    EXPECT_EQ(startOf((folder() / "missing").string(), 2), std::nullopt);
+    EXPECT_EQ(startOf(folder().string(), 2), std::nullopt);
+}
 
 class DiskTold : public DiskTest {
   protected:
