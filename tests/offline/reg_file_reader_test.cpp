@@ -1,6 +1,8 @@
 // Reading registry files: the forms of the registry editor, and what is refused.
 #include "platform/offline/reg_files/reg_file.h"
 
+#include <unistd.h>
+
 #include <ostream>
 
 #include "tests/offline/registry_test_support.h"
@@ -34,6 +36,21 @@ void PrintTo(const Row& row, std::ostream* out) {
 }
 
 class GoodFileTest : public RegistryTest, public ::testing::WithParamInterface<Row> {};
+
+// What can be read once only is read to its end before it is looked through twice.
+TEST_F(RegistryTest, AFileThatIsAPipeIsRead) {
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const std::string file =
+        "REGEDIT4\r\n\r\n[HKEY_CURRENT_USER\\A]\r\n\"v\"=\"" + std::string(9000, 'x') + "\"\r\n";
+    ASSERT_EQ(::write(ends[1], file.data(), file.size()), static_cast<ssize_t>(file.size()));
+    ::close(ends[1]);
+    EXPECT_EQ("read", messageOf(loadRegFile("/dev/fd/" + std::to_string(ends[0]), registry())));
+    ::close(ends[0]);
+    std::string text;
+    for (int i = 0; i < 9000; ++i) text += "78";
+    EXPECT_EQ("HKEY_CURRENT_USER\\A\n  v|1|" + text + "00\n", dump(registry()));
+}
 
 TEST_P(GoodFileTest, IsReadAsItStands) {
     EXPECT_EQ("read", messageOf(loadRegText(GetParam().file, "x.reg", registry())));

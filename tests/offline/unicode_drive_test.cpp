@@ -225,6 +225,36 @@ TEST_F(UnicodeDrive, OtherCodePagesAreTheirOwn) {
     machine().textRules.codePage = 1252;
 }
 
+// As Windows itself does with the files of other systems.
+TEST_F(UnicodeDrive, WhatWindowsAllowsInNoNameStandsBeyondAllCodePages) {
+    std::ofstream(top_ / "d" / "a:b?\"<c>|*\\") << "x";
+    const Names names{u"a\uF03Ab\uF03F\uF022\uF03Cc\uF03E\uF07C\uF02A\uF05C"};
+    EXPECT_EQ(namesIn(u"D:"), names);
+    EXPECT_EQ(finalPathOf(u"D:\\" + names[0]), u"\\\\?\\D:\\" + names[0]);
+}
+
+TEST_F(UnicodeDrive, AShortPathKeepsThePrefixOfALiteralOne) {
+    machine().drives.shortNames = true;
+    machine().drives.writeFile(u"C:\\Ein langer Name.txt", "x");
+    WCHAR path[MAX_PATH] = {};
+    EXPECT_EQ(GetShortPathNameW(u"\\\\?\\C:\\Ein langer Name.txt", path, MAX_PATH), 19u);
+    EXPECT_EQ(std::u16string(path), u"\\\\?\\C:\\EINLAN~1.TXT");
+    EXPECT_EQ(GetShortPathNameW(u"C:\\Ein langer Name.txt", path, MAX_PATH), 15u);
+    EXPECT_EQ(std::u16string(path), u"C:\\EINLAN~1.TXT");
+}
+
+TEST_F(UnicodeDrive, BytesWithoutACharacterAreToldWhereThatIsAsked) {
+    machine().textRules.codePage = 932;
+    WCHAR wide[4] = {};
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, "\x81\xAD", 2, wide, 4), 0);
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_NO_UNICODE_TRANSLATION));
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "\x81\xAD", 2, wide, 4), 1);
+    EXPECT_EQ(wide[0], u'\u30FB');
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, "\x82\xA0", 2, wide, 4), 1);
+    EXPECT_EQ(wide[0], u'\u3042');
+    machine().textRules.codePage = 1252;
+}
+
 TEST_F(UnicodeDrive, TheProgramLiesWhereItIsToldTo) {
     machine().drives.shortNames = true;
     machine().setAppPath(u"C:\\Paw\u0142owski\\Bromvale");

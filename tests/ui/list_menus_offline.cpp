@@ -37,6 +37,16 @@ TEST_F(ListMenus, TheMenuKeyOpensTheMenuWithItsCaptionsByTheSelectedRows) {
     EXPECT_EQ(machine().events.count(EventKind::Menu), 2u);
 }
 
+TEST_F(ListMenus, WhetherAnEntryWasChosenIsRecorded) {
+    list().userSelect({1});
+    const auto chosen = [] { return machine().events.of(EventKind::Menu).back().answer; };
+    EXPECT_TRUE(frmMain().userKey(kMenuKey, false, false));
+    EXPECT_EQ(chosen(), 0);
+    machine().menuChoices.push_back("markierten Eintrag löschen");
+    EXPECT_TRUE(frmMain().userKey(kMenuKey, false, false));
+    EXPECT_EQ(chosen(), 1);
+}
+
 TEST_F(ListMenus, EachListHasOne) {
     FrmMain& form = frmMain();
     for (const ListView* each : {&form.scan.lvwRegKeys, &form.backup.lvwBackup, &form.programs.lvwDeinstall,
