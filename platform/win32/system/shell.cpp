@@ -1,11 +1,16 @@
 #include "platform/shell.h"
 
+#include "platform/events.h"
 #include "platform/win32/system/patient_call.h"
 #include "platform/win32/system/runtime.h"
 #include "platform/win32/system/shell_objects.h"
 
 namespace bromvale {
 namespace {
+
+// Nearly every operation is over within that many milliseconds, and the next one comes. Until then both
+// threads wait for each other alone: waiting for messages as well takes several times as long.
+constexpr DWORD kShort = 10;
 
 // The thread on which the shell works, one for all calls: starting one costs more than deleting a small file.
 // Windows and objects that the shell makes belong to it. It ends with the process.
@@ -20,7 +25,9 @@ class ShellThread {
         if (!ready() || operation_ != nullptr) return SHFileOperationA(&operation);
         operation_ = &operation;
         SetEvent(given_);
-        static_cast<void>(waitServing(done_, INFINITE));
+        ServeWindows();
+        if (WaitForSingleObject(done_, kShort) != WAIT_OBJECT_0)
+            static_cast<void>(waitServing(done_, INFINITE));
         operation_ = nullptr;
         return result_;
     }
@@ -40,7 +47,9 @@ class ShellThread {
         auto& self = *static_cast<ShellThread*>(data);
         static_cast<void>(CoInitialize(nullptr));
         for (;;) {
-            const DWORD woken = MsgWaitForMultipleObjects(1, &self.given_, FALSE, INFINITE, QS_ALLINPUT);
+            DWORD woken = WaitForSingleObject(self.given_, kShort);
+            if (woken == WAIT_TIMEOUT)
+                woken = MsgWaitForMultipleObjects(1, &self.given_, FALSE, INFINITE, QS_ALLINPUT);
             if (woken == WAIT_OBJECT_0) {
                 self.result_ = SHFileOperationA(self.operation_);
                 SetEvent(self.done_);
