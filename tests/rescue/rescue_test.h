@@ -31,6 +31,10 @@ class RescueTest : public ToolTest {
     // With "--windows" and the disk's root in front.
     Outcome onDisk(std::vector<std::string> arguments);
     [[nodiscard]] std::filesystem::path disk() const { return folder() / "disk"; }
+    // The same with a terminal for input and errors, at which `answer` is typed; `err` is what it shows.
+    Outcome onDiskAtTerminal(std::vector<std::string> arguments, const std::string& answer);
+    // Each line as the tool says it to people.
+    static std::string said(const std::vector<std::string>& lines);
 
     // Names, sizes, times of the last write and bytes of all that is there.
     [[nodiscard]] std::string everythingOnDisk() const;
