@@ -52,32 +52,30 @@ TEST_F(ReportForms, OddCharactersAreEscapedAndPipesGetNoProgress) {
     }
 }
 
-// What a terminal gets, in Python, which has one.
-constexpr const char* kOnATerminal = R"(
-import os, pty, sys
-seen = b""
-def read(terminal):
-    global seen
-    data = os.read(terminal, 1024)
-    seen += data
-    return b""
-os.environ["TERM"] = "dumb"
-pty.spawn(sys.argv[2:], read)
-open(sys.argv[1], "wb").write(seen)
-)";
-
+// A "#" for every four percent that are done, and at the end blanks in the place of all.
 TEST_F(ReportForms, ATerminalSeesABar) {
     std::string keys;
     for (int i = 0; i < 3000; ++i)
         keys += "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{" + std::to_string(i) +
                 "}\\InprocServer32]\n@=\"x\"\n";
-    file("terminal.py", kOnATerminal);
-    const std::string command = "python3 '" + path("terminal.py") + "' '" + path("seen.txt") +
-                                "' '" BROMVALE_OFFLINE_TOOL "' --registry '" + registry("viele.reg", keys) +
-                                "' --report text '" + path("r.txt") + "'";
-    ASSERT_EQ(0, std::system(command.c_str()));
-    EXPECT_NE(std::string::npos, read("seen.txt").find("\r[")) << read("seen.txt");
-    EXPECT_NE(std::string::npos, read("seen.txt").find('%'));
+    std::string seen =
+        runAtTerminal({"--registry", registry("viele.reg", keys), "--report", "text", path("r.txt")}, "").err;
+    const std::string cleared = "\r" + std::string(34, ' ') + "\r";
+    ASSERT_TRUE(seen.ends_with(cleared)) << seen;
+    seen.resize(seen.size() - cleared.size());
+    ASSERT_FALSE(seen.empty());
+    int before = 0;
+    for (; !seen.empty(); seen.erase(0, 33)) {
+        const int done = std::atoi(seen.substr(28, 4).c_str());
+        EXPECT_GE(done, before);
+        before = done;
+        const std::string number = std::to_string(done);
+        const auto parts = static_cast<std::size_t>(done / 4);
+        EXPECT_EQ("\r[" + std::string(parts, '#') + std::string(25 - parts, '.') + "] " +
+                      std::string(3 - number.size(), ' ') + number + "%",
+                  seen.substr(0, 33));
+    }
+    EXPECT_GT(before, 50);
 }
 
 TEST_F(ReportForms, AFileThatCantBeWrittenIsSaid) {

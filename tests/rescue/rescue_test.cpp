@@ -117,20 +117,30 @@ Outcome RescueTest::onDisk(std::vector<std::string> arguments) {
     return run(arguments);
 }
 
-Outcome RescueTest::onDiskAtTerminal(std::vector<std::string> arguments, const std::string& answer) {
-    arguments.insert(arguments.begin(),
-                     {BROMVALE_OFFLINE_TOOL, "--now", "2026-11-15T07:12:09", "--windows", disk().string()});
-    arguments.insert(arguments.begin(), {file("terminal.py", kAtTerminal), path("out"), path("err"), answer});
+Outcome RescueTest::runAtTerminal(std::vector<std::string> arguments, const std::string& answer) {
+    arguments.insert(arguments.begin(), {file("terminal.py", kAtTerminal), path("out"), path("err"), answer,
+                                         BROMVALE_OFFLINE_TOOL, "--now", "2026-11-15T07:12:09"});
     std::string command = "python3";
     for (const std::string& argument : arguments) command += " '" + argument + "'";
     const int status = std::system(command.c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read("out"), read("err")};
 }
 
+Outcome RescueTest::onDiskAtTerminal(std::vector<std::string> arguments, const std::string& answer) {
+    arguments.insert(arguments.begin(), {"--windows", disk().string()});
+    return runAtTerminal(arguments, answer);
+}
+
 std::string RescueTest::said(const std::vector<std::string>& lines) {
     std::string all;
     for (const std::string& line : lines) all += "bromvale-offline: " + line + "\n";
     return all;
+}
+
+std::string RescueTest::behindHives(const std::string& err) {
+    const std::string clean = ": clean\n";
+    const std::size_t at = err.rfind(clean);
+    return at == std::string::npos ? err : err.substr(at + clean.size());
 }
 
 std::string RescueTest::everythingOnDisk() const {
