@@ -85,6 +85,19 @@ TEST_F(ToldOfRemoval, WhatStays) {
               none.err);
 }
 
+// A registry file that is read beside the disk.
+TEST_F(ToldOfRemoval, WhatIsInNoHiveStays) {
+    const std::string paths =
+        "[HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+    const std::string keys = paths + "a]\n@=\"C:\\\\Da\\\\da.dll\"\n" + paths + "b]\n@=\"C:\\\\weg.exe\"\n" +
+                             paths + "c]\n@=\"C:\\\\Da\\\\da.dll\"\n";
+    const Outcome outcome = removing("all", {"--registry", registry("b.reg", keys)});
+    EXPECT_EQ(0, outcome.status);
+    EXPECT_EQ(said({"1 of the rows are of keys that are in no raw hive; they stay", "6 keys go",
+                    "nothing was written; --write takes them out"}),
+              outcome.err);
+}
+
 TEST_F(ToldOfRemoval, WhoHasToAgree) {
     const std::string before = everythingOnDisk();
     const Outcome one = removing("1", {"--write"});
