@@ -55,9 +55,11 @@ int listThem(HostFiles& files, const Place& place) {
     for (const ListedCleaning& cleaning : listed.cleanings) {
         std::printf("%s\n", cleaning.stamp.c_str());
         for (const ListedHive& hive : cleaning.hives) {
+            // What was put back is a copy no more.
+            const bool damaged = !hive.copiesWhole && hive.state != CleaningState::Undone;
             std::printf("  %s: %zu keys, %s%s%s\n", shownText(hive.path).c_str(), hive.removed,
                         stateText(hive.state).data(), hive.changedSince ? "; the hive was changed since" : "",
-                        hive.copiesWhole ? "" : "; its copies are damaged");
+                        damaged ? "; its copies are damaged" : "");
         }
         if (cleaning.hives.size() < cleaning.hivesThen)
             std::printf("  %zu more hives of it lie elsewhere\n", cleaning.hivesThen - cleaning.hives.size());

@@ -40,6 +40,19 @@ TEST_F(TwoHalves, EachProgramFindsTheFilesOfItsOwnWidthBelowSystem32) {
     EXPECT_TRUE(found("C:\\WINDOWS\\System32\\drivers\\etc\\hosts"));
 }
 
+TEST_F(TwoHalves, SomeFoldersBelowSystem32AreOfBoth) {
+    const char* const shared[] = {"catroot", "CatRoot2", "driverstore", "LogFiles", "spool", "drivers\\etc"};
+    const char* const own[] = {"catroot3", "drivers", "drivers\\etcx", "spooler", "etc"};
+    const auto pathIn = [](const char* folder) {
+        return "C:\\WINDOWS\\SYSTEM32\\" + std::string(folder) + "\\a.dat";
+    };
+    for (const char* const folder : shared) machine().drives.writeFile(pathIn(folder), "x");
+    for (const char* const folder : own) machine().drives.writeFile(pathIn(folder), "x");
+    setHalves(Halves::SeenBy32);
+    for (const char* const folder : shared) EXPECT_TRUE(found(pathIn(folder))) << folder;
+    for (const char* const folder : own) EXPECT_FALSE(found(pathIn(folder))) << folder;
+}
+
 TEST_F(TwoHalves, TheOtherViewHasTheFilesOfTheOtherHalf) {
     EXPECT_TRUE(existsInOtherView("C:\\WINDOWS\\System32\\nur32.dll"));
     EXPECT_FALSE(existsInOtherView("C:\\WINDOWS\\System32\\nur64.dll"));

@@ -294,6 +294,27 @@ TEST(HiveDeletion, AHiveFullOfKeysCanBeAskedAbout) {
     EXPECT_EQ(std::nullopt, whyUndeletable(HiveBytes(bytes), cellOf(bytes, u"top")));
 }
 
+// Its only sub key is itself.
+TEST(HiveDeletion, AKeyThatLeadsBackToItselfIsDamaged) {
+    DamagedHive hive(bytesOf(exampleHive()));
+    const Cell key = hive.key(u"li").cell;
+    const Cell below = hive.key(u"li\\a\u00E4").cell;
+    const std::size_t node = hive.node(u"li");
+    const std::size_t list = hive.list(u"li") + key_list::kEntries;
+    for (std::size_t at = list; at < list + 5 * sizeof(Cell); at += sizeof(Cell)) {
+        if (hive.at(at) == below) hive.put(at, key);
+    }
+    hive.put(node + key_node::kParent, key);
+    hive.finish();
+    try {
+        static_cast<void>(whyUndeletable(HiveBytes(hive.bytes()), key));
+        FAIL();
+    } catch (const HiveDamage& damage) {
+        EXPECT_STREQ(damage.what(), "more keys are listed than the hive can hold");
+        EXPECT_EQ(damage.place, kBinsStart + key);
+    }
+}
+
 std::string whyNot(const std::string& bytes, std::u16string_view path) {
     return whyUndeletable(HiveBytes(bytes), cellOf(bytes, path)).value_or("");
 }

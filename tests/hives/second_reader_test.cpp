@@ -131,6 +131,22 @@ TEST_F(SecondReader, ThatCannotOpenTheFileHasADifference) {
     EXPECT_NE(Difference(), second(hive, hive.substr(0, 6000)));
 }
 
+// Ours is whole.
+TEST_F(SecondReader, ThatCannotReadAPartOfTheFileSaysWhich) {
+    if (!hasSecondReader()) GTEST_SKIP();
+    const std::string hive = fileOf(exampleHive());
+    const auto with = [&](std::u16string_view path, std::size_t field, std::uint32_t number) {
+        std::string bytes = hive;
+        const std::size_t place = Hive(HiveBytes(hive)).cell(cellOf(hive, path)).place() + field;
+        bytes.replace(place, 4, reinterpret_cast<const char*>(&number), 4);
+        return second(hive, bytes).value_or("none");
+    };
+    EXPECT_EQ(with(u"", key_node::kSubKeys, 4), "\\: can't list the sub keys: Bad address");
+    EXPECT_EQ(with(u"A\u00E4\\B", key_node::kValues, 4),
+              "\\A\xC3\xA4\\B: can't list the values: Bad address");
+    EXPECT_EQ(with(u"C", key_node::kNameSize, 0xFFFF), "\\C: can't read the name: Bad address");
+}
+
 struct RealCase {
     const char* name;
     PassedOver passedOver = {};

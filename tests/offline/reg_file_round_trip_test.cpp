@@ -1,5 +1,6 @@
 // Writing the registry and reading it again; reading real exports.
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -97,6 +98,15 @@ TEST_F(RoundTripTest, WhatHasNoFormInAFileIsAnErrorAndLeavesTheOldFile) {
     EXPECT_EQ(before, contentOf(path_));
     registry().deleteKey("HKEY_CURRENT_USER\\B\nC");
     EXPECT_FALSE(saveRegFile(registry(), path_));
+}
+
+TEST_F(RoundTripTest, AValuesNameWithANulIsAnErrorToo) {
+    registry().setText(u"HKEY_CURRENT_USER\\K", std::u16string(u"a\0b", 3), u"x");
+    const auto error = saveRegFile(registry(), path_);
+    ASSERT_TRUE(error);
+    EXPECT_EQ("a value name holds a NUL, in the key HKEY_CURRENT_USER\\K", error->reason);
+    EXPECT_FALSE(std::filesystem::exists(path_));
+    EXPECT_FALSE(std::filesystem::exists(path_ + ".part"));
 }
 
 TEST_F(RoundTripTest, AnUnwritablePlaceIsAnError) {

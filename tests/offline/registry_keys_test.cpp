@@ -1,5 +1,7 @@
 // Keys of the offline registry: opening, access, handles, creating, deleting.
+#include <memory>
 #include <ostream>
+#include <stdexcept>
 
 #include "tests/offline/registry_test_support.h"
 
@@ -304,6 +306,34 @@ TEST_F(RegistryTest, AKeyNameNeedsRoomForItsNul) {
     EXPECT_EQ(6u, size);
     EXPECT_EQ(ERROR_NO_MORE_ITEMS, RegEnumKeyExW(key, 1, wide, &size, nullptr, nullptr, nullptr, nullptr));
     EXPECT_EQ(ERROR_INVALID_HANDLE, RegEnumKeyA(nullptr, 0, name, sizeof name));
+}
+
+// A key's source is a number of one byte.
+class NoKeys : public KeySource {
+    void fill(RegistryTree&, RegistryKey*, std::uint32_t) override {}
+};
+
+TEST_F(RegistryTest, TwoHundredAndFiftyFiveHivesAreTheMost) {
+    const auto mount = [](std::shared_ptr<KeySource> source) {
+        RegistryKey* const key = registry().makeKey(1, "Hive");
+        registry().tree().mount(key, std::move(source), 7);
+        return registry().tree().originOf(key);
+    };
+    const auto first = std::make_shared<NoKeys>();
+    EXPECT_EQ(mount(first).source, first.get());
+    std::shared_ptr<KeySource> last;
+    for (int i = 1; i < 255; ++i) {
+        last = std::make_shared<NoKeys>();
+        EXPECT_EQ(mount(last).source, last.get()) << i;
+    }
+    EXPECT_EQ(mount(first).source, first.get()) << "one that is known counts once";
+    EXPECT_EQ(mount(last).place, 7u);
+    try {
+        mount(std::make_shared<NoKeys>());
+        FAIL();
+    } catch (const std::length_error& error) {
+        EXPECT_STREQ(error.what(), "too many hives");
+    }
 }
 
 }  // namespace

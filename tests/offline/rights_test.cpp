@@ -96,6 +96,14 @@ TEST_F(ProtectedFolder, NothingIsMadeWrittenOrDeletedInThereAndAllIsRead) {
     EXPECT_EQ(readWholeFile("C:\\Zu\\unten\\a.txt"), "a");
 }
 
+TEST_F(ProtectedFolder, TryingLeavesNothingBehind) {
+    EXPECT_TRUE(takesFiles("C:\\Zuletzt\\"));
+    EXPECT_EQ(filesIn("C:\\Zuletzt\\", "*"), std::vector<std::string>{"a.txt"});
+    EXPECT_FALSE(takesFiles("C:\\Fehlt\\"));
+    machine().drives.makeFolder("C:\\Zuletzt\\bromvale.tmp");
+    EXPECT_FALSE(takesFiles("C:\\Zuletzt\\")) << "a folder has the name of the file that is tried";
+}
+
 TEST_F(ProtectedFolder, ItsNeighboursAreOpen) {
     EXPECT_TRUE(takesFiles("C:\\Zuletzt\\"));
     EXPECT_TRUE(takesFiles("C:\\"));

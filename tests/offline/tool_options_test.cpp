@@ -1,6 +1,7 @@
 // bromvale-offline from outside: options, files, exit statuses.
 #include <algorithm>
 #include <filesystem>
+#include <regex>
 
 #include "tests/offline/tool_run.h"
 
@@ -36,6 +37,17 @@ TEST_F(Tool, TheFirstStartRepairsTheSettingsAndShowsTheHelp) {
     EXPECT_TRUE(has("help: command 0 \"Bromvale.chm\""));
     EXPECT_TRUE(has("set value: HKEY_CURRENT_USER\\Software\\Bromvale: \"1stRun\"=\"0\""));
     EXPECT_TRUE(has("window frmMain shown: \"Bromvale\""));
+}
+
+TEST_F(Tool, TimesAreToldWhereTheyAreAskedFor) {
+    const Outcome outcome = run({"--time"});
+    EXPECT_EQ(outcome.out, run({}).out);
+    const std::string seconds = "[0-9]+\\.[0-9]{3} s, ";
+    EXPECT_TRUE(std::regex_match(
+        outcome.err, std::regex("load " + seconds + "[1-9][0-9]* keys, [1-9][0-9]* values\nscan " + seconds +
+                                "385 entries, [1-9][0-9]* entries/s\nall " + seconds + "processor " +
+                                seconds + "peak memory [1-9][0-9]* KB\n")))
+        << outcome.err;
 }
 
 TEST_F(Tool, TwoRunsPrintTheSame) {

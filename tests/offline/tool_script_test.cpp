@@ -205,6 +205,49 @@ TEST_F(Script, WhatCannotBeDoneIsAnErrorThatSaysSo) {
     }
 }
 
+TEST_F(Script, WhatAnActionWantsIsSaid) {
+    struct Row {
+        const char* before;  // lines that can be done
+        const char* action;
+        const char* error;
+    };
+    const char* const scanned = "click cmdStart\ncheck chbRegKeysShow 1\n";
+    const Row rows[] = {
+        {scanned, "check chbRegKeysShow 2", "write 0 or 1"},
+        {scanned, "check chbRegKeysShow ", "write 0 or 1"},
+        {scanned, "select lvwRegKeys", "which rows?"},
+        {scanned, "column lvwRegKeys 0", "no such column"},
+        {scanned, "column lvwRegKeys 5", "no such column"},
+        {scanned, "column lvwRegKeys 4", "the column is hidden"},
+        {scanned, "doubleclick lvwRegKeys 1-2", "name one row"},
+        {scanned, "doubleclick lvwRegKeys none", "name one row"},
+        {scanned, "mouseup lvwRegKeys oben", "write left, right or middle"},
+        {"", "resize -1 100", "a size is not negative"},
+        {"", "resize 100 -1", "a size is not negative"},
+        {"", "wait -1", "write a number of seconds"},
+        {"", "wait 1x", "write a number of seconds"},
+        {"", "at 0 click cmdStart", "write: at N ACTION"},
+        {"", "at 1", "write: at N ACTION"},
+        {"", "answer", "unknown button ''"},
+        {"", "close frmLogin", "frmLogin is not there"},
+    };
+    for (const Row& row : rows) {
+        const Outcome outcome = runScript(machine(), row.before + std::string(row.action) + "\n");
+        EXPECT_EQ(outcome.status, 1) << row.action;
+        std::string action = row.action;
+        while (action.ends_with(' ')) action.pop_back();
+        const std::size_t number = linesOf(row.before).size() + 1;
+        EXPECT_EQ(outcome.err, "bromvale-offline: script line " + std::to_string(number) + ": " + action +
+                                   ": " + row.error + "\n");
+    }
+}
+
+TEST_F(Script, AMarkOfUtf8IsNoPartOfTheFirstLine) {
+    const Outcome outcome = runScript(machine(), "\xEF\xBB\xBFprint cmdStart");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_NE(outcome.out.find("\n&Start\n"), std::string::npos) << outcome.out;
+}
+
 TEST_F(Script, AWindowIsResizedAndPrinted) {
     const std::string out = runScript(machine(), "resize 12000 9000\nwindow\n").out;
     const std::vector<std::string> lines = linesBehind(out, "window frmMain shown");

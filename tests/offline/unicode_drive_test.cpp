@@ -97,7 +97,9 @@ TEST_F(UnicodeDrive, ALinkOfTheHostLeadsToItsTargetWhereverThatLies) {
     EXPECT_EQ(finalPathOf(u"D:\\verweis\\unten"), u"\\\\?\\D:\\Ziel\\unten");
     EXPECT_EQ(finalPathOf(u"D:\\verweis"), u"\\\\?\\D:\\Ziel");
     EXPECT_EQ(finalPathOf(u"D:\\verweis", FILE_FLAG_OPEN_REPARSE_POINT), u"\\\\?\\D:\\Verweis");
-    EXPECT_EQ(finalPathOf(u"D:\\hinaus").substr(0, 13), u"\\\\?\\UNC\\host\\");
+    std::u16string outside = fs::canonical(top_ / "draussen").u16string();
+    std::replace(outside.begin(), outside.end(), u'/', u'\\');
+    EXPECT_EQ(finalPathOf(u"D:\\hinaus"), u"\\\\?\\UNC\\host" + outside);
 }
 
 TEST_F(UnicodeDrive, ALinkInMemoryShowsItsTargetAndGoesAlone) {
@@ -151,6 +153,40 @@ TEST_F(UnicodeDrive, ShortNamesAreMadeAsWindowsMakesThemAndStay) {
     EXPECT_EQ(shortNameOf(u"Langer Vierter.text"), u"LANGER~4.TEX") << "the third is somebody's own name";
     drives.shortNames = false;
     EXPECT_FALSE(drives.exists("C:\\Namen\\LANGER~1.TEX"));
+}
+
+// Six of 32 letters, by the whole name.
+TEST_F(UnicodeDrive, NamesBeyondTheCodePageHaveAHash) {
+    auto& drives = machine().drives;
+    drives.shortNames = true;
+    std::u16string hashes;
+    for (char16_t letter = 0x0100; letter < 0x0130; letter += 2) {
+        const std::u16string path = std::u16string(u"C:\\Namen\\") + letter + u"\u0119";
+        ASSERT_TRUE(drives.writeFile(path, "x"));
+        const std::u16string name = list(path).at(0).shortName;
+        EXPECT_EQ(name.size(), 8u);
+        EXPECT_EQ(name.substr(6), u"~1");
+        hashes += name.substr(0, 6) + u" ";
+    }
+    EXPECT_EQ(
+        hashes,
+        u"KOSSYB UEK33S OUJTMZ YU6UPK S37X7V 4VE3WH WRCPEL AWEL34 276WF3 EYY3IM 6DLZFS IWWPNB CNM4MP MBY6DB "
+        u"G5VSRE QHRPIW KBHUNR UDHUED O7EISG YTQKJY S2RNZD 4ENKQV WQ7HN3 AJZMQM ");
+}
+
+// Windows shows what it allows in no name as characters beyond all code pages.
+TEST_F(UnicodeDrive, SignsThatOnlyTheHostAllowsLieBeyondTheCodePages) {
+    const std::string signs = "\\:*?\"<>|";
+    std::string all;
+    std::u16string shown;
+    for (const char sign : signs) {
+        std::ofstream(top_ / "d" / (std::string("x") + sign)) << sign;
+        shown = u"x" + std::u16string(1, static_cast<char16_t>(0xF000 + sign));
+        EXPECT_EQ(list(u"D:\\" + shown).at(0).name, shown) << sign;
+        EXPECT_EQ(machine().drives.readFile(u"D:\\" + shown).value_or("none"), std::string(1, sign));
+    }
+    std::ofstream(top_ / "d" / "y;+") << "x";
+    EXPECT_EQ(list(u"D:\\y*").at(0).name, u"y;+");
 }
 
 TEST_F(UnicodeDrive, ShortNamesHaveALineForEachSignThatTheyMustNotHold) {

@@ -129,5 +129,52 @@ TEST_F(Disk, SettingsOfTheDiskPlayNoPart) {
     EXPECT_EQ(before, everythingOnDisk());
 }
 
+// The program's own variables.
+TEST_F(Disk, VariablesLeadToTheFoldersOfTheView) {
+    static_cast<void>(makeDiskWith([](offline::MadeHive& software) {
+        addProgram(software, u"0", u"C:\\bootmgr");
+        addProgram(software, u"1", u"%SystemRoot%\\weg.exe");
+        addProgram(software, u"2", u"%ProgrammFiles%\\weg.exe");
+        addProgram(software, u"z", u"C:\\bootmgr");
+        keyAt(software.root, u"Wow6432Node\\Microsoft\\Windows\\CurrentVersion")
+            .values.push_back(offline::textValue(u"ProgramFilesDir", u"C:\\Program Files (x86)"));
+    }));
+    for (const auto& [view, programs] :
+         {std::pair("64", "Program Files"), std::pair("32", "Program Files (x86)")}) {
+        const std::string paths =
+            " missing file HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+        const std::string end = "\\\\weg.exe [] [" + std::string(view) + "]";
+        EXPECT_EQ((std::vector<std::string>{"1" + paths + "1 -> C:\\Windows" + end,
+                                            "2" + paths + "2 -> C:\\" + programs + end}),
+                  rowsOf({"--user", "all", "--view", view}));
+    }
+}
+
+// Where programs write in another code page, a name that it has is judged.
+TEST_F(Disk, TheCodePageIsThatOfTheDisk) {
+    for (const char16_t* const page : {u"1252", u"1250"}) {
+        offline::DiskPlan plan;
+        plan.generation = Generation::Seven;
+        plan.software = [](offline::MadeHive& software) {
+            addProgram(software, u"a.exe", u"C:\\bootmgr");
+            addProgram(software, u"b.exe", u"C:\\\u0141\\weg.exe");
+            addProgram(software, u"c.exe", u"C:\\bootmgr");
+        };
+        plan.system = [&](offline::MadeHive& system) {
+            keyAt(system.root, u"ControlSet002\\Control\\Nls\\CodePage").values = {
+                offline::textValue(u"ACP", page)};
+        };
+        std::filesystem::remove_all(disk());
+        offline::makeDisk(disk(), plan);
+        offline::writeFile(disk() / "bootmgr", "x");
+        std::vector<std::string> expected;
+        if (page == std::u16string_view(u"1250"))
+            expected.push_back(
+                "1 missing file HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App "
+                "Paths\\b.exe -> c:\\\xC5\x82\\weg.exe [] []");
+        EXPECT_EQ(expected, rowsOf({"--user", "jgross"}));
+    }
+}
+
 }  // namespace
 }  // namespace bromvale::testing

@@ -38,6 +38,11 @@ TEST_P(OldWindows, IsReadAndCleanedByItsOwnEditor) {
         read("Bromvale-2026-11-15_07-12-09-entfernen.reg"));
     EXPECT_NE(std::string::npos,
               read("Bromvale-2026-11-15_07-12-09-zurueck.reg").find("@=\"C:\\\\Weg\\\\weg.exe\""));
+    EXPECT_TRUE(outcome.err.ends_with(
+        "/user.dat: 3 keys, read only\n" +
+        said({"1 keys: Bromvale-2026-11-15_07-12-09-entfernen.reg removes them when the machine's registry "
+              "editor is told to enter it, Bromvale-2026-11-15_07-12-09-zurueck.reg brings them back"})))
+        << outcome.err;
     EXPECT_EQ(before, everythingOnDisk());
 }
 
@@ -58,6 +63,28 @@ TEST_P(OldWindows, NoNameBecomesALineOfTheFile) {
     EXPECT_EQ(std::string::npos,
               read("Bromvale-2026-11-15_07-12-09-entfernen.reg").find("\n[-HKEY_LOCAL_MACHINE]"))
         << outcome.err;
+}
+
+TEST_P(OldWindows, ANameOfSeveralLinesIsRefused) {
+    offline::DiskPlan plan;
+    plan.generation = GetParam();
+    plan.machine = [](offline::MadeCregKey& machine) {
+        const std::string paths = "Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+        for (const char* const name : {"a", "b\r\n[-HKEY_LOCAL_MACHINE", "c"})
+            machine.at(paths + name).values.push_back({"", 1, *name == 'b' ? "C:\\weg.exe" : "C:\\da.exe"});
+    };
+    offline::makeDisk(disk(), plan);
+    offline::writeFile(disk() / "da.exe", "x");
+    const auto here = std::filesystem::current_path();
+    std::filesystem::current_path(folder());
+    const Outcome outcome = onDisk({"--user", "all", "--remove", "all"});
+    std::filesystem::current_path(here);
+    EXPECT_EQ(2, outcome.status);
+    EXPECT_TRUE(outcome.err.ends_with(
+        "App Paths\\b\\x0D\n[-HKEY_LOCAL_MACHINE: no registry file can tell such a name; leave it out\n"))
+        << outcome.err;
+    EXPECT_EQ("<missing>", read("Bromvale-2026-11-15_07-12-09-entfernen.reg"));
+    EXPECT_EQ("<missing>", read("Bromvale-2026-11-15_07-12-09-zurueck.reg"));
 }
 
 // The registry editor enters a file for the user who is logged on.
@@ -81,6 +108,10 @@ TEST_P(OldWindows, KeysOfSeveralUsersGoOneUserAfterTheOther) {
     const Outcome one = onDisk({"--user", "Anna", "--remove", "all"});
     std::filesystem::current_path(here);
     EXPECT_EQ(2, both.status) << both.err;
+    EXPECT_TRUE(
+        both.err.ends_with(said({"the keys are of several users, and a registry file changes those of the "
+                                 "user who enters it; take them out for one after the other with --user"})))
+        << both.err;
     EXPECT_EQ(0, one.status) << one.err;
 }
 

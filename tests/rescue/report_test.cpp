@@ -52,32 +52,30 @@ TEST_F(ReportForms, OddCharactersAreEscapedAndPipesGetNoProgress) {
     }
 }
 
-// What a terminal gets, in Python, which has one.
-constexpr const char* kOnATerminal = R"(
-import os, pty, sys
-seen = b""
-def read(terminal):
-    global seen
-    data = os.read(terminal, 1024)
-    seen += data
-    return b""
-os.environ["TERM"] = "dumb"
-pty.spawn(sys.argv[2:], read)
-open(sys.argv[1], "wb").write(seen)
-)";
-
+// A "#" for every four percent that are done, and at the end blanks in the place of all.
 TEST_F(ReportForms, ATerminalSeesABar) {
     std::string keys;
     for (int i = 0; i < 3000; ++i)
         keys += "[HKEY_LOCAL_MACHINE\\Software\\Classes\\CLSID\\{" + std::to_string(i) +
                 "}\\InprocServer32]\n@=\"x\"\n";
-    file("terminal.py", kOnATerminal);
-    const std::string command = "python3 '" + path("terminal.py") + "' '" + path("seen.txt") +
-                                "' '" BROMVALE_OFFLINE_TOOL "' --registry '" + registry("viele.reg", keys) +
-                                "' --report text '" + path("r.txt") + "'";
-    ASSERT_EQ(0, std::system(command.c_str()));
-    EXPECT_NE(std::string::npos, read("seen.txt").find("\r[")) << read("seen.txt");
-    EXPECT_NE(std::string::npos, read("seen.txt").find('%'));
+    std::string seen =
+        runAtTerminal({"--registry", registry("viele.reg", keys), "--report", "text", path("r.txt")}, "").err;
+    const std::string cleared = "\r" + std::string(34, ' ') + "\r";
+    ASSERT_TRUE(seen.ends_with(cleared)) << seen;
+    seen.resize(seen.size() - cleared.size());
+    ASSERT_FALSE(seen.empty());
+    int before = 0;
+    for (; !seen.empty(); seen.erase(0, 33)) {
+        const int done = std::atoi(seen.substr(28, 4).c_str());
+        EXPECT_GE(done, before);
+        before = done;
+        const std::string number = std::to_string(done);
+        const auto parts = static_cast<std::size_t>(done / 4);
+        EXPECT_EQ("\r[" + std::string(parts, '#') + std::string(25 - parts, '.') + "] " +
+                      std::string(3 - number.size(), ' ') + number + "%",
+                  seen.substr(0, 33));
+    }
+    EXPECT_GT(before, 50);
 }
 
 TEST_F(ReportForms, AFileThatCantBeWrittenIsSaid) {
@@ -118,31 +116,76 @@ TEST_F(ReportForms, ExportsAreRegistryFiles) {
 }
 
 TEST_F(ReportForms, WhatDoesNotGoTogetherIsSaid) {
-    const std::vector<std::vector<std::string>> wrong{
-        {"--write"},
-        {"--remove", "all"},
-        {"--log", "x"},
-        {"--hive", "Software=x"},
-        {"--hive", "HKEY_LOCAL_MACHINE\\Software="},
-        {"--hive", "HKEY_LOCAL_MACHINE\\Software=/nicht/da"},
-        {"--windows", "/nicht/da"},
-        {"--windows", ".", "--hive", "HKEY_LOCAL_MACHINE\\Software=x"},
-        {"--report", "xml", "-"},
-        {"--report", "json"},
-        {"--undo", "../x", "--windows", "."},
-        {"--undo", "list"},
-        {"--view", "16"},
-        {"--view", "32"},
-        {"--yes", "viele"},
-        {"--check", "--script", "-"},
-        {"--export"},
+    struct Row {
+        std::vector<std::string> arguments;
+        const char* error;
     };
-    for (const auto& arguments : wrong) {
-        const Outcome outcome = run(arguments);
-        EXPECT_EQ(2, outcome.status) << arguments[0] << " " << outcome.err;
-        EXPECT_EQ("", outcome.out);
-        EXPECT_NE("", outcome.err);
+    const Row wrong[] = {
+        {{"--write"}, "--write removes what --remove names; say which rows"},
+        {{"--remove", "all"}, "--remove works on raw hives; give --windows or --hive"},
+        {{"--remove", "all", "--write"}, "--write works on raw hives; give --windows or --hive"},
+        {{"--log", "x"}, "--log belongs behind the --hive whose log it is"},
+        {{"--hive", "Software=x"},
+         "'Software=x' is no hive; write HKEY_LOCAL_MACHINE\\Software=FILE, or for a user's classes "
+         "HKEY_CURRENT_USER\\Software\\Classes=FILE"},
+        {{"--hive", "HKEY_LOCAL_MACHINE\\Software="},
+         "'HKEY_LOCAL_MACHINE\\Software=' is no hive; write HKEY_LOCAL_MACHINE\\Software=FILE, or for a "
+         "user's classes HKEY_CURRENT_USER\\Software\\Classes=FILE"},
+        {{"--hive"}, "--hive wants a value"},
+        {{"--windows", ".", "--hive", "HKEY_LOCAL_MACHINE\\Software=x"},
+         "--windows finds its hives itself; give --windows or --hive, not both"},
+        {{"--report", "xml", "-"}, "unknown form of report 'xml'; there are text, csv and json"},
+        {{"--report", "json"}, "--report wants two values"},
+        {{"--report=json", "-"}, "unknown option '--report'"},
+        {{"--check=1"}, "unknown option '--check'"},
+        {{"--undo", "../x", "--windows", "."},
+         "'../x' is no stamp of a cleaning; --undo list shows those there are"},
+        {{"--undo", "list"}, "--undo wants to know where; give --windows or --hive"},
+        {{"--undo", "list", "--windows", ".", "--remove", "1"},
+         "--undo and --remove are two things; do one after the other"},
+        {{"--undo", "list", "--windows", ".", "--remove", "1", "--write"},
+         "--undo and --remove are two things; do one after the other"},
+        {{"--undo", "list", "--windows", ".", "--check"},
+         "--undo scans nothing; run --report, --check and --export by themselves"},
+        {{"--undo", "list", "--windows", ".", "--export", "x"},
+         "--undo scans nothing; run --report, --check and --export by themselves"},
+        {{"--export", "x", "--report", "csv", "-"},
+         "--export scans nothing; run --report, --check and --remove by themselves"},
+        {{"--export", "x", "--windows", ".", "--remove", "1"},
+         "--export scans nothing; run --report, --check and --remove by themselves"},
+        {{"--view", "16"}, "unknown view '16'; there are 64, 32 and both"},
+        {{"--view", "32"}, "--view belongs to --windows: it takes the folders of both views from the disk"},
+        {{"--yes", "viele"}, "'viele' is no number; --yes wants how many keys go"},
+        {{"--yes=7x"}, "'7x' is no number; --yes wants how many keys go"},
+        {{"--check", "--script", "-"},
+         "--script and --save drive the program's window; raw hives, disks and reports are looked at without "
+         "it"},
+        {{"--check", "--save", "x"},
+         "--script and --save drive the program's window; raw hives, disks and reports are looked at without "
+         "it"},
+        {{"--export"}, "--export wants a value"},
+        {{"--export", "x", "y"}, "unknown option 'y'"},
+    };
+    for (const Row& row : wrong) {
+        const Outcome outcome = run(row.arguments);
+        EXPECT_EQ(2, outcome.status) << row.error;
+        EXPECT_EQ("", outcome.out) << row.error;
+        EXPECT_EQ("bromvale-offline: " + std::string(row.error) + "\nTry --help.\n", outcome.err);
     }
+}
+
+TEST_F(ReportForms, WhatIsNotThereIsSaid) {
+    const Outcome hive = run({"--hive", "HKEY_LOCAL_MACHINE\\Software=/nicht/da"});
+    EXPECT_EQ(2, hive.status);
+    EXPECT_EQ("", hive.out);
+    EXPECT_EQ("bromvale-offline: open folder \"/nicht\": No such file or directory\n", hive.err);
+    const Outcome disk = run({"--windows", "/nicht/da"});
+    EXPECT_EQ(2, disk.status);
+    EXPECT_EQ("", disk.out);
+    EXPECT_EQ(
+        "bromvale-offline: /nicht/da can't be read: No such file or directory.\nThe folders and the registry "
+        "of Windows lie there.\nGive the folder where the disk is mounted.\n",
+        disk.err);
 }
 
 }  // namespace

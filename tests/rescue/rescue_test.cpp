@@ -1,7 +1,10 @@
 #include "tests/rescue/rescue_test.h"
 
+#include <sys/wait.h>
+
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -30,6 +33,27 @@ import json, sys
 rows = json.load(open(sys.argv[1], encoding="utf-8"))["rows"]
 for row in rows:
     print(row["number"], row["kind"], row["key"], "->", row["file"], "[" + row["user"] + "]", "[" + row["view"] + "]")
+)";
+
+// Without echo, and with line ends as they are written.
+constexpr const char* kAtTerminal = R"(
+import os, subprocess, sys, termios
+terminal, inner = os.openpty()
+mode = termios.tcgetattr(inner)
+mode[1] &= ~termios.OPOST
+mode[3] &= ~termios.ECHO
+termios.tcsetattr(inner, termios.TCSANOW, mode)
+os.write(terminal, sys.argv[3].encode() + b"\n")
+child = subprocess.Popen(sys.argv[4:], stdin=inner, stdout=open(sys.argv[1], "wb"), stderr=inner)
+os.close(inner)
+seen = b""
+try:
+    while data := os.read(terminal, 4096):
+        seen += data
+except OSError:
+    pass
+open(sys.argv[2], "wb").write(seen)
+sys.exit(child.wait())
 )";
 
 }  // namespace
@@ -91,6 +115,32 @@ offline::MadeDisk RescueTest::makeDiskWith(const std::function<void(MadeHive& so
 Outcome RescueTest::onDisk(std::vector<std::string> arguments) {
     arguments.insert(arguments.begin(), {"--windows", disk().string()});
     return run(arguments);
+}
+
+Outcome RescueTest::runAtTerminal(std::vector<std::string> arguments, const std::string& answer) {
+    arguments.insert(arguments.begin(), {file("terminal.py", kAtTerminal), path("out"), path("err"), answer,
+                                         BROMVALE_OFFLINE_TOOL, "--now", "2026-11-15T07:12:09"});
+    std::string command = "python3";
+    for (const std::string& argument : arguments) command += " '" + argument + "'";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read("out"), read("err")};
+}
+
+Outcome RescueTest::onDiskAtTerminal(std::vector<std::string> arguments, const std::string& answer) {
+    arguments.insert(arguments.begin(), {"--windows", disk().string()});
+    return runAtTerminal(arguments, answer);
+}
+
+std::string RescueTest::said(const std::vector<std::string>& lines) {
+    std::string all;
+    for (const std::string& line : lines) all += "bromvale-offline: " + line + "\n";
+    return all;
+}
+
+std::string RescueTest::behindHives(const std::string& err) {
+    const std::string clean = ": clean\n";
+    const std::size_t at = err.rfind(clean);
+    return at == std::string::npos ? err : err.substr(at + clean.size());
 }
 
 std::string RescueTest::everythingOnDisk() const {

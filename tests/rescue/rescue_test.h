@@ -31,6 +31,14 @@ class RescueTest : public ToolTest {
     // With "--windows" and the disk's root in front.
     Outcome onDisk(std::vector<std::string> arguments);
     [[nodiscard]] std::filesystem::path disk() const { return folder() / "disk"; }
+    // With a terminal for input and errors, at which `answer` is typed; `err` is what it shows.
+    Outcome runAtTerminal(std::vector<std::string> arguments, const std::string& answer);
+    Outcome onDiskAtTerminal(std::vector<std::string> arguments, const std::string& answer);
+    // Each line as the tool says it to people.
+    static std::string said(const std::vector<std::string>& lines);
+
+    // Of what it says: what stands behind the lines that tell which hives are read, where all are clean.
+    static std::string behindHives(const std::string& err);
 
     // Names, sizes, times of the last write and bytes of all that is there.
     [[nodiscard]] std::string everythingOnDisk() const;

@@ -110,6 +110,27 @@ TEST_F(CleaningRefusalTest, LinksAndOtherNames) {
     expectRefused(cleaningOf({order}), RefusalKind::HardLinked, "The file has other names.");
 }
 
+// Whether the second name is the short one of NTFS, of which nothing else tells.
+TEST_F(CleaningRefusalTest, OfAFileWithTwoNamesTheShortOneIsAskedFor) {
+    class Asked : public HostFiles {
+      public:
+        std::vector<std::string> attributes;
+
+      protected:
+        int failureBefore(std::string_view call, const std::string& name) override {
+            if (call == "read the attribute") attributes.push_back(name);
+            return 0;
+        }
+    };
+    const HiveToClean order = placeClean("SOFTWARE");
+    Asked files;
+    static_cast<void>(refusalsOf(files, cleaningOf({order})));
+    EXPECT_EQ(files.attributes, std::vector<std::string>());
+    fs::create_hard_link(order.path, path("other"));
+    static_cast<void>(refusalsOf(files, cleaningOf({order})));
+    EXPECT_EQ(files.attributes, std::vector<std::string>{"system.ntfs_dos_name"});
+}
+
 TEST_F(CleaningRefusalTest, LogsThatAreLinksElsewhereOrNotGiven) {
     HiveToClean order = placeDirty("SOFTWARE");
     fs::rename(path("SOFTWARE.LOG2"), path("true"));

@@ -1,6 +1,7 @@
 // Registries of Windows 95 to ME: what is read, what damage comes to, and what a machine's registry gets.
 #include "platform/offline/hives/disk/creg.h"
 
+#include <csignal>
 #include <random>
 
 #include "platform/offline/machine.h"
@@ -108,6 +109,14 @@ TEST_F(Creg, ACircleOfKeysIsRefused) {
     std::string bytes = good;
     put(bytes, cregEntry(2) + 16, static_cast<std::uint32_t>(cregEntry(1) - 32));
     EXPECT_EQ(problem(bytes), "two keys have the same sub key, or a key leads back to itself");
+}
+
+// Whose children others wait for, as under some services.
+TEST_F(Creg, AProcessThatCannotBeWaitedForIsNoReader) {
+    const auto handler = std::signal(SIGCHLD, SIG_IGN);
+    const std::string told = problem(cregBytes(example()));
+    std::signal(SIGCHLD, handler);
+    EXPECT_EQ(told, "the process that read it can't be waited for: No child processes");
 }
 
 // The library alone walks without end from such a root.

@@ -64,6 +64,19 @@ TEST_F(DiskUsers, AMandatoryProfileSaysSo) {
     EXPECT_FALSE(disk.users[1].mandatory);
 }
 
+TEST_F(DiskUsers, AMandatoryProfileWithoutAnEntryIsAUserToo) {
+    const MadeDisk made = make(Generation::Seven);
+    fs::create_directory(made.root / "Users/Kiosk");
+    fs::copy(made.users[0].hive, made.root / "Users/Kiosk/Ntuser.man");
+    fs::create_directory(made.root / "Users/Kiosk2");
+    writeFile(made.root / "Users/Kiosk2/NTUSER.MA", "x");
+    const WindowsDisk disk = found(made.root);
+    ASSERT_EQ(disk.users.size(), 3u);
+    EXPECT_EQ(disk.users[2].name, u"Kiosk");
+    EXPECT_TRUE(disk.users[2].mandatory);
+    EXPECT_EQ(disk.users[2].problem, "");
+}
+
 TEST_F(DiskUsers, ClassesAreFoundWhereverTheUsersHiveSays) {
     DiskPlan plan;
     plan.generation = Generation::Xp;
