@@ -52,6 +52,12 @@ TEST_F(MergeTest, ABackslashThatBeginsNoEscapeIsDropped) {
     EXPECT_EQ(text(kKey, "doppelt"), "C:\\Weg");
 }
 
+TEST_F(MergeTest, AQuoteInTheNameOfAKeyBeginsNoText) {
+    mergeRegText("REGEDIT4\r\n[HKEY_LOCAL_MACHINE\\Software\\A\"\\ \\B\"C\\\\D]\r\n\"v\"=\"1\"\r\nfalsch\r\n",
+                 registry());
+    EXPECT_EQ(text("HKEY_LOCAL_MACHINE\\Software\\A\"\\ \\B\"C\\D", "v"), "1");
+}
+
 TEST_F(MergeTest, WithoutAHeaderNothingIsEntered) {
     mergeRegText("[HKEY_LOCAL_MACHINE\\Software\\A]\r\n@=\"1\"\r\n", registry());
     mergeRegText("", registry());

@@ -29,8 +29,13 @@ std::vector<std::string> linesOf(std::string_view text) {
     return lines;
 }
 
-// Texts with the backslashes that begin an escape, and no others.
+bool isKeyLine(std::string_view line) {
+    return line.starts_with('[');
+}
+
+// Texts with the backslashes that begin an escape, and no others. The names of a key line have none.
 std::string withKnownEscapes(std::string_view line) {
+    if (isKeyLine(line)) return std::string(line);
     std::string result;
     bool quoted = false;
     for (std::size_t i = 0; i < line.size(); ++i) {
@@ -51,7 +56,7 @@ class Merge {
     Merge(std::string header, Registry& registry) : header_(std::move(header)), registry_(registry) {}
 
     void line(const std::string& text) {
-        if (!text.empty() && text.front() == '[') {
+        if (isKeyLine(text)) {
             enter();
             section_.clear();
         }
