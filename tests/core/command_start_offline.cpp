@@ -111,11 +111,12 @@ TEST_F(CommandStartOfflineTest, AProgramThatWantsMoreRightsIsHandedToTheShell) {
     auto& machine = offline::machine();
     const std::string ein = folder() + "Ein Ordner\\weg";
     const std::string kurz = folder() + "kurz.exe";
-    const std::array<std::array<std::string, 3>, 7> rows{{
+    const std::array<std::array<std::string, 3>, 8> rows{{
         {ein + ".exe /still  \"a b\"", ein + ".exe", "/still  \"a b\""},
         {ein + " /still", ein + ".exe", "/still"},
         {"\"" + ein + "\" /still", ein + ".exe", "/still"},
         {" \"" + ein + ".exe\"", ein + ".exe", ""},
+        {"\"" + ein + ".exe\"/still", ein + ".exe", "/still"},
         {"  " + kurz, kurz, ""},
         {kurz + "\t/x", kurz, "/x"},
         {"cmd.exe /c a.b", "cmd.exe", "/c a.b"},
@@ -131,7 +132,7 @@ TEST_F(CommandStartOfflineTest, AProgramThatWantsMoreRightsIsHandedToTheShell) {
         EXPECT_EQ(machine.lastRequests.switches, switches) << line;
     }
     EXPECT_EQ(started(), std::vector<std::string>{});
-    EXPECT_EQ(machine.events.count(offline::EventKind::ShellExecute), 7u);
+    EXPECT_EQ(machine.events.count(offline::EventKind::ShellExecute), 8u);
 }
 
 TEST_F(CommandStartOfflineTest, AUserWhoRefusesTheRightsGivesTheFailureOfTheStart) {

@@ -78,6 +78,15 @@ TEST(OldLog, TheSecondIsUsedWhereTheFirstIsUnusableOrDoesNotMatch) {
     EXPECT_EQ("LOG1 is too short", result.replay.problem);
 }
 
+TEST(OldLog, ThatEndsWithinItsMapIsTooShort) {
+    const std::string hive = dirtyState(0, 5);
+    const std::string whole = oldLogOfStep(0, 1, 6);
+    const std::size_t binsSize = readBaseBlock(HiveBytes(whole)).binsSize;
+    const std::size_t map = 512 + 4 + binsSize / 4096;
+    for (const std::size_t end : {map - 1, map - 2, std::size_t{516}, std::size_t{515}})
+        expectRefused(replayed(hive, {{kLog1, whole.substr(0, end)}}), hive, "LOG1 is too short");
+}
+
 TEST(OldLog, WithAWrongBaseBlockTheLatestIsUsed) {
     const std::string hive = tornState(0);
     const std::string later = oldLogOfStep(0, 2, 7, kTime + 1);

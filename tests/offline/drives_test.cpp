@@ -121,6 +121,19 @@ TEST_F(DrivesTest, DrivesComeAndGo) {
     EXPECT_TRUE(drives().has('A'));
 }
 
+TEST_F(DrivesTest, AFileThatIsWrittenAnewHasNothingOfTheOldOne) {
+    drives().writeFile("C:\\a.txt", "lang");
+    ASSERT_TRUE(drives().writeFile("C:\\a.txt", ""));
+    EXPECT_EQ(drives().readFile("C:\\a.txt"), "");
+}
+
+TEST_F(DrivesTest, TheRootOfTheHostCanBeADrive) {
+    drives().addFolder('R', "/");
+    EXPECT_TRUE(drives().exists("R:\\tmp"));
+    EXPECT_FALSE(drives().exists("R:\\gibt es nicht"));
+    EXPECT_EQ(drives().pathOfHost("/"), "R:\\");
+}
+
 TEST_F(DrivesTest, AMaskBehindADriveIsOfItsCurrentFolder) {
     drives().writeFile("C:\\Ordner\\a.txt", "x");
     drives().writeFile("C:\\b.txt", "x");

@@ -81,6 +81,8 @@ const Row kGoodRows[] = {
     {"LineBreaksInAText", kAnsi + "\"v\"=\"a\r\nb\nc\rd\"\r\n\"w\"=\"x\"\r\n",
      kKey + "  v|1|610d0a620a630d6400\n  w|1|7800\n"},
     {"LineBreakInAValueName", kAnsi + "\"a\nb\"=\"x\"\r\n", kKey + "  a\nb|1|7800\n"},
+    {"BlanksBetweenBytes", kAnsi + "\"v\"=hex: 01 ,\t02 , 03 , \\\r\n  04 ; e\r\n",
+     kKey + "  v|3|01020304\n"},
     {"CommentsAndBlanks", kAnsi + "; c\r\n  ;d\r\n\r\n \"v\" = \"a\"  ; e\r\n", kKey + "  v|1|6100\n"},
     {"Dword", kAnsi + "\"v\"=dword:89abCDEF\r\n", kKey + "  v|4|efcdab89\n"},
     {"ShortDword", kAnsi + "\"v\"=dword:1f\r\n", kKey + "  v|4|1f000000\n"},

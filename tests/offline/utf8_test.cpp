@@ -66,5 +66,29 @@ TEST(CodePageUtf8, HalvesOfPairsBecomeReplacementsAndNoOtherSignMayBeAskedFor) {
     EXPECT_EQ(GetLastError(), 87u);
 }
 
+TEST(CodePageUtf8, CharactersOfEachLengthGoThereAndBack) {
+    const struct {
+        std::u16string wide;
+        std::string bytes;
+    } kRows[] = {{u"\u007F", "\x7F"},
+                 {u"\u0080", "\xC2\x80"},
+                 {u"\u07A5", "\xDE\xA5"},
+                 {u"\u0800", "\xE0\xA0\x80"},
+                 {u"\uA95B", "\xEA\xA5\x9B"},
+                 {u"\U00010000", "\xF0\x90\x80\x80"},
+                 {u"\U0002A95B", "\xF0\xAA\xA5\x9B"},
+                 {u"\U0010FFFF", "\xF4\x8F\xBF\xBF"}};
+    for (const auto& [wide, bytes] : kRows) {
+        char narrow[8] = {};
+        WCHAR back[4] = {};
+        const auto size = static_cast<int>(wide.size());
+        EXPECT_EQ(WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, narrow, 8, nullptr, nullptr),
+                  static_cast<int>(bytes.size()));
+        EXPECT_EQ(narrow, bytes);
+        EXPECT_EQ(MultiByteToWideChar(CP_UTF8, 0, narrow, static_cast<int>(bytes.size()), back, 4), size);
+        EXPECT_EQ(back, wide);
+    }
+}
+
 }  // namespace
 }  // namespace bromvale::testing

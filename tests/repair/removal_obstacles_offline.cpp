@@ -1,5 +1,6 @@
 // What a removal is told before it begins: rights that are missing, a program folder that takes no files.
 #include "platform/offline/machine.h"
+#include "repair/removal_obstacles.h"
 #include "tests/repair/removal_fixture.h"
 
 namespace bromvale::testing {
@@ -70,6 +71,16 @@ TEST_F(RemovalObstacles, OfMarkedRowsOnlyThoseCount) {
     select({"\\A]"});
     click();
     EXPECT_EQ(asked(), Texts{kRights});
+}
+
+TEST_F(RemovalObstacles, ARowOfTheMachineCountsAtAnyPlace) {
+    takeRights(Rights::Token::Standard);
+    form().scan.chbMarkierteKeysEntfernen.setValue(1);
+    for (int row = 1; row <= 3; ++row) {
+        for (int each = 1; each <= 3; ++each) list().item(each).setSelected(each == row);
+        EXPECT_TRUE(mayRemoveFaults(form().scan, WishedBy::User));
+        EXPECT_EQ(asked().size(), row < 3 ? static_cast<std::size_t>(row) : 2u) << row;
+    }
 }
 
 TEST_F(RemovalObstacles, WithTheRightsNothingIsTold) {

@@ -74,6 +74,15 @@ TEST_F(FailureInTheMidstTest, BehindTheFirstLineItCostsTheRestOfTheKey) {
                                        }));
 }
 
+TEST_F(FailureInTheMidstTest, TheSubKeysOfThatKeyAreNotVisited) {
+    setString(HKEY_LOCAL_MACHINE, "Software\\Probe\\A\\unten", "d", "4");
+    EXPECT_EQ(collectWithFailureAt(4), (Texts{
+                                           "-2147483646[Software\\Probe]@=",
+                                           "-2147483646[Software\\Probe\\A]a=1",
+                                           "-2147483646[Software\\Probe\\B]c=3",
+                                       }));
+}
+
 TEST_F(SearchOfflineTest, AFullBufferWithoutNulIsTakenWhole) {
     setRaw(HKEY_LOCAL_MACHINE, "Software\\Probe", "w", REG_SZ, std::string(256, 'z'));
     EXPECT_EQ(collect("Software\\Probe"), (Texts{"-2147483646[Software\\Probe]w=" + std::string(256, 'z')}));
