@@ -117,9 +117,9 @@ bool Removal::saveAndDelete(int number) {
     // This one line carries the module of the checks, unlike the rest of the routine.
     trace("modCheckKeys", kRoutine.funktion,
           [&] { return undoRecordText(row.keyLine, row.valueName, row.valueData); });
-    KeyCopy copy = KeyCopy::NoKey;
-    return kRoutine.step([&] { copy = copy_->save(row.hive, subKey); }) &&
-           kRoutine.step([&] { deleteCopied(copy, kRoutine, row.hive, subKey, kHide); });
+    std::optional<KeyCopy> copy;
+    return kRoutine.step([&] { copy = copy_->save(row.hive, subKey); }) && copy &&
+           kRoutine.step([&] { deleteCopied(*copy, kRoutine, row.hive, subKey, kHide); });
 }
 
 bool Removal::show(std::string_view message) {

@@ -78,6 +78,18 @@ TEST_P(OpenFiles, AFileThatIsOpenIsNeitherMovedNorDeleted) {
     EXPECT_NE(DeleteFileA((folder() + "b").c_str()), 0);
 }
 
+TEST_P(OpenFiles, TheFlagThatOpensFoldersOpensFilesAsFiles) {
+    writeWholeFile(path(), "abc");
+    const HANDLE file = CreateFileA(path().c_str(), kRead, kBoth, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    char bytes[4] = {};
+    DWORD done = 0;
+    EXPECT_NE(ReadFile(file, bytes, 3, &done, nullptr), 0);
+    EXPECT_STREQ(bytes, "abc");
+    CloseHandle(file);
+}
+
 TEST_P(OpenFiles, TheEndIsPutWhereThePlaceIs) {
     const HANDLE file = open(kRead | kWrite, 0, CREATE_NEW);
     write(file, "abcdef");

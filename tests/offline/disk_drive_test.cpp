@@ -134,6 +134,20 @@ TEST_F(DiskDrive, NamesThatAreNoNamesLeadNowhere) {
     EXPECT_EQ(find("").path, root_.string());
 }
 
+// The host has no short names, and nobody knows which one Windows gave to a file.
+TEST_F(DiskDrive, ANameThatMayBeTheShortOneOfAFileIsNotMissing) {
+    put("Users/Ein langer Name.txt", "");
+    const auto error = [](const char16_t* path) {
+        SetLastError(0);
+        WIN32_FIND_DATAW data{};
+        EXPECT_EQ(FindFirstFileW(path, &data), INVALID_HANDLE_VALUE);
+        return GetLastError();
+    };
+    EXPECT_EQ(error(u"D:\\Users\\EINLAN~1.TXT"), static_cast<DWORD>(ERROR_CANT_ACCESS_FILE));
+    EXPECT_EQ(error(u"D:\\Users\\ANDERE~1.TXT"), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(error(u"D:\\Users\\EINLANG1.TXT"), static_cast<DWORD>(ERROR_FILE_NOT_FOUND));
+}
+
 TEST_F(DiskDrive, NamesOfTheHostAreThoseOfOneEntry) {
     for (const std::string_view name : {"", ".", "..", "a/b", "/"})
         EXPECT_FALSE(offline::isPlainName(name)) << name;
