@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "platform/offline/hives/cleaning/record.h"
+#include "platform/offline/hives/cleaning/recovery.h"
 #include "platform/offline/hives/cleaning/undo.h"
 #include "tests/hives/cleaning/disk.h"
 #include "tests/hives/made_log.h"
@@ -366,6 +367,13 @@ TEST_F(CleaningStopTest, WhatIsTakenBackLeavesTheDiskInThisOrder) {
     EXPECT_EQ((Calls{"remove H~.replayed", "remove H~.new", "sync folder", "remove H~.reg", "remove H.LOG1~",
                      "remove H~", "sync folder", "remove H~.list", "sync folder"}),
               files.calls);
+}
+
+TEST_F(CleaningStopTest, AListThatNeverCameToBeGoesFromTheDiskAtOnce) {
+    write("H.bromvale-2026-11-22_09-16-05.list.new", "half");
+    OrderedFiles files;
+    EXPECT_EQ(State::TakenBack, goOnWithCleaning(files, folders(), kStamp, {}).state);
+    EXPECT_EQ((Calls{"remove H~.list.new", "sync folder"}), files.calls);
 }
 
 TEST_F(CleaningStopTest, WhereItsListNeverCameToBeNothingElseIsTouched) {
