@@ -7,7 +7,9 @@
 # /bromvale, wherever the sources lie.
 option(BROMVALE_DEBUG_INFO "Make the programs a second time with debug information" OFF)
 if(BROMVALE_DEBUG_INFO)
-  add_compile_options($<$<NOT:$<COMPILE_LANGUAGE:RC>>:-g> $<$<NOT:$<COMPILE_LANGUAGE:RC>>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}=/bromvale>
+  # Functions and lines. Where GCC also says in which register a variable lies it can say another thing when it compiles the same
+  # source once more.
+  add_compile_options($<$<NOT:$<COMPILE_LANGUAGE:RC>>:-g1> $<$<NOT:$<COMPILE_LANGUAGE:RC>>:-ffile-prefix-map=${CMAKE_SOURCE_DIR}=/bromvale>
     # Names that GCC makes up are the same each time.
     $<$<COMPILE_LANGUAGE:CXX>:-frandom-seed=bromvale>)
 endif()
