@@ -66,7 +66,7 @@ TEST_P(OldWindows, IsReadAndCleanedByItsOwnEditor) {
     EXPECT_EQ(before, everythingOnDisk());
 }
 
-// Its key line ends at the bracket for the checks, and what is left is no program's path.
+// The scan makes no row of it.
 TEST_P(OldWindows, NoNameBecomesALineOfTheFile) {
     const Outcome outcome = removedBeside("b]\r\n[-HKEY_LOCAL_MACHINE");
     EXPECT_EQ(0, outcome.status) << outcome.err;
