@@ -307,6 +307,16 @@ TEST_F(Links, AFolderOfTheListThatIsOneIsEmptied) {
     EXPECT_TRUE(linkExists("Leeren"));
 }
 
+TEST_F(Links, AFolderOfTheListThatIsOneIsEmptiedWhereFinalPathsAreTold) {
+    machine().setOs(*offline::osByName("2.6.1.7601"));
+    fs::remove_all(drive() / "Leeren");
+    write("Echt/a.txt");
+    link("Echt", "Leeren");
+    emptyDrive();
+    EXPECT_EQ(filesIn("D:\\Echt\\", "*"), Texts{});
+    EXPECT_TRUE(linkExists("Leeren"));
+}
+
 TEST_F(Links, InACircleEndWithTheLink) {
     write("Leeren/b/datei.txt");
     link("Leeren", "Leeren/b/zurueck");

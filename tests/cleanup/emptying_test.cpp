@@ -145,6 +145,15 @@ TEST_F(Emptying, TheWaitingWindowStandsWhileTheWorkBeginsAndGoes) {
     EXPECT_TRUE(boxes().empty());
 }
 
+TEST_F(Emptying, EmptyLinesAreNothingToEmpty) {
+    const std::string bin = makeBin("Leeren");
+    writeWholeFile(bin + "a.txt", "x");
+    openPage("\r\n" + bin + "\r\n\r\n");
+    form().cleanup.cmdInhaltLöschen_Click();
+    EXPECT_FALSE(exists(bin + "a.txt"));
+    EXPECT_EQ(asked(), Texts{});
+}
+
 TEST_F(Emptying, AMissingListIsReportedAndTheWaitingWindowGoes) {
     openPage("C:\\a\r\n");
     DeleteFileA(listPath().c_str());

@@ -25,6 +25,8 @@ class FileDownload : public InternetTest {
 TEST_F(FileDownload, AWholeFileTakesThePlaceOfTheOldOne) {
     const RecordingServer server("reply", "neu");
     EXPECT_TRUE(fetches(server));
+    ASSERT_EQ(server.requests().size(), 1u);
+    EXPECT_NE(server.requests()[0].find("\r\nUser-Agent: Bromvale\r\n"), std::string::npos);
     EXPECT_EQ(readWholeFile(path()), "neu");
     EXPECT_EQ(filesIn(folder(), "Neu*"), Texts{"Neu.exe"});
 }

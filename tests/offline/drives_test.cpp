@@ -162,6 +162,10 @@ TEST_F(DrivesTest, TheLastOfManyLinksLeadsWhereTheFirstDoes) {
         GetFinalPathNameByHandleW(folder, path, MAX_PATH, 0);
         EXPECT_EQ(std::u16string_view(path), u"\\\\?\\C:\\Ziel") << i;
         CloseHandle(folder);
+        EXPECT_EQ(filesIn(link + "\\", "*"), std::vector<std::string>{}) << i;
+        EXPECT_TRUE(drives().writeFile(link + "\\a.txt", "x")) << i;
+        EXPECT_EQ(filesIn(link + "\\", "*"), std::vector<std::string>{"a.txt"}) << i;
+        ASSERT_NE(DeleteFileA("C:\\Ziel\\a.txt"), 0);
     }
 }
 

@@ -283,6 +283,16 @@ TEST_F(MatchTest, Mode0TakesTheWholePathWhateverMatchKeysSays) {
     EXPECT_EQ(find(), second);
 }
 
+TEST_F(MatchTest, TheFirstKeyOfAPathCountsWithABackslashBeforeIt) {
+    spec.SearchKey = "Software";
+    spec.Recurse = false;
+    spec.MatchMode = 0;
+    spec.SearchText = "\\Software";
+    EXPECT_FALSE(find().empty());
+    spec.SearchText = "xSoftware";
+    EXPECT_TRUE(find().empty());
+}
+
 TEST_F(MatchTest, AnyOtherModeAddsNothing) {
     spec.MatchMode = 2;
     EXPECT_EQ(find(), Texts{});
