@@ -74,6 +74,7 @@ TEST_F(Comparison, ByOurOwnReaderFindsWhatTheSecondDoesNotKnow) {
     expectChange("another class name", [](MadeKey& b) { b.className.clear(); });
     expectChange("another security", [](MadeKey& b) { b.security = 1; });
     expectChange("the value \"Short\" has other flags", [](MadeKey& b) { b.values[1].wideName = true; });
+    expectChange("the value \"Short\" has other flags", [](MadeKey& b) { b.values[1].flags = 2; });
     expectChange("other flags", [](MadeKey& b) { b.wideName = true; });
 }
 

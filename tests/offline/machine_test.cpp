@@ -1,6 +1,7 @@
 // The offline machine: clock, locale, message boxes, processes, shell, timers.
 #include "platform/offline/machine.h"
 
+#include "platform/controls.h"
 #include "platform/dialogs.h"
 #include "platform/events.h"
 #include "platform/files.h"
@@ -243,6 +244,32 @@ TEST_F(OfflineMachine, ActionsRunAtTheirPumpAndOnlyThere) {
     DoEvents();
     DoEvents();
     EXPECT_EQ(done, (std::vector<std::string>{"eins", "drei"}));
+}
+
+class TimedForm : public Form {
+  public:
+    TimedForm() : Form("frmTimed") {}
+    Timer timer{this, "tmrTimer"};
+
+  protected:
+    void design() override {}
+};
+
+TEST_F(OfflineMachine, ATimerTicksWhenItsTimeHasComeAndNotBefore) {
+    TimedForm form;
+    form.load();
+    int ticks = 0;
+    form.timer.onTimer = [&] { ++ticks; };
+    form.timer.setInterval(50);
+    form.timer.setEnabled(true);
+    DoEvents();
+    machine().clock.advance(49);
+    DoEvents();
+    EXPECT_EQ(ticks, 0);
+    machine().clock.advance(1);
+    DoEvents();
+    EXPECT_EQ(ticks, 1);
+    form.unload();
 }
 
 TEST_F(OfflineMachine, TheScreenIsMeasuredInTwips) {

@@ -109,6 +109,19 @@ TEST_F(RoundTripTest, AValuesNameWithANulIsAnErrorToo) {
     EXPECT_FALSE(std::filesystem::exists(path_ + ".part"));
 }
 
+TEST_F(RoundTripTest, ADiskThatIsFullAtTheLastByteLeavesTheOldFile) {
+    ASSERT_TRUE(registry().createKey("HKEY_CURRENT_USER\\A"));
+    std::ofstream(path_) << "alt";
+    std::filesystem::create_symlink("/dev/full", path_ + ".part");
+    const auto error = saveRegFile(registry(), path_);
+    ASSERT_TRUE(error.has_value());
+    EXPECT_EQ(error->reason, "cannot be written: No space left on device");
+    std::string left;
+    std::getline(std::ifstream(path_), left);
+    EXPECT_EQ(left, "alt");
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(path_ + ".part")));
+}
+
 TEST_F(RoundTripTest, AnUnwritablePlaceIsAnError) {
     const auto error = saveRegFile(registry(), "/missing/folder/x.reg");
     ASSERT_TRUE(error);

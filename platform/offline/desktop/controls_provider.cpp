@@ -69,7 +69,7 @@ FrameSize frameSize(BorderStyle style) {
         case BorderStyle::FixedDialog: return {90, 375};
         case BorderStyle::FixedNoControls: return {90, 90};
     }
-    return {0, 0};
+    return {};
 }
 
 void showPopupMenu(Form&, MenuItem& menu, const MenuItem* defaultItem, const ListView*) {

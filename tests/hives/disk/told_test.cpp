@@ -20,6 +20,8 @@ TEST_F(DiskTest, TheStartOfAFileIsWhatItHasAtMost) {
     EXPECT_EQ(startOf((folder() / "short").string(), 2), "ab");
     EXPECT_EQ(startOf((folder() / "missing").string(), 2), std::nullopt);
     EXPECT_EQ(startOf(folder().string(), 2), std::nullopt);
+    ASSERT_EQ(::mkfifo((folder() / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(startOf((folder() / "pipe").string(), 2), "") << "nobody writes, and nobody waits";
 }
 
 class DiskTold : public DiskTest {
