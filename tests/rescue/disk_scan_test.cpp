@@ -169,7 +169,7 @@ TEST_F(Disk, TheCodePageIsThatOfTheDisk) {
         offline::writeFile(disk() / "bootmgr", "x");
         std::vector<std::string> expected;
         if (page == std::u16string_view(u"1250"))
-            expected.push_back(
+            expected.emplace_back(
                 "1 missing file HKEY_LOCAL_MACHINE\\Software\\Microsoft\\Windows\\CurrentVersion\\App "
                 "Paths\\b.exe -> c:\\\xC5\x82\\weg.exe [] []");
         EXPECT_EQ(expected, rowsOf({"--user", "jgross"}));

@@ -4,6 +4,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <utility>
 
 #include "tests/rescue/rescue_test.h"
 
@@ -15,7 +16,7 @@ using offline::Generation;
 class Export : public RescueTest {
   protected:
     void refuses(std::vector<std::string> arguments, const std::string& text) {
-        const Outcome outcome = onDisk(arguments);
+        const Outcome outcome = onDisk(std::move(arguments));
         EXPECT_EQ(2, outcome.status) << text;
         EXPECT_EQ("", outcome.out) << text;
         EXPECT_EQ(said({text}), behindHives(outcome.err));

@@ -42,7 +42,7 @@ TEST_F(ListMenus, WhetherAnEntryWasChosenIsRecorded) {
     const auto chosen = [] { return machine().events.of(EventKind::Menu).back().answer; };
     EXPECT_TRUE(frmMain().userKey(kMenuKey, false, false));
     EXPECT_EQ(chosen(), 0);
-    machine().menuChoices.push_back("markierten Eintrag löschen");
+    machine().menuChoices.emplace_back("markierten Eintrag löschen");
     EXPECT_TRUE(frmMain().userKey(kMenuKey, false, false));
     EXPECT_EQ(chosen(), 1);
 }
