@@ -7,7 +7,7 @@ set -u
 cd "$(dirname "$0")" || exit 1
 
 stages=(style native build windows blackbox setup desktop)
-declare -A share=([style]=70 [native]=430 [build]=90 [windows]=330 [blackbox]=90 [setup]=80 [desktop]=140 [real]=40 [long]=7200)
+declare -A share=([style]=60 [native]=480 [build]=90 [windows]=330 [blackbox]=70 [setup]=60 [desktop]=130 [real]=40 [long]=7200)
 declare -A tools=([style]='native windows' [native]='native release' [build]='windows whole release' [windows]='native windows whole'
                   [blackbox]='native windows whole' [setup]='windows whole release desktop' [desktop]='windows whole desktop'
                   [real]=native [long]='native windows whole release desktop fuzz browser')
